@@ -1,0 +1,13 @@
+# Every target of ours links this. Qt and the other libraries come in as system headers and are not warned about.
+add_library(benthor_warnings INTERFACE)
+target_compile_options(benthor_warnings INTERFACE
+  -Wall -Wextra -Wpedantic
+  -Wshadow                # a name that hides another is read wrong sooner or later
+  -Wnon-virtual-dtor      # deleting through a base must be safe
+  -Wold-style-cast        # say which cast is meant
+  -Woverloaded-virtual    # an override that misses its target is silent otherwise
+  -Wnull-dereference
+  -Wimplicit-fallthrough
+  -Wduplicated-cond
+  -Wlogical-op
+  -Werror)

@@ -1,0 +1,11 @@
+#include "shell/process.h"
+
+namespace benthor {
+
+Process& process()
+{
+    static Process values;
+    return values;
+}
+
+} // namespace benthor
