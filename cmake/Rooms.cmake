@@ -56,6 +56,7 @@ function(benthor_test name)
   endif()
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE benthor_${kind}_base ${TEST_LINKS} Qt6::Test)
+  target_precompile_headers(${name} REUSE_FROM benthor_pch_${kind})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   set_source_files_properties(${TEST_SOURCES} PROPERTIES
     COMPILE_DEFINITIONS "BENTHOR_TEST_DATA=\"${PROJECT_SOURCE_DIR}/tests/data\"")

@@ -5,17 +5,22 @@
 namespace benthor::platform {
 
 namespace {
-std::optional<QDateTime>& fixedMoment()
-{
+std::optional<QDateTime>& fixedMoment() {
     static std::optional<QDateTime> moment;
     return moment;
 }
 } // namespace
 
-QDateTime now() { return fixedMoment().value_or(QDateTime::currentDateTime()); }
+QDateTime now() {
+    return fixedMoment().value_or(QDateTime::currentDateTime());
+}
 
-FixedClock::FixedClock(const QDateTime& moment) { fixedMoment() = moment; }
+FixedClock::FixedClock(const QDateTime& moment) {
+    fixedMoment() = moment;
+}
 
-FixedClock::~FixedClock() { fixedMoment().reset(); }
+FixedClock::~FixedClock() {
+    fixedMoment().reset();
+}
 
 } // namespace benthor::platform

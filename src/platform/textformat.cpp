@@ -17,13 +17,11 @@ struct Decimal {
     int exponent = 0;
 };
 
-Decimal toDecimal(double value)
-{
+Decimal toDecimal(double value) {
     std::array<char, 40> buffer{};
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific,
-                      kSignificantDigits - 1)
-            .ptr;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                   std::chars_format::scientific, kSignificantDigits - 1)
+                         .ptr;
     const std::string_view text(buffer.data(), static_cast<size_t>(end - buffer.data()));
     const auto e = text.find('e');
     Decimal result;
@@ -43,8 +41,7 @@ Decimal toDecimal(double value)
 }
 
 /// Rounds to `places` digits behind the point, an exact half away from zero.
-void roundDecimal(Decimal& number, int places)
-{
+void roundDecimal(Decimal& number, int places) {
     const int keep = number.exponent + places;
     if (keep < 0) {
         number = {};
@@ -82,14 +79,13 @@ char digitAt(const Decimal& number, int place) // place 0 is the first behind th
 
 struct NumberPattern {
     QString prefix, suffix;
-    int leastWhole = 0;   ///< zeros before the point
-    int leastPlaces = 0;  ///< zeros behind the point
-    int mostPlaces = 0;   ///< zeros and number signs behind the point
+    int leastWhole = 0;  ///< zeros before the point
+    int leastPlaces = 0; ///< zeros behind the point
+    int mostPlaces = 0;  ///< zeros and number signs behind the point
     bool point = false, percent = false;
 };
 
-NumberPattern parsePattern(QStringView pattern)
-{
+NumberPattern parsePattern(QStringView pattern) {
     NumberPattern result;
     bool seen = false;
     for (const QChar c : pattern) {
@@ -115,8 +111,7 @@ NumberPattern parsePattern(QStringView pattern)
 
 } // namespace
 
-QString formatNumber(double value, QStringView pattern)
-{
+QString formatNumber(double value, QStringView pattern) {
     if (!std::isfinite(value)) {
         return {};
     }
@@ -152,8 +147,7 @@ QString formatNumber(double value, QStringView pattern)
     return result + form.suffix;
 }
 
-QString formatDate(const QDateTime& moment, QStringView pattern)
-{
+QString formatDate(const QDateTime& moment, QStringView pattern) {
     static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                            "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     if (!moment.isValid()) {
@@ -161,7 +155,9 @@ QString formatDate(const QDateTime& moment, QStringView pattern)
     }
     const QDate date = moment.date();
     const QTime time = moment.time();
-    const auto padded = [](int number, int width) { return QString::number(number).rightJustified(width, u'0'); };
+    const auto padded = [](int number, int width) {
+        return QString::number(number).rightJustified(width, u'0');
+    };
     QString result;
     bool behindHours = false;
     for (qsizetype i = 0; i < pattern.size();) {
@@ -207,8 +203,7 @@ QString formatDate(const QDateTime& moment, QStringView pattern)
     return result;
 }
 
-double leadingNumber(QByteArrayView latin1)
-{
+double leadingNumber(QByteArrayView latin1) {
     const char* at = latin1.begin();
     const char* const end = latin1.end();
     while (at != end && (*at == ' ' || *at == '\t' || *at == '\n' || *at == '\r')) {
@@ -234,10 +229,11 @@ double leadingNumber(QByteArrayView latin1)
     return negative ? -value : value;
 }
 
-double leadingNumber(QStringView text) { return leadingNumber(QByteArrayView(text.toLatin1())); }
+double leadingNumber(QStringView text) {
+    return leadingNumber(QByteArrayView(text.toLatin1()));
+}
 
-bool isNumeric(QStringView text)
-{
+bool isNumeric(QStringView text) {
     const QStringView trimmed = text.trimmed();
     bool digit = false;
     bool point = false;
@@ -254,10 +250,11 @@ bool isNumeric(QStringView text)
     return digit;
 }
 
-double roundToEven(double value) { return std::nearbyint(value); }
+double roundToEven(double value) {
+    return std::nearbyint(value);
+}
 
-int toWhole(double value)
-{
+int toWhole(double value) {
     if (std::isnan(value)) {
         return 0;
     }
@@ -266,10 +263,11 @@ int toWhole(double value)
     return static_cast<int>(std::clamp(roundToEven(value), kLeast, kMost));
 }
 
-double wholePart(double value) { return std::floor(value); }
+double wholePart(double value) {
+    return std::floor(value);
+}
 
-QString floatText(float value)
-{
+QString floatText(float value) {
     if (!std::isfinite(value)) {
         return QStringLiteral("0");
     }
@@ -280,13 +278,11 @@ QString floatText(float value)
     return text == QLatin1String("-0") ? QStringLiteral("0") : QString(text);
 }
 
-QString hexadecimal(double value)
-{
+QString hexadecimal(double value) {
     return QString::number(static_cast<qlonglong>(roundToEven(value)), 16).toUpper();
 }
 
-QString trimBlanks(QStringView text)
-{
+QString trimBlanks(QStringView text) {
     while (text.startsWith(u' ')) {
         text = text.mid(1);
     }

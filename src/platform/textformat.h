@@ -7,20 +7,21 @@
 
 namespace benthor::platform {
 
-// Numbers and dates as text, the same whatever the user's locale: the decimal sign is a point, month names are English.
+// Numbers and dates as text, the same whatever the user's locale: the decimal sign is a point, month names
+// are English.
 
-/// `value` by a pattern made of '0' (a digit that is always written), '#' (a digit that is written where there is one),
-/// one '.', '%' (times 100), and any other text before or behind, which is copied. An exact half, as seen in the value's
-/// 15 significant digits, goes away from zero. "#.00" writes 0.5 as ".50"; "#" writes 0 as "". A value that is not
-/// finite gives "".
+/// `value` by a pattern made of '0' (a digit that is always written), '#' (a digit that is written where
+/// there is one), one '.', '%' (times 100), and any other text before or behind, which is copied. An exact
+/// half, as seen in the value's 15 significant digits, goes away from zero. "#.00" writes 0.5 as ".50"; "#"
+/// writes 0 as "". A value that is not finite gives "".
 QString formatNumber(double value, QStringView pattern);
 
-/// `moment` by a pattern of "dd", "mm" (month; minutes when it follows "hh"), "mmm" (Jan to Dec), "yyyy", "hh", "nn"
-/// (minutes), "ss"; any other text is copied. An invalid moment gives "".
+/// `moment` by a pattern of "dd", "mm" (month; minutes when it follows "hh"), "mmm" (Jan to Dec), "yyyy",
+/// "hh", "nn" (minutes), "ss"; any other text is copied. An invalid moment gives "".
 QString formatDate(const QDateTime& moment, QStringView pattern);
 
-/// The number that `text` begins with: blanks, a sign, digits with one point, an exponent. What follows is not looked
-/// at; a text without a number gives 0.
+/// The number that `text` begins with: blanks, a sign, digits with one point, an exponent. What follows is
+/// not looked at; a text without a number gives 0.
 double leadingNumber(QStringView text);
 double leadingNumber(QByteArrayView latin1);
 

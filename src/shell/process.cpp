@@ -2,8 +2,7 @@
 
 namespace benthor {
 
-Process& process()
-{
+Process& process() {
     static Process values;
     return values;
 }

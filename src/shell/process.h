@@ -4,24 +4,24 @@
 
 namespace benthor {
 
-/// The process-wide values: one set for the process, read and written by every room. All the rest of the program's
-/// state belongs to a screen or to a routine.
+/// The process-wide values: one set for the process, read and written by every room. All the rest of the
+/// program's state belongs to a screen or to a routine.
 struct Process {
-    QString currentdiveid;                            ///< identifier of the dive in hand, "D" and 7 digits, or empty
-    QString problemtext;                              ///< messages of the validators, each behind a CR
-    QString depthunit;                                ///< "Feet" or "metre": mirror of the table Display
-    QString unitoverride;                             ///< unit chosen beside the table in this run; empty at start
-    QString divesystem;                               ///< system whose first dive stands in for an empty identifier
-    QString producttype = QStringLiteral("OTHER");    ///< type of the device, once it is known
-    QString screenmode;                               ///< "Dive", "Command" or empty: face of the link screen
-    QString storepath;                                ///< store chosen for the dive list; empty means the default
-    QString uploadtext;                               ///< body of an upload to the device
-    int deviceconnected = 0;                          ///< 1 while the link's caption is exactly "Connected"
-    int servedrow = 0;                                ///< row of the device's directory that is being served
-    bool importing = false;                           ///< an import runs; the main screen's timers pause
-    bool diveviewopen = false;                        ///< the dive screen is open
-    bool linkidle = true;                             ///< no download runs
-    bool firststart = false;                          ///< the main screen has looked for the store once
+    QString currentdiveid; ///< identifier of the dive in hand, "D" and 7 digits, or empty
+    QString problemtext;   ///< messages of the validators, each behind a CR
+    QString depthunit;     ///< "Feet" or "metre": mirror of the table Display
+    QString unitoverride;  ///< unit chosen beside the table in this run; empty at start
+    QString divesystem;    ///< system whose first dive stands in for an empty identifier
+    QString producttype = QStringLiteral("OTHER"); ///< type of the device, once it is known
+    QString screenmode;                            ///< "Dive", "Command" or empty: face of the link screen
+    QString storepath;         ///< store chosen for the dive list; empty means the default
+    QString uploadtext;        ///< body of an upload to the device
+    int deviceconnected = 0;   ///< 1 while the link's caption is exactly "Connected"
+    int servedrow = 0;         ///< row of the device's directory that is being served
+    bool importing = false;    ///< an import runs; the main screen's timers pause
+    bool diveviewopen = false; ///< the dive screen is open
+    bool linkidle = true;      ///< no download runs
+    bool firststart = false;   ///< the main screen has looked for the store once
 };
 
 Process& process();

@@ -22,44 +22,62 @@ private slots:
     void trimmingTakesBlanksOnly();
 };
 
-void TestTextFormat::numbersFollowTheirPattern_data()
-{
+void TestTextFormat::numbersFollowTheirPattern_data() {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
-    QTest::newRow("two places") << 1.3 << "0.00" << "1.30";
-    QTest::newRow("half away from zero") << 0.125 << "0.00" << "0.13";
-    QTest::newRow("half that binary cannot hold") << 2.675 << "0.00" << "2.68";
-    QTest::newRow("negative half") << -0.125 << "0.00" << "-0.13";
-    QTest::newRow("nothing is left of a small negative") << -0.001 << "0.00" << "0.00";
-    QTest::newRow("one digit at least") << 0.5 << "#0.00" << "0.50";
-    QTest::newRow("no digit needed") << 0.5 << "#.00" << ".50";
-    QTest::newRow("number sign alone") << 0.0 << "#" << "";
-    QTest::newRow("number sign") << 12.4 << "#" << "12";
-    QTest::newRow("more digits than the pattern") << 12345.678 << "#0.00" << "12345.68";
-    QTest::newRow("wide pattern") << 40.354332 << "########0.00" << "40.35";
-    QTest::newRow("carry into a new digit") << 9.999 << "0.00" << "10.00";
-    QTest::newRow("optional places") << 18492220.4400 << "0.######" << "18492220.44";
-    QTest::newRow("optional places, none there") << 7.0 << "0.######" << "7.";
-    QTest::newRow("leading zeros") << 42.0 << "0000000000" << "0000000042";
-    QTest::newRow("unit behind") << 12.5 << "0m" << "13m";
-    QTest::newRow("words behind") << 3.4 << "0mins" << "3mins";
-    QTest::newRow("percent") << 0.15 << "0%" << "15%";
-    QTest::newRow("percent half") << 0.145 << "0%" << "15%";
-    QTest::newRow("large") << 1e12 << "0" << "1000000000000";
-    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << "0.00" << "";
+    QTest::newRow("two places") << 1.3 << "0.00"
+                                << "1.30";
+    QTest::newRow("half away from zero") << 0.125 << "0.00"
+                                         << "0.13";
+    QTest::newRow("half that binary cannot hold") << 2.675 << "0.00"
+                                                  << "2.68";
+    QTest::newRow("negative half") << -0.125 << "0.00"
+                                   << "-0.13";
+    QTest::newRow("nothing is left of a small negative") << -0.001 << "0.00"
+                                                         << "0.00";
+    QTest::newRow("one digit at least") << 0.5 << "#0.00"
+                                        << "0.50";
+    QTest::newRow("no digit needed") << 0.5 << "#.00"
+                                     << ".50";
+    QTest::newRow("number sign alone") << 0.0 << "#"
+                                       << "";
+    QTest::newRow("number sign") << 12.4 << "#"
+                                 << "12";
+    QTest::newRow("more digits than the pattern") << 12345.678 << "#0.00"
+                                                  << "12345.68";
+    QTest::newRow("wide pattern") << 40.354332 << "########0.00"
+                                  << "40.35";
+    QTest::newRow("carry into a new digit") << 9.999 << "0.00"
+                                            << "10.00";
+    QTest::newRow("optional places") << 18492220.4400 << "0.######"
+                                     << "18492220.44";
+    QTest::newRow("optional places, none there") << 7.0 << "0.######"
+                                                 << "7.";
+    QTest::newRow("leading zeros") << 42.0 << "0000000000"
+                                   << "0000000042";
+    QTest::newRow("unit behind") << 12.5 << "0m"
+                                 << "13m";
+    QTest::newRow("words behind") << 3.4 << "0mins"
+                                  << "3mins";
+    QTest::newRow("percent") << 0.15 << "0%"
+                             << "15%";
+    QTest::newRow("percent half") << 0.145 << "0%"
+                                  << "15%";
+    QTest::newRow("large") << 1e12 << "0"
+                           << "1000000000000";
+    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << "0.00"
+                                  << "";
 }
 
-void TestTextFormat::numbersFollowTheirPattern()
-{
+void TestTextFormat::numbersFollowTheirPattern() {
     QFETCH(double, value);
     QFETCH(QString, pattern);
     QFETCH(QString, text);
     QCOMPARE(formatNumber(value, pattern), text);
 }
 
-void TestTextFormat::datesFollowTheirPattern()
-{
+void TestTextFormat::datesFollowTheirPattern() {
     const QDateTime moment(QDate(2004, 2, 1), QTime(8, 5, 3));
     QCOMPARE(formatDate(moment, u"dd/mm/yyyy hh:nn:ss"), "01/02/2004 08:05:03");
     QCOMPARE(formatDate(moment, u"dd/mmm/yyyy hh:nn:ss"), "01/Feb/2004 08:05:03");
@@ -68,15 +86,13 @@ void TestTextFormat::datesFollowTheirPattern()
     QCOMPARE(formatDate(QDateTime(), u"mm/dd/yyyy"), "");
 }
 
-void TestTextFormat::minutesAreMeantBehindHours()
-{
+void TestTextFormat::minutesAreMeantBehindHours() {
     const QDateTime moment(QDate(2004, 2, 11), QTime(8, 58, 33));
     QCOMPARE(formatDate(moment, u"mmm/dd/yyyy hh:mm:ss"), "Feb/11/2004 08:58:33");
     QCOMPARE(formatDate(moment, u"mm/dd/yyyy hh:mm:ss"), "02/11/2004 08:58:33");
 }
 
-void TestTextFormat::aLeadingNumberEndsWhereItEnds_data()
-{
+void TestTextFormat::aLeadingNumberEndsWhereItEnds_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
     QTest::newRow("empty") << "" << 0.0;
@@ -93,15 +109,13 @@ void TestTextFormat::aLeadingNumberEndsWhereItEnds_data()
     QTest::newRow("carriage return behind") << "12\r" << 12.0;
 }
 
-void TestTextFormat::aLeadingNumberEndsWhereItEnds()
-{
+void TestTextFormat::aLeadingNumberEndsWhereItEnds() {
     QFETCH(QString, text);
     QFETCH(double, value);
     QCOMPARE(leadingNumber(text), value);
 }
 
-void TestTextFormat::numericAllowsSignPointAndWhiteSpace_data()
-{
+void TestTextFormat::numericAllowsSignPointAndWhiteSpace_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("numeric");
     QTest::newRow("digits") << "0012" << true;
@@ -118,15 +132,13 @@ void TestTextFormat::numericAllowsSignPointAndWhiteSpace_data()
     QTest::newRow("sign behind") << "1-" << false;
 }
 
-void TestTextFormat::numericAllowsSignPointAndWhiteSpace()
-{
+void TestTextFormat::numericAllowsSignPointAndWhiteSpace() {
     QFETCH(QString, text);
     QFETCH(bool, numeric);
     QCOMPARE(isNumeric(text), numeric);
 }
 
-void TestTextFormat::tiesGoToEvenInWholeNumbers()
-{
+void TestTextFormat::tiesGoToEvenInWholeNumbers() {
     QCOMPARE(toWhole(0.5), 0);
     QCOMPARE(toWhole(1.5), 2);
     QCOMPARE(toWhole(2.5), 2);
@@ -138,8 +150,7 @@ void TestTextFormat::tiesGoToEvenInWholeNumbers()
     QCOMPARE(wholePart(-2.1), -3.0);
 }
 
-void TestTextFormat::aFloatStandsAsItsShortestText()
-{
+void TestTextFormat::aFloatStandsAsItsShortestText() {
     QCOMPARE(floatText(0.1F), "0.1");
     QCOMPARE(floatText(-0.0F), "0");
     QCOMPARE(floatText(12.47F), "12.47");
@@ -147,15 +158,13 @@ void TestTextFormat::aFloatStandsAsItsShortestText()
     QCOMPARE(floatText(-3.5F), "-3.5");
 }
 
-void TestTextFormat::hexadecimalIsUpperCaseOfTheRoundedNumber()
-{
+void TestTextFormat::hexadecimalIsUpperCaseOfTheRoundedNumber() {
     QCOMPARE(hexadecimal(18492220.0), "11A2B3C");
     QCOMPARE(hexadecimal(18492220.5), "11A2B3C");
     QCOMPARE(hexadecimal(0.0), "0");
 }
 
-void TestTextFormat::trimmingTakesBlanksOnly()
-{
+void TestTextFormat::trimmingTakesBlanksOnly() {
     QCOMPARE(trimBlanks(u"  1\r "), "1\r");
     QCOMPARE(trimBlanks(u"   "), "");
     QCOMPARE(trimBlanks(u"\ta"), "\ta");

@@ -1,0 +1,95 @@
+#include "platform/screen/dialogs.h"
+
+#include "platform/screen/ticktimer.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace benthor::platform {
+
+namespace {
+
+QMessageBox::Icon iconOf(BoxKind kind) {
+    switch (kind) {
+    case BoxKind::Information:
+        return QMessageBox::Information;
+    case BoxKind::Warning:
+        return QMessageBox::Warning;
+    case BoxKind::Critical:
+        return QMessageBox::Critical;
+    case BoxKind::Question:
+        return QMessageBox::Question;
+    case BoxKind::Plain:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// A box hangs on a window that can be seen; on a hidden one it would stand behind everything.
+QWidget* visibleWindow(QWidget* parent) {
+    return (parent != nullptr && parent->window()->isVisible()) ? parent->window() : nullptr;
+}
+
+class RealDialogs : public Dialogs {
+public:
+    void message(QWidget* parent, const QString& text, BoxKind kind, const QString& title) override {
+        const TickHold hold;
+        QMessageBox box(iconOf(kind), title.isEmpty() ? QStringLiteral("Benthor") : title, text,
+                        QMessageBox::Ok, visibleWindow(parent));
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+
+    bool confirm(QWidget* parent, const QString& text, const QString& title, BoxKind kind,
+                 bool noIsDefault) override {
+        const TickHold hold;
+        QMessageBox box(iconOf(kind), title, text, QMessageBox::Yes | QMessageBox::No, visibleWindow(parent));
+        box.setTextFormat(Qt::PlainText);
+        box.setDefaultButton(noIsDefault ? QMessageBox::No : QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+        return box.exec() == QMessageBox::Yes;
+    }
+
+    QString openFile(QWidget* parent, const QString& title, const QString& folder,
+                     const QString& filter) override {
+        const TickHold hold;
+        return QFileDialog::getOpenFileName(visibleWindow(parent), title, folder, toolkitFilter(filter));
+    }
+
+    QString saveFile(QWidget* parent, const QString& title, const QString& folder,
+                     const QString& filter) override {
+        const TickHold hold;
+        return QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, toolkitFilter(filter));
+    }
+};
+
+std::shared_ptr<Dialogs>& replacementDialogs() {
+    static std::shared_ptr<Dialogs> replacement;
+    return replacement;
+}
+
+} // namespace
+
+Dialogs& dialogs() {
+    static RealDialogs real;
+    const auto& replacement = replacementDialogs();
+    return replacement ? *replacement : real;
+}
+
+void setDialogs(std::shared_ptr<Dialogs> replacement) {
+    replacementDialogs() = std::move(replacement);
+}
+
+QString toolkitFilter(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList result;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString words = parts[i].section(u'(', 0, 0).trimmed();
+        const QString patterns =
+            parts[i + 1].trimmed() == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1].trimmed();
+        result += words + QLatin1String(" (") + patterns.simplified().replace(u';', u' ') + u')';
+    }
+    return result.join(QLatin1String(";;"));
+}
+
+} // namespace benthor::platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+class QWidget;
+
+namespace benthor::platform {
+
+enum class BoxKind { Plain, Information, Warning, Critical, Question };
+
+/// The modal boxes of the program. Screens ask these and nothing else, so that a test can put answers of its
+/// own in their place. All ticks are held off while one is up.
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+
+    /// Shows `text` until the user closes the box. An empty title stands for the program's name.
+    virtual void message(QWidget* parent, const QString& text, BoxKind kind = BoxKind::Plain,
+                         const QString& title = {}) = 0;
+
+    /// Asks with Yes and No; true for Yes. Return takes No when `noIsDefault`. Closing the box is No.
+    virtual bool confirm(QWidget* parent, const QString& text, const QString& title,
+                         BoxKind kind = BoxKind::Question, bool noIsDefault = false) = 0;
+
+    /// Path of an existing file, or empty when cancelled. `filter` is "Words (*.txt)|*.txt|All Files
+    /// (*.*)|*.*".
+    virtual QString openFile(QWidget* parent, const QString& title, const QString& folder,
+                             const QString& filter) = 0;
+
+    /// Path to write to, or empty when cancelled; the box itself asks before a file that is there is taken.
+    virtual QString saveFile(QWidget* parent, const QString& title, const QString& folder,
+                             const QString& filter) = 0;
+};
+
+Dialogs& dialogs();
+
+/// Puts `replacement` in the place of the real boxes; null brings those back.
+void setDialogs(std::shared_ptr<Dialogs> replacement);
+
+/// "Words (*.txt)|*.txt|All Files (*.*)|*.*" in the toolkit's form: each description with its patterns,
+/// parted by ";;".
+QString toolkitFilter(const QString& filter);
+
+} // namespace benthor::platform

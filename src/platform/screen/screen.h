@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QMainWindow>
+
+namespace benthor::platform {
+
+/// A top-level window with the life of a screen: loaded (its controls are there and can be read), shown,
+/// hidden, unloaded. What its controls show outlives hiding, not unloading. The object name is the screen's
+/// name.
+///
+/// A screen may be unloaded while a routine of its own is on the stack. It is then closed and marked at once,
+/// its timers stop, the routine ends at its next yieldEvents(), and the object dies when the stack has
+/// unwound.
+class Screen : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit Screen(const QString& name);
+
+    /// Runs the screen's own loading once. A screen may unload itself there.
+    void load();
+    bool isLoaded() const { return state_ == State::Loaded; }
+    bool isUnloaded() const { return state_ == State::Unloaded; }
+
+    /// Shows the screen at its remembered place, or at its first one; loads it when that was not done.
+    void showScreen();
+    void bringToFront();
+    void unload();
+
+signals:
+    /// Emitted once, when the screen's own unloading is done and the window is closed.
+    void unloaded();
+
+protected:
+    virtual void loading() {}
+    virtual void unloading() {}
+
+    /// Size of the window when it is shown for the first time.
+    virtual QSize firstSize() const { return {1180, 640}; }
+
+    /// Lets waiting events run, input and ticks included. False when the screen was unloaded meanwhile: the
+    /// routine that asked then ends.
+    bool yieldEvents();
+
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    enum class State { New, Loaded, Unloaded };
+
+    void restorePlace();
+    void rememberPlace() const;
+
+    State state_ = State::New;
+    bool placed_ = false;
+};
+
+} // namespace benthor::platform

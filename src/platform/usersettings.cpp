@@ -1,0 +1,40 @@
+#include "platform/usersettings.h"
+
+#include <QSettings>
+
+namespace benthor::platform {
+
+namespace {
+
+QSettings store() {
+    return {QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Benthor"), QStringLiteral("Benthor")};
+}
+
+QString key(const QString& section, const QString& name) {
+    return section + u'/' + name;
+}
+
+} // namespace
+
+int UserSettings::number(const QString& section, const QString& name, int whenAbsent) const {
+    return store().value(key(section, name), whenAbsent).toInt();
+}
+
+void UserSettings::setNumber(const QString& section, const QString& name, int value) {
+    store().setValue(key(section, name), value);
+}
+
+QRect UserSettings::rectangle(const QString& section, const QString& name) const {
+    return store().value(key(section, name)).toRect();
+}
+
+void UserSettings::setRectangle(const QString& section, const QString& name, const QRect& value) {
+    store().setValue(key(section, name), value);
+}
+
+UserSettings& userSettings() {
+    static UserSettings settings;
+    return settings;
+}
+
+} // namespace benthor::platform

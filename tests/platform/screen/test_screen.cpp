@@ -1,0 +1,176 @@
+#include "platform/screen/screen.h"
+
+#include "platform/screen/screenslot.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/screen/windowplace.h"
+#include "platform/usersettings.h"
+#include "tests/support/testsettings.h"
+
+#include <QLabel>
+#include <QtTest>
+
+using namespace benthor::platform;
+
+namespace {
+
+class Sample : public Screen {
+    Q_OBJECT
+
+public:
+    Sample()
+        : Screen(QStringLiteral("Sample"))
+        , label(new QLabel(this)) {}
+    ~Sample() override { ++destroyed; }
+
+    bool longRoutine(const std::function<void()>& act) {
+        QTimer::singleShot(0, this, act);
+        return yieldEvents();
+    }
+
+    QLabel* label;
+    bool unloadWhileLoading = false;
+    int loads = 0;
+    int unloads = 0;
+    static int destroyed;
+
+protected:
+    void loading() override {
+        ++loads;
+        if (unloadWhileLoading) {
+            unload();
+        }
+    }
+    void unloading() override { ++unloads; }
+};
+
+int Sample::destroyed = 0;
+
+} // namespace
+
+class TestScreen : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { Sample::destroyed = 0; }
+    void addressingLoadsHiddenAndOnce();
+    void hidingKeepsWhatAControlShows();
+    void unloadingForgetsIt();
+    void closingTheWindowUnloads();
+    void aScreenMayUnloadItselfWhileItLoads();
+    void aRoutineEndsAtItsNextYieldAfterAnUnload();
+    void timersStopWhenAScreenIsUnloaded();
+    void unloadingTwiceRunsOnce();
+    void aWindowOpensInTheMiddleAtFirst();
+    void aWindowComesBackWhereItWas();
+    void noWindowOpensOffTheDisplay();
+    void aWindowIsNeverLargerThanItsDisplay();
+
+private:
+    benthor::tests::TestSettings settings_;
+};
+
+void TestScreen::addressingLoadsHiddenAndOnce() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    QVERIFY(!slot.isLoaded());
+    Sample& screen = slot.get();
+    QVERIFY(slot.isLoaded());
+    QVERIFY(!screen.isVisible());
+    QCOMPARE(&slot.get(), &screen);
+    slot.show();
+    QVERIFY(screen.isVisible());
+    QCOMPARE(screen.loads, 1);
+}
+
+void TestScreen::hidingKeepsWhatAControlShows() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.show();
+    slot.get().label->setText(QStringLiteral("kept"));
+    slot.get().hide();
+    QCOMPARE(slot.get().label->text(), "kept");
+}
+
+void TestScreen::unloadingForgetsIt() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.get().label->setText(QStringLiteral("kept"));
+    slot.unload();
+    QVERIFY(!slot.isLoaded());
+    QCOMPARE(slot.get().label->text(), "");
+    QTRY_COMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::closingTheWindowUnloads() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.show();
+    slot.get().close();
+    QVERIFY(!slot.isLoaded());
+    QTRY_COMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::aScreenMayUnloadItselfWhileItLoads() {
+    ScreenSlot<Sample> slot([] {
+        auto* screen = new Sample;
+        screen->unloadWhileLoading = true;
+        return screen;
+    });
+    slot.show();
+    QVERIFY(!slot.isLoaded());
+    QCOMPARE(Sample::destroyed, 0);
+    QTRY_COMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::aRoutineEndsAtItsNextYieldAfterAnUnload() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    Sample& screen = slot.get();
+    QVERIFY(screen.longRoutine([] {}));
+    const bool goOn = screen.longRoutine([&slot] { slot.unload(); });
+    QVERIFY(!goOn);
+    QVERIFY(!slot.isLoaded());
+}
+
+void TestScreen::timersStopWhenAScreenIsUnloaded() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    auto* timer = new TickTimer(QStringLiteral("Timer1"), 1, TickTimer::Start::Enabled, &slot.get());
+    slot.unload();
+    QVERIFY(!timer->isEnabled());
+}
+
+void TestScreen::unloadingTwiceRunsOnce() {
+    Sample* screen = new Sample;
+    screen->load();
+    QSignalSpy unloaded(screen, &Screen::unloaded);
+    screen->unload();
+    screen->unload();
+    QCOMPARE(unloaded.count(), 1);
+    QCOMPARE(screen->unloads, 1);
+    QTRY_COMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::aWindowOpensInTheMiddleAtFirst() {
+    QCOMPARE(windowPlace({}, {400, 200}, {QRect(0, 0, 1000, 800)}), QRect(300, 300, 400, 200));
+    QCOMPARE(windowPlace({}, {400, 200}, {}), QRect(0, 0, 400, 200));
+}
+
+void TestScreen::aWindowComesBackWhereItWas() {
+    const QRect second(1000, 0, 1000, 800);
+    QCOMPARE(windowPlace({1100, 20, 400, 200}, {1, 1}, {QRect(0, 0, 1000, 800), second}),
+             QRect(1100, 20, 400, 200));
+    userSettings().setRectangle(QStringLiteral("Windows"), QStringLiteral("Sample"), {5, 6, 300, 200});
+    QCOMPARE(userSettings().rectangle(QStringLiteral("Windows"), QStringLiteral("Sample")),
+             QRect(5, 6, 300, 200));
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.show();
+    QCOMPARE(slot.get().geometry().size(), QSize(300, 200));
+}
+
+void TestScreen::noWindowOpensOffTheDisplay() {
+    const QList<QRect> one{QRect(0, 0, 1000, 800)};
+    QCOMPARE(windowPlace({5000, 5000, 400, 200}, {1, 1}, one), QRect(600, 600, 400, 200));
+    QCOMPARE(windowPlace({-300, -50, 400, 200}, {1, 1}, one), QRect(0, 0, 400, 200));
+}
+
+void TestScreen::aWindowIsNeverLargerThanItsDisplay() {
+    QCOMPARE(windowPlace({0, 0, 4000, 3000}, {1, 1}, {QRect(0, 0, 1000, 800)}), QRect(0, 0, 1000, 800));
+}
+
+QTEST_MAIN(TestScreen)
+#include "test_screen.moc"

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "platform/screen/dialogs.h"
+#include "platform/screen/ticktimer.h"
+
+#include <QStringList>
+#include <deque>
+
+namespace benthor::tests {
+
+/// Stands in for the modal boxes: notes what was asked and answers from a list. A question without an answer
+/// waiting is answered by No, a file without one by a cancelled dialog. Lives as long as the test wants its
+/// answers used.
+class ScriptedDialogs {
+public:
+    struct Asked {
+        QString kind; ///< "message", "confirm", "open" or "save"
+        QString text;
+        QString title;
+        QString folder;
+        QString filter;
+        platform::BoxKind box = platform::BoxKind::Plain;
+        bool noIsDefault = false;
+    };
+
+    ScriptedDialogs()
+        : script_(std::make_shared<Script>()) {
+        platform::setDialogs(script_);
+    }
+    ~ScriptedDialogs() { platform::setDialogs(nullptr); }
+    ScriptedDialogs(const ScriptedDialogs&) = delete;
+    ScriptedDialogs& operator=(const ScriptedDialogs&) = delete;
+
+    void answer(bool yes) { script_->confirms.push_back(yes); }
+    void answerFile(const QString& path) { script_->files.push_back(path); }
+    /// Runs while the next box is up, with ticks held off as they are under a real one.
+    void during(std::function<void()> act) { script_->during.push_back(std::move(act)); }
+
+    const QList<Asked>& asked() const { return script_->asked; }
+    QStringList messages() const {
+        QStringList result;
+        for (const Asked& one : script_->asked) {
+            if (one.kind == QLatin1String("message")) {
+                result += one.text;
+            }
+        }
+        return result;
+    }
+    void clear() { script_->asked.clear(); }
+
+private:
+    struct Script : platform::Dialogs {
+        QList<Asked> asked;
+        std::deque<bool> confirms;
+        std::deque<QString> files;
+        std::deque<std::function<void()>> during;
+
+        void up() {
+            if (!during.empty()) {
+                const platform::TickHold hold;
+                const auto act = std::move(during.front());
+                during.pop_front();
+                act();
+            }
+        }
+        void message(QWidget*, const QString& text, platform::BoxKind kind, const QString& title) override {
+            asked.append({QStringLiteral("message"), text, title, {}, {}, kind, false});
+            up();
+        }
+        bool confirm(QWidget*, const QString& text, const QString& title, platform::BoxKind kind,
+                     bool noIsDefault) override {
+            asked.append({QStringLiteral("confirm"), text, title, {}, {}, kind, noIsDefault});
+            up();
+            if (confirms.empty()) {
+                return false;
+            }
+            const bool yes = confirms.front();
+            confirms.pop_front();
+            return yes;
+        }
+        QString file(const QString& kind, const QString& title, const QString& folder,
+                     const QString& filter) {
+            asked.append({kind, {}, title, folder, filter, platform::BoxKind::Plain, false});
+            up();
+            if (files.empty()) {
+                return {};
+            }
+            QString path = files.front();
+            files.pop_front();
+            return path;
+        }
+        QString openFile(QWidget*, const QString& title, const QString& folder,
+                         const QString& filter) override {
+            return file(QStringLiteral("open"), title, folder, filter);
+        }
+        QString saveFile(QWidget*, const QString& title, const QString& folder,
+                         const QString& filter) override {
+            return file(QStringLiteral("save"), title, folder, filter);
+        }
+    };
+
+    std::shared_ptr<Script> script_;
+};
+
+} // namespace benthor::tests
