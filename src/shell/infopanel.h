@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+namespace benthor::shell {
+
+/// The entries of the main screen, by the number that a click on one sets as `infochoice`.
+enum InfoChoice {
+    kNoEntry = 0,
+    kMyDives = 1,
+    kDatabaseUpdate = 2,
+    kDownloadToPc = 3,
+    kKd3DiveList = 4,
+    kDiveFileFind = 5,
+    kExit = 6,
+    kSetupAndGas = 7,
+    kPocketPc = 8,
+    kFerroweImport = 9,
+};
+
+/// What the panel says about an entry. Empty texts: the panel stays as it is.
+struct InfoPanel {
+    QString text;
+    QString pictureFile; ///< in the program folder
+};
+
+InfoPanel infoPanel(int infochoice);
+
+/// Text of `lbltotaldive`, four lines.
+QString totalsText(int dives, const QString& lastDive);
+
+inline QString noDivesText() { return QStringLiteral("\nNo dives in database system\n"); }
+
+} // namespace benthor::shell

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QRect>
+
+namespace benthor::link {
+class LinkStatus;
+}
+
+namespace benthor::shell {
+
+/// What the main screen asks of the other screens. The house answers; a test may.
+class Neighbours {
+public:
+    virtual ~Neighbours() = default;
+
+    /// The link's status; the link screen is loaded hidden for it when it is not loaded.
+    virtual link::LinkStatus& linkStatus() = 0;
+    virtual void showLink() = 0;
+    virtual void showGasBlend() = 0;
+
+    virtual void showDiveList() = 0;
+    virtual void bringDiveListToFront() = 0;
+    virtual void unloadDiveList() = 0;
+    virtual bool isDiveListOnScreen() = 0;
+    virtual void showDiveView() = 0;
+    virtual void unloadDiveView() = 0;
+
+    virtual void showGuide() = 0;
+    virtual void showTips() = 0;
+    virtual void showAbout() = 0;
+    virtual void placeTips(const QRect& mainScreen, bool minimized) = 0;
+
+    virtual void showFirmware() = 0;
+    virtual void unloadFirmware() = 0;
+
+    /// Whether this is a second copy of the program on the same program folder.
+    virtual bool isSecondCopy() = 0;
+    /// Unloads every other screen, in the order in which the program ends.
+    virtual void unloadOthers() = 0;
+    virtual void endProcess() = 0;
+};
+
+} // namespace benthor::shell
