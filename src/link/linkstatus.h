@@ -9,7 +9,7 @@ namespace benthor::link {
 /// What the link offers to the rooms above it: how the conversation with the device stands.
 class LinkStatus {
 public:
-    virtual ~LinkStatus() = default;
+    virtual ~LinkStatus();
 
     /// Text of `AFLabel3`.
     virtual QString caption() const = 0;

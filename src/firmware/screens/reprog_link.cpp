@@ -1,0 +1,1 @@
+#include "firmware/screens/reprog_link.h"

@@ -1,0 +1,1 @@
+#include "gas/screens/gasblend.h"

@@ -1,0 +1,1 @@
+#include "guides/screens/frmtip.h"

@@ -1,0 +1,1 @@
+#include "guides/screens/scrsavform1.h"

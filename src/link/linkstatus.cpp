@@ -1,0 +1,7 @@
+#include "link/linkstatus.h"
+
+namespace benthor::link {
+
+LinkStatus::~LinkStatus() = default;
+
+} // namespace benthor::link

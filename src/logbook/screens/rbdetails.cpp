@@ -1,0 +1,1 @@
+#include "logbook/screens/rbdetails.h"

@@ -1,0 +1,221 @@
+#include "shell/house.h"
+
+#include "firmware/screens/blinkform.h"
+#include "firmware/screens/reprog_link.h"
+#include "firmware/screens/runprog.h"
+#include "gas/screens/gasblend.h"
+#include "guides/screens/frmabout.h"
+#include "guides/screens/frmgets.h"
+#include "guides/screens/frmsplash.h"
+#include "guides/screens/frmtip.h"
+#include "guides/screens/scrsavform1.h"
+#include "link/screens/pc_link_1.h"
+#include "logbook/screens/rbdetails.h"
+#include "logbook/screens/rbmain.h"
+#include "platform/instancelock.h"
+#include "platform/programfolder.h"
+#include "platform/screen/screenslot.h"
+#include "shell/process.h"
+#include "shell/screens/main_screen.h"
+#include "shell/screens/neighbours.h"
+#include "viewer/screens/rbinterface.h"
+
+#include <QCoreApplication>
+
+namespace benthor::shell {
+
+using platform::Screen;
+using platform::ScreenSlot;
+
+struct House::Rooms : Neighbours {
+    explicit Rooms(House& owner) : house(owner), lock(platform::ProgramFolder::current().root()) {}
+
+    House& house;
+    platform::InstanceLock lock;
+    bool ending = false;
+    int handovers = 0;
+
+    /// One screen goes and the next is about to come: the moment without a window between them ends nothing.
+    class Handover {
+    public:
+        explicit Handover(Rooms& rooms) : rooms_(rooms) { ++rooms_.handovers; }
+        ~Handover()
+        {
+            --rooms_.handovers;
+            rooms_.lookForTheEndLater();
+        }
+        Handover(const Handover&) = delete;
+        Handover& operator=(const Handover&) = delete;
+
+    private:
+        Rooms& rooms_;
+    };
+
+    /// Makes a screen whose end is noticed: the process ends with the last one that can be seen.
+    template <class T, class... Arguments> T* make(Arguments&&... arguments)
+    {
+        auto* screen = new T(std::forward<Arguments>(arguments)...);
+        QObject::connect(screen, &Screen::unloaded, &house, [this] { lookForTheEndLater(); });
+        return screen;
+    }
+
+    // Made from the top of the layers down, so that the ones below go last.
+    ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return make<link::PC_Link_1>(); }};
+    ScreenSlot<gas::GasBlend> GasBlend{[this] { return make<gas::GasBlend>(); }};
+    ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
+    ScreenSlot<logbook::rbdetails> rbdetails{[this] { return make<logbook::rbdetails>(); }};
+    ScreenSlot<logbook::rbmain> rbmain{[this] { return makeDiveList(); }};
+    ScreenSlot<firmware::ReProg_Link> ReProg_Link{[this] { return make<firmware::ReProg_Link>(); }};
+    ScreenSlot<firmware::RunProg> RunProg{[this] { return make<firmware::RunProg>(); }};
+    ScreenSlot<firmware::BlinkForm> BlinkForm{[this] { return make<firmware::BlinkForm>(); }};
+    ScreenSlot<guides::frmSplash> frmSplash{[this] { return makeSplash(); }};
+    ScreenSlot<guides::frmGetS> frmGetS{[this] { return makeGuide(); }};
+    ScreenSlot<guides::frmTip> frmTip{[this] { return make<guides::frmTip>(); }};
+    ScreenSlot<guides::frmAbout> frmAbout{[this] { return make<guides::frmAbout>(); }};
+    ScreenSlot<guides::ScrSavForm1> ScrSavForm1{[this] { return make<guides::ScrSavForm1>(); }};
+    ScreenSlot<MainScreen> main{[this] { return make<MainScreen>(static_cast<Neighbours&>(*this)); }};
+
+    // --- the start chain: splash, guide, main
+
+    guides::frmSplash* makeSplash()
+    {
+        auto* screen = make<guides::frmSplash>();
+        QObject::connect(screen, &guides::frmSplash::handedOver, &house, [this] {
+            const Handover handover(*this);
+            frmSplash.unload();
+            QCoreApplication::processEvents();
+            frmGetS.showInFront();
+        });
+        return screen;
+    }
+
+    guides::frmGetS* makeGuide()
+    {
+        auto* screen = make<guides::frmGetS>(lock.held());
+        QObject::connect(screen, &Screen::unloaded, &house, [this] {
+            if (!ending) {
+                const Handover handover(*this);
+                main.showInFront();
+            }
+        });
+        return screen;
+    }
+
+    // --- the dive list and the dive screen replace each other
+
+    logbook::rbmain* makeDiveList()
+    {
+        auto* screen = make<logbook::rbmain>();
+        QObject::connect(screen, &logbook::rbmain::diveOpened, &house, [this] {
+            const Handover handover(*this);
+            rbmain.unload();
+            rbinterface.showInFront();
+        });
+        QObject::connect(screen, &logbook::rbmain::reloadWanted, &house, [this] {
+            const Handover handover(*this);
+            rbmain.unload();
+            rbmain.showInFront();
+        });
+        QObject::connect(screen, &logbook::rbmain::linkWanted, &house, [this] { showLink(); });
+        QObject::connect(screen, &logbook::rbmain::mainWanted, &house, [this] { main.showInFront(); });
+        return screen;
+    }
+
+    viewer::rbinterface* makeDiveView()
+    {
+        auto* screen = make<viewer::rbinterface>();
+        QObject::connect(screen, &viewer::rbinterface::diveListWanted, &house, [this] {
+            const Handover handover(*this);
+            rbinterface.unload();
+            rbmain.showInFront();
+        });
+        QObject::connect(screen, &viewer::rbinterface::reloadWanted, &house, [this] {
+            const Handover handover(*this);
+            rbinterface.unload();
+            rbinterface.showInFront();
+        });
+        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house, [this] { rbdetails.showInFront(); });
+        QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
+        return screen;
+    }
+
+    // --- what the main screen asks
+
+    link::LinkStatus& linkStatus() override { return PC_Link_1.get(); }
+    void showLink() override { PC_Link_1.showInFront(); }
+    void showGasBlend() override { GasBlend.showInFront(); }
+
+    void showDiveList() override { rbmain.show(); }
+    void bringDiveListToFront() override { rbmain.get().bringToFront(); }
+    void unloadDiveList() override { rbmain.unload(); }
+    bool isDiveListOnScreen() override { return rbmain.isVisible(); }
+    void showDiveView() override { rbinterface.showInFront(); }
+    void unloadDiveView() override { rbinterface.unload(); }
+
+    void showGuide() override { frmGetS.showInFront(); }
+    void showTips() override { frmTip.showInFront(); }
+    void showAbout() override { frmAbout.showInFront(); }
+    void placeTips(const QRect& mainScreen, bool minimized) override
+    {
+        // A tips screen that is not open stays so: nothing is placed beside the main screen.
+        if (frmTip.isVisible() && !minimized) {
+            frmTip.get().move(mainScreen.topRight() + QPoint(1, 0));
+        }
+    }
+
+    void showFirmware() override { ReProg_Link.showInFront(); }
+    void unloadFirmware() override { ReProg_Link.unload(); }
+
+    bool isSecondCopy() override { return !lock.held(); }
+
+    void unloadOthers() override
+    {
+        ending = !ReProg_Link.isLoaded();
+        PC_Link_1.unload();
+        rbdetails.unload();
+        rbmain.unload();
+        rbinterface.unload();
+        GasBlend.unload();
+        PC_Link_1.unload();
+        frmTip.unload();
+        frmGetS.unload();
+        frmAbout.unload();
+        frmSplash.unload();
+        BlinkForm.unload();
+    }
+
+    void endProcess() override
+    {
+        ending = true;
+        emit house.ended();
+    }
+
+    void lookForTheEndLater()
+    {
+        QMetaObject::invokeMethod(&house, [this] { endWithTheLastScreen(); }, Qt::QueuedConnection);
+    }
+
+    void endWithTheLastScreen()
+    {
+        const bool seen = main.isVisible() || rbmain.isVisible() || rbinterface.isVisible() || rbdetails.isVisible() ||
+                          PC_Link_1.isVisible() || GasBlend.isVisible() || ReProg_Link.isVisible() ||
+                          RunProg.isVisible() || frmSplash.isVisible() || frmGetS.isVisible() ||
+                          frmTip.isVisible() || frmAbout.isVisible() || ScrSavForm1.isVisible();
+        if (!seen && handovers == 0 && !ending) {
+            endProcess();
+        }
+    }
+};
+
+House::House() : rooms_(std::make_unique<Rooms>(*this)) {}
+
+House::~House()
+{
+    rooms_->ending = true;
+    rooms_.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void House::start() { rooms_->frmSplash.showInFront(); }
+
+} // namespace benthor::shell

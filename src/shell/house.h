@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+namespace benthor::shell {
+
+/// The one place that makes screens, hands interfaces over and connects signals: how screens follow each other is read
+/// here. Lives from the start of the process to its end.
+class House : public QObject {
+    Q_OBJECT
+
+public:
+    /// Takes the lock of the current program folder.
+    House();
+    ~House() override;
+
+    /// Shows the first screen; the rest follows from it.
+    void start();
+
+signals:
+    /// The last screen is gone, or the user left the program.
+    void ended();
+
+private:
+    struct Rooms;
+    std::unique_ptr<Rooms> rooms_;
+};
+
+} // namespace benthor::shell
