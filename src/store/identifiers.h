@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/query.h"
+
+#include <QString>
+
+namespace benthor::store {
+
+/// The identifier behind `last`, which is the last one given out or its number; Null stands for none. The
+/// number 10000000 and above get no prefix.
+QString nextidentifier(const platform::Value& last);
+
+/// Gives the next identifier to a new row of main with the version and the system "KD3"; leaves it in
+/// `currentdiveid`.
+void newdive(const QString& version);
+
+/// The same for side imports: neither version nor system. A counter that was never written is a StoreError.
+void newdivebare();
+
+/// Sets the counter to the highest identifier in the store, so that numbers freed at its end are given out
+/// again.
+void syncserialno();
+
+} // namespace benthor::store
