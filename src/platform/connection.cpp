@@ -76,8 +76,7 @@ void bindValue(SQLite::Statement& statement, int index, const Value& value) {
     }
 }
 
-std::string quotedName(const QString& name)
-{
+std::string quotedName(const QString& name) {
     QString quoted = name;
     quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
     return (QLatin1Char('"') + quoted + QLatin1Char('"')).toStdString();

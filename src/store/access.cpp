@@ -16,7 +16,8 @@ using platform::Value;
 
 /// Sets fields of the dive in hand in one edit.
 void put(std::initializer_list<std::pair<QStringView, Value>> fields) {
-    openmain(platform::sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
+    openmain(process().database,
+             platform::sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
     platform::Recordset& row = process().mainrecordset;
     row.edit();
     for (const auto& [name, value] : fields) {
@@ -39,14 +40,14 @@ template <size_t Count> void addRow(const char* table, const std::array<QString,
 
 } // namespace
 
-void openmain(const platform::Query& query) {
+void openmain(platform::Database& database, const platform::Query& query) {
     process().querytext = query.text();
-    process().mainrecordset = process().database.openRecordset(query);
+    process().mainrecordset = database.openRecordset(query);
 }
 
-int countrows(const platform::Query& query) {
+int countrows(platform::Database& database, const platform::Query& query) {
     process().querytext = query.text();
-    process().countrecordset = process().database.openRecordset(query);
+    process().countrecordset = database.openRecordset(query);
     return process().countrecordset.value(0).text().toInt();
 }
 
@@ -139,7 +140,8 @@ void addtissuerow(const std::array<QString, 3>& fields) {
 }
 
 bool checkpfexist(const QString& name) {
-    return countrows(platform::sqlWith("SELECT COUNT(*) FROM pfindex  WHERE  itemname ='", name, "'")) > 0;
+    return countrows(process().database,
+                     platform::sqlWith("SELECT COUNT(*) FROM pfindex  WHERE  itemname ='", name, "'")) > 0;
 }
 
 } // namespace benthor::store

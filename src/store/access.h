@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/query.h"
+#include "platform/database.h"
 
 #include <QString>
 
@@ -43,9 +43,9 @@ void addtissuerow(const std::array<QString, 3>& fields);
 /// Whether the table pfindex holds `name`.
 bool checkpfexist(const QString& name);
 
-/// Runs a query on the process's store; its rows stand in the process's main recordset.
-void openmain(const platform::Query& query);
+/// Runs a query; its rows stand in the process's main recordset.
+void openmain(platform::Database& database, const platform::Query& query);
 /// Runs a "SELECT COUNT(*)" query through the process's count recordset.
-int countrows(const platform::Query& query);
+int countrows(platform::Database& database, const platform::Query& query);
 
 } // namespace benthor::store

@@ -10,8 +10,8 @@ namespace {
 
 constexpr int kDigits = 7;
 
-void writeserialno(const QString& identifier) {
-    openmain("SELECT * FROM serialno ");
+void writeserialno(platform::Database& database, const QString& identifier) {
+    openmain(database, "SELECT * FROM serialno ");
     platform::Recordset& counter = process().mainrecordset;
     counter.edit();
     counter.set(u"serial_no", identifier);
@@ -21,7 +21,7 @@ void writeserialno(const QString& identifier) {
 /// The identifier is taken before its row is written; both stand in one transaction of the caller or of this
 /// routine.
 void addDive(const QString& identifier, const platform::Value* version) {
-    writeserialno(identifier);
+    writeserialno(process().database, identifier);
     platform::Recordset& dives = process().mainrecordset;
     dives = process().database.openForAdding("MAIN");
     process().querytext = QStringLiteral("SELECT * FROM MAIN");
@@ -35,7 +35,7 @@ void addDive(const QString& identifier, const platform::Value* version) {
 }
 
 platform::Value lastIdentifier() {
-    openmain("SELECT * FROM SERIALNO");
+    openmain(process().database, "SELECT * FROM SERIALNO");
     return process().mainrecordset.value(u"serial_no");
 }
 
@@ -68,15 +68,19 @@ void newdivebare() {
     transaction.commit();
 }
 
-void syncserialno() {
-    openmain("SELECT * FROM main order by DiveID ");
+void syncserialno(platform::Database& database) {
+    openmain(database, "SELECT * FROM main order by DiveID ");
     platform::Recordset& dives = process().mainrecordset;
     QString last = QStringLiteral("D0000000");
     if (dives.recordCount() > 0) {
         dives.moveLast();
         last = dives.value(u"diveid").text();
     }
-    writeserialno(last);
+    writeserialno(database, last);
+}
+
+void syncserialno() {
+    syncserialno(process().database);
 }
 
 } // namespace benthor::store
