@@ -1,5 +1,6 @@
 #include "shell/screens/main_screen.h"
 
+#include "link/linkstatus.h"
 #include "shell/screens/neighbours.h"
 
 #include <QAction>
