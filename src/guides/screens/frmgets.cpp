@@ -18,8 +18,9 @@ using platform::ProgramFolder;
 using platform::skipErrors;
 
 frmGetS::frmGetS(bool maintain)
-    : EmptyScreen(QStringLiteral("frmGetS"), QStringLiteral("Benthor - Getting Started")), maintain_(maintain),
-      Check1_(new QCheckBox(QStringLiteral("Show this screen at start up"))) {
+    : EmptyScreen(QStringLiteral("frmGetS"), QStringLiteral("Benthor - Getting Started"))
+    , maintain_(maintain)
+    , Check1_(new QCheckBox(QStringLiteral("Show this screen at start up"))) {
     Check1_->setObjectName(QStringLiteral("Check1"));
     connect(Check1_, &QCheckBox::toggled, this, &frmGetS::Check1_toggled);
     content()->addWidget(Check1_);
@@ -31,8 +32,8 @@ frmGetS::frmGetS(bool maintain)
     content()->addWidget(finish, 0, Qt::AlignRight);
 }
 
-/// A store that is missing or cannot be read says nothing about the guide, which then stays; what is wrong is met by the
-/// main screen.
+/// A store that is missing or cannot be read says nothing about the guide, which then stays; what is wrong is
+/// met by the main screen.
 void frmGetS::loading() {
     const ProgramFolder& folder = ProgramFolder::current();
     const QString path = folder.path(u"rb.mdb");
