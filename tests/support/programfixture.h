@@ -23,7 +23,11 @@ public:
         for (const char* const name : {"new", "old", "corrupt", "dbtxt"}) {
             QDir().mkpath(folder.path(QString::fromLatin1(name)));
         }
-        store::createStore(storePath());
+        QFile store(storePath());
+        if (!store.open(QIODevice::WriteOnly) || store.write(freshStore()) <= 0) {
+            qFatal("the store of the test cannot be made");
+        }
+        store.close();
         process().database.open(storePath());
     }
     ~ProgramFixture() {
@@ -65,6 +69,17 @@ public:
     }
 
 private:
+    /// The bytes of a fresh store, made once for all tests of a program.
+    static const QByteArray& freshStore() {
+        static const QByteArray bytes = [] {
+            const QTemporaryDir directory;
+            const QString path = directory.filePath(QStringLiteral("rb.mdb"));
+            store::createStore(path);
+            return platform::readFile(path).value();
+        }();
+        return bytes;
+    }
+
     QTemporaryDir m_directory;
 
 public:
