@@ -1,0 +1,277 @@
+#include "platform/chart/chart.h"
+
+#include "platform/chart/chartlayers.h"
+
+namespace benthor::platform {
+
+namespace {
+
+bool isSeries(int series) {
+    return series >= 1 && series < ChartMatrix::columns;
+}
+
+int decimalsFor(double step) {
+    return step > 0 ? std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9))) : 0;
+}
+
+QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale) {
+    const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
+    for (const double value : scale.labels)
+        ticker->addTick(value, QString::number(std::abs(value), 'f', decimalsFor(scale.step)));
+    return ticker;
+}
+
+QSharedPointer<QCPAxisTickerText> signedTickerFor(const ChartScale& scale) {
+    const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
+    for (const double value : scale.labels)
+        ticker->addTick(value, QString::number(value, 'f', decimalsFor(scale.step)));
+    return ticker;
+}
+
+QSharedPointer<QCPAxisTickerText> quarterTicker(int lastRow) {
+    const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
+    for (int quarter = 1; quarter <= 3; ++quarter)
+        ticker->addTick(lastRow * quarter / 4.0, QString());
+    return ticker;
+}
+
+} // namespace
+
+Chart::Chart(QWidget* parent)
+    : QCustomPlot(parent) {
+    for (int series = 0; series < ChartMatrix::columns; ++series)
+        styles_[static_cast<size_t>(series)] = defaultSeriesStyle(series);
+    axisFont_ = font();
+    axisFont_.setPixelSize(11);
+    setMinimumSize(200, 120);
+    setUpAxes();
+    new FillLayer(this);
+    new LineLayer(this);
+    new NoteLayer(this);
+    new CursorLayer(this);
+    updateColours();
+    updateScales();
+}
+
+Chart::~Chart() = default;
+
+void Chart::setUpAxes() {
+    plotLayout()->clear();
+    plotLayout()->addElement(0, 0, new PlotRect(this));
+    for (QCPAxis* axis : axisRect()->axes()) {
+        axis->setVisible(true);
+        axis->setSubTicks(false);
+        axis->setTickLengthIn(0);
+        axis->setTickLengthOut(0);
+        axis->setTickLabels(false);
+        axis->grid()->setVisible(false);
+        axis->grid()->setZeroLinePen(Qt::NoPen);
+    }
+    QCPAxis* left = axisRect()->axis(QCPAxis::atLeft);
+    left->setTickLengthOut(5);
+    left->setTickLabels(true);
+    left->setTickLabelPadding(4);
+    QCPAxis* right = axisRect()->axis(QCPAxis::atRight);
+    right->setTickLabels(true);
+    right->setTickLabelPadding(8);
+    right->grid()->setVisible(true);
+    axisRect()->axis(QCPAxis::atBottom)->grid()->setVisible(true);
+}
+
+void Chart::setData(ChartMatrix matrix) {
+    matrix_ = std::move(matrix);
+    updateScales();
+    changed();
+}
+
+void Chart::setSeriesStyle(int series, const SeriesStyle& style) {
+    if (!isSeries(series))
+        return;
+    const bool moved = style.axis != axisOf(series);
+    styles_[static_cast<size_t>(series)] = style;
+    if (moved)
+        updateScales();
+    changed();
+}
+
+const SeriesStyle& Chart::seriesStyle(int series) const {
+    return styles_[static_cast<size_t>(isSeries(series) ? series : 0)];
+}
+
+void Chart::setMarker(int series, const SeriesMarker& marker) {
+    if (!isSeries(series))
+        return;
+    markers_[static_cast<size_t>(series)] = marker;
+    changed();
+}
+
+const SeriesMarker& Chart::marker(int series) const {
+    return markers_[static_cast<size_t>(isSeries(series) ? series : 0)];
+}
+
+void Chart::setColours(const ChartColours& colours) {
+    colours_ = colours;
+    updateColours();
+    changed();
+}
+
+void Chart::setBackdrop(const QColor& colour) {
+    colours_.backdrop = colour;
+    updateColours();
+    changed();
+}
+
+void Chart::setAxisFont(const QFont& font) {
+    axisFont_ = font;
+    updateColours();
+    changed();
+}
+
+void Chart::updateColours() {
+    setBackground(QBrush(colours_.backdrop));
+    for (QCPAxis* axis : axisRect()->axes()) {
+        axis->setBasePen(QPen(colours_.axis, 1));
+        axis->setTickPen(QPen(colours_.axis, 1));
+        axis->setTickLabelColor(colours_.axisText);
+        axis->setTickLabelFont(axisFont_);
+        axis->grid()->setPen(QPen(colours_.grid, 1));
+    }
+}
+
+void Chart::updateScales() {
+    const auto axis = [this](int series) { return axisOf(series); };
+    left_ = upwardScale(matrix_, axis);
+    right_ = downwardScale(matrix_, axis);
+    updateTicks();
+}
+
+void Chart::updateTicks() {
+    QCPAxis* left = axisRect()->axis(QCPAxis::atLeft);
+    left->setRange(left_.lower, left_.upper);
+    left->setTicker(signedTickerFor(left_));
+    // The horizontal lines belong to the right axis as long as anything is drawn by it.
+    left->grid()->setVisible(right_.labels.empty());
+    QCPAxis* right = axisRect()->axis(QCPAxis::atRight);
+    right->setRange(right_.lower, right_.upper);
+    right->setTicker(tickerFor(right_));
+    QCPAxis* bottom = axisRect()->axis(QCPAxis::atBottom);
+    bottom->setRange(0, std::max(1, matrix_.lastRow()));
+    bottom->setTicker(quarterTicker(std::max(1, matrix_.lastRow())));
+    QCPAxis* top = axisRect()->axis(QCPAxis::atTop);
+    top->setTicks(false);
+}
+
+void Chart::setTitle(const QString& title) {
+    title_ = title;
+    changed();
+}
+
+void Chart::setUnits(const QString& right, const QString& left) {
+    rightUnit_ = right;
+    leftUnit_ = left;
+    changed();
+}
+
+void Chart::setLabels(QList<ChartLabel> labels) {
+    labels_ = std::move(labels);
+    changed();
+}
+
+void Chart::setRowLines(QList<int> rows) {
+    rowLines_ = std::move(rows);
+    changed();
+}
+
+void Chart::setCurrentRow(int row) {
+    if (row == row_)
+        return;
+    row_ = row;
+    if (!stale_)
+        layer(QStringLiteral("overlay"))->replot();
+}
+
+void Chart::setCursorSeries(int series) {
+    cursorSeries_ = series;
+    changed();
+}
+
+int Chart::plotLeft() const {
+    return plotArea().left();
+}
+
+int Chart::plotWidth() const {
+    return plotArea().width();
+}
+
+QRect Chart::plotArea() const {
+    return rect().marginsRemoved(plotMargins(size(), !title_.isEmpty()));
+}
+
+double Chart::xOfRow(double row) const {
+    return plotLeft() + row * plotWidth() / std::max(1, matrix_.lastRow());
+}
+
+double Chart::yOfValue(double value, ChartAxis axis) const {
+    const ChartScale& scale = axis == ChartAxis::Left ? left_ : right_;
+    const QRect plot = plotArea();
+    return plot.bottom() - scale.share(value) * plot.height();
+}
+
+double Chart::xTwips(double x) const {
+    return plotLeftTwips + plotWidthTwips * (x - plotLeft()) / std::max(1, plotWidth());
+}
+
+double Chart::xOfTwips(double twips) const {
+    return plotLeft() + (twips - plotLeftTwips) / plotWidthTwips * plotWidth();
+}
+
+void Chart::refresh() {
+    stale_ = false;
+    replot(QCustomPlot::rpQueuedRefresh);
+}
+
+void Chart::changed() {
+    if (stale_)
+        return;
+    stale_ = true;
+    update();
+}
+
+void Chart::redrawIfStale() {
+    if (stale_)
+        refresh();
+}
+
+void Chart::paintEvent(QPaintEvent* event) {
+    redrawIfStale();
+    QCustomPlot::paintEvent(event);
+}
+
+void Chart::resizeEvent(QResizeEvent* event) {
+    QCustomPlot::resizeEvent(event);
+    stale_ = false;
+}
+
+void Chart::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        emit pressed(xTwips(event->position().x()), yTwips(event->position().y()));
+}
+
+void Chart::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void Chart::mouseMoveEvent(QMouseEvent* event) {
+    emit hovered(xTwips(event->position().x()), yTwips(event->position().y()));
+}
+
+void Chart::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        emit released(xTwips(event->position().x()), yTwips(event->position().y()));
+}
+
+void Chart::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+} // namespace benthor::platform

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "platform/chart/chartmatrix.h"
+#include "platform/chart/chartscale.h"
+#include "platform/chart/chartstyle.h"
+
+#include <qcustomplot.h>
+
+namespace benthor::platform {
+
+/// A chart of up to 40 series over row numbers. The plot area runs from 5.7 % to 94.6 % of the widget's width
+/// at every size; what stands above or below it takes its edges from plotLeft() and plotWidth().
+///
+/// The x axis runs from row 0 at the left edge to the last row n at the right edge, so row r stands at
+/// plotLeft + plotWidth * r / n. In twips, as the mouse signals give it, that is 645 + 10065 * r / n, and the
+/// whole part of (X - 645) / 10065 * n names the row at or left of the place X: a press on a drawn row is
+/// that row or its neighbour.
+///
+/// Any change shows with the next paint; refresh() draws at once.
+class Chart : public QCustomPlot {
+    Q_OBJECT
+
+public:
+    static constexpr double plotLeftTwips = 645;
+    static constexpr double plotWidthTwips = 10065;
+
+    explicit Chart(QWidget* parent = nullptr);
+    ~Chart() override;
+
+    /// Column k becomes series k. The cursor stays at its row.
+    void setData(ChartMatrix matrix);
+    const ChartMatrix& matrix() const { return matrix_; }
+
+    /// Series 1 to 40; other numbers are ignored.
+    void setSeriesStyle(int series, const SeriesStyle& style);
+    const SeriesStyle& seriesStyle(int series) const;
+    void setMarker(int series, const SeriesMarker& marker);
+    const SeriesMarker& marker(int series) const;
+
+    void setColours(const ChartColours& colours);
+    const ChartColours& colours() const { return colours_; }
+    /// The ground of the whole chart.
+    void setBackdrop(const QColor& colour);
+    /// The font of the axes; labels use it in bold.
+    void setAxisFont(const QFont& font);
+    QFont axisFont() const { return axisFont_; }
+
+    void setTitle(const QString& title);
+    QString title() const { return title_; }
+    /// Written at the right axis above its last label, and at the left one above its first from the top.
+    void setUnits(const QString& right, const QString& left);
+    QString rightUnit() const { return rightUnit_; }
+    QString leftUnit() const { return leftUnit_; }
+    void setLabels(QList<ChartLabel> labels);
+    const QList<ChartLabel>& labels() const { return labels_; }
+    /// Dotted lines from top to bottom at these rows.
+    void setRowLines(QList<int> rows);
+    const QList<int>& rowLines() const { return rowLines_; }
+
+    /// The row of the cursor; 0 shows none. Only the cursor is drawn anew.
+    void setCurrentRow(int row);
+    int row() const { return row_; }
+    /// The series that carries the cursor's ring; series 1 from the start.
+    void setCursorSeries(int series);
+    int cursorSeries() const { return cursorSeries_; }
+
+    /// The plot area in pixels of the widget.
+    int plotLeft() const;
+    int plotWidth() const;
+    QRect plotArea() const;
+    double xOfRow(double row) const;
+    double yOfValue(double value, ChartAxis axis) const;
+    /// Twips of a place in the widget: across by the plot area (645 at its left, 10710 at its right edge,
+    /// going on beyond both), down by 15 to a pixel.
+    double xTwips(double x) const;
+    static double yTwips(double y) { return y * 15; }
+    /// The place in the widget of an X in twips.
+    double xOfTwips(double twips) const;
+
+    const ChartScale& leftScale() const { return left_; }
+    const ChartScale& rightScale() const { return right_; }
+
+    void refresh();
+
+signals:
+    /// The left button, anywhere on the chart.
+    void pressed(double xTwips, double yTwips);
+    void released(double xTwips, double yTwips);
+    /// The mouse moved, with or without a button.
+    void hovered(double xTwips, double yTwips);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void setUpAxes();
+    void updateScales();
+    void updateColours();
+    void updateTicks();
+    void changed();
+    void redrawIfStale();
+    ChartAxis axisOf(int series) const { return styles_[static_cast<size_t>(series)].axis; }
+
+    ChartMatrix matrix_;
+    std::array<SeriesStyle, ChartMatrix::columns> styles_;
+    std::array<SeriesMarker, ChartMatrix::columns> markers_;
+    ChartColours colours_;
+    ChartScale left_;
+    ChartScale right_;
+    QFont axisFont_;
+    QString title_;
+    QString rightUnit_;
+    QString leftUnit_;
+    QList<ChartLabel> labels_;
+    QList<int> rowLines_;
+    int row_ = 0;
+    int cursorSeries_ = 1;
+    bool stale_ = true;
+};
+
+} // namespace benthor::platform

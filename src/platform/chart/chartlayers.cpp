@@ -1,0 +1,184 @@
+#include "platform/chart/chartlayers.h"
+
+#include "platform/chart/chart.h"
+#include "platform/chart/seriespainter.h"
+
+namespace benthor::platform {
+
+namespace {
+
+constexpr double leftShare = 0.057;
+constexpr double rightShare = 0.946;
+constexpr int edgeMargin = 9; // half a label, which stands level with the edge
+constexpr int titleHeight = 20;
+constexpr double cursorWidth = 2;
+constexpr double ringRadius = 4.5;
+
+double xAt(const QRectF& plot, double row, int lastRow) {
+    return plot.left() + (lastRow > 0 ? row * plot.width() / lastRow : 0);
+}
+
+double yAt(const QRectF& plot, double value, const ChartScale& scale) {
+    return plot.bottom() - scale.share(value) * plot.height();
+}
+
+} // namespace
+
+QMargins plotMargins(QSize size, bool titled) {
+    const int left = qRound(leftShare * size.width());
+    const int right = size.width() - qRound(rightShare * size.width());
+    return {left, edgeMargin + (titled ? titleHeight : 0), right, edgeMargin};
+}
+
+PlotRect::PlotRect(Chart* chart)
+    : QCPAxisRect(chart)
+    , chart_(chart) {
+    setMinimumMargins({});
+    setBackground(Qt::NoBrush);
+}
+
+int PlotRect::calculateAutoMargin(QCP::MarginSide side) {
+    const QMargins margins = plotMargins(chart_->viewport().size(), !chart_->title().isEmpty());
+    switch (side) {
+    case QCP::msLeft:
+        return margins.left();
+    case QCP::msRight:
+        return margins.right();
+    case QCP::msTop:
+        return margins.top();
+    default:
+        return margins.bottom();
+    }
+}
+
+ChartLayer::ChartLayer(Chart* chart, const QString& layer)
+    : QCPLayerable(chart, layer)
+    , chart_(chart) {}
+
+void ChartLayer::applyDefaultAntialiasingHint(QCPPainter* painter) const {
+    painter->setAntialiasing(true);
+}
+
+QRect ChartLayer::clipRect() const {
+    return chart_->axisRect()->rect();
+}
+
+QRectF ChartLayer::area() const {
+    return QRectF(chart_->axisRect()->rect()).translated(0, -1);
+}
+
+void FillLayer::draw(QCPPainter* painter) {
+    const ChartMatrix& matrix = chart_->matrix();
+    SeriesPainter series(area(), matrix.lastRow());
+    for (int number = 1; number < ChartMatrix::columns; ++number) {
+        const SeriesStyle& style = chart_->seriesStyle(number);
+        const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        if (matrix.hasSeries(number))
+            series.drawFill(*painter, matrix.series(number), scale, style);
+    }
+}
+
+void LineLayer::draw(QCPPainter* painter) {
+    const QRectF plot = area();
+    const ChartMatrix& matrix = chart_->matrix();
+    painter->setPen(QPen(chart_->colours().axisText, 1, Qt::DotLine));
+    for (const int row : chart_->rowLines()) {
+        const double x = std::round(xAt(plot, row, matrix.lastRow())) + 0.5;
+        painter->drawLine(QLineF(x, plot.top(), x, plot.bottom()));
+    }
+    SeriesPainter series(plot, matrix.lastRow());
+    for (int number = 1; number < ChartMatrix::columns; ++number) {
+        if (!matrix.hasSeries(number))
+            continue;
+        const SeriesStyle& style = chart_->seriesStyle(number);
+        const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        series.drawLine(*painter, matrix.series(number), scale, style);
+        series.drawMarkers(*painter, matrix.series(number), scale, chart_->marker(number));
+    }
+}
+
+QRect NoteLayer::clipRect() const {
+    return chart_->viewport();
+}
+
+void NoteLayer::draw(QCPPainter* painter) {
+    const QRectF plot = area();
+    painter->setPen(chart_->colours().axisText);
+    drawUnits(painter, plot);
+    QFont bold = chart_->axisFont();
+    bold.setWeight(QFont::DemiBold);
+    painter->setFont(bold);
+    if (!chart_->title().isEmpty()) {
+        painter->setPen(chart_->colours().cursor);
+        const QRectF band(plot.left(), plot.top() - titleHeight - edgeMargin / 2.0, plot.width(),
+                          titleHeight);
+        painter->drawText(band, Qt::AlignCenter, chart_->title());
+    }
+    drawLabels(painter, plot);
+}
+
+void NoteLayer::drawUnits(QCPPainter* painter, const QRectF& plot) const {
+    painter->setFont(chart_->axisFont());
+    const ChartScale& right = chart_->rightScale();
+    if (right.labels.size() > 1) {
+        const double y = yAt(plot, right.lower + right.step / 2, right);
+        painter->drawText(QRectF(plot.right() + 8, y - 10, 60, 20), Qt::AlignLeft | Qt::AlignVCenter,
+                          chart_->rightUnit());
+    }
+    const ChartScale& left = chart_->leftScale();
+    if (!left.labels.empty()) {
+        const double y = yAt(plot, left.labels.back() + left.step * 0.6, left);
+        painter->drawText(QRectF(plot.left() - 69, y - 10, 60, 20), Qt::AlignRight | Qt::AlignVCenter,
+                          chart_->leftUnit());
+    }
+}
+
+void NoteLayer::drawLabels(QCPPainter* painter, const QRectF& plot) const {
+    const QFontMetricsF metrics(painter->font());
+    for (const ChartLabel& label : chart_->labels()) {
+        const ChartScale& scale = label.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        const QSizeF size(metrics.horizontalAdvance(label.text), metrics.height());
+        QPointF corner(xAt(plot, label.row, chart_->matrix().lastRow()), yAt(plot, label.value, scale));
+        constexpr double gap = 4;
+        if (label.place & Qt::AlignRight)
+            corner.rx() += gap;
+        else
+            corner.rx() -= label.place & Qt::AlignLeft ? size.width() + gap : size.width() / 2;
+        if (label.place & Qt::AlignBottom)
+            corner.ry() += gap;
+        else
+            corner.ry() -= label.place & Qt::AlignTop ? size.height() + gap : size.height() / 2;
+        // A label near an edge is kept inside whole.
+        corner.setX(std::clamp(corner.x(), plot.left() + 2,
+                               std::max(plot.left() + 2, plot.right() - size.width() - 2)));
+        corner.setY(
+            std::clamp(corner.y(), plot.top() + 1, std::max(plot.top() + 1, plot.bottom() - size.height())));
+        painter->setPen(label.colour.isValid() ? label.colour : chart_->colours().cursor);
+        painter->drawText(QRectF(corner, size), Qt::AlignCenter | Qt::TextDontClip, label.text);
+    }
+}
+
+QRect CursorLayer::clipRect() const {
+    return chart_->viewport();
+}
+
+void CursorLayer::draw(QCPPainter* painter) {
+    const int row = chart_->row();
+    const ChartMatrix& matrix = chart_->matrix();
+    if (row < 1 || row > matrix.lastRow())
+        return;
+    const QRectF plot = area();
+    const double x = std::round(xAt(plot, row, matrix.lastRow()));
+    painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
+    painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
+    const double value = matrix.at(row, chart_->cursorSeries());
+    if (std::isnan(value))
+        return;
+    const SeriesStyle& style = chart_->seriesStyle(chart_->cursorSeries());
+    const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+    painter->setPen(QPen(style.colour, 2));
+    painter->setBrush(chart_->colours().backdrop);
+    painter->drawEllipse(QPointF(x, yAt(plot, value, scale)), ringRadius, ringRadius);
+}
+
+} // namespace benthor::platform

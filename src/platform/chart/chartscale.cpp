@@ -1,0 +1,78 @@
+#include "platform/chart/chartscale.h"
+
+namespace benthor::platform {
+
+namespace {
+
+constexpr int mostDownwardSteps = 8;
+constexpr int upwardSteps = 4;
+constexpr double headroom = 2.5;
+
+struct Extent {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+    bool isEmpty() const { return low > high; }
+};
+
+Extent extentOf(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf, ChartAxis axis) {
+    Extent extent;
+    for (int series = 1; series < ChartMatrix::columns; ++series) {
+        if (axisOf(series) != axis)
+            continue;
+        double low = extent.low;
+        double high = extent.high;
+        for (const double value : matrix.series(series)) {
+            low = value < low ? value : low; // written so that NaN changes nothing
+            high = value > high ? value : high;
+        }
+        extent = {low, high};
+    }
+    return extent;
+}
+
+/// Labels `from` to `to` times `step`: counted in whole steps, so that 0 is 0 exactly.
+std::vector<double> labelsBetween(double step, int from, int to) {
+    std::vector<double> labels;
+    for (int count = from; count <= to; ++count)
+        labels.push_back(count * step);
+    return labels;
+}
+
+} // namespace
+
+double niceStep(double extent, int intervals) {
+    const double least = extent / intervals;
+    const double decade = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (factor * decade * (1 + 1e-9) >= least)
+            return factor * decade;
+    }
+    return 10 * decade;
+}
+
+ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf) {
+    const Extent extent = extentOf(matrix, axisOf, ChartAxis::Right);
+    if (extent.isEmpty())
+        return {-1, 0, 0, {}};
+    if (extent.low >= 0)
+        return {-1, 0, 1, {-1, 0}};
+    const double step = niceStep(-extent.low, mostDownwardSteps);
+    const int steps = static_cast<int>(std::ceil(-extent.low / step - 1e-9));
+    return {-steps * step, 0, step, labelsBetween(step, -steps, 0)};
+}
+
+ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf) {
+    const Extent extent = extentOf(matrix, axisOf, ChartAxis::Left);
+    if (extent.isEmpty())
+        return {};
+    const double largest = std::max(extent.high, 0.0);
+    const double lower = std::min(extent.low, 0.0);
+    const double upper = largest > 0 ? headroom * largest : std::max(1.0, -lower);
+    const double labelled = largest > 0 ? largest : upper;
+    const double step = niceStep(labelled, upwardSteps);
+    const int last = static_cast<int>(std::ceil(labelled / step - 1e-9));
+    const int first = static_cast<int>(std::ceil(lower / step - 1e-9));
+    return {lower, upper, step, labelsBetween(step, first, last)};
+}
+
+} // namespace benthor::platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/chart/chartmatrix.h"
+#include "platform/chart/chartstyle.h"
+
+#include <functional>
+
+namespace benthor::platform {
+
+/// One value axis: its range, and the values at which it is labelled, lowest label first.
+struct ChartScale {
+    double lower = 0;
+    double upper = 1;
+    double step = 0;            ///< between labels; 0 = no labels
+    std::vector<double> labels; ///< none while nothing is drawn by this axis
+
+    double share(double value) const { return (value - lower) / (upper - lower); }
+};
+
+/// The least of 1, 2, 5 times a power of ten that divides `extent` into at most `intervals` parts.
+double niceStep(double extent, int intervals);
+
+/// From the first full label below the deepest value (lower) to 0 (upper); labels at each step. Nothing
+/// drawn, or nothing below 0: the range -1 to 0, labelled only in the second case.
+ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int series)>& axisOf);
+
+/// From 0, or the lowest value where that is below 0, to 2.5 times the largest value, so that these lines lie
+/// low; labelled up to the first step that is not below the largest value. Only zeros: to 1.
+ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int series)>& axisOf);
+
+} // namespace benthor::platform

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QPen>
+#include <QString>
+
+namespace benthor::platform {
+
+/// The left axis counts up from 0 at the bottom; the right axis counts down from 0 at the top, its values
+/// come negated.
+enum class ChartAxis { Left, Right };
+
+enum class SeriesFill { None, ToBottom, ToTop };
+
+struct SeriesStyle {
+    QColor colour;
+    double width = 1.5;
+    QList<qreal> dashes; ///< strokes and gaps in line widths; empty = solid
+    bool step = false;   ///< a value holds until the next row
+    SeriesFill fillTo = SeriesFill::None;
+    QColor fill;
+    ChartAxis axis = ChartAxis::Left;
+};
+
+enum class MarkerStyle { Circle, Square, Diamond, Triangle };
+
+/// A sign on every point of a series (one for each pixel column where points stand closer).
+struct SeriesMarker {
+    bool visible = false;
+    double size = 6; ///< in pixels
+    MarkerStyle style = MarkerStyle::Circle;
+    QColor fill;
+};
+
+struct ChartColours {
+    QColor backdrop{0xFF, 0xFF, 0xFF};
+    QColor grid{0xD5, 0xDE, 0xE6};
+    QColor axis{0x7C, 0x8E, 0xA0};
+    QColor axisText{0x55, 0x67, 0x7A};
+    QColor cursor{0x14, 0x20, 0x2B};
+};
+
+/// A short text at a point of the plot.
+struct ChartLabel {
+    double row = 0;
+    double value = 0; ///< as a series of that axis holds it, so negated for the right one
+    ChartAxis axis = ChartAxis::Left;
+    QString text;
+    QColor colour; ///< invalid: the cursor's colour
+    /// Where the text stands as seen from the point.
+    Qt::Alignment place = Qt::AlignHCenter | Qt::AlignTop;
+};
+
+/// What a series looks like until it is told otherwise: 1 and 4 by the right axis, 1 filled below, 4 stepped
+/// and filled above, the others by the left axis in colours and dashes that can be told apart.
+SeriesStyle defaultSeriesStyle(int series);
+
+QPen seriesPen(const SeriesStyle& style);
+
+} // namespace benthor::platform

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/chart/chartmatrix.h"
+#include "platform/chart/chartscale.h"
+#include "platform/chart/chartstyle.h"
+
+#include <QPainter>
+
+namespace benthor::platform {
+
+/// Draws series into a plot area. Where rows stand apart, a line goes from point to point. Where two or more
+/// fall on each pixel, the stroke is drawn as the band between the least and the largest value of each pixel
+/// column, rounded by the line's width: the same picture at a cost that no longer grows with the number of
+/// rows.
+class SeriesPainter {
+public:
+    /// Row 0 is at the left edge of `area`, `lastRow` at the right edge.
+    SeriesPainter(const QRectF& area, int lastRow);
+
+    void drawFill(QPainter& painter, std::span<const double> values, const ChartScale& scale,
+                  const SeriesStyle& style);
+    void drawLine(QPainter& painter, std::span<const double> values, const ChartScale& scale,
+                  const SeriesStyle& style);
+    void drawMarkers(QPainter& painter, std::span<const double> values, const ChartScale& scale,
+                     const SeriesMarker& marker);
+
+    double xOf(double row) const { return area_.left() + row * rowWidth_; }
+    double yOf(double value, const ChartScale& scale) const {
+        return area_.bottom() - scale.share(value) * area_.height();
+    }
+
+private:
+    /// The stretch of one half pixel column that a series covers, in pixels from the top; empty where top >
+    /// bottom.
+    struct Stretch {
+        float top;
+        float bottom;
+        bool isEmpty() const { return top > bottom; }
+    };
+
+    bool dense() const { return rowWidth_ <= 0.5; }
+    QPolygonF runPolygon(std::span<const double> values, int first, int end, const ChartScale& scale,
+                         bool step) const;
+    void measure(std::span<const double> values, const ChartScale& scale, bool step);
+    void widen(double radius);
+    void drawBands(QPainter& painter, const SeriesStyle& style);
+    void fillColumns(QPainter& painter, double edge);
+
+    QRectF area_;
+    double rowWidth_;
+    std::vector<int> binStart_;      // first row of each half pixel column, and the end
+    std::vector<Stretch> stretches_; // by half pixel column
+    std::vector<Stretch> columns_;   // by pixel column, widened by the pen
+};
+
+} // namespace benthor::platform
