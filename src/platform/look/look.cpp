@@ -1,0 +1,109 @@
+#include "platform/look/look.h"
+
+#include "platform/look/style/lookstyle.h"
+#include "platform/look/theme_p.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QToolTip>
+
+namespace benthor::look {
+
+namespace {
+
+QPalette::ColorRole roleOf(Ink ink) {
+    switch (ink) {
+    case Ink::Quiet:
+        return QPalette::PlaceholderText;
+    case Ink::Accent:
+        return QPalette::Link;
+    case Ink::Bad:
+        return QPalette::BrightText;
+    case Ink::Text:
+        break;
+    }
+    return QPalette::WindowText;
+}
+
+} // namespace
+
+QPalette themePalette() {
+    const Tokens& token = tokens();
+    QPalette palette;
+    const auto set = [&palette](QPalette::ColorRole role, const QColor& colour) {
+        palette.setColor(role, colour);
+    };
+    set(QPalette::Window, token.ground);
+    set(QPalette::WindowText, token.text);
+    set(QPalette::Base, token.surface);
+    set(QPalette::AlternateBase, token.ground);
+    set(QPalette::Text, token.text);
+    set(QPalette::PlaceholderText, token.textquiet);
+    set(QPalette::Button, token.surface);
+    set(QPalette::ButtonText, token.text);
+    set(QPalette::BrightText, token.bad);
+    set(QPalette::Highlight, token.accentsoft);
+    set(QPalette::HighlightedText, token.text);
+    set(QPalette::Link, token.accent);
+    set(QPalette::LinkVisited, token.accent);
+    set(QPalette::ToolTipBase, token.surface);
+    set(QPalette::ToolTipText, token.text);
+    set(QPalette::Light, token.surface);
+    set(QPalette::Midlight, token.line);
+    set(QPalette::Mid, token.line);
+    set(QPalette::Dark, token.edge);
+    set(QPalette::Shadow, token.edge);
+    const QColor faint = mixed(token.surface, token.textquiet, 0.6);
+    for (QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText,
+          QPalette::PlaceholderText, QPalette::Link, QPalette::BrightText}) {
+        palette.setColor(QPalette::Disabled, role, faint);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Base, token.ground);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, token.sunken);
+    return palette;
+}
+
+void apply(QApplication& application) {
+    takeDesktopTheme();
+    takeDesktopFont();
+    QApplication::setStyle(new LookStyle);
+    QApplication::setPalette(themePalette());
+    QApplication::setFont(body());
+    QToolTip::setFont(body());
+    QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+    application.setWindowIcon(applicationIcon());
+}
+
+void setInk(QWidget* widget, Ink ink) {
+    widget->setForegroundRole(roleOf(ink));
+}
+
+QColor inkColour(Ink ink) {
+    switch (ink) {
+    case Ink::Quiet:
+        return tokens().textquiet;
+    case Ink::Accent:
+        return tokens().accent;
+    case Ink::Bad:
+        return tokens().bad;
+    case Ink::Text:
+        break;
+    }
+    return tokens().text;
+}
+
+QLabel* makeCaption(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setFont(caption());
+    setInk(label, Ink::Quiet);
+    return label;
+}
+
+QLabel* makeHeading(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setFont(heading());
+    return label;
+}
+
+} // namespace benthor::look

@@ -1,0 +1,165 @@
+#include "platform/look/style/lookstyle.h"
+
+#include "platform/look/icons.h"
+#include "platform/look/style/paint.h"
+#include "platform/look/theme_p.h"
+#include "platform/look/type.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QIcon>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStyleOption>
+#include <QTabBar>
+
+namespace benthor::look {
+
+LookStyle::LookStyle()
+    : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void LookStyle::polish(QPalette& palette) {
+    palette = themePalette();
+}
+
+void LookStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QAbstractSlider*>(widget) ||
+        qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget) ||
+        qobject_cast<QTabBar*>(widget)) {
+        widget->setAttribute(Qt::WA_Hover);
+    }
+}
+
+int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+    case PM_ButtonIconSize:
+    case PM_SmallIconSize:
+    case PM_ListViewIconSize:
+        return scaled(18);
+    case PM_MessageBoxIconSize:
+        return scaled(32);
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return scaled(18);
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+        return scaled(8);
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+    case PM_ScrollView_ScrollBarSpacing:
+    case PM_ScrollView_ScrollBarOverlap:
+    case PM_MenuBarHMargin:
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarBaseOverlap:
+        return 0;
+    case PM_ScrollBarExtent:
+        return scaled(12);
+    case PM_ScrollBarSliderMin:
+        return scaled(28);
+    case PM_SliderThickness:
+    case PM_SliderLength:
+    case PM_SliderControlThickness:
+        return scaled(20);
+    case PM_SplitterWidth:
+        return 8;
+    case PM_DefaultFrameWidth:
+        return 2;
+    case PM_ComboBoxFrameWidth:
+        return 1;
+    case PM_MenuHMargin:
+        return 0;
+    case PM_MenuVMargin:
+        return spaceTight;
+    case PM_MenuPanelWidth:
+    case PM_ToolTipLabelFrameWidth:
+        return metric == PM_MenuPanelWidth ? 1 : 6;
+    case PM_MenuBarItemSpacing:
+        return 0;
+    case PM_MenuBarVMargin:
+        return 0;
+    case PM_TabBarTabHSpace:
+        return scaled(28);
+    case PM_TabBarTabVSpace:
+        return scaled(14);
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+        return spaceBase;
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return spaceSmall;
+    case PM_HeaderMargin:
+        return 5;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returned) const {
+    switch (hint) {
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_ComboBox_Popup:
+    case SH_UnderlineShortcut:
+        return hint == SH_UnderlineShortcut ? 1 : 0;
+    case SH_Table_GridLineColor:
+        return static_cast<int>(tokens().line.rgb());
+    case SH_Widget_Animation_Duration:
+    case SH_ScrollBar_Transient:
+    case SH_EtchDisabledText:
+    case SH_DitherDisabledText:
+        return 0;
+    case SH_MessageBox_TextInteractionFlags:
+        return Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse;
+    case SH_Slider_AbsoluteSetButtons:
+        return Qt::LeftButton | Qt::MiddleButton;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+}
+
+QIcon LookStyle::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
+    switch (which) {
+    case SP_MessageBoxWarning:
+        return icon(QStringLiteral("warning"), tokens().notice);
+    case SP_MessageBoxCritical:
+        return icon(QStringLiteral("warning"), tokens().bad);
+    case SP_MessageBoxInformation:
+        return icon(QStringLiteral("info"), tokens().accent);
+    case SP_MessageBoxQuestion:
+        return icon(QStringLiteral("help"), tokens().accent);
+    case SP_DirIcon:
+    case SP_DirClosedIcon:
+        return icon("folder");
+    case SP_DirOpenIcon:
+        return icon("open-folder");
+    case SP_FileIcon:
+        return icon("document");
+    case SP_ArrowBack:
+        return icon("back");
+    case SP_DialogCloseButton:
+    case SP_TitleBarCloseButton:
+    case SP_LineEditClearButton:
+        return icon("close");
+    default:
+        return QProxyStyle::standardIcon(which, option, widget);
+    }
+}
+
+QPixmap LookStyle::standardPixmap(StandardPixmap which, const QStyleOption* option,
+                                  const QWidget* widget) const {
+    const QIcon ours = standardIcon(which, option, widget);
+    if (iconNames().contains(ours.name())) {
+        return ours.pixmap(QSize(scaled(18), scaled(18)), widget ? widget->devicePixelRatioF() : 1.0);
+    }
+    return QProxyStyle::standardPixmap(which, option, widget);
+}
+
+} // namespace benthor::look

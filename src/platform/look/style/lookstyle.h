@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QProxyStyle>
+
+class QStyleOptionButton;
+class QStyleOptionComboBox;
+class QStyleOptionFrame;
+class QStyleOptionHeader;
+class QStyleOptionMenuItem;
+class QStyleOptionProgressBar;
+class QStyleOptionSlider;
+class QStyleOptionSpinBox;
+class QStyleOptionTab;
+
+namespace benthor::look {
+
+/// How every standard control is painted. A style and no style sheet: a sheet takes a widget's own palette
+/// away, and told colours live there; and it slows item views down, and lists are long.
+class LookStyle : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    LookStyle();
+
+    using QProxyStyle::polish;
+    void polish(QPalette& palette) override;
+    void polish(QWidget* widget) override;
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override;
+    QPixmap standardPixmap(StandardPixmap which, const QStyleOption* option,
+                           const QWidget* widget) const override;
+
+private:
+    void drawButtonLabel(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const;
+    void drawComboBox(const QStyleOptionComboBox& option, QPainter* painter, const QWidget* widget) const;
+    void drawSpinBox(const QStyleOptionSpinBox& option, QPainter* painter, const QWidget* widget) const;
+    void drawHeaderLabel(const QStyleOptionHeader& option, QPainter* painter, const QWidget* widget) const;
+    void drawTabLabel(const QStyleOptionTab& option, QPainter* painter, const QWidget* widget) const;
+    QRect scrollBarRect(const QStyleOptionSlider& option, SubControl part) const;
+    QRect sliderRect(const QStyleOptionSlider& option, SubControl part) const;
+    QRect comboBoxRect(const QStyleOptionComboBox& option, SubControl part) const;
+    QRect spinBoxRect(const QStyleOptionSpinBox& option, SubControl part) const;
+};
+
+} // namespace benthor::look

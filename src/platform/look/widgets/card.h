@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QFrame>
+
+class QVBoxLayout;
+
+namespace benthor::look {
+
+/// A raised piece of the window: surface, thin border, rounded corners, and a column to put things into.
+class Card : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit Card(QWidget* parent = nullptr);
+
+    /// The column; its margins may be changed.
+    QVBoxLayout* body() const { return m_body; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QVBoxLayout* m_body;
+};
+
+/// A band at an edge of the window (tool bar, head, foot, side column): surface, with a line at the edges
+/// named.
+class Pane : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Pane(Qt::Edges lines, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Qt::Edges m_lines;
+};
+
+/// A thin line between groups.
+class Rule : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Rule(Qt::Orientation orientation = Qt::Horizontal, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace benthor::look

@@ -1,0 +1,144 @@
+#include "platform/look/widgets/clickablelabel.h"
+
+#include "platform/look/style/paint.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+
+namespace benthor::look {
+
+namespace {
+
+constexpr int padding = 4; // room for the ring on all sides
+constexpr int gapBehindIcon = 8;
+
+} // namespace
+
+ClickableLabel::ClickableLabel(QWidget* parent)
+    : ClickableLabel(QString(), parent) {}
+
+ClickableLabel::ClickableLabel(const QString& text, QWidget* parent)
+    : QLabel(text, parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setAttribute(Qt::WA_Hover);
+}
+
+void ClickableLabel::setIconName(const QString& name, int size) {
+    m_iconName = name;
+    m_iconSize = size;
+    updateGeometry();
+    update();
+}
+
+void ClickableLabel::setInk(Ink ink) {
+    m_ink = ink;
+    update();
+}
+
+void ClickableLabel::setToldColour(const QColor& colour) {
+    m_told = colour;
+    update();
+}
+
+bool ClickableLabel::hasPicture() const {
+    return !pixmap(Qt::ReturnByValue).isNull();
+}
+
+QSize ClickableLabel::sizeHint() const {
+    if (hasPicture()) {
+        return QLabel::sizeHint();
+    }
+    QSize size(0, 0);
+    if (!text().isEmpty()) {
+        size = fontMetrics().size(0, text());
+    }
+    if (!m_iconName.isEmpty()) {
+        const int side = scaled(m_iconSize);
+        size.rwidth() += side + (text().isEmpty() ? 0 : gapBehindIcon);
+        size.setHeight(std::max(size.height(), side));
+    }
+    return size + QSize(2 * padding, 2 * padding);
+}
+
+QSize ClickableLabel::minimumSizeHint() const {
+    return hasPicture() ? QLabel::minimumSizeHint() : sizeHint();
+}
+
+bool ClickableLabel::event(QEvent* event) {
+    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
+        update();
+    }
+    return QLabel::event(event);
+}
+
+void ClickableLabel::mousePressEvent(QMouseEvent* event) {
+    m_pressed = event->button() == Qt::LeftButton;
+    event->setAccepted(m_pressed);
+}
+
+void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
+    const bool click =
+        m_pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    m_pressed = false;
+    event->accept();
+    if (click) {
+        emit clicked();
+    }
+}
+
+void ClickableLabel::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat()) {
+            emit clicked();
+        }
+        return;
+    default:
+        QLabel::keyPressEvent(event);
+    }
+}
+
+QColor ClickableLabel::currentInk() const {
+    if (!isEnabled()) {
+        return faintInk();
+    }
+    if (m_told.isValid()) {
+        return legibleOn(m_told, tokens().surface);
+    }
+    return m_hoverMark && underMouse() ? tokens().accent : inkColour(m_ink);
+}
+
+void ClickableLabel::paintEvent(QPaintEvent* event) {
+    if (hasPicture()) {
+        QLabel::paintEvent(event);
+    }
+    QPainter painter(this);
+    if (hasFocus() && m_focusMark) {
+        drawFocusRing(&painter, rect(), 4);
+    }
+    if (hasPicture()) {
+        return;
+    }
+    const QColor ink = currentInk();
+    QRect room = contentsRect().adjusted(padding, 0, -padding, 0);
+    if (!m_iconName.isEmpty()) {
+        const int side = scaled(m_iconSize);
+        QRect place = text().isEmpty() ? room : QRect(room.x(), room.y(), side, room.height());
+        drawIcon(&painter, m_iconName, QStyle::visualRect(layoutDirection(), room, place), side, ink);
+        room.setLeft(room.left() + side + gapBehindIcon);
+    }
+    if (!text().isEmpty()) {
+        painter.setPen(ink);
+        const auto side = QStyle::visualAlignment(layoutDirection(), alignment());
+        painter.drawText(QStyle::visualRect(layoutDirection(), contentsRect(), room), static_cast<int>(side),
+                         text());
+    }
+}
+
+} // namespace benthor::look

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/look/widgets/clickablelabel.h"
+
+class QHBoxLayout;
+
+namespace benthor::look {
+
+/// One entry of a column: a picture and a caption that act alike. A click on either, or on the row around
+/// them, emits `clicked()` once; so do Return and Space on the caption, which is the row's one stop of the
+/// Tab key. 48 high, the quiet kind 32.
+class EntryRow : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Kind { Normal, Quiet };
+
+    EntryRow(const QString& iconName, const QString& captionText, Kind kind = Kind::Normal,
+             QWidget* parent = nullptr);
+
+    /// The object names of the two controls; an empty one is left alone.
+    void setNames(const QString& pictureName, const QString& captionName);
+
+    ClickableLabel* picture() const { return m_picture; }
+    ClickableLabel* caption() const { return m_caption; }
+    /// A further picture at the row's end, hidden at first. It acts like the row.
+    ClickableLabel* addSign(const QString& objectName, const QString& iconName);
+
+    void setChosen(bool chosen);
+    bool isChosen() const { return m_chosen; }
+    /// Invalid: the default again. The property holds what was told; painting takes the nearest colour that
+    /// reads.
+    void setToldCaptionColour(const QColor& colour);
+    QColor toldCaptionColour() const { return m_caption->toldColour(); }
+
+    QSize sizeHint() const override;
+
+signals:
+    void clicked();
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void joinIn(ClickableLabel* label);
+
+    Kind m_kind;
+    QHBoxLayout* m_layout;
+    ClickableLabel* m_picture;
+    ClickableLabel* m_caption;
+    bool m_chosen = false;
+    bool m_pressed = false;
+};
+
+} // namespace benthor::look

@@ -1,0 +1,95 @@
+#include "platform/look/widgets/fold.h"
+
+#include "platform/look/look.h"
+#include "platform/look/style/paint.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace benthor::look {
+
+class Fold::Header : public QAbstractButton {
+public:
+    Header(const QString& title, QWidget* parent)
+        : QAbstractButton(parent) {
+        setText(title);
+        setFocusPolicy(Qt::StrongFocus);
+        setCursor(Qt::PointingHandCursor);
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        setFont(strong(look::body()));
+    }
+
+    QSize sizeHint() const override {
+        return {fontMetrics().size(Qt::TextShowMnemonic, text()).width() + scaled(40), scaled(32)};
+    }
+
+    void setOpen(bool open) {
+        m_open = open;
+        update();
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            click();
+            return;
+        }
+        QAbstractButton::keyPressEvent(event);
+    }
+
+    void paintEvent(QPaintEvent* event) override {
+        Q_UNUSED(event)
+        QPainter painter(this);
+        const QColor ink = !isEnabled() ? faintInk() : (underMouse() ? tokens().accent : tokens().textquiet);
+        painter.setPen(ink);
+        const int side = scaled(18);
+        painter.drawText(rect().adjusted(spaceTight, 0, -side - spaceSmall, 0),
+                         Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic, text());
+        drawIcon(&painter, m_open ? QStringLiteral("chevron-up") : QStringLiteral("chevron-down"),
+                 QRect(width() - side - spaceTight, 0, side, height()), side, ink);
+        if (hasFocus()) {
+            drawFocusRing(&painter, rect());
+        }
+    }
+
+private:
+    bool m_open = false;
+};
+
+Fold::Fold(const QString& title, QWidget* parent)
+    : QWidget(parent)
+    , m_header(new Header(title, this))
+    , m_content(new QWidget(this))
+    , m_body(new QVBoxLayout(m_content)) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(m_content);
+    m_body->setContentsMargins(0, spaceSmall, 0, 0);
+    m_content->hide();
+    connect(m_header, &QAbstractButton::clicked, this, [this] { setOpen(!m_open); });
+}
+
+QWidget* Fold::header() const {
+    return m_header;
+}
+
+QString Fold::title() const {
+    return m_header->text();
+}
+
+void Fold::setOpen(bool open) {
+    if (open == m_open) {
+        return;
+    }
+    m_open = open;
+    m_header->setOpen(open);
+    m_content->setVisible(open);
+    emit toggled(open);
+}
+
+} // namespace benthor::look

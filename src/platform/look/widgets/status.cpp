@@ -1,0 +1,127 @@
+#include "platform/look/widgets/status.h"
+
+#include "platform/look/look.h"
+#include "platform/look/style/paint.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace benthor::look {
+
+StatusChip::StatusChip(QWidget* parent)
+    : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setFont(strong(body()));
+    setFixedChipHeight(40);
+}
+
+void StatusChip::setToldBackground(const QColor& colour) {
+    m_told = colour;
+    update();
+}
+
+void StatusChip::setIconName(const QString& name) {
+    m_iconName = name;
+    updateGeometry();
+    update();
+}
+
+void StatusChip::setFixedChipHeight(int px) {
+    m_height = scaled(px);
+    setFixedHeight(m_height);
+}
+
+QSize StatusChip::sizeHint() const {
+    const int icon = m_iconName.isEmpty() ? 0 : scaled(20) + spaceSmall;
+    return {fontMetrics().horizontalAdvance(text()) + icon + 2 * spaceWide, m_height};
+}
+
+QSize StatusChip::minimumSizeHint() const {
+    return sizeHint();
+}
+
+void StatusChip::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    QPainter painter(this);
+    const QColor fill = m_told.isValid() ? m_told : tokens().sunken;
+    drawPanel(&painter, rect(), fill, mixed(fill, readableOn(fill), 0.3));
+    const QColor ink = readableOn(fill);
+    QRect room = rect().adjusted(spaceWide, 0, -spaceWide, 0);
+    if (!m_iconName.isEmpty()) {
+        const int side = scaled(20);
+        drawIcon(&painter, m_iconName, QRect(room.x(), room.y(), side, room.height()), side, ink);
+        room.setLeft(room.left() + side + spaceSmall);
+    }
+    painter.setPen(ink);
+    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
+}
+
+LampDot::LampDot(QWidget* parent)
+    : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setFont(heading());
+}
+
+void LampDot::setToldColour(const QColor& colour) {
+    m_told = colour;
+    update();
+}
+
+QSize LampDot::sizeHint() const {
+    return {scaled(12) + spaceSmall + fontMetrics().horizontalAdvance(text()), fontMetrics().height()};
+}
+
+QSize LampDot::minimumSizeHint() const {
+    return sizeHint();
+}
+
+void LampDot::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    QPainter painter(this);
+    const int side = scaled(12);
+    const QRect room = contentsRect();
+    const QRect lamp(room.x(), room.y() + (room.height() - side) / 2, side, side);
+    const QColor fill = m_told.isValid() ? m_told : tokens().sunken;
+    drawPanel(&painter, lamp, fill, mixed(fill, tokens().text, 0.45), side / 2.0);
+    painter.setPen(isEnabled() ? palette().color(foregroundRole()) : faintInk());
+    painter.drawText(room.adjusted(side + spaceSmall, 0, 0, 0),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
+}
+
+NoticeBand::NoticeBand(const QString& text, QWidget* parent)
+    : QWidget(parent)
+    , m_label(new QLabel(text, this)) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(spaceBase + scaled(18) + spaceBase, spaceSmall, spaceBase, spaceSmall);
+    layout->addWidget(m_label);
+    m_label->setWordWrap(true);
+    m_label->setFont(strong(body()));
+    setMinimumHeight(scaled(40));
+    takeColours();
+}
+
+void NoticeBand::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        takeColours();
+    }
+    QWidget::changeEvent(event);
+}
+
+void NoticeBand::takeColours() {
+    QPalette colours = m_label->palette();
+    if (colours.color(QPalette::WindowText) != tokens().notice) {
+        colours.setColor(QPalette::WindowText, tokens().notice);
+        m_label->setPalette(colours);
+    }
+}
+
+void NoticeBand::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    QPainter painter(this);
+    drawPanel(&painter, rect(), mixed(tokens().surface, tokens().notice, 0.13), QColor(), 4);
+    const int side = scaled(18);
+    drawIcon(&painter, QStringLiteral("warning"), QRect(spaceBase, 0, side, height()), side, tokens().notice);
+}
+
+} // namespace benthor::look

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QColor>
+#include <QLabel>
+
+namespace benthor::look {
+
+/// A state in words on a filled ground of a told colour; the words are black or white, whichever reads. 40
+/// high.
+class StatusChip : public QLabel {
+    Q_OBJECT
+    Q_PROPERTY(QColor toldBackground READ toldBackground WRITE setToldBackground)
+
+public:
+    explicit StatusChip(QWidget* parent = nullptr);
+
+    void setToldBackground(const QColor& colour);
+    QColor toldBackground() const { return m_told; }
+    /// Before the words, in their colour; empty: none.
+    void setIconName(const QString& name);
+    void setFixedChipHeight(int px);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_told;
+    QString m_iconName;
+    int m_height = 40;
+};
+
+/// A small round lamp of a told colour, with its words behind it.
+class LampDot : public QLabel {
+    Q_OBJECT
+    Q_PROPERTY(QColor toldColour READ toldColour WRITE setToldColour)
+
+public:
+    explicit LampDot(QWidget* parent = nullptr);
+
+    void setToldColour(const QColor& colour);
+    QColor toldColour() const { return m_told; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_told;
+};
+
+/// A line that must not be overlooked, on a tinted ground with the warning sign before it. `label()` holds
+/// the words.
+class NoticeBand : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit NoticeBand(const QString& text, QWidget* parent = nullptr);
+
+    QLabel* label() const { return m_label; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void takeColours();
+
+    QLabel* m_label;
+};
+
+} // namespace benthor::look
