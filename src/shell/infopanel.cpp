@@ -28,9 +28,4 @@ InfoPanel infoPanel(int infochoice)
     }
 }
 
-QString totalsText(int dives, const QString& lastDive)
-{
-    return QStringLiteral("System has a total of : \n%1 dives\nYour last dive was on : \n").arg(dives) + lastDive;
-}
-
 } // namespace benthor::shell

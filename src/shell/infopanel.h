@@ -26,9 +26,6 @@ struct InfoPanel {
 
 InfoPanel infoPanel(int infochoice);
 
-/// Text of `lbltotaldive`, four lines.
-QString totalsText(int dives, const QString& lastDive);
-
 inline QString noDivesText() { return QStringLiteral("\nNo dives in database system\n"); }
 
 } // namespace benthor::shell

@@ -7,10 +7,18 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QPointer>
 #include <QScreen>
 
 namespace benthor::platform {
+
+Screen::Routine::Routine(Screen& screen) : screen_(screen) { ++screen_.routines_; }
+
+Screen::Routine::~Routine() {
+    --screen_.routines_;
+    if (screen_.routines_ == 0 && screen_.isUnloaded()) {
+        screen_.deleteLater();
+    }
+}
 
 Screen::Screen(const QString& name) {
     setObjectName(name);
@@ -19,6 +27,7 @@ Screen::Screen(const QString& name) {
 void Screen::load() {
     if (state_ == State::New) {
         state_ = State::Loaded;
+        const Routine routine(*this);
         loading();
     }
 }
@@ -55,13 +64,18 @@ void Screen::unload() {
     rememberPlace();
     hide();
     emit unloaded();
-    deleteLater();
+    if (routines_ == 0) {
+        deleteLater();
+    }
 }
 
 bool Screen::yieldEvents() {
-    const QPointer<Screen> self(this);
+    if (isUnloaded()) {
+        return false;
+    }
+    const Routine routine(*this);
     QCoreApplication::processEvents();
-    return !self.isNull() && !isUnloaded();
+    return !isUnloaded();
 }
 
 void Screen::closeEvent(QCloseEvent* event) {

@@ -32,6 +32,18 @@ signals:
     void unloaded();
 
 protected:
+    /// Keeps the screen's object alive until the routine that holds it is over.
+    class Routine {
+    public:
+        explicit Routine(Screen& screen);
+        ~Routine();
+        Routine(const Routine&) = delete;
+        Routine& operator=(const Routine&) = delete;
+
+    private:
+        Screen& screen_;
+    };
+
     virtual void loading() {}
     virtual void unloading() {}
 
@@ -52,6 +64,7 @@ private:
 
     State state_ = State::New;
     bool placed_ = false;
+    int routines_ = 0;
 };
 
 } // namespace benthor::platform

@@ -22,9 +22,18 @@ public:
         , label(new QLabel(this)) {}
     ~Sample() override { ++destroyed; }
 
-    bool longRoutine(const std::function<void()>& act) {
+    /// Yields three times; `act` runs in the first. Says how often it was told to go on.
+    int longRoutine(const std::function<void()>& act) {
+        const Routine routine(*this);
         QTimer::singleShot(0, this, act);
-        return yieldEvents();
+        int goneOn = 0;
+        for (int i = 0; i < 3; ++i) {
+            goneOn += yieldEvents() ? 1 : 0;
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents();
+        }
+        aliveAtTheEnd = destroyed == 0;
+        return goneOn;
     }
 
     QLabel* label;
@@ -32,6 +41,7 @@ public:
     int loads = 0;
     int unloads = 0;
     static int destroyed;
+    static bool aliveAtTheEnd;
 
 protected:
     void loading() override {
@@ -44,6 +54,7 @@ protected:
 };
 
 int Sample::destroyed = 0;
+bool Sample::aliveAtTheEnd = false;
 
 } // namespace
 
@@ -121,10 +132,11 @@ void TestScreen::aScreenMayUnloadItselfWhileItLoads() {
 void TestScreen::aRoutineEndsAtItsNextYieldAfterAnUnload() {
     ScreenSlot<Sample> slot([] { return new Sample; });
     Sample& screen = slot.get();
-    QVERIFY(screen.longRoutine([] {}));
-    const bool goOn = screen.longRoutine([&slot] { slot.unload(); });
-    QVERIFY(!goOn);
+    QCOMPARE(screen.longRoutine([] {}), 3);
+    QCOMPARE(screen.longRoutine([&slot] { slot.unload(); }), 0);
     QVERIFY(!slot.isLoaded());
+    QVERIFY(Sample::aliveAtTheEnd);
+    QTRY_COMPARE(Sample::destroyed, 1);
 }
 
 void TestScreen::timersStopWhenAScreenIsUnloaded() {

@@ -1,0 +1,269 @@
+#include "shell/screens/main_screen.h"
+
+#include "divefiles/importer.h"
+#include "link/linkstatus.h"
+#include "platform/files.h"
+#include "platform/look/tokens.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/entryrow.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/look/widgets/overlaycard.h"
+#include "platform/look/widgets/status.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/skiperrors.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/screen/toldqcolor.h"
+#include "shell/process.h"
+#include "shell/screens/neighbours.h"
+#include "store/identifiers.h"
+#include "store/summary.h"
+#include "store/units.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QPixmap>
+#include <QStackedWidget>
+
+namespace benthor::shell {
+
+using platform::ProgramFolder;
+using platform::skipErrors;
+using platform::TickTimer;
+
+MainScreen::MainScreen(Neighbours& neighbours) : Screen(QStringLiteral("main")), neighbours_(neighbours), import_(std::make_unique<divefiles::ImportState>())
+{
+    setWindowTitle(QStringLiteral("Benthor"));
+    buildMenus();
+    buildLayout();
+    buildTimers();
+}
+
+MainScreen::~MainScreen() = default;
+
+void MainScreen::buildTimers()
+{
+    const auto timer = [this](const char* name, int interval, TickTimer::Start start, void (MainScreen::*tick)()) {
+        auto* made = new TickTimer(QLatin1String(name), interval, start, this);
+        if (tick != nullptr) {
+            connect(made, &TickTimer::tick, this, tick);
+        }
+        return made;
+    };
+    Timer1_ = timer("Timer1", 1000, TickTimer::Start::Enabled, &MainScreen::Timer1_tick);
+    Timer2_ = timer("Timer2", 1000, TickTimer::Start::Enabled, &MainScreen::Timer2_tick);
+    Timer3_ = timer("Timer3", 1000, TickTimer::Start::Enabled, nullptr);
+    Timer4_ = timer("Timer4", 2000, TickTimer::Start::Disabled, &MainScreen::Timer4_tick);
+}
+
+/// A step that fails does not keep the ones behind it from running.
+void MainScreen::loading()
+{
+    process().diveviewopen = false;
+    infochoice_ = kNoEntry;
+    process().importing = false;
+    neighbours_.unloadFirmware();
+    process().producttype = QStringLiteral("OTHER");
+    if (!storeIsThere()) {
+        unload();
+        neighbours_.endProcess();
+        return;
+    }
+    process().firststart = true;
+    if (neighbours_.isSecondCopy()) {
+        unload();
+        return;
+    }
+    skipErrors([this] { openStore(); });
+    skipErrors([] { store::syncserialno(); });
+    skipErrors([this] { readUnits(); });
+    process().divesystem = QStringLiteral("Rebrether");
+    lbltotaldive_->hide();
+    lblprogress_->hide();
+    Frame2_->hide();
+    selectEntry(kMyDives);
+    Timer4_->setEnabled(true);
+}
+
+/// Looks for the store, and offers the newest backup in its place when it is missing. False when the user would rather
+/// not: the program then ends.
+bool MainScreen::storeIsThere()
+{
+    const ProgramFolder& folder = ProgramFolder::current();
+    if (folder.listFiles(QString(), QStringLiteral("rb.mdb")).contains(QLatin1String("rb.mdb"))) {
+        return true;
+    }
+    const bool yes = platform::dialogs().confirm(
+        this,
+        QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
+        QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true);
+    if (yes) {
+        platform::copyFile(folder.path(u"backup.mdb"), folder.path(u"rb.mdb"));
+    }
+    return yes;
+}
+
+void MainScreen::openStore()
+{
+    process().database.open(ProgramFolder::current().path(u"rb.mdb"));
+}
+
+void MainScreen::readUnits()
+{
+    process().depthunit = store::readunit();
+    takeUnits(process().depthunit == QLatin1String("Feet") ? QStringLiteral("Feet") : QStringLiteral("metre"));
+}
+
+/// What the user chooses holds for the rest of the run, whatever becomes of the table.
+void MainScreen::chooseUnits(const QString& word)
+{
+    process().unitoverride = word;
+    takeUnits(word);
+}
+
+void MainScreen::takeUnits(const QString& word)
+{
+    process().depthunit = word;
+    showUnits();
+    skipErrors([&word] { store::writeunit(word); });
+}
+
+/// The menu says "metres" where the store's word is "metre".
+void MainScreen::showUnits()
+{
+    const bool feet = process().depthunit == QLatin1String("Feet");
+    mnuFeet_->setChecked(feet);
+    mnuMeters_->setChecked(!feet);
+    mnuUnits_->setTitle(feet ? QStringLiteral("Feet") : QStringLiteral("metres"));
+}
+
+void MainScreen::unloading()
+{
+    stopImport();
+    neighbours_.unloadOthers();
+}
+
+void MainScreen::showinfopanel()
+{
+    for (look::EntryRow* row : std::as_const(entries_)) {
+        row->setChosen(false);
+    }
+    Lbldetails_->clear();
+    Lbldetails_->hide();
+    try {
+        showTotals();
+        fillPanel();
+    } catch (const platform::StoreError&) {
+        // Without a dive there are no totals; the panel still shows what was chosen.
+        lbltotaldive_->hide();
+        Lbldetails_->setText(noDivesText());
+        Lbldetails_->show();
+        fillPanel();
+    }
+}
+
+void MainScreen::showTotals()
+{
+    lbltotaldive_->setText(store::totalstext(store::readsummary(ProgramFolder::current().path(u"rb.mdb"))));
+    lbltotaldive_->show();
+}
+
+void MainScreen::fillPanel()
+{
+    look::EntryRow* row = entries_.value(infochoice_);
+    if (row != nullptr) {
+        row->setChosen(true);
+    }
+    foot_->setCurrentWidget(feet_.value(infochoice_, feet_.value(kNoEntry)));
+    const InfoPanel panel = infoPanel(infochoice_);
+    if (row != nullptr && !panel.text.isEmpty()) {
+        Label7_->setText(row->caption()->text());
+        Label9_->setText(panel.text);
+        panelPicture_ = panel.pictureFile;
+        showPanelPicture();
+    }
+    Label7_->show();
+}
+
+/// The picture keeps its shape in a third of the panel's width.
+void MainScreen::showPanelPicture()
+{
+    QPixmap picture(ProgramFolder::current().path(panelPicture_));
+    Picture12_->setVisible(!picture.isNull());
+    if (picture.isNull()) {
+        return;
+    }
+    const int width = std::clamp(this->width() / 4, 200, 432);
+    picture = picture.scaledToWidth(qRound(width * devicePixelRatio()), Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(devicePixelRatio());
+    Picture12_->setPixmap(picture);
+}
+
+void MainScreen::resizeEvent(QResizeEvent* event)
+{
+    Screen::resizeEvent(event);
+    if (!panelPicture_.isEmpty()) {
+        showPanelPicture();
+    }
+}
+
+void MainScreen::selectEntry(int choice)
+{
+    infochoice_ = choice;
+    showinfopanel();
+}
+
+void MainScreen::entryClicked(int choice)
+{
+    selectEntry(choice);
+    switch (choice) {
+    case kMyDives:
+        Command1_click();
+        break;
+    case kDatabaseUpdate:
+        Frame2_->show();
+        lblprogress_->show();
+        Command4_click();
+        Frame2_->hide();
+        break;
+    case kDownloadToPc:
+        Command2_click();
+        break;
+    case kDiveFileFind:
+        Command3_click();
+        break;
+    case kExit:
+        cmdclose_click();
+        break;
+    case kSetupAndGas:
+        showSetupAndGas();
+        showinfopanel();
+        break;
+    default:
+        break;
+    }
+}
+
+void MainScreen::Timer2_tick()
+{
+    if (process().importing) {
+        return;
+    }
+    const link::LinkStatus& link = neighbours_.linkStatus();
+    if (link.isDownloading()) {
+        lblstatus_->setText(QStringLiteral("Downloading"));
+    } else {
+        lblstatus_->setText(link.caption());
+        lblstatus_->setToldColour(platform::toQColor(link.captionColour()));
+    }
+    Text14_->setEnabled(link.caption() != QLatin1String("Connected"));
+}
+
+void MainScreen::Timer4_tick()
+{
+    skipErrors([this] { neighbours_.showDiveList(); });
+    Timer4_->setEnabled(false);
+}
+
+} // namespace benthor::shell

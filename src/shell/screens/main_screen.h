@@ -1,0 +1,159 @@
+#pragma once
+
+#include "platform/screen/screen.h"
+#include "shell/infopanel.h"
+
+#include <QHash>
+#include <memory>
+
+class QAction;
+class QLabel;
+class QListWidget;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+
+namespace benthor::look {
+class ActivitySweep;
+class ClickableLabel;
+class EntryRow;
+class LampDot;
+class OverlayCard;
+class ToldButton;
+class TotalsLabel;
+} // namespace benthor::look
+
+namespace benthor::divefiles {
+struct ImportState;
+}
+
+namespace benthor::platform {
+class TickTimer;
+}
+
+namespace benthor::shell {
+
+class Neighbours;
+
+/// The screen `main`, which stays for the whole run: its entries lead to everything else, its timers watch the folder of
+/// waiting dives and the link, and it runs the importer.
+class MainScreen : public platform::Screen {
+    Q_OBJECT
+
+public:
+    explicit MainScreen(Neighbours& neighbours);
+    ~MainScreen() override;
+
+    int infochoice() const { return infochoice_; }
+    int filewatchcount() const { return filewatchcount_; }
+
+    void Timer1_tick();
+    void Timer2_tick();
+    void Timer4_tick();
+
+protected:
+    void loading() override;
+    void unloading() override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    // main_screen_layout.cpp
+    void buildLayout();
+    QWidget* buildEntries();
+    QWidget* buildPanel();
+    QWidget* buildTotals();
+    QWidget* buildFoot();
+    QWidget* buildLinkCard();
+    QWidget* buildImportCard();
+    QWidget* buildTips();
+    look::EntryRow* entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
+                          const QString& pictureName, const QString& icon, bool quiet);
+    QPushButton* footButton(int choice, const QString& name, const QString& caption, const QString& icon,
+                            const QString& words);
+
+    // main_screen_menus.cpp
+    void buildMenus();
+    QAction* menuEntry(QMenu* menu, const QString& name, const QString& caption);
+
+    // main_screen.cpp
+    void buildTimers();
+    bool storeIsThere();
+    void openStore();
+    void readUnits();
+    void chooseUnits(const QString& word);
+    void takeUnits(const QString& word);
+    void showUnits();
+    void showinfopanel();
+    void showTotals();
+    void fillPanel();
+    void showPanelPicture();
+    void selectEntry(int choice);
+    void entryClicked(int choice);
+    void showTipsPanel(bool shown);
+
+    // main_screen_actions.cpp
+    void Command1_click();
+    void Command2_click();
+    void Command3_click();
+    void Command4_click();
+    void Command6_click();
+    void cmdclose_click();
+    void cmdcommandsend_click();
+    void mnuconnectdevice_click();
+    void mnucurrentmain_click();
+    void mnuGets_click();
+    void mnuTips_click();
+    void mnuHTMLhelp_click();
+    void mnuReprogIR_click();
+    void showSetupAndGas();
+
+    // main_screen_import.cpp
+    class Progress;
+    void buildProgress(QWidget* area);
+    void showCommand4(bool green, bool enabled);
+    void showWaiting(int waiting);
+    int readNewFolder();
+    void stopImport();
+
+    Neighbours& neighbours_;
+    int infochoice_ = kNoEntry;
+    int filewatchcount_ = 0;
+    std::unique_ptr<divefiles::ImportState> import_;
+    QString panelPicture_;
+
+    QHash<int, look::EntryRow*> entries_;
+    QHash<int, QWidget*> feet_;
+    look::ClickableLabel* Picture9_ = nullptr;
+    QLabel* Picture12_ = nullptr;
+    QLabel* Label7_ = nullptr;
+    QLabel* Label9_ = nullptr;
+    QLabel* Lbldetails_ = nullptr;
+    look::TotalsLabel* lbltotaldive_ = nullptr;
+    QStackedWidget* foot_ = nullptr;
+    look::LampDot* lblstatus_ = nullptr;
+    QLabel* Text14_ = nullptr;
+    QLabel* waiting_ = nullptr;
+    look::ToldButton* Command4_ = nullptr;
+    look::ClickableLabel* Label10_ = nullptr;
+    QWidget* Frame4_ = nullptr;
+
+    look::OverlayCard* Frame2_ = nullptr;
+    look::ActivitySweep* sweep_ = nullptr;
+    QLabel* lblprogress_ = nullptr;
+    QLabel* lblcurrentfile_ = nullptr;
+    QLabel* lbltotalfiles_ = nullptr;
+    QLabel* lbltotalsizes_ = nullptr;
+    QListWidget* List1_ = nullptr;
+    QPushButton* stopimport_ = nullptr;
+
+    QMenu* mnuUnits_ = nullptr;
+    QAction* mnuMeters_ = nullptr;
+    QAction* mnuFeet_ = nullptr;
+
+    platform::TickTimer* Timer1_ = nullptr;
+    platform::TickTimer* Timer2_ = nullptr;
+    platform::TickTimer* Timer3_ = nullptr;
+    platform::TickTimer* Timer4_ = nullptr;
+};
+
+} // namespace benthor::shell

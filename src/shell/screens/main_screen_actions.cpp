@@ -1,0 +1,126 @@
+#include "shell/screens/main_screen.h"
+
+#include "divefiles/importer.h"
+#include "link/linkstatus.h"
+#include "platform/look/widgets/overlaycard.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/usersettings.h"
+#include "shell/process.h"
+#include "shell/screens/neighbours.h"
+#include "store/units.h"
+
+#include <QDesktopServices>
+#include <QFile>
+#include <QLabel>
+#include <QUrl>
+
+namespace benthor::shell {
+
+using platform::dialogs;
+using platform::ProgramFolder;
+
+void MainScreen::Command1_click()
+{
+    process().divesystem = QStringLiteral("Rebrether");
+    if (process().diveviewopen) {
+        neighbours_.showDiveView();
+        return;
+    }
+    neighbours_.unloadDiveView();
+    neighbours_.showDiveList();
+    neighbours_.bringDiveListToFront();
+}
+
+/// While an import runs the link stays shut: both write into the folder `new`.
+void MainScreen::Command2_click()
+{
+    process().screenmode = QStringLiteral("Dive");
+    mnuconnectdevice_click();
+}
+
+void MainScreen::cmdcommandsend_click()
+{
+    process().screenmode = QStringLiteral("Command");
+    mnuconnectdevice_click();
+}
+
+void MainScreen::mnuconnectdevice_click()
+{
+    if (!Frame2_->isVisible()) {
+        neighbours_.showLink();
+    }
+}
+
+void MainScreen::Command3_click()
+{
+    const ProgramFolder& folder = ProgramFolder::current();
+    const QString path = dialogs().openFile(this, QStringLiteral("Open"), folder.path(u"old"),
+                                            QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
+    if (path.isEmpty()) {
+        return;
+    }
+    const QString refusal = divefiles::takemanualfile(folder, path);
+    if (!refusal.isEmpty()) {
+        dialogs().message(this, refusal, platform::BoxKind::Warning);
+        return;
+    }
+    Command4_click();
+    Frame2_->hide();
+}
+
+/// The hand-held's dive list: only its being there is looked at.
+void MainScreen::Command6_click()
+{
+    QFile list(ProgramFolder::current().path(u"Divelist.pdb"));
+    if (!list.open(QIODevice::ReadOnly)) {
+        dialogs().message(this, QStringLiteral("Could not open database - \n"
+                                               "Potential causes are:\n"
+                                               "1. Database file does not exist\n"
+                                               "2. The database path in the PDBOpen call is incorrect"));
+    }
+}
+
+void MainScreen::cmdclose_click()
+{
+    unload();
+    neighbours_.endProcess();
+}
+
+void MainScreen::showSetupAndGas() { neighbours_.showGasBlend(); }
+
+void MainScreen::mnucurrentmain_click()
+{
+    neighbours_.unloadDiveList();
+    neighbours_.showDiveList();
+}
+
+void MainScreen::mnuGets_click()
+{
+    store::writegetstarted(QStringLiteral("Open"));
+    neighbours_.showGuide();
+}
+
+void MainScreen::mnuTips_click()
+{
+    platform::userSettings().setNumber(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"), 1);
+    neighbours_.showTips();
+    showTipsPanel(true);
+}
+
+void MainScreen::mnuHTMLhelp_click()
+{
+    const QString manual = ProgramFolder::current().path(u"manualbenthor.mht");
+    if (!QFile::exists(manual) || !QDesktopServices::openUrl(QUrl::fromLocalFile(manual))) {
+        dialogs().message(this, QStringLiteral("The manual can't be opened: ") + manual, platform::BoxKind::Warning);
+    }
+}
+
+void MainScreen::mnuReprogIR_click()
+{
+    neighbours_.linkStatus().closePorts();
+    neighbours_.showFirmware();
+    unload();
+}
+
+} // namespace benthor::shell

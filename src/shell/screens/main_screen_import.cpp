@@ -1,0 +1,248 @@
+#include "shell/screens/main_screen.h"
+
+#include "divefiles/importer.h"
+#include "link/linkstatus.h"
+#include "platform/look/icons.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/activitysweep.h"
+#include "platform/look/widgets/card.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/entryrow.h"
+#include "platform/look/widgets/fold.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/look/widgets/overlaycard.h"
+#include "platform/look/widgets/status.h"
+#include "platform/look/widgets/toldbutton.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/screen/toldqcolor.h"
+#include "shell/newfolderwatch.h"
+#include "shell/process.h"
+#include "shell/screens/neighbours.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace benthor::shell {
+
+using platform::ProgramFolder;
+
+namespace {
+
+template <class T> T* named(T* widget, const char* name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+/// The estimate that nothing writes; it stays folded away as it was laid out.
+QWidget* makeEstimate()
+{
+    auto* fold = new look::Fold(QStringLiteral("Estimate"));
+    auto* across = new QHBoxLayout;
+    across->addWidget(named(new QProgressBar, "ProgressBar1"), 1);
+    across->addWidget(named(new QLabel, "lblcurrentsizes"));
+    across->addWidget(named(new QLabel, "lblpercentage"));
+    across->addWidget(named(new QLabel, "lblreminutes"));
+    across->addWidget(look::makeCaption(QStringLiteral("minutes remaining")));
+    fold->body()->addLayout(across);
+    return fold;
+}
+
+} // namespace
+
+/// The importer's steps on the main screen. The screen may be unloaded at a yield: what follows then touches nothing of
+/// it, and the run ends after the file in hand.
+class MainScreen::Progress : public divefiles::ImportScreen {
+public:
+    explicit Progress(MainScreen& screen) : screen_(screen) {}
+
+    void runbegins() override
+    {
+        screen_.Picture9_->hide();
+        screen_.Command4_->setEnabled(false);
+        screen_.List1_->clear();
+        screen_.sweep_->restart();
+        screen_.Frame2_->show();
+    }
+    void nofiles() override { screen_.showCommand4(false, false); }
+    void filelisted(const QString& name) override { screen_.List1_->addItem(name); }
+    void totals(int files, qint64 bytes) override
+    {
+        screen_.lbltotalfiles_->setText(QString::number(files));
+        screen_.lbltotalsizes_->setText(QString::number(bytes));
+        screen_.Timer4_->setEnabled(false);
+    }
+    void repaint() override { screen_.QWidget::repaint(); }
+    void filebegins(int number, const QString& text) override
+    {
+        screen_.lblcurrentfile_->setText(QString::number(number));
+        screen_.lblprogress_->setText(text);
+        screen_.lblprogress_->show();
+        screen_.sweep_->advance();
+    }
+    void yield() override { screen_.yieldEvents(); }
+    void stopenabled() override { screen_.stopimport_->setEnabled(screen_.isLoaded()); }
+    void message(const QString& text) override
+    {
+        if (screen_.isLoaded()) {
+            platform::dialogs().message(&screen_, text, platform::BoxKind::Information);
+        }
+    }
+    void lastfiledone() override { screen_.lblprogress_->clear(); }
+    void showdives() override
+    {
+        if (screen_.isLoaded()) {
+            screen_.lbltotaldive_->show();
+            screen_.mnucurrentmain_click();
+        }
+    }
+    void runends() override
+    {
+        screen_.Frame2_->hide();
+        screen_.stopimport_->setEnabled(false);
+    }
+
+private:
+    MainScreen& screen_;
+};
+
+void MainScreen::buildProgress(QWidget* area)
+{
+    Frame2_ = named(new look::OverlayCard(area), "Frame2");
+    QVBoxLayout* down = Frame2_->body();
+    down->setSpacing(look::spaceBase);
+
+    auto* head = new QHBoxLayout;
+    auto* icon = new look::ClickableLabel;
+    icon->setIconName(QStringLiteral("database"), 22);
+    icon->setInk(look::Ink::Accent);
+    icon->setFocusPolicy(Qt::NoFocus);
+    head->addWidget(icon);
+    head->addWidget(look::makeHeading(QStringLiteral("Database Update")));
+    head->addStretch(1);
+    lblcurrentfile_ = named(new QLabel, "lblcurrentfile");
+    lblcurrentfile_->setFont(look::big(24));
+    head->addWidget(lblcurrentfile_, 0, Qt::AlignBaseline);
+    head->addWidget(look::makeCaption(QStringLiteral("of")), 0, Qt::AlignBaseline);
+    lbltotalfiles_ = named(look::makeCaption(QString()), "lbltotalfiles");
+    head->addWidget(lbltotalfiles_, 0, Qt::AlignBaseline);
+    head->addWidget(look::makeCaption(QStringLiteral("files")), 0, Qt::AlignBaseline);
+    down->addLayout(head);
+    down->addWidget(new look::Rule);
+
+    auto* file = new QHBoxLayout;
+    lblprogress_ = named(new QLabel, "lblprogress");
+    lblprogress_->setMinimumWidth(1);
+    lblprogress_->setTextFormat(Qt::PlainText);
+    file->addWidget(lblprogress_, 1);
+    lbltotalsizes_ = named(look::makeCaption(QString()), "lbltotalsizes");
+    file->addWidget(lbltotalsizes_);
+    file->addWidget(look::makeCaption(QStringLiteral("bytes in all")));
+    down->addLayout(file);
+
+    sweep_ = new look::ActivitySweep;
+    down->addWidget(sweep_);
+    auto* notice = new look::NoticeBand(QStringLiteral("DO NOT HIT OTHER KEYS OR TERMINATE PROGRAM"));
+    named(notice->label(), "Label17");
+    down->addWidget(notice);
+
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(look::makeCaption(QStringLiteral("stops after the file in hand")));
+    foot->addStretch(1);
+    stopimport_ = named(new QPushButton(QStringLiteral("stop import")), "stopimport");
+    stopimport_->setIcon(look::icon("stop"));
+    stopimport_->setToolTip(QStringLiteral("Click to abort importing dives after current one finishes"));
+    stopimport_->setEnabled(false);
+    connect(stopimport_, &QPushButton::clicked, this, &MainScreen::stopImport);
+    foot->addWidget(stopimport_);
+    down->addLayout(foot);
+
+    auto* files = new look::Fold(QStringLiteral("Files of this run"));
+    List1_ = named(new QListWidget, "List1");
+    List1_->setMaximumHeight(look::scaled(120));
+    files->body()->addWidget(List1_);
+    down->addWidget(files);
+    down->addWidget(makeEstimate());
+    Frame2_->hide();
+}
+
+void MainScreen::stopImport() { import_->keepimporting = false; }
+
+void MainScreen::Command4_click()
+{
+    const Routine routine(*this);
+    Progress progress(*this);
+    divefiles::importdives(ProgramFolder::current(), *import_, progress);
+    if (isLoaded()) {
+        showWaiting(readNewFolder());
+    }
+}
+
+int MainScreen::readNewFolder()
+{
+    return static_cast<int>(
+        ProgramFolder::current().listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).size());
+}
+
+void MainScreen::showCommand4(bool green, bool enabled)
+{
+    Command4_->setToldBackground(platform::toQColor(green ? platform::kToldGreen : platform::kToldRed));
+    Command4_->setEnabled(enabled);
+}
+
+/// The words beside the button; its colour is the tick's.
+void MainScreen::showWaiting(int waiting)
+{
+    waiting_->setText(waiting == 0   ? QStringLiteral("No files wait")
+                      : waiting == 1 ? QStringLiteral("1 file waits")
+                                     : QStringLiteral("%1 files wait").arg(waiting));
+}
+
+void MainScreen::Timer1_tick()
+{
+    if (process().importing) {
+        return;
+    }
+    const Routine routine(*this);
+    const QString caption = neighbours_.linkStatus().caption();
+    const bool mayRead = mayImport(caption, neighbours_.linkStatus().isOnScreen());
+    const int found = readNewFolder();
+    if (mayRead && startsImport(found, filewatchcount_)) {
+        showCommand4(true, true);
+        Picture9_->show();
+        Timer4_->setEnabled(false);
+        selectEntry(kDatabaseUpdate);
+        showWaiting(found);
+        Frame2_->show();
+        lblprogress_->show();
+        QWidget::repaint();
+        Command4_click();
+        if (!isLoaded()) {
+            return;
+        }
+        Frame2_->hide();
+        if (!neighbours_.isDiveListOnScreen()) {
+            mnucurrentmain_click();
+        }
+    }
+    const int waiting = readNewFolder();
+    if (waiting == 0) {
+        showCommand4(false, false);
+        entries_.value(kDatabaseUpdate)->setToldCaptionColour(platform::toQColor(platform::kToldBlue));
+        Picture9_->hide();
+    } else {
+        showCommand4(true, true);
+    }
+    showWaiting(waiting);
+    filewatchcount_ = waiting;
+    process().deviceconnected = neighbours_.linkStatus().caption() == QLatin1String("Connected") ? 1 : 0;
+    neighbours_.placeTips(frameGeometry(), isMinimized());
+}
+
+} // namespace benthor::shell

@@ -1,0 +1,311 @@
+#include "shell/screens/main_screen.h"
+
+#include "platform/look/icons.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/card.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/entryrow.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/look/widgets/status.h"
+#include "platform/look/widgets/toldbutton.h"
+#include "shell/screens/neighbours.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace benthor::shell {
+
+namespace {
+
+constexpr int kEntriesWidth = 236;
+constexpr int kTipsWidth = 248;
+
+QLabel* named(QLabel* label, const char* name)
+{
+    label->setObjectName(QLatin1String(name));
+    return label;
+}
+
+QLabel* iconLabel(const char* name)
+{
+    auto* label = new look::ClickableLabel;
+    label->setIconName(QLatin1String(name), 22);
+    label->setFocusPolicy(Qt::NoFocus);
+    label->setCursor(Qt::ArrowCursor);
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return label;
+}
+
+} // namespace
+
+void MainScreen::buildLayout()
+{
+    auto* ground = new QWidget;
+    auto* across = new QHBoxLayout(ground);
+    across->setContentsMargins(0, 0, 0, 0);
+    across->setSpacing(0);
+    across->addWidget(buildEntries());
+
+    auto* right = new QWidget;
+    auto* down = new QVBoxLayout(right);
+    down->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceWide);
+    down->setSpacing(look::spaceBase);
+
+    auto* opener = new QHBoxLayout;
+    opener->setSpacing(look::spaceSmall);
+    auto* Label6 = new look::ClickableLabel;
+    Label6->setObjectName(QStringLiteral("Label6"));
+    Label6->setAccessibleName(QStringLiteral("Connection tips"));
+    Label6->setIconName(QStringLiteral("tip"), 18);
+    Label10_ = new look::ClickableLabel(QStringLiteral("Connection tips    >>>"));
+    Label10_->setObjectName(QStringLiteral("Label10(0)"));
+    for (look::ClickableLabel* label : {Label6, Label10_}) {
+        label->setInk(look::Ink::Quiet);
+        connect(label, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
+    }
+    opener->addStretch(1);
+    opener->addWidget(Label6);
+    opener->addWidget(Label10_);
+    down->addLayout(opener);
+
+    auto* card = new look::Card;
+    card->body()->setContentsMargins(0, 0, 0, 0);
+    card->body()->setSpacing(0);
+    card->body()->addWidget(buildPanel(), 1);
+    card->body()->addWidget(new look::Rule);
+    card->body()->addWidget(buildTotals());
+    card->body()->addWidget(new look::Rule);
+    card->body()->addWidget(buildFoot());
+    down->addWidget(card, 1);
+
+    auto* cards = new QHBoxLayout;
+    cards->setSpacing(look::spaceBase);
+    cards->addWidget(buildLinkCard(), 1);
+    cards->addWidget(buildImportCard(), 1);
+    down->addLayout(cards);
+
+    across->addWidget(right, 1);
+    across->addWidget(buildTips());
+    setCentralWidget(ground);
+    setMinimumSize(880, 560);
+    buildProgress(right);
+}
+
+look::EntryRow* MainScreen::entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
+                                  const QString& pictureName, const QString& icon, bool quiet)
+{
+    auto* row = new look::EntryRow(icon, caption, quiet ? look::EntryRow::Kind::Quiet : look::EntryRow::Kind::Normal,
+                                   column);
+    row->setNames(pictureName, captionName);
+    connect(row, &look::EntryRow::clicked, this, [this, choice] { entryClicked(choice); });
+    entries_.insert(choice, row);
+    column->layout()->addWidget(row);
+    return row;
+}
+
+QWidget* MainScreen::buildEntries()
+{
+    auto* column = new look::Pane(Qt::RightEdge);
+    column->setFixedWidth(look::scaled(kEntriesWidth));
+    auto* down = new QVBoxLayout(column);
+    down->setContentsMargins(look::spaceSmall, look::spaceBase, look::spaceSmall, look::spaceSmall);
+    down->setSpacing(look::spaceTight);
+
+    const auto add = [this, column](int choice, const char* caption, const char* captionName, const char* pictureName,
+                                    const char* icon, bool quiet = false) {
+        return entry(column, choice, QLatin1String(caption), QLatin1String(captionName), QLatin1String(pictureName),
+                     QLatin1String(icon), quiet);
+    };
+    add(kMyDives, "My Dives", "lblodl(0)", "Picture6", "dives");
+    add(kDownloadToPc, "Download to PC", "lbllo", "Picture4", "download");
+    look::EntryRow* update = add(kDatabaseUpdate, "Database Update", "lblmdu(1)", "Picture5", "database");
+    update->picture()->setToolTip(QStringLiteral("Forces manual update of database. However, PC Link screen must be "
+                                                 "closed before this will be activated"));
+    Picture9_ = update->addSign(QStringLiteral("Picture9"), QStringLiteral("importfile"));
+    Picture9_->setToolTip(QStringLiteral("Dive files wait in the folder new"));
+    look::EntryRow* setup = add(kSetupAndGas, "Setup + Gas", "Label4", "Picture2", "cylinder");
+    setup->addSign(QStringLiteral("Picture3"), QStringLiteral("settings"))->setVisible(true);
+    add(kDiveFileFind, "Dive File Find", "lblmdff", "Picture8", "filefind");
+
+    down->addStretch(1);
+    down->addWidget(new look::Rule);
+    add(kKd3DiveList, "KD3 Dive List ", "lblvvdl", "", "kd", true);
+    add(kPocketPc, "Pocket PC", "lblppc", "", "pocketpc", true);
+    add(kFerroweImport, "Ferrowe pdl Import", "Label14", "", "importfile", true);
+    down->addWidget(new look::Rule);
+    add(kExit, "Exit", "lblexit", "Picture7", "exit");
+    return column;
+}
+
+QWidget* MainScreen::buildPanel()
+{
+    auto* panel = new QWidget;
+    auto* across = new QHBoxLayout(panel);
+    across->setContentsMargins(20, 20, 20, 20);
+    across->setSpacing(look::spaceRoom);
+    Picture12_ = named(new QLabel, "Picture12");
+    Picture12_->setAlignment(Qt::AlignCenter);
+    across->addWidget(Picture12_, 0, Qt::AlignVCenter);
+
+    auto* words = new QVBoxLayout;
+    words->setSpacing(look::spaceSmall);
+    Label7_ = named(look::makeHeading(QString()), "Label7");
+    Label7_->setFont(look::big(20));
+    Label9_ = named(new QLabel, "Label9");
+    Label9_->setWordWrap(true);
+    look::setInk(Label9_, look::Ink::Quiet);
+    words->addStretch(1);
+    words->addWidget(Label7_);
+    words->addWidget(Label9_);
+    words->addStretch(1);
+    across->addLayout(words, 1);
+    return panel;
+}
+
+QWidget* MainScreen::buildTotals()
+{
+    auto* totals = new QWidget;
+    auto* down = new QVBoxLayout(totals);
+    down->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
+    lbltotaldive_ = new look::TotalsLabel;
+    named(lbltotaldive_, "lbltotaldive");
+    down->addWidget(lbltotaldive_);
+    Lbldetails_ = named(new QLabel, "Lbldetails");
+    look::setInk(Lbldetails_, look::Ink::Quiet);
+    down->addWidget(Lbldetails_);
+    return totals;
+}
+
+QPushButton* MainScreen::footButton(int choice, const QString& name, const QString& caption, const QString& icon,
+                                    const QString& words)
+{
+    auto* row = new QWidget;
+    auto* across = new QHBoxLayout(row);
+    across->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
+    auto* button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setProperty("primary", true);
+    button->setProperty("big", true);
+    button->setIcon(look::icon(icon));
+    across->addWidget(button);
+    across->addStretch(1);
+    across->addWidget(look::makeCaption(words));
+    feet_.insert(choice, row);
+    foot_->addWidget(row);
+    return button;
+}
+
+QWidget* MainScreen::buildFoot()
+{
+    foot_ = new QStackedWidget;
+    foot_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    const auto add = [this](int choice, const char* name, const char* caption, const char* icon, const char* words) {
+        return footButton(choice, QLatin1String(name), QLatin1String(caption), QLatin1String(icon),
+                          QLatin1String(words));
+    };
+    connect(add(kMyDives, "Command1", "Morvalien Dive Log", "dives", "Opens My Dives; the list opens by itself after start"),
+            &QPushButton::clicked, this, &MainScreen::Command1_click);
+    connect(add(kDownloadToPc, "Command2", "Link Morvalien", "download", "Opens the link to the device"),
+            &QPushButton::clicked, this, &MainScreen::Command2_click);
+    connect(add(kDiveFileFind, "Command3", "Manual Dive File Find", "filefind",
+                "Imports a dive file from any place; all that ever came in are kept in the folder old"),
+            &QPushButton::clicked, this, &MainScreen::Command3_click);
+    connect(add(kExit, "cmdclose", "Exit", "exit", "Closes all screens"), &QPushButton::clicked, this,
+            &MainScreen::cmdclose_click);
+    QPushButton* kd3 = add(kKd3DiveList, "cmdviewkd3", "KD3 Dive List", "kd", "Dives of every device stand in My Dives");
+    QPushButton* pdb = add(kPocketPc, "cmdpdbsingle", "Download PDB", "pocketpc", "Not available on this computer");
+    kd3->setEnabled(false);
+    pdb->setEnabled(false);
+
+    auto* nothing = new QWidget;
+    feet_.insert(kNoEntry, nothing);
+    foot_->addWidget(nothing);
+
+    auto* Command6 = new QPushButton(this);
+    Command6->setObjectName(QStringLiteral("Command6"));
+    Command6->hide();
+    connect(Command6, &QPushButton::clicked, this, &MainScreen::Command6_click);
+    return foot_;
+}
+
+QWidget* MainScreen::buildLinkCard()
+{
+    auto* card = new look::Card;
+    auto* across = new QHBoxLayout;
+    across->setSpacing(look::spaceBase);
+    across->addWidget(iconLabel("plug"));
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(look::makeCaption(QStringLiteral("Device link")));
+    lblstatus_ = new look::LampDot;
+    named(lblstatus_, "lblstatus");
+    lblstatus_->setText(QStringLiteral("Searching"));
+    words->addWidget(lblstatus_);
+    across->addLayout(words);
+    across->addStretch(1);
+    Text14_ = named(look::makeCaption(QStringLiteral("Put the device into PC Link mode\nand open Download to PC")),
+                    "Text14");
+    Text14_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    across->addWidget(Text14_);
+    card->body()->addLayout(across);
+    return card;
+}
+
+QWidget* MainScreen::buildImportCard()
+{
+    auto* card = new look::Card;
+    auto* across = new QHBoxLayout;
+    across->setSpacing(look::spaceBase);
+    across->addWidget(iconLabel("database"));
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(look::makeCaption(QStringLiteral("Folder new")));
+    waiting_ = new QLabel(QStringLiteral("No files wait"));
+    waiting_->setFont(look::strong(look::body()));
+    words->addWidget(waiting_);
+    across->addLayout(words);
+    across->addStretch(1);
+    Command4_ = new look::ToldButton(QStringLiteral("import dives"));
+    Command4_->setObjectName(QStringLiteral("Command4"));
+    Command4_->setIcon(look::icon("importfile"));
+    Command4_->setToolTip(QStringLiteral(
+        "When green, there are more new dives that can be transfered from temporary storage into database"));
+    connect(Command4_, &QPushButton::clicked, this, &MainScreen::Command4_click);
+    across->addWidget(Command4_);
+    card->body()->addLayout(across);
+    return card;
+}
+
+QWidget* MainScreen::buildTips()
+{
+    Frame4_ = new look::Pane(Qt::LeftEdge);
+    Frame4_->setObjectName(QStringLiteral("Frame4"));
+    Frame4_->setFixedWidth(look::scaled(kTipsWidth));
+    auto* down = new QVBoxLayout(Frame4_);
+    down->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceWide);
+    auto* head = new QHBoxLayout;
+    head->addWidget(iconLabel("tip"));
+    head->addWidget(look::makeHeading(QStringLiteral("Connection tips")));
+    head->addStretch(1);
+    auto* back = new look::ClickableLabel(QStringLiteral("<<<"));
+    back->setObjectName(QStringLiteral("Label10(1)"));
+    back->setAccessibleName(QStringLiteral("Close connection tips"));
+    connect(back, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(false); });
+    head->addWidget(back);
+    down->addLayout(head);
+    down->addWidget(new look::Rule);
+    down->addStretch(1);
+    Frame4_->hide();
+    return Frame4_;
+}
+
+void MainScreen::showTipsPanel(bool shown)
+{
+    Frame4_->setVisible(shown);
+    Label10_->setVisible(!shown);
+    findChild<QWidget*>(QStringLiteral("Label6"))->setVisible(!shown);
+}
+
+} // namespace benthor::shell
