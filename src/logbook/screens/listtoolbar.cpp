@@ -106,7 +106,7 @@ void ListToolBar::setCompactness(int level) {
     level_ = level;
     publish_->setCompact(level >= kFewActionsCompact);
     spreadsheet_->setCompact(level >= kFewActionsCompact);
-    close_->setCompact(level >= kWaysOutCompact);
+    close_->setCompact(level >= kFewActionsCompact);
     setLabel(toLink_, linkCaption(), level >= kWaysOutCompact);
     setLabel(toMain_, mainCaption(), level >= kWaysOutCompact);
     open_->setCompact(level >= kAllCompact);

@@ -74,6 +74,7 @@ platform::Database& rbmain::store() {
 }
 
 void rbmain::Timer3_tick() {
+    const Routine routine(*this);
     Timer3_.setEnabled(false);
     QString text = QStringLiteral("No dives in database. Please download dives using Download to PC Window.");
     if (!storeFault_.isEmpty()) {
@@ -84,6 +85,7 @@ void rbmain::Timer3_tick() {
 }
 
 void rbmain::cmdgo_click() {
+    const Routine routine(*this);
     process().problemtext.clear();
     int row = MSFlexGrid1_->row();
     if (!isBlue(row) && clickedRow_ > 0) {
@@ -119,6 +121,7 @@ QStringList rbmain::chosenDives() const {
 }
 
 void rbmain::cmdelete_click() {
+    const Routine routine(*this);
     const QStringList dives = chosenDives();
     if (dives.isEmpty()) {
         platform::dialogs().message(this, QStringLiteral("Please reselect message to delete."));

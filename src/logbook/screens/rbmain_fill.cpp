@@ -14,8 +14,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPointer>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 namespace benthor::logbook {
 
@@ -24,8 +24,7 @@ namespace {
 constexpr double kFontPoints = 8;
 constexpr int kNameColumn = 4;
 // Time of checking between two paintings: the window stays alive, and painting does not slow the checks.
-constexpr int kPaintEveryMilliseconds = 60;
-constexpr int kLongestFaultTip = 2000;
+constexpr int kPaintEveryMilliseconds = 40;
 
 struct SortColumn {
     int sortnumber;
@@ -105,14 +104,10 @@ void rbmain::filldivelist() {
     if (filling_) {
         return;
     }
-    filling_ = true;
-    const QString diveInHand = process().currentdiveid;
-    const auto done = qScopeGuard([self = QPointer<rbmain>(this), diveInHand] {
-        process().currentdiveid = diveInHand;
-        if (self) {
-            self->filling_ = false;
-        }
-    });
+    const Routine routine(*this);
+    const QScopedValueRollback filling(filling_, true);
+    const auto keepDiveInHand =
+        qScopeGuard([diveid = process().currentdiveid] { process().currentdiveid = diveid; });
     if (!showDives()) {
         Timer3_.setEnabled(true);
         return;
@@ -193,9 +188,8 @@ bool rbmain::checkDives() {
 /// Serves painting alone. False when the screen was unloaded meanwhile.
 bool rbmain::paintPending() {
     const platform::TickHold hold;
-    const QPointer<rbmain> self(this);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-    return !self.isNull() && !isUnloaded();
+    return !isUnloaded();
 }
 
 void rbmain::noteFault(const QString& diveid) {
@@ -210,9 +204,6 @@ void rbmain::noteFault(const QString& diveid) {
 void rbmain::showFaults(const QString& title, const QString& problemtext) {
     Frame2_->title()->setText(title);
     Label16_->setText(problemtext);
-    // A label breaks its lines at a blank only; the tip has one message a line.
-    Label16_->setToolTip(
-        problemtext.trimmed().replace(QLatin1Char('\r'), QLatin1Char('\n')).left(kLongestFaultTip));
     Frame2_->show();
 }
 

@@ -2,6 +2,7 @@
 
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/picturebutton.h"
+#include "logbook/screens/problemlabel.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
 #include "platform/look/look.h"
@@ -16,6 +17,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainterPath>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -23,7 +25,7 @@ namespace benthor::logbook {
 
 namespace {
 
-constexpr int kFaultLines = 5;
+constexpr int kRowHeight = 28;
 
 QString noMailYet() {
     return QStringLiteral("Sending a dive by mail is not there yet.");
@@ -40,6 +42,16 @@ QString emptyList() {
         "A dive file that is put into the folder \"new\" is imported as well.");
 }
 
+/// The frame's own label would run the messages together; it makes room for one that does not.
+QLabel* takePlaceOf(QLabel* label) {
+    auto* problems = new ProblemLabel(label->parentWidget());
+    problems->setObjectName(label->objectName());
+    delete label->parentWidget()->layout()->replaceWidget(label, problems);
+    label->setObjectName(QString());
+    label->hide();
+    return problems;
+}
+
 look::ClickableLabel* laterPicture(const char* name, const char* iconName, const QString& reason) {
     auto* picture = new look::ClickableLabel;
     picture->setObjectName(QLatin1String(name));
@@ -49,6 +61,28 @@ look::ClickableLabel* laterPicture(const char* name, const char* iconName, const
     picture->setEnabled(false);
     return picture;
 }
+
+/// A card that is all table: the corners of the table are cut where those of the card are round.
+class TableCard : public look::Card {
+public:
+    explicit TableCard(QWidget* table)
+        : table_(table) {
+        body()->setContentsMargins(1, 1, 1, 1);
+        body()->addWidget(table);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        look::Card::resizeEvent(event);
+        layout()->activate();
+        QPainterPath shape;
+        shape.addRoundedRect(table_->rect(), look::radius - 1, look::radius - 1);
+        table_->setMask(QRegion(shape.toFillPolygon().toPolygon()));
+    }
+
+private:
+    QWidget* table_;
+};
 
 } // namespace
 
@@ -103,6 +137,7 @@ void rbmain::buildMenus() {
     quietLine_->setMinimumWidth(
         quietLine_->fontMetrics().horizontalAdvance(QStringLiteral("Checking dive 00000 of 00000")) +
         2 * look::spaceBase);
+    quietLine_->setMinimumHeight(menuBar()->sizeHint().height() - 2);
     menuBar()->setCornerWidget(quietLine_);
 }
 
@@ -154,17 +189,12 @@ void rbmain::buildBody() {
     middle->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceSmall);
     middle->setSpacing(look::spaceSmall);
     column->addLayout(middle, 1);
-    auto* card = new look::Card;
-    card->body()->setContentsMargins(1, 1, 1, 1);
-    card->body()->addWidget(MSFlexGrid1_);
-    middle->addWidget(card, 1);
+    middle->addWidget(new TableCard(MSFlexGrid1_), 1);
     Frame2_ = new look::FaultFrame(QStringLiteral("Label16"), QStringLiteral("Command1"));
     Frame2_->setObjectName(QStringLiteral("Frame2"));
     Frame2_->closeButton()->setAutoDefault(false);
     Frame2_->hide();
-    Label16_ = Frame2_->text();
-    Label16_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Label16_->setMaximumHeight(kFaultLines * Label16_->fontMetrics().lineSpacing());
+    Label16_ = takePlaceOf(Frame2_->text());
     middle->addWidget(Frame2_);
 
     strip_ = new SummaryStrip;
@@ -200,7 +230,7 @@ void rbmain::setUpGrid() {
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setAccessibleName(QStringLiteral("Dives"));
     MSFlexGrid1_->setFigureFont(look::numbers(13));
-    MSFlexGrid1_->setDefaultRowHeightPx(look::scaled(28));
+    MSFlexGrid1_->setDefaultRowHeightPx(kRowHeight);
     MSFlexGrid1_->setEmptyText(emptyList());
     MSFlexGrid1_->setRowSigns([this](int row) { return signOf(row); });
     MSFlexGrid1_->setFocus();

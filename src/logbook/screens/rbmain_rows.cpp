@@ -79,6 +79,7 @@ void rbmain::refreshStrip() {
     }
     strip_->showCells(cells);
     MSFlexGrid1_->refreshSigns();
+    tell(QString());
 }
 
 platform::RowSign rbmain::signOf(int row) const {
