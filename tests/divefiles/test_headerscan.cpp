@@ -370,7 +370,8 @@ void TestHeaderScan::roundsBehindProfileGoOnAndKeywordsThereAct() {
     QCOMPARE(actionsOf(kBegin + "OTU,1\rProfile\r\n,1,2,OTU high,77\r\n"),
              kBegun + QByteArrayList({"otu 1", "otu 77"}));
     QCOMPARE(scanheader(kBegin + "Profile Profile").profiles, 2);
-    QCOMPARE(outcomeOf(kBegin + "Profile\r\n,1,2,3,Gas pressure,5\r\n,1,2,3\r\n"), ScanOutcome::GasTooMany);
+    QCOMPARE(outcomeOf(kBegin + "Profile\r\n,1,2,3,Gas pressure low,5\r\n,1,2,3\r\n"),
+             ScanOutcome::GasTooMany);
 }
 
 void TestHeaderScan::exactly1000RoundsAreDone() {
