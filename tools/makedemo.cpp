@@ -1,5 +1,5 @@
-// Lays the files of a demonstration into a program folder: a store that skips the guide, and dives that wait in `new`.
-// Usage: benthor-makedemo <program folder>
+// Lays the files of a demonstration into a program folder: a store that skips the guide, and dives that wait
+// in `new`. Usage: benthor-makedemo <program folder>
 
 #include "platform/files.h"
 #include "simulator/demodives.h"
@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
         }
         store::createStore(root + QLatin1String("/rb.mdb"), QStringLiteral("Close"));
         for (const auto& dive : simulator::demoDives()) {
-            const auto written = platform::writeFileWhole(root + QLatin1String("/new/") + dive.filename, dive.text);
+            const auto written =
+                platform::writeFileWhole(root + QLatin1String("/new/") + dive.filename, dive.text);
             if (!written) {
                 out << written.error << '\n';
                 return 1;

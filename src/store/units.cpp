@@ -22,8 +22,12 @@ QString readunit() {
     return process().mainrecordset.value(u"display").text();
 }
 
-void writeunit(const QString& word) { writefirst("SELECT * FROM Display ", u"Display", word); }
+void writeunit(const QString& word) {
+    writefirst("SELECT * FROM Display ", u"Display", word);
+}
 
-void writegetstarted(const QString& word) { writefirst("SELECT * FROM SERIALNO", u"getstarted", word); }
+void writegetstarted(const QString& word) {
+    writefirst("SELECT * FROM SERIALNO", u"getstarted", word);
+}
 
 } // namespace benthor::store

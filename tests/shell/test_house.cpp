@@ -34,7 +34,9 @@ Screen* loaded(const char* name) {
     return nullptr;
 }
 
-bool shown(const char* name) { return loaded(name) != nullptr && loaded(name)->isVisible(); }
+bool shown(const char* name) {
+    return loaded(name) != nullptr && loaded(name)->isVisible();
+}
 
 template <class T> T* control(const char* screen, const char* name) {
     auto* found = loaded(screen) == nullptr ? nullptr : loaded(screen)->findChild<T*>(QLatin1String(name));
@@ -44,7 +46,9 @@ template <class T> T* control(const char* screen, const char* name) {
     return found;
 }
 
-void expire(const char* screen, const char* timer) { control<TickTimer>(screen, timer)->expire(); }
+void expire(const char* screen, const char* timer) {
+    control<TickTimer>(screen, timer)->expire();
+}
 
 void setGuide(const TestFolder& folder, const char* word) {
     platform::Database database;
@@ -54,7 +58,8 @@ void setGuide(const TestFolder& folder, const char* word) {
 
 /// The program on a folder of its own, from the splash on.
 struct Program {
-    explicit Program(const char* guide = "Close", TestFolder::Store store = TestFolder::Store::Fresh) : folder(store) {
+    explicit Program(const char* guide = "Close", TestFolder::Store store = TestFolder::Store::Fresh)
+        : folder(store) {
         if (store == TestFolder::Store::Fresh) {
             setGuide(folder, guide);
         }

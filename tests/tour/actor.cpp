@@ -18,19 +18,18 @@ constexpr int kLookEveryMilliseconds = 20;
 } // namespace
 
 Actor::Actor(const QString& folder, int stepCount)
-    : folder_(folder), steps_(stepCount), started_(QDateTime::currentMSecsSinceEpoch()) {
+    : folder_(folder)
+    , steps_(stepCount)
+    , started_(QDateTime::currentMSecsSinceEpoch()) {
     QDir().mkpath(folder);
 }
 
 void Actor::step(const QString& words) {
     ++step_;
     const double seconds = static_cast<double>(QDateTime::currentMSecsSinceEpoch() - started_) / 1000.0;
-    QTextStream(stdout) << QStringLiteral("   [%1/%2 %3 s] %4")
-                               .arg(step_, 2)
-                               .arg(steps_)
-                               .arg(seconds, 5, 'f', 1)
-                               .arg(words)
-                        << Qt::endl;
+    QTextStream(stdout)
+        << QStringLiteral("   [%1/%2 %3 s] %4").arg(step_, 2).arg(steps_).arg(seconds, 5, 'f', 1).arg(words)
+        << Qt::endl;
 }
 
 void Actor::look(const std::function<void()>& act) const {
@@ -67,8 +66,8 @@ QWidget* Actor::screen(const QString& name) const {
     return found;
 }
 
-/// Waits until the control can be reached, then posts the deed and returns when it has begun: a click that opens a box
-/// is not over before the box is.
+/// Waits until the control can be reached, then posts the deed and returns when it has begun: a click that
+/// opens a box is not over before the box is.
 void Actor::act(QWidget* control, QPoint at, const std::function<void(QPoint)>& deed) const {
     QString name;
     look([&] { name = control->objectName(); });
@@ -82,7 +81,8 @@ void Actor::act(QWidget* control, QPoint at, const std::function<void(QPoint)>& 
         inWindow = control->mapTo(control->window(), at == QPoint(-1, -1) ? control->rect().center() : at);
         QWidget* hit = control->window()->childAt(inWindow);
         if (hit != control && (hit == nullptr || !control->isAncestorOf(hit))) {
-            over = QStringLiteral("%1 lies over it").arg(hit != nullptr ? hit->objectName() : QStringLiteral("nothing"));
+            over = QStringLiteral("%1 lies over it")
+                       .arg(hit != nullptr ? hit->objectName() : QStringLiteral("nothing"));
             return false;
         }
         return true;
@@ -92,7 +92,8 @@ void Actor::act(QWidget* control, QPoint at, const std::function<void(QPoint)>& 
     } catch (const TourError&) {
         throw TourError(QStringLiteral("%1 can't be clicked: %2").arg(name, over));
     }
-    QMetaObject::invokeMethod(qApp, [deed, inWindow] { deed(inWindow); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [deed, inWindow] { deed(inWindow); }, Qt::QueuedConnection);
     look([] {});
 }
 
@@ -153,7 +154,8 @@ void Actor::answerBox(const QString& text, const QString& button, const QString&
 }
 
 void Actor::picture(QWidget* screen, const QString& name) {
-    const QString file = QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
+    const QString file =
+        QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
     bool saved = false;
     look([&] { saved = screen->grab().save(file); });
     if (!saved) {

@@ -12,16 +12,18 @@ namespace benthor::tour {
 /// What did not come as it must.
 class TourError : public std::exception {
 public:
-    explicit TourError(const QString& what) : what_(what.toUtf8()) {}
+    explicit TourError(const QString& what)
+        : what_(what.toUtf8()) {}
     const char* what() const noexcept override { return what_.constData(); }
 
 private:
     QByteArray what_;
 };
 
-/// A person at the screens: says what it does, clicks where a control can really be clicked, types, waits for what must
-/// come, and takes pictures. It runs in a thread of its own beside the screens', as a person does, so a modal box or a
-/// long import does not hold it up. Whatever does not come, or is covered by something else, throws a TourError.
+/// A person at the screens: says what it does, clicks where a control can really be clicked, types, waits for
+/// what must come, and takes pictures. It runs in a thread of its own beside the screens', as a person does,
+/// so a modal box or a long import does not hold it up. Whatever does not come, or is covered by something
+/// else, throws a TourError.
 class Actor {
 public:
     /// Pictures go into `folder`, numbered in the order taken.

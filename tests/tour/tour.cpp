@@ -1,6 +1,6 @@
-// Drives the program through its main road: the real screens, real clicks and keys, a real store. Says each step, leaves
-// a picture of each screen, and ends with 1 when anything does not come as it must.
-// Usage: benthor-tour <program folder> <folder for pictures>
+// Drives the program through its main road: the real screens, real clicks and keys, a real store. Says each
+// step, leaves a picture of each screen, and ends with 1 when anything does not come as it must. Usage:
+// benthor-tour <program folder> <folder for pictures>
 
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
@@ -59,11 +59,13 @@ void startAndImport(Actor& actor) {
     auto* progress = actor.control<QWidget>(main, QStringLiteral("Frame2"));
     actor.waitFor(QStringLiteral("the import's progress"), [&] { return progress->isVisible(); });
     actor.picture(main, QStringLiteral("importing"));
-    actor.answerBox(QStringLiteral("Dive(s) put into database."), QStringLiteral("OK"), QStringLiteral("imported"));
+    actor.answerBox(QStringLiteral("Dive(s) put into database."), QStringLiteral("OK"),
+                    QStringLiteral("imported"));
     actor.waitFor(QStringLiteral("the progress to go"), [&] { return !progress->isVisible(); });
     auto* totals = actor.control<QLabel>(main, QStringLiteral("lbltotaldive"));
     actor.look([&] {
-        require(QDir(platform::ProgramFolder::current().path(u"new")).isEmpty(), QStringLiteral("files are left in new"));
+        require(QDir(platform::ProgramFolder::current().path(u"new")).isEmpty(),
+                QStringLiteral("files are left in new"));
     });
     actor.step(QStringLiteral("The panel tells the totals"));
     actor.click(actor.control<QWidget>(main, QStringLiteral("lblppc")));
@@ -132,11 +134,13 @@ void workTheChart(Actor& actor, QWidget* dive) {
     actor.step(QStringLiteral("Zoom in, pan on, zoom out"));
     auto* zoom = actor.control<QAbstractButton>(dive, QStringLiteral("Command2(0)"));
     actor.click(zoom);
-    actor.waitFor(QStringLiteral("the caption Zoom 10"), [&] { return zoom->text() == QLatin1String("Zoom 10"); });
+    actor.waitFor(QStringLiteral("the caption Zoom 10"),
+                  [&] { return zoom->text() == QLatin1String("Zoom 10"); });
     actor.click(actor.control<QWidget>(dive, QStringLiteral("Command2(2)")));
     actor.picture(dive, QStringLiteral("dive-zoomed"));
     actor.click(zoom);
-    actor.waitFor(QStringLiteral("the caption Zoom 1"), [&] { return zoom->text() == QLatin1String("Zoom 1"); });
+    actor.waitFor(QStringLiteral("the caption Zoom 1"),
+                  [&] { return zoom->text() == QLatin1String("Zoom 1"); });
 
     actor.step(QStringLiteral("The data grid with every column; the arrow keys walk the samples"));
     actor.click(actor.control<QWidget>(dive, QStringLiteral("btnSpread")));
@@ -155,7 +159,8 @@ void inFeet(Actor& actor, QWidget* dive) {
     QWidget* again = nullptr;
     actor.waitFor(QStringLiteral("the dive to be loaded again"), [&] {
         for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == QLatin1String("rbinterface") && window->isVisible() && window != dive) {
+            if (window->objectName() == QLatin1String("rbinterface") && window->isVisible() &&
+                window != dive) {
                 again = window;
             }
         }
@@ -167,7 +172,8 @@ void inFeet(Actor& actor, QWidget* dive) {
     actor.click(actor.control<QWidget>(again, QStringLiteral("cmdclose")));
     QWidget* list = actor.screen(QStringLiteral("rbmain"));
     auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
-    actor.waitFor(QStringLiteral("depths in feet"), [&] { return grid->rows() > 1 && grid->text(1, 2).endsWith(QLatin1String("ft")); });
+    actor.waitFor(QStringLiteral("depths in feet"),
+                  [&] { return grid->rows() > 1 && grid->text(1, 2).endsWith(QLatin1String("ft")); });
     actor.picture(list, QStringLiteral("dive-list-feet"));
 }
 
