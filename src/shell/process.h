@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/database.h"
+
 #include <QString>
 
 namespace benthor {
@@ -22,6 +24,14 @@ struct Process {
     bool diveviewopen = false; ///< the dive screen is open
     bool linkidle = true;      ///< no download runs
     bool firststart = false;   ///< the main screen has looked for the store once
+
+    // One handle of each kind, shared by all routines: a query that one of them opens replaces the rows of
+    // the last, and whoever reads a recordset sees what ran last. So no routine holds its rows across a call
+    // that may run a query.
+    platform::Database database;        ///< the open store
+    platform::Recordset mainrecordset;  ///< rows of the last query for rows
+    platform::Recordset countrecordset; ///< row of the last query for a count
+    QString querytext;                  ///< text of the last query
 };
 
 Process& process();

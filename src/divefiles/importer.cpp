@@ -1,0 +1,293 @@
+#include "divefiles/importer.h"
+
+#include "divefiles/filenames.h"
+#include "divefiles/headerscan.h"
+#include "platform/clock.h"
+#include "platform/faultpoint.h"
+#include "shell/process.h"
+#include "store/access.h"
+#include "store/identifiers.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace benthor::divefiles {
+
+namespace {
+
+using platform::FileResult;
+
+/// No header reaches this far; a file that goes on is read no further.
+constexpr qint64 kHeaderBytesMax = 16 * 1024 * 1024;
+
+/// A fault of disk or store that ends the run. The text is shown.
+struct ImportFault {
+    QString text;
+};
+
+/// A fault that leaves the file where it was and nothing of it in the store.
+[[noreturn]] void failFile(const QString& name, const QString& reason) {
+    throw ImportFault{
+        QStringLiteral("The import stopped at the file \"%1\".\n%2\n\nNothing of this file was stored; it "
+                       "stays in the folder \"new\". Check that the disk has room and that the program's "
+                       "folder can be written, then import again.")
+            .arg(name, reason)};
+}
+
+void requireFor(const QString& name, const FileResult& result) {
+    if (!result) {
+        failFile(name, result.error);
+    }
+}
+
+QString latin1(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes);
+}
+
+template <size_t Count> std::array<QString, Count> latin1(const std::array<QByteArray, Count>& fields) {
+    std::array<QString, Count> texts;
+    std::transform(fields.begin(), fields.end(), texts.begin(),
+                   [](const QByteArray& field) { return latin1(field); });
+    return texts;
+}
+
+/// Writes what the scan found, one action after the other.
+class RowWriter {
+public:
+    RowWriter(const QString& stamp, const QString& name)
+        : m_stamp(stamp)
+        , m_name(name) {}
+
+    /// Whether the store took every serial.
+    bool serialTaken() const { return m_serialTaken; }
+
+    void operator()(const NewDive& dive) {
+        store::newdive(latin1(dive.version));
+        store::putfilenames(dbtxtname(m_stamp, m_name), m_name);
+    }
+
+    void operator()(const PutField& put) {
+        const QString value = latin1(put.value);
+        switch (put.field) {
+        case HeaderField::Interval:
+            store::putinterval(value);
+            break;
+        case HeaderField::Serial:
+            store::putusername(value);
+            m_serialTaken = store::putsuit(value) && m_serialTaken;
+            break;
+        case HeaderField::Start:
+            store::putstart(value);
+            break;
+        case HeaderField::Status:
+            store::putstatus(value);
+            break;
+        case HeaderField::Descend:
+            store::putdescend(value);
+            break;
+        case HeaderField::DAtmos:
+            store::putdatmos(value);
+            break;
+        case HeaderField::DStack:
+            store::putdstack(value);
+            break;
+        case HeaderField::DUsage:
+            store::putdusage(value);
+            break;
+        case HeaderField::MaxD:
+            store::putmaxdepth(value);
+            break;
+        case HeaderField::Otu:
+            store::putotu(value);
+            break;
+        case HeaderField::HpCylinder:
+            store::puthpcylinder(value);
+            break;
+        }
+    }
+
+    void operator()(const PutFinish& finish) {
+        store::putfinish(latin1(finish.finishcode));
+        store::putduration(latin1(finish.startcode), latin1(finish.finishcode));
+    }
+
+    void operator()(const AddGas& gas) { store::addgasrow(latin1(gas.fields)); }
+    void operator()(const AddTissue& tissue) { store::addtissuerow(latin1(tissue.fields)); }
+
+private:
+    const QString& m_stamp;
+    const QString& m_name;
+    bool m_serialTaken = true;
+};
+
+class ImportRun {
+public:
+    ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen)
+        : m_folder(folder)
+        , m_state(state)
+        , m_screen(screen) {}
+
+    ImportEnd run() {
+        m_state = ImportState{true, importstamp(platform::now()), 0};
+        m_screen.runbegins();
+        m_names = m_folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt"));
+        if (m_names.isEmpty()) {
+            m_screen.nofiles();
+            return ImportEnd::NoFiles;
+        }
+        try {
+            copyAll();
+            process().importing = true;
+            m_screen.repaint();
+            for (qsizetype i = 0; i < m_names.size() && m_state.keepimporting; ++i) {
+                const ImportEnd end = importFile(static_cast<int>(i) + 1, m_names[i]);
+                if (end != ImportEnd::Done) {
+                    return end;
+                }
+            }
+        } catch (const ImportFault& fault) {
+            m_screen.message(fault.text);
+            return ImportEnd::Failed;
+        }
+        m_screen.lastfiledone();
+        m_screen.message(QStringLiteral("Dive(s) put into database."));
+        m_screen.showdives();
+        return ImportEnd::Done;
+    }
+
+private:
+    QString waiting(const QString& name) const { return m_folder.path(u"new", name); }
+    QString kept(const QString& name) const { return m_folder.path(u"old", name); }
+
+    /// The first pass: no file is touched before all have their copies.
+    void copyAll() {
+        if (!process().database.isOpen()) {
+            failFile(m_names.first(), QStringLiteral("The store is not open."));
+        }
+        QDir().mkpath(m_folder.path(u"old"));
+        qint64 bytes = 0;
+        for (const QString& name : m_names) {
+            requireFor(name, platform::copyFile(waiting(name), kept(name), platform::FolderSync::Later));
+            m_screen.filelisted(name);
+            copyForViewer(name, platform::FolderSync::Later);
+            bytes += QFileInfo(waiting(name)).size();
+        }
+        requireFor(m_names.first(), platform::syncFolder(m_folder.path(u"old")));
+        static_cast<void>(platform::syncFolder(m_folder.path(u"dbtxt")));
+        m_screen.totals(static_cast<int>(m_names.size()), bytes);
+    }
+
+    ImportEnd importFile(int number, const QString& name) {
+        m_screen.filebegins(number, QStringLiteral("System processing : ") + name);
+        m_screen.yield();
+        platform::faultAt("file");
+        m_screen.stopenabled();
+        const std::optional<QByteArray> bytes = platform::readFile(waiting(name), kHeaderBytesMax);
+        if (!bytes) {
+            failFile(name, QStringLiteral("It cannot be read."));
+        }
+        const HeaderScan scan = scanheader(*bytes);
+        m_state.divecounter += scan.profiles;
+        if (scan.outcome == ScanOutcome::VersionMissing) {
+            m_screen.message(QStringLiteral("Version or Interval not found !"));
+            return ImportEnd::VersionMissing;
+        }
+        keepCopy(name);
+        if (!storeRows(scan, name)) {
+            m_screen.message(QStringLiteral(
+                "Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted.."));
+        }
+        if (scan.outcome != ScanOutcome::Finished) {
+            setAside(name, scan.outcome);
+        }
+        if (const FileResult removed = platform::removeFile(waiting(name)); !removed) {
+            throw ImportFault{
+                QStringLiteral("The dive of the file \"%1\" is stored, but the file cannot be removed.\n%2"
+                               "\n\nRemove it from the folder \"new\" by hand, or the next import stores "
+                               "the dive once more.")
+                    .arg(name, removed.error)};
+        }
+        platform::faultAt("removed");
+        return scan.outcome == ScanOutcome::Finished ? ImportEnd::Done : ImportEnd::TooManyFields;
+    }
+
+    /// The copies were made in the first pass; since then events have run, and the file may be another by
+    /// now.
+    void keepCopy(const QString& name) {
+        if (!platform::sameContents(waiting(name), kept(name))) {
+            requireFor(name, platform::copyFile(waiting(name), kept(name)));
+            copyForViewer(name, platform::FolderSync::Now);
+        }
+    }
+
+    /// A dive without this copy is stored all the same.
+    void copyForViewer(const QString& name, platform::FolderSync sync) {
+        static_cast<void>(platform::copyFile(
+            waiting(name), m_folder.path(u"dbtxt", copyname(m_state.importstamp, name)), sync));
+    }
+
+    /// All rows of one file or none. False when the store refused a serial.
+    bool storeRows(const HeaderScan& scan, const QString& name) {
+        if (scan.actions.empty()) {
+            return true;
+        }
+        const QString before = process().currentdiveid;
+        try {
+            RowWriter writer(m_state.importstamp, name);
+            platform::Transaction transaction(process().database);
+            for (const HeaderAction& action : scan.actions) {
+                std::visit(writer, action);
+            }
+            transaction.commit();
+            return writer.serialTaken();
+        } catch (const platform::StoreError& error) {
+            process().currentdiveid = before;
+            failFile(name, error.text());
+        }
+    }
+
+    /// What is told of a file with a faulty line: the rows read so far stay, the file goes to `corrupt`.
+    void setAside(const QString& name, ScanOutcome outcome) {
+        m_screen.message(outcome == ScanOutcome::GasTooMany
+                             ? QStringLiteral("Errors Gas - Too many parameters  !")
+                             : QStringLiteral("Errors Tissue - Too many parametre  !"));
+        QDir().mkpath(m_folder.path(u"corrupt"));
+        if (const FileResult copied = platform::copyFile(waiting(name), m_folder.path(u"corrupt", name));
+            !copied) {
+            m_screen.message(
+                QStringLiteral("The file \"%1\" cannot be copied to the folder \"corrupt\".\n%2\n\nIts copy "
+                               "in the folder \"old\" is whole.")
+                    .arg(name, copied.error));
+        }
+        process().mainrecordset.close();
+    }
+
+    const platform::ProgramFolder& m_folder;
+    ImportState& m_state;
+    ImportScreen& m_screen;
+    QStringList m_names;
+};
+
+} // namespace
+
+ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen) {
+    if (process().importing) {
+        return ImportEnd::AlreadyRunning;
+    }
+    const ImportEnd end = ImportRun(folder, state, screen).run();
+    screen.runends();
+    process().importing = false;
+    return end;
+}
+
+QString takemanualfile(const platform::ProgramFolder& folder, const QString& path) {
+    const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
+    if (point < 0 || name.mid(point + 1) != QLatin1String("txt")) {
+        return QStringLiteral("File Extention is wrong !");
+    }
+    const FileResult copied = platform::copyFile(path, folder.path(u"new", name));
+    return copied ? QString() : QStringLiteral("Error reading data file. ") + copied.error;
+}
+
+} // namespace benthor::divefiles

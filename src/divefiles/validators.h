@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/database.h"
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+namespace benthor::divefiles {
+
+// The checks of one dive's rows. A dive that came over an unreliable link is stored all the same; these say
+// what is wrong with it.
+
+/// The messages for the rows of main, gas or tissue of one dive, from the current row to the last: the first
+/// fault of each row, or the message for no rows at all.
+QStringList mainfaults(platform::Recordset& rows);
+QStringList gasfaults(platform::Recordset& rows);
+QStringList tissuefaults(platform::Recordset& rows);
+
+/// The validators: each opens the rows of `currentdiveid` (where that is empty, of the first dive of
+/// `divesystem`) in the process's main recordset and appends its messages to `problemtext`, each behind a CR.
+/// `database` is the store that is looked at. Callers empty `problemtext` first.
+void checkmain(platform::Database& database);
+void checkgas(platform::Database& database);
+void checktissue(platform::Database& database);
+
+/// Empties `problemtext` and runs the three in their order; an empty `problemtext` afterwards means a good
+/// dive.
+void checkdive(platform::Database& database);
+
+/// Whether a dive with this `problemtext` is shown by the viewer, which deals with faults of gas and tissue
+/// rows.
+bool diveopens(QStringView problemtext);
+
+} // namespace benthor::divefiles

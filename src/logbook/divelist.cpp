@@ -1,0 +1,285 @@
+#include "logbook/divelist.h"
+
+#include "divefiles/validators.h"
+#include "platform/textformat.h"
+#include "shell/process.h"
+#include "store/access.h"
+#include "store/identifiers.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace benthor::logbook {
+
+namespace {
+
+using platform::Value;
+
+constexpr int kLocation = 4;
+constexpr double kFeetPerMetre = 3.28084;
+constexpr double kMinutesPerHour = 60;
+
+struct HeaderName {
+    const char* field;
+    const char* header;
+};
+constexpr std::array<HeaderName, 13> kHeaders{{{"Suit", "S\\N"},
+                                               {"coments", "Comments"},
+                                               {"Username", "User Name"},
+                                               {"datmos", "Atmospheric"},
+                                               {"sitenote", "Site Notes"},
+                                               {"Divenote", "Dive Notes"},
+                                               {"otu", "OTU"},
+                                               {"Interval", "Interval"},
+                                               {"Dstack", "Stack Use"},
+                                               {"Dusage", "Usage hours"},
+                                               {"Duration", "Duration"},
+                                               {"Location", "Dive Name"},
+                                               {"MaxDepth", "MaxDepth"}}};
+
+/// The column at `from` goes to `to`; those between move up.
+struct ColumnMove {
+    int from;
+    int to;
+};
+constexpr std::array<ColumnMove, 6> kMoves{{{8, 1}, {9, 2}, {8, 3}, {7, 4}, {7, 5}, {22, 6}}};
+
+QString depthtext(const QString& depth, QStringView depthunit) {
+    if (!platform::isNumeric(depth)) {
+        return depth;
+    }
+    const double metres = platform::leadingNumber(depth);
+    return depthunit == QLatin1String("Feet") ? platform::formatNumber(metres * kFeetPerMetre, u"0ft")
+                                              : platform::formatNumber(metres, u"0m");
+}
+
+QString usagetext(const QString& usage) {
+    return platform::isNumeric(usage)
+               ? platform::formatNumber(platform::leadingNumber(usage) / kMinutesPerHour, u"0mins")
+               : usage;
+}
+
+DiveList emptyList(const platform::Recordset& dives, const std::vector<int>& order) {
+    DiveList list;
+    for (const int position : order) {
+        list.headers += headertext(dives.fieldName(position));
+        list.widths.push_back(columnwidth(position));
+    }
+    return list;
+}
+
+ListRow readRow(const platform::Recordset& dives, const std::vector<int>& order, QStringView depthunit) {
+    ListRow row;
+    row.cells.reserve(static_cast<qsizetype>(order.size()));
+    for (const int position : order) {
+        row.cells += celltext(position, dives.value(position), depthunit);
+    }
+    return row;
+}
+
+/// Counts the rows of a dive in one table and deletes them one by one.
+void deleterows(platform::Database& database, const platform::Query& count, const platform::Query& rows) {
+    if (store::countrows(database, count) == 0) {
+        return;
+    }
+    store::openmain(database, rows);
+    for (platform::Recordset& row = process().mainrecordset; !row.eof(); row.moveNext()) {
+        row.deleteCurrent();
+    }
+}
+
+/// What the name of a dive is worth as a file's name: the diver may have changed it to anything.
+bool isFileName(const QString& location) {
+    return !location.isEmpty() && !location.contains(QLatin1Char('/'));
+}
+
+void copyToCorrupt(const platform::ProgramFolder& folder, const QString& location) {
+    const QString kept = folder.path(u"old", location);
+    const QString corrupt = folder.path(u"corrupt", location);
+    if (isFileName(location) && !platform::sameContents(kept, corrupt)) {
+        static_cast<void>(platform::copyFile(kept, corrupt));
+    }
+}
+
+/// The messages for the dive of a list row; a check that cannot be made is one as well.
+QString problemsOf(platform::Database& database, const platform::Recordset& dive) {
+    process().currentdiveid = dive.value(0).text();
+    try {
+        divefiles::checkdive(database);
+    } catch (const platform::StoreError& error) {
+        process().problemtext += QLatin1Char('\r') + error.text();
+    }
+    return process().problemtext;
+}
+
+/// The name of a dive in the store, or "" where it has none.
+QString locationOf(platform::Database& database, const QString& diveid) {
+    if (store::countrows(
+            database, platform::sqlWith("SELECT COUNT(*) FROM main  WHERE  DiveID = '", diveid, "'")) == 0) {
+        return {};
+    }
+    store::openmain(database, platform::sqlWith("SELECT * FROM main WHERE DiveID = '", diveid, "'"));
+    return process().mainrecordset.value(u"Location").text();
+}
+
+} // namespace
+
+int sortnumber(QStringView sortkey) {
+    struct KeyLetter {
+        char16_t letter;
+        int number;
+    };
+    constexpr std::array<KeyLetter, 4> kLetters{{{u's', 4}, {u'm', 2}, {u'l', 1}, {u'd', 3}}};
+    for (const KeyLetter& key : kLetters) {
+        if (sortkey.contains(key.letter)) {
+            return key.number;
+        }
+    }
+    return 0;
+}
+
+platform::Query listquery(int sortnumber) {
+    switch (sortnumber) {
+    case 1:
+        return "SELECT * FROM main  ORDER BY location asc ";
+    case 2:
+        return "SELECT * FROM main  ORDER BY maxdepth asc ";
+    case 3:
+        return "SELECT * FROM main  ORDER BY startdate asc ";
+    case 4:
+        return "SELECT * FROM main  ORDER BY site asc ";
+    default:
+        return "SELECT * FROM main  ORDER BY diveid ";
+    }
+}
+
+QString readsortkey(const platform::ProgramFolder& folder) {
+    constexpr qint64 kMost = 1024;
+    const QByteArray text = platform::readFile(folder.path(u"dsort.txt"), kMost).value_or(QByteArray());
+    return QString::fromLatin1(text.left(text.indexOf('\n'))).trimmed();
+}
+
+platform::FileResult writesortkey(const platform::ProgramFolder& folder, const QString& sortkey) {
+    return platform::writeFileWhole(folder.path(u"dsort.txt"), sortkey.toLatin1() + "\r\n");
+}
+
+int columnwidth(int position) {
+    switch (position) {
+    case 4:
+        return 2500;
+    case 0:
+    case 8:
+    case 9:
+    case 22:
+        return 900;
+    case 11:
+    case 18:
+    case 19:
+    case 20:
+        return 0;
+    case 10:
+        return 2000;
+    default:
+        return position >= 1 && position <= 7 ? 2000 : 1100;
+    }
+}
+
+QString headertext(const QString& fieldname) {
+    for (const HeaderName& name : kHeaders) {
+        if (fieldname.compare(QLatin1String(name.field), Qt::CaseInsensitive) == 0) {
+            return QLatin1String(name.header);
+        }
+    }
+    return fieldname;
+}
+
+QString celltext(int position, const Value& value, QStringView depthunit) {
+    if (value.isNull()) {
+        return {};
+    }
+    const QString text = value.text();
+    switch (position) {
+    case 6:
+    case 7: {
+        const QDateTime moment = value.dateTime();
+        return moment.isValid() ? platform::formatDate(moment, u"mmm/dd/yyyy hh:mm:ss") : text;
+    }
+    case 8:
+        return text.section(QLatin1Char(':'), 0, 0) + QStringLiteral("mins");
+    case 9:
+        return depthtext(text, depthunit);
+    case 16:
+        return text + QStringLiteral("secs");
+    case 21:
+        return text + QStringLiteral("mBar");
+    case 22:
+        return usagetext(text);
+    default:
+        return text;
+    }
+}
+
+std::vector<int> columnorder(int columns) {
+    std::vector<int> order(static_cast<size_t>(columns));
+    std::iota(order.begin(), order.end(), 0);
+    for (const ColumnMove& move : kMoves) {
+        if (move.from < columns) {
+            std::rotate(order.begin() + move.to, order.begin() + move.from, order.begin() + move.from + 1);
+        }
+    }
+    return order;
+}
+
+DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
+                      QStringView depthunit) {
+    const platform::Query query = listquery(sortnumber);
+    process().querytext = query.text();
+    platform::Recordset dives = database.openRecordset(query);
+    const std::vector<int> order = columnorder(dives.fieldCount());
+    DiveList list = emptyList(dives, order);
+    const QString before = process().currentdiveid;
+    for (; !dives.eof(); dives.moveNext()) {
+        ListRow row = readRow(dives, order, depthunit);
+        row.problemtext = problemsOf(database, dives);
+        if (!row.problemtext.isEmpty()) {
+            copyToCorrupt(folder, dives.value(kLocation).text());
+            list.problemtext = row.problemtext;
+        }
+        list.rows.push_back(std::move(row));
+    }
+    process().currentdiveid = before;
+    return list;
+}
+
+void deletedive(platform::Database& database, const QString& diveid) {
+    using platform::sqlWith;
+    platform::Transaction transaction(database);
+    deleterows(database, sqlWith("SELECT COUNT(*) FROM gas  WHERE  DiveID = '", diveid, "'"),
+               sqlWith("SELECT * FROM GAS  where DiveID = '", diveid, "'"));
+    deleterows(database, sqlWith("SELECT COUNT(*) FROM tissue  WHERE  DiveID = '", diveid, "'"),
+               sqlWith("SELECT * FROM tissue  where DiveID = '", diveid, "'"));
+    deleterows(database, sqlWith("SELECT COUNT(*) FROM main  WHERE  DiveID = '", diveid, "'"),
+               sqlWith("SELECT * FROM main  where DiveID = '", diveid, "' "));
+    transaction.commit();
+}
+
+void deletestarrows(platform::Database& database) {
+    deletedive(database, QStringLiteral("*"));
+}
+
+void deletedives(platform::Database& database, const platform::ProgramFolder& folder,
+                 const QStringList& diveids) {
+    for (const QString& diveid : diveids) {
+        platform::Transaction transaction(database);
+        const QString location = locationOf(database, diveid);
+        deletedive(database, diveid);
+        store::syncserialno(database);
+        transaction.commit();
+        if (folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(location)) {
+            static_cast<void>(platform::removeFile(folder.path(u"new", location)));
+        }
+    }
+    deletestarrows(database);
+}
+
+} // namespace benthor::logbook

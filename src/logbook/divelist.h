@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/programfolder.h"
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <array>
+#include <vector>
+
+namespace benthor::logbook {
+
+// What the dive list shows and does, without its grid. A column's number is its field's position in main
+// until the columns are moved; the display column is its place afterwards.
+
+/// 1 location, 2 maxdepth, 3 startdate, 4 site, 0 any other: the first of "s", "m", "l", "d" that the key
+/// holds.
+int sortnumber(QStringView sortkey);
+
+/// All dives in the order of a sort number.
+platform::Query listquery(int sortnumber);
+
+/// The key kept in dsort.txt between runs; "" when there is none.
+QString readsortkey(const platform::ProgramFolder& folder);
+platform::FileResult writesortkey(const platform::ProgramFolder& folder, const QString& sortkey);
+
+/// Width of the column at a field position, in twips (15 to a pixel); 0 is hidden.
+int columnwidth(int position);
+
+/// Header of the column of a field.
+QString headertext(const QString& fieldname);
+
+/// What a cell shows. `depthunit`: "Feet", anything else is metres.
+QString celltext(int position, const platform::Value& value, QStringView depthunit);
+
+/// Field positions in the order shown, for a list of `columns` columns.
+std::vector<int> columnorder(int columns);
+
+/// A box of the summary strip and the display column that fills it.
+struct StripBox {
+    int displaycolumn;
+    const char* name;
+};
+inline constexpr std::array<StripBox, 9> kStripBoxes{{{0, "txtdiveid"},
+                                                      {1, "txtduration"},
+                                                      {2, "txtmaxdepth"},
+                                                      {3, "txttimedown"},
+                                                      {4, "txtlocation"},
+                                                      {6, "txtstackhour"},
+                                                      {17, "txtinterval"},
+                                                      {18, "txtotu"},
+                                                      {22, "txtatmospheric"}}};
+
+/// One dive of the list.
+struct ListRow {
+    QStringList cells;   ///< by display column
+    QString problemtext; ///< empty for a good dive; any other is shown red
+};
+
+struct DiveList {
+    QStringList headers;     ///< by display column
+    std::vector<int> widths; ///< by display column, in twips
+    std::vector<ListRow> rows;
+    QString
+        problemtext; ///< of the last faulty dive, as it stands in Label16 behind the fill; empty without one
+};
+
+/// Reads and checks all dives. The file of a faulty one is copied from `old` to `corrupt`; a copy that fails
+/// is passed over. No rows: the store is empty. Leaves `currentdiveid` as it was, and `problemtext` as the
+/// last check left it.
+DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
+                      QStringView depthunit);
+
+/// Removes the rows of one dive: gas, tissue, main.
+void deletedive(platform::Database& database, const QString& diveid);
+
+/// Removes the rows whose identifier is literally "*".
+void deletestarrows(platform::Database& database);
+
+/// Deletes the dives of the selected rows: each with a file of its name that waits in `new`, then the counter
+/// is put right, then the star rows go. The files in `old` and `dbtxt` stay. One dive is one transaction.
+void deletedives(platform::Database& database, const platform::ProgramFolder& folder,
+                 const QStringList& diveids);
+
+} // namespace benthor::logbook

@@ -1,0 +1,202 @@
+#include "platform/connection.h"
+
+#include "platform/faultpoint.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <cstring>
+#include <sqlite3.h>
+
+namespace benthor::platform {
+
+namespace {
+
+/// How long a change waits for another program that holds the store, in milliseconds.
+constexpr int kBusyTimeoutMs = 3000;
+
+/// A step that the test's hook lets fail, as the engine would report it.
+void passFault(std::string_view step) {
+    if (const int number = faultAt(step)) {
+        throw SQLite::Exception(std::strerror(number), number == ENOSPC ? SQLITE_FULL : SQLITE_IOERR);
+    }
+}
+
+/// The table of "SELECT * FROM table ...", else "".
+std::string changeableTable(const std::string& sql) {
+    static const QRegularExpression form(QStringLiteral("^\\s*SELECT\\s+\\*\\s+FROM\\s+(\\w+)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return form.match(QString::fromStdString(sql)).captured(1).toStdString();
+}
+
+SQLite::Statement statementWithRowNumber(SQLite::Database& database, const std::string& sql,
+                                         std::string& table) {
+    table = changeableTable(sql);
+    if (!table.empty()) {
+        try {
+            const size_t star = sql.find('*');
+            return SQLite::Statement(database, sql.substr(0, star + 1) + ", rowid" + sql.substr(star + 1));
+        } catch (const SQLite::Exception&) {
+            table.clear(); // a view has no row numbers: its rows can only be read
+        }
+    }
+    return SQLite::Statement(database, sql);
+}
+
+std::shared_ptr<const RecordsetShape> shapeOf(const SQLite::Statement& statement, const std::string& table) {
+    auto shape = std::make_shared<RecordsetShape>();
+    shape->table = table;
+    const int fields = statement.getColumnCount() - (table.empty() ? 0 : 1);
+    for (int i = 0; i < fields; ++i) {
+        // An expression such as COUNT(*) has no declared type, which the library reports as an error.
+        QString declared;
+        try {
+            declared = QString::fromUtf8(statement.getColumnDeclaredType(i));
+        } catch (const SQLite::Exception&) {
+            declared.clear();
+        }
+        shape->fields.push_back({QString::fromUtf8(statement.getColumnName(i)),
+                                 declared.compare(QLatin1String("DATETIME"), Qt::CaseInsensitive) == 0});
+    }
+    return shape;
+}
+
+} // namespace
+
+void throwStoreError(const QString& what, const SQLite::Exception& error) {
+    throw StoreError(what + QStringLiteral(": ") + QString::fromUtf8(error.what()), error.getErrorCode());
+}
+
+void bindValue(SQLite::Statement& statement, int index, const Value& value) {
+    if (value.isNull()) {
+        statement.bind(index);
+    } else {
+        statement.bind(index, value.text().toStdString());
+    }
+}
+
+std::string quotedName(const QString& name) {
+    QString quoted = name;
+    quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return (QLatin1Char('"') + quoted + QLatin1Char('"')).toStdString();
+}
+
+void Connection::open(const QString& path) {
+    close();
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        throw StoreError(QStringLiteral("The store %1 is missing.").arg(QDir::toNativeSeparators(path)),
+                         SQLITE_CANTOPEN);
+    }
+    try {
+        auto database = std::make_unique<SQLite::Database>(file.absoluteFilePath().toStdString(),
+                                                           SQLite::OPEN_READWRITE, kBusyTimeoutMs);
+        // A rollback journal keeps the store one file that can be copied while closed. EXTRA is FULL and in
+        // addition puts the journal's removal on the disk: a dive file is deleted right behind the commit
+        // that stored it.
+        database->exec("PRAGMA synchronous = EXTRA");
+        database->exec(
+            "SELECT count(*) FROM sqlite_master"); // reads the file: one that is no store ends here
+        SQLite::Statement journal(*database, "PRAGMA journal_mode = DELETE");
+        journal.executeStep();
+        m_database = std::move(database);
+        m_path = path;
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(QStringLiteral("The store %1 cannot be opened").arg(QDir::toNativeSeparators(path)),
+                        error);
+    }
+}
+
+void Connection::close() {
+    m_prepared.clear();
+    m_database.reset();
+    m_path.clear();
+    m_depth = 0;
+    m_broken = false;
+}
+
+SQLite::Database& Connection::database() {
+    if (!m_database) {
+        throw StoreError(QStringLiteral("The store is not open."));
+    }
+    return *m_database;
+}
+
+PreparedQuery& Connection::prepareRows(const std::string& sql) {
+    const auto found = m_prepared.find(sql);
+    if (found != m_prepared.end()) {
+        return found->second;
+    }
+    std::string table;
+    SQLite::Statement statement = statementWithRowNumber(database(), sql, table);
+    auto shape = shapeOf(statement, table);
+    return m_prepared.emplace(sql, PreparedQuery{std::move(statement), std::move(shape)}).first->second;
+}
+
+int Connection::run(const std::string& sql, const std::vector<Value>& values) {
+    passFault("change");
+    auto found = m_prepared.find(sql);
+    if (found == m_prepared.end()) {
+        found = m_prepared.emplace(sql, PreparedQuery{SQLite::Statement(database(), sql), nullptr}).first;
+    }
+    SQLite::Statement& statement = found->second.statement;
+    const StatementUse use(statement);
+    for (size_t i = 0; i < values.size(); ++i) {
+        bindValue(statement, static_cast<int>(i) + 1, values[i]);
+    }
+    return statement.exec();
+}
+
+void Connection::forgetPrepared() {
+    m_prepared.clear();
+}
+
+void Connection::begin() {
+    if (m_depth == 0) {
+        try {
+            passFault("begin");
+            database().exec("BEGIN IMMEDIATE");
+        } catch (const SQLite::Exception& error) {
+            throwStoreError(QStringLiteral("The store cannot be changed"), error);
+        }
+        m_broken = false;
+    }
+    ++m_depth;
+}
+
+void Connection::commit() {
+    if (m_depth > 1) {
+        --m_depth;
+        return;
+    }
+    if (m_broken) {
+        throw StoreError(QStringLiteral("A part of the change failed; nothing of it is kept."));
+    }
+    try {
+        passFault("commit");
+        database().exec("COMMIT");
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(QStringLiteral("The change cannot be stored"), error);
+    }
+    m_depth = 0;
+    faultAt("committed");
+}
+
+void Connection::rollBack() {
+    if (m_depth > 1) {
+        --m_depth;
+        m_broken = true;
+        return;
+    }
+    m_depth = 0;
+    if (m_database && sqlite3_get_autocommit(m_database->getHandle()) == 0) {
+        try {
+            m_database->exec("ROLLBACK");
+        } catch (const SQLite::Exception&) {
+            close(); // closing rolls back as well, and the next use says that the store is not open
+        }
+    }
+}
+
+} // namespace benthor::platform

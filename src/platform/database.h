@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/recordset.h"
+
+#include <QStringList>
+
+namespace benthor::platform {
+
+/// One store file, held open. Changes go through a rollback journal and are on the disk when the call that
+/// made them returns (or when the Transaction around them is committed). Every failure is a StoreError.
+class Database {
+public:
+    Database();
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    /// Opens the store at `path`; one that was open is closed first. A missing file is an error and is never
+    /// created.
+    void open(const QString& path);
+    /// Recordsets read from it stay readable. An unfinished change is rolled back.
+    void close();
+    bool isOpen() const;
+    QString path() const; ///< empty while closed
+
+    /// The rows of a query, the first one current.
+    Recordset openRecordset(const Query& query);
+    /// A recordset of all fields of `table` that reads no rows and serves only to add some.
+    Recordset openForAdding(const char* table);
+    /// A query that returns no rows.
+    void execute(const Query& query);
+
+    int fieldCount(const QString& table);
+    QStringList fieldNames(const QString& table);
+    /// Whether fields can be added to it: it is a table, and the store can be written.
+    bool updatable(const QString& table);
+    /// Adds a text field, Null in every row there is.
+    void appendField(const QString& table, const QString& name, int size);
+
+private:
+    friend class Transaction;
+    std::shared_ptr<Connection> m_connection;
+};
+
+/// All changes of a scope together, or none: rolled back at its end unless committed. Scopes within a scope
+/// join the outer one; one of them that ends without commit() makes the outer commit() fail.
+class Transaction {
+public:
+    explicit Transaction(Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit();
+
+private:
+    std::shared_ptr<Connection> m_connection;
+    bool m_done = false;
+};
+
+} // namespace benthor::platform

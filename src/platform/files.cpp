@@ -1,0 +1,202 @@
+#include "platform/files.h"
+
+#include "platform/faultpoint.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace benthor::platform {
+
+namespace {
+
+constexpr size_t kBlock = 64 * 1024;
+constexpr mode_t kNewFileMode = 0666; // less the user's umask
+
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    bool isOpen() const { return m_number >= 0; }
+    int number() const { return m_number; }
+    int close() { return m_number < 0 ? 0 : ::close(std::exchange(m_number, -1)); }
+
+private:
+    int m_number;
+};
+
+FileResult failure(const char* what, const QString& path, int number) {
+    return {QStringLiteral("%1 %2: %3")
+                .arg(QLatin1String(what), path, QString::fromLocal8Bit(std::strerror(number))),
+            number};
+}
+
+/// Runs a call of the system unless the test's hook lets it fail. Returns 0 or the error's number.
+template <typename Call> int attempt(const char* step, Call call) {
+    if (const int number = faultAt(step)) {
+        return number;
+    }
+    while (call() < 0) {
+        if (errno != EINTR) {
+            return errno;
+        }
+    }
+    return 0;
+}
+
+int writeAll(int file, const char* bytes, size_t count) {
+    while (count > 0) {
+        ssize_t written = 0;
+        if (const int number = attempt("write", [&] { return written = ::write(file, bytes, count); })) {
+            return number;
+        }
+        bytes += written;
+        count -= static_cast<size_t>(written);
+    }
+    return 0;
+}
+
+/// Makes a file at `path` out of what `fill(descriptor)` writes; fill returns 0 or an error's number.
+template <typename Fill> FileResult replaceFile(const QString& path, FolderSync sync, Fill fill) {
+    const QString folder = QFileInfo(path).absolutePath();
+    const QByteArray part = QFile::encodeName(folder + QStringLiteral("/.benthor.part"));
+    ::unlink(part.constData());
+    Descriptor file(::open(part.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
+    if (!file.isOpen()) {
+        return failure("Cannot write", path, errno);
+    }
+    int number = fill(file.number());
+    if (number == 0) {
+        number = attempt("sync", [&] { return ::fsync(file.number()); });
+    }
+    if (file.close() != 0 && number == 0) {
+        number = errno;
+    }
+    if (number == 0) {
+        number = attempt("rename",
+                         [&] { return ::rename(part.constData(), QFile::encodeName(path).constData()); });
+    }
+    if (number != 0) {
+        ::unlink(part.constData());
+        return failure("Cannot write", path, number);
+    }
+    return sync == FolderSync::Now ? syncFolder(folder) : FileResult{};
+}
+
+Descriptor openForReading(const QString& path) {
+    return Descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+}
+
+/// Reads until the block is full or the file ends. Returns the count, or -1 with errno.
+ssize_t readBlock(int file, char* block, size_t size) {
+    size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(file, block + filled, size - filled);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return -1;
+        }
+        if (count == 0) {
+            break;
+        }
+        filled += static_cast<size_t>(count);
+    }
+    return static_cast<ssize_t>(filled);
+}
+
+} // namespace
+
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync) {
+    const Descriptor source = openForReading(from);
+    if (!source.isOpen()) {
+        return failure("Cannot read", from, errno);
+    }
+    int readError = 0;
+    const FileResult result = replaceFile(to, sync, [&](int target) {
+        std::array<char, kBlock> block{};
+        for (;;) {
+            const ssize_t count = readBlock(source.number(), block.data(), block.size());
+            if (count < 0) {
+                return readError = errno;
+            }
+            if (count == 0) {
+                return 0;
+            }
+            if (const int number = writeAll(target, block.data(), static_cast<size_t>(count))) {
+                return number;
+            }
+        }
+    });
+    return readError == 0 ? result : failure("Cannot read", from, readError);
+}
+
+FileResult writeFileWhole(const QString& path, QByteArrayView bytes) {
+    return replaceFile(path, FolderSync::Now, [&](int file) {
+        return writeAll(file, bytes.data(), static_cast<size_t>(bytes.size()));
+    });
+}
+
+FileResult syncFolder(const QString& folder) {
+    const Descriptor entry(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!entry.isOpen()) {
+        return failure("Cannot write", folder, errno);
+    }
+    const int number = attempt("syncfolder", [&] { return ::fsync(entry.number()); });
+    // Some network folders know no sync of an entry; they keep it in their own way.
+    return number == 0 || number == EINVAL ? FileResult{} : failure("Cannot write", folder, number);
+}
+
+std::optional<QByteArray> readFile(const QString& path, qint64 most) {
+    const Descriptor file = openForReading(path);
+    struct stat state {};
+    if (!file.isOpen() || ::fstat(file.number(), &state) != 0 || S_ISDIR(state.st_mode)) {
+        return std::nullopt;
+    }
+    QByteArray bytes(static_cast<qsizetype>(std::min<qint64>(most, state.st_size)), Qt::Uninitialized);
+    const ssize_t count = readBlock(file.number(), bytes.data(), static_cast<size_t>(bytes.size()));
+    if (count < 0) {
+        return std::nullopt;
+    }
+    bytes.truncate(count);
+    return bytes;
+}
+
+bool sameContents(const QString& first, const QString& second) {
+    const Descriptor one = openForReading(first);
+    const Descriptor two = openForReading(second);
+    if (!one.isOpen() || !two.isOpen()) {
+        return false;
+    }
+    std::array<char, kBlock> blockOne{};
+    std::array<char, kBlock> blockTwo{};
+    for (;;) {
+        const ssize_t countOne = readBlock(one.number(), blockOne.data(), blockOne.size());
+        const ssize_t countTwo = readBlock(two.number(), blockTwo.data(), blockTwo.size());
+        if (countOne < 0 || countOne != countTwo ||
+            std::memcmp(blockOne.data(), blockTwo.data(), static_cast<size_t>(countOne)) != 0) {
+            return false;
+        }
+        if (countOne == 0) {
+            return true;
+        }
+    }
+}
+
+FileResult removeFile(const QString& path) {
+    const int number = attempt("remove", [&] { return ::unlink(QFile::encodeName(path).constData()); });
+    return number == 0 ? FileResult{} : failure("Cannot remove", path, number);
+}
+
+} // namespace benthor::platform

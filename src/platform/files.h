@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <optional>
+
+namespace benthor::platform {
+
+// Files as a whole. What these functions say is on the disk is on the disk, and a file that replaces another
+// does so at one stroke: whoever looks, even behind a crash, finds the old file or the whole new one. Files
+// are written in a hidden file beside their place (".benthor.part"), which a later writing in the same folder
+// takes over if a crash left it.
+
+/// How a step with a file ended. A failure's text names the file and the system's reason, for a person to
+/// read.
+struct FileResult {
+    QString error;  ///< empty when all went well
+    int number = 0; ///< the system's number of the failure (errno), 0 when all went well
+    bool ok() const { return error.isEmpty(); }
+    explicit operator bool() const { return ok(); }
+};
+
+/// Whether the folder's entry is put on the disk with the file. `Later` is for many files in one folder,
+/// followed by one syncFolder(): the contents are on the disk, but before that call a crash may still lose
+/// the name.
+enum class FolderSync { Now, Later };
+
+/// Copies the contents of `from` over `to`, whatever stood there. `from` and `to` may be one file.
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync = FolderSync::Now);
+
+/// Makes `bytes` the contents of `path`.
+FileResult writeFileWhole(const QString& path, QByteArrayView bytes);
+
+/// Puts the names in `folder` on the disk.
+FileResult syncFolder(const QString& folder);
+
+/// The first `most` bytes of a file (all of them when it is not longer). Nothing when it cannot be read.
+std::optional<QByteArray> readFile(const QString& path, qint64 most = 256LL * 1024 * 1024);
+
+/// Whether both files are there and hold the same bytes.
+bool sameContents(const QString& first, const QString& second);
+
+/// Removes a file. One that is not there is a failure.
+FileResult removeFile(const QString& path);
+
+} // namespace benthor::platform

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/files.h"
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+namespace benthor::platform {
+
+/// The one folder that holds the store, the dive files and everything else the program keeps. Names in it
+/// have one spelling: "new", "old", "corrupt", "dbtxt", "jpg", "Reprog", "ports", "rb.mdb", "dsort.txt", ...
+class ProgramFolder {
+public:
+    ProgramFolder() = default;
+    explicit ProgramFolder(const QString& root)
+        : m_root(root) {}
+
+    QString root() const { return m_root; }
+    /// path(u"rb.mdb"), path(u"old", name): no separators in the parts.
+    QString path(QStringView name) const;
+    QString path(QStringView folder, QStringView name) const;
+
+    /// Names of the files in one of its folders ("" is the program folder itself) that fit a pattern such as
+    /// "*.txt", case-blind. In the order of the names without regard to case, equal ones by their code
+    /// points. A folder that is not there has none.
+    QStringList listFiles(const QString& folder, const QString& pattern) const;
+
+    /// The folder that this process works in. The start sets it once; tests set one of their own.
+    static const ProgramFolder& current();
+    static void setCurrent(const ProgramFolder& folder);
+
+private:
+    QString m_root;
+};
+
+/// Where a program folder can be, as the system tells it.
+struct FolderPlaces {
+    QString executable; ///< folder of the executable
+    QString data;       ///< the user's data folder "Benthor", there or not
+    QString installed;  ///< what a first use of it is filled from: share/benthor of the installation
+};
+
+/// The places of this process.
+FolderPlaces folderPlaces();
+
+/// The program folder: the executable's own where it can be written; otherwise the data folder, which is made
+/// and filled as a whole on its first use. `error` says why it could not be made; the folder is then returned
+/// all the same.
+ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error);
+
+} // namespace benthor::platform

@@ -1,0 +1,86 @@
+#include "store/identifiers.h"
+
+#include "platform/textformat.h"
+#include "shell/process.h"
+#include "store/access.h"
+
+namespace benthor::store {
+
+namespace {
+
+constexpr int kDigits = 7;
+
+void writeserialno(platform::Database& database, const QString& identifier) {
+    openmain(database, "SELECT * FROM serialno ");
+    platform::Recordset& counter = process().mainrecordset;
+    counter.edit();
+    counter.set(u"serial_no", identifier);
+    counter.update();
+}
+
+/// The identifier is taken before its row is written; both stand in one transaction of the caller or of this
+/// routine.
+void addDive(const QString& identifier, const platform::Value* version) {
+    writeserialno(process().database, identifier);
+    platform::Recordset& dives = process().mainrecordset;
+    dives = process().database.openForAdding("MAIN");
+    process().querytext = QStringLiteral("SELECT * FROM MAIN");
+    dives.addNew();
+    dives.set(u"diveid", identifier);
+    if (version) {
+        dives.set(u"Version", *version);
+    }
+    dives.update();
+    process().currentdiveid = identifier;
+}
+
+platform::Value lastIdentifier() {
+    openmain(process().database, "SELECT * FROM SERIALNO");
+    return process().mainrecordset.value(u"serial_no");
+}
+
+} // namespace
+
+QString nextidentifier(const platform::Value& last) {
+    const QString digits = last.isNull() ? QStringLiteral("0") : last.text().right(kDigits);
+    const QString number = platform::formatNumber(platform::leadingNumber(digits) + 1, u"0");
+    if (number.size() > kDigits) {
+        return number;
+    }
+    return QLatin1Char('D') + number.rightJustified(kDigits, QLatin1Char('0'));
+}
+
+void newdive(const QString& version) {
+    const platform::Value trimmed = platform::trimBlanks(version);
+    platform::Transaction transaction(process().database);
+    addDive(nextidentifier(lastIdentifier()), &trimmed);
+    putsystemid(QStringLiteral("KD3"));
+    transaction.commit();
+}
+
+void newdivebare() {
+    platform::Transaction transaction(process().database);
+    const platform::Value last = lastIdentifier();
+    if (last.isNull()) {
+        throw platform::StoreError(QStringLiteral("The counter of dives was never written."));
+    }
+    addDive(nextidentifier(last), nullptr);
+    transaction.commit();
+}
+
+void syncserialno(platform::Database& database) {
+    openmain(database, "SELECT * FROM main order by DiveID ");
+    platform::Recordset& dives = process().mainrecordset;
+    QString last = QStringLiteral("D0000000");
+    if (dives.recordCount() > 0) {
+        dives.moveLast();
+        last = dives.value(u"diveid").text();
+    }
+    writeserialno(database, last);
+}
+
+void syncserialno() {
+    syncserialno(process().database);
+}
+
+} // namespace benthor::store
