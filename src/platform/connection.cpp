@@ -23,25 +23,23 @@ void passFault(std::string_view step) {
     }
 }
 
-/// The table of "SELECT * FROM table ...", else "".
-std::string changeableTable(const std::string& sql) {
+/// The table of "SELECT * FROM table ...", else "". A view has no rows of its own that could be changed.
+std::string changeableTable(SQLite::Database& database, const std::string& sql) {
     static const QRegularExpression form(QStringLiteral("^\\s*SELECT\\s+\\*\\s+FROM\\s+(\\w+)"),
                                          QRegularExpression::CaseInsensitiveOption);
-    return form.match(QString::fromStdString(sql)).captured(1).toStdString();
+    const std::string name = form.match(QString::fromStdString(sql)).captured(1).toStdString();
+    SQLite::Statement tables(database,
+                             "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?1 COLLATE NOCASE");
+    tables.bind(1, name);
+    return tables.executeStep() ? name : std::string();
 }
 
 SQLite::Statement statementWithRowNumber(SQLite::Database& database, const std::string& sql,
                                          std::string& table) {
-    table = changeableTable(sql);
-    if (!table.empty()) {
-        try {
-            const size_t star = sql.find('*');
-            return SQLite::Statement(database, sql.substr(0, star + 1) + ", rowid" + sql.substr(star + 1));
-        } catch (const SQLite::Exception&) {
-            table.clear(); // a view has no row numbers: its rows can only be read
-        }
-    }
-    return SQLite::Statement(database, sql);
+    table = changeableTable(database, sql);
+    const size_t star = sql.find('*');
+    return SQLite::Statement(
+        database, table.empty() ? sql : sql.substr(0, star + 1) + ", rowid" + sql.substr(star + 1));
 }
 
 std::shared_ptr<const RecordsetShape> shapeOf(const SQLite::Statement& statement, const std::string& table) {

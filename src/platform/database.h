@@ -14,6 +14,11 @@ public:
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
+    /// The two change places.
+    Database& operator=(Database&& other) noexcept {
+        m_connection.swap(other.m_connection);
+        return *this;
+    }
 
     /// Opens the store at `path`; one that was open is closed first. A missing file is an error and is never
     /// created.

@@ -28,7 +28,9 @@ using platform::Screen;
 using platform::ScreenSlot;
 
 struct House::Rooms : Neighbours {
-    explicit Rooms(House& owner) : house(owner), lock(platform::ProgramFolder::current().root()) {}
+    explicit Rooms(House& owner)
+        : house(owner)
+        , lock(platform::ProgramFolder::current().root()) {}
 
     House& house;
     platform::InstanceLock lock;
@@ -38,9 +40,11 @@ struct House::Rooms : Neighbours {
     /// One screen goes and the next is about to come: the moment without a window between them ends nothing.
     class Handover {
     public:
-        explicit Handover(Rooms& rooms) : rooms_(rooms) { ++rooms_.handovers; }
-        ~Handover()
-        {
+        explicit Handover(Rooms& rooms)
+            : rooms_(rooms) {
+            ++rooms_.handovers;
+        }
+        ~Handover() {
             --rooms_.handovers;
             rooms_.lookForTheEndLater();
         }
@@ -52,8 +56,7 @@ struct House::Rooms : Neighbours {
     };
 
     /// Makes a screen whose end is noticed: the process ends with the last one that can be seen.
-    template <class T, class... Arguments> T* make(Arguments&&... arguments)
-    {
+    template <class T, class... Arguments> T* make(Arguments&&... arguments) {
         auto* screen = new T(std::forward<Arguments>(arguments)...);
         QObject::connect(screen, &Screen::unloaded, &house, [this] { lookForTheEndLater(); });
         return screen;
@@ -77,8 +80,7 @@ struct House::Rooms : Neighbours {
 
     // --- the start chain: splash, guide, main
 
-    guides::frmSplash* makeSplash()
-    {
+    guides::frmSplash* makeSplash() {
         auto* screen = make<guides::frmSplash>();
         QObject::connect(screen, &guides::frmSplash::handedOver, &house, [this] {
             const Handover handover(*this);
@@ -89,8 +91,7 @@ struct House::Rooms : Neighbours {
         return screen;
     }
 
-    guides::frmGetS* makeGuide()
-    {
+    guides::frmGetS* makeGuide() {
         auto* screen = make<guides::frmGetS>(lock.held());
         QObject::connect(screen, &Screen::unloaded, &house, [this] {
             if (!ending) {
@@ -103,8 +104,7 @@ struct House::Rooms : Neighbours {
 
     // --- the dive list and the dive screen replace each other
 
-    logbook::rbmain* makeDiveList()
-    {
+    logbook::rbmain* makeDiveList() {
         auto* screen = make<logbook::rbmain>();
         QObject::connect(screen, &logbook::rbmain::diveOpened, &house, [this] {
             const Handover handover(*this);
@@ -121,8 +121,7 @@ struct House::Rooms : Neighbours {
         return screen;
     }
 
-    viewer::rbinterface* makeDiveView()
-    {
+    viewer::rbinterface* makeDiveView() {
         auto* screen = make<viewer::rbinterface>();
         QObject::connect(screen, &viewer::rbinterface::diveListWanted, &house, [this] {
             const Handover handover(*this);
@@ -134,7 +133,8 @@ struct House::Rooms : Neighbours {
             rbinterface.unload();
             rbinterface.showInFront();
         });
-        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house, [this] { rbdetails.showInFront(); });
+        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house,
+                         [this] { rbdetails.showInFront(); });
         QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
         return screen;
     }
@@ -155,8 +155,7 @@ struct House::Rooms : Neighbours {
     void showGuide() override { frmGetS.showInFront(); }
     void showTips() override { frmTip.showInFront(); }
     void showAbout() override { frmAbout.showInFront(); }
-    void placeTips(const QRect& mainScreen, bool minimized) override
-    {
+    void placeTips(const QRect& mainScreen, bool minimized) override {
         // A tips screen that is not open stays so: nothing is placed beside the main screen.
         if (frmTip.isVisible() && !minimized) {
             frmTip.get().move(mainScreen.topRight() + QPoint(1, 0));
@@ -168,8 +167,7 @@ struct House::Rooms : Neighbours {
 
     bool isSecondCopy() override { return !lock.held(); }
 
-    void unloadOthers() override
-    {
+    void unloadOthers() override {
         ending = !ReProg_Link.isLoaded();
         PC_Link_1.unload();
         rbdetails.unload();
@@ -184,38 +182,39 @@ struct House::Rooms : Neighbours {
         BlinkForm.unload();
     }
 
-    void endProcess() override
-    {
+    void endProcess() override {
         ending = true;
         emit house.ended();
     }
 
-    void lookForTheEndLater()
-    {
-        QMetaObject::invokeMethod(&house, [this] { endWithTheLastScreen(); }, Qt::QueuedConnection);
+    void lookForTheEndLater() {
+        QMetaObject::invokeMethod(
+            &house, [this] { endWithTheLastScreen(); }, Qt::QueuedConnection);
     }
 
-    void endWithTheLastScreen()
-    {
-        const bool seen = main.isVisible() || rbmain.isVisible() || rbinterface.isVisible() || rbdetails.isVisible() ||
-                          PC_Link_1.isVisible() || GasBlend.isVisible() || ReProg_Link.isVisible() ||
-                          RunProg.isVisible() || frmSplash.isVisible() || frmGetS.isVisible() ||
-                          frmTip.isVisible() || frmAbout.isVisible() || ScrSavForm1.isVisible();
+    void endWithTheLastScreen() {
+        const bool seen = main.isVisible() || rbmain.isVisible() || rbinterface.isVisible() ||
+                          rbdetails.isVisible() || PC_Link_1.isVisible() || GasBlend.isVisible() ||
+                          ReProg_Link.isVisible() || RunProg.isVisible() || frmSplash.isVisible() ||
+                          frmGetS.isVisible() || frmTip.isVisible() || frmAbout.isVisible() ||
+                          ScrSavForm1.isVisible();
         if (!seen && handovers == 0 && !ending) {
             endProcess();
         }
     }
 };
 
-House::House() : rooms_(std::make_unique<Rooms>(*this)) {}
+House::House()
+    : rooms_(std::make_unique<Rooms>(*this)) {}
 
-House::~House()
-{
+House::~House() {
     rooms_->ending = true;
     rooms_.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void House::start() { rooms_->frmSplash.showInFront(); }
+void House::start() {
+    rooms_->frmSplash.showInFront();
+}
 
 } // namespace benthor::shell

@@ -5,8 +5,8 @@
 
 namespace benthor::shell {
 
-/// The one place that makes screens, hands interfaces over and connects signals: how screens follow each other is read
-/// here. Lives from the start of the process to its end.
+/// The one place that makes screens, hands interfaces over and connects signals: how screens follow each
+/// other is read here. Lives from the start of the process to its end.
 class House : public QObject {
     Q_OBJECT
 

@@ -26,6 +26,8 @@ struct InfoPanel {
 
 InfoPanel infoPanel(int infochoice);
 
-inline QString noDivesText() { return QStringLiteral("\nNo dives in database system\n"); }
+inline QString noDivesText() {
+    return QStringLiteral("\nNo dives in database system\n");
+}
 
 } // namespace benthor::shell

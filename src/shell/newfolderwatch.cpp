@@ -2,11 +2,12 @@
 
 namespace benthor::shell {
 
-bool mayImport(QStringView linkCaption, bool linkOnScreen)
-{
+bool mayImport(QStringView linkCaption, bool linkOnScreen) {
     return linkCaption.contains(u"Search", Qt::CaseInsensitive) || !linkOnScreen;
 }
 
-bool startsImport(int waiting, int watched) { return waiting >= 1 && waiting > watched; }
+bool startsImport(int waiting, int watched) {
+    return waiting >= 1 && waiting > watched;
+}
 
 } // namespace benthor::shell

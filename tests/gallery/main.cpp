@@ -19,6 +19,7 @@ struct Page {
 
 const Page pages[] = {
     {"icons", iconsPage, {1000, 640}},
+    {"pictures", picturesPage, {960, 480}},
     {"controls", controlsPage, {1000, 640}},
     {"menus", menusPage, {700, 420}},
     {"widgets", widgetsPage, {1100, 760}},
@@ -45,10 +46,16 @@ bool writePictures(const QDir& folder, Theme theme, const char* suffix) {
 
 } // namespace
 
+// benthor-gallery [folder [point size of the desktop font]]
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    apply(application);
     const QStringList arguments = QApplication::arguments();
+    if (arguments.size() > 2) {
+        QFont larger = QApplication::font();
+        larger.setPointSize(arguments.at(2).toInt());
+        QApplication::setFont(larger);
+    }
+    apply(application);
     if (arguments.size() > 1) {
         const QDir folder(arguments.at(1));
         if (!folder.mkpath(QStringLiteral("."))) {

@@ -161,28 +161,6 @@ QWidget* tabs() {
 
 } // namespace
 
-QWidget* iconsPage() {
-    auto* page = new QWidget;
-    auto* grid = new QGridLayout(page);
-    int place = 0;
-    for (const QString& name : iconNames()) {
-        auto* both = new QLabel;
-        both->setPixmap(icon(name).pixmap(QSize(24, 24), 1.0));
-        auto* small = new QLabel;
-        small->setPixmap(icon(name).pixmap(QSize(18, 18), 1.0));
-        auto* faint = new QLabel;
-        faint->setPixmap(icon(name).pixmap(QSize(18, 18), 1.0, QIcon::Disabled));
-        auto* row = new QHBoxLayout;
-        row->addWidget(both);
-        row->addWidget(small);
-        row->addWidget(faint);
-        row->addWidget(makeCaption(name), 1);
-        grid->addLayout(row, place / 6, place % 6);
-        ++place;
-    }
-    return page;
-}
-
 QWidget* controlsPage() {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
@@ -228,7 +206,8 @@ QWidget* menusPage() {
         QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
         QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::No);
-    box.adjustSize();
+    box.show();
+    QApplication::processEvents();
     auto* boxShot = new QLabel;
     boxShot->setPixmap(box.grab());
     row->addWidget(boxShot, 0, Qt::AlignTop);

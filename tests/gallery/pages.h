@@ -5,6 +5,7 @@
 namespace benthor::look {
 
 QWidget* iconsPage();
+QWidget* picturesPage();
 QWidget* controlsPage();
 QWidget* menusPage();
 QWidget* widgetsPage();

@@ -9,7 +9,8 @@ class frmAbout : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    frmAbout() : EmptyScreen(QStringLiteral("frmAbout"), QStringLiteral("About Benthor")) {}
+    frmAbout()
+        : EmptyScreen(QStringLiteral("frmAbout"), QStringLiteral("About Benthor")) {}
 };
 
 } // namespace benthor::guides

@@ -6,8 +6,8 @@ class QCheckBox;
 
 namespace benthor::guides {
 
-/// The guide that a new user is met by. Its first load in a process puts the store right, whether the guide is wanted or
-/// not; where the store says that it is not, it closes itself at once.
+/// The guide that a new user is met by. Its first load in a process puts the store right, whether the guide
+/// is wanted or not; where the store says that it is not, it closes itself at once.
 class frmGetS : public platform::EmptyScreen {
     Q_OBJECT
 

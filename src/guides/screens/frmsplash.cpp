@@ -17,8 +17,8 @@ constexpr int kShownMilliseconds = 1500;
 constexpr int kMarkSize = 96;
 } // namespace
 
-frmSplash::frmSplash() : Screen(QStringLiteral("frmSplash"))
-{
+frmSplash::frmSplash()
+    : Screen(QStringLiteral("frmSplash")) {
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
     setWindowTitle(QStringLiteral("Benthor"));
 
@@ -54,15 +54,13 @@ frmSplash::frmSplash() : Screen(QStringLiteral("frmSplash"))
     connect(Timer1_, &platform::TickTimer::tick, this, &frmSplash::handOver);
 }
 
-void frmSplash::loading()
-{
+void frmSplash::loading() {
     findChild<QLabel*>(QStringLiteral("lblProductName"))->setText(QStringLiteral("Benthor"));
     findChild<QLabel*>(QStringLiteral("lblVersion"))
         ->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
 }
 
-bool frmSplash::eventFilter(QObject* watched, QEvent* event)
-{
+bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease) {
         handOver();
         return true;
@@ -70,15 +68,13 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event)
     return Screen::eventFilter(watched, event);
 }
 
-void frmSplash::keyPressEvent(QKeyEvent* event)
-{
+void frmSplash::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space || event->key() == Qt::Key_Escape) {
         handOver();
     }
 }
 
-void frmSplash::handOver()
-{
+void frmSplash::handOver() {
     Timer1_->setEnabled(false);
     emit handedOver();
 }

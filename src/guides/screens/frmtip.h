@@ -9,7 +9,8 @@ class frmTip : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    frmTip() : EmptyScreen(QStringLiteral("frmTip"), QStringLiteral("Connection Tips")) {}
+    frmTip()
+        : EmptyScreen(QStringLiteral("frmTip"), QStringLiteral("Connection Tips")) {}
 };
 
 } // namespace benthor::guides

@@ -9,7 +9,8 @@ class ScrSavForm1 : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    ScrSavForm1() : EmptyScreen(QStringLiteral("ScrSavForm1"), QStringLiteral("Screen Shot Capture")) {}
+    ScrSavForm1()
+        : EmptyScreen(QStringLiteral("ScrSavForm1"), QStringLiteral("Screen Shot Capture")) {}
 };
 
 } // namespace benthor::guides

@@ -58,7 +58,10 @@ Chart::~Chart() = default;
 void Chart::setUpAxes() {
     plotLayout()->clear();
     plotLayout()->addElement(0, 0, new PlotRect(this));
+    axisRect()->setLayer(QStringLiteral("background"));
     for (QCPAxis* axis : axisRect()->axes()) {
+        axis->setLayer(QStringLiteral("axes"));
+        axis->grid()->setLayer(QStringLiteral("grid"));
         axis->setVisible(true);
         axis->setSubTicks(false);
         axis->setTickLengthIn(0);

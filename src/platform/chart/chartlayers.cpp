@@ -78,14 +78,22 @@ void FillLayer::draw(QCPPainter* painter) {
     }
 }
 
+QRect LineLayer::clipRect() const {
+    return chart_->axisRect()->rect().adjusted(1, 2, 0, 0);
+}
+
 void LineLayer::draw(QCPPainter* painter) {
     const QRectF plot = area();
     const ChartMatrix& matrix = chart_->matrix();
-    painter->setPen(QPen(chart_->colours().axisText, 1, Qt::DotLine));
+    painter->setAntialiasing(false);
+    QPen dotted(chart_->colours().axisText, 1, Qt::CustomDashLine, Qt::FlatCap);
+    dotted.setDashPattern({1, 3});
+    painter->setPen(dotted);
     for (const int row : chart_->rowLines()) {
-        const double x = std::round(xAt(plot, row, matrix.lastRow())) + 0.5;
+        const double x = std::round(xAt(plot, row, matrix.lastRow()));
         painter->drawLine(QLineF(x, plot.top(), x, plot.bottom()));
     }
+    painter->setAntialiasing(true);
     SeriesPainter series(plot, matrix.lastRow());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         if (!matrix.hasSeries(number))
@@ -168,7 +176,7 @@ void CursorLayer::draw(QCPPainter* painter) {
     if (row < 1 || row > matrix.lastRow())
         return;
     const QRectF plot = area();
-    const double x = std::round(xAt(plot, row, matrix.lastRow()));
+    const double x = std::round(xAt(plot, row, matrix.lastRow())) - 0.5; // between two pixel columns
     painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
     painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
     const double value = matrix.at(row, chart_->cursorSeries());

@@ -51,6 +51,8 @@ public:
         : ChartLayer(chart, QStringLiteral("main")) {}
 
 protected:
+    /// Without the frame: a line that lies on it (a ceiling at the surface) is not seen.
+    QRect clipRect() const override;
     void draw(QCPPainter* painter) override;
 };
 

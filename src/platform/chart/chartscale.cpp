@@ -40,10 +40,10 @@ std::vector<double> labelsBetween(double step, int from, int to) {
 
 } // namespace
 
-double niceStep(double extent, int intervals) {
+double niceStep(double extent, int intervals, std::initializer_list<double> factors) {
     const double least = extent / intervals;
     const double decade = std::pow(10.0, std::floor(std::log10(least)));
-    for (const double factor : {1.0, 2.0, 5.0}) {
+    for (const double factor : factors) {
         if (factor * decade * (1 + 1e-9) >= least)
             return factor * decade;
     }
@@ -69,7 +69,7 @@ ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(
     const double lower = std::min(extent.low, 0.0);
     const double upper = largest > 0 ? headroom * largest : std::max(1.0, -lower);
     const double labelled = largest > 0 ? largest : upper;
-    const double step = niceStep(labelled, upwardSteps);
+    const double step = niceStep(labelled, upwardSteps, {1, 2, 4, 5});
     const int last = static_cast<int>(std::ceil(labelled / step - 1e-9));
     const int first = static_cast<int>(std::ceil(lower / step - 1e-9));
     return {lower, upper, step, labelsBetween(step, first, last)};

@@ -4,6 +4,7 @@
 #include "platform/chart/chartstyle.h"
 
 #include <functional>
+#include <initializer_list>
 
 namespace benthor::platform {
 
@@ -17,8 +18,8 @@ struct ChartScale {
     double share(double value) const { return (value - lower) / (upper - lower); }
 };
 
-/// The least of 1, 2, 5 times a power of ten that divides `extent` into at most `intervals` parts.
-double niceStep(double extent, int intervals);
+/// The least of `factors` times a power of ten that divides `extent` into at most `intervals` parts.
+double niceStep(double extent, int intervals, std::initializer_list<double> factors = {1, 2, 5});
 
 /// From the first full label below the deepest value (lower) to 0 (upper); labels at each step. Nothing
 /// drawn, or nothing below 0: the range -1 to 0, labelled only in the second case.

@@ -5,6 +5,8 @@ namespace benthor::platform {
 namespace {
 
 constexpr int binsPerPixel = 2;
+// A place x is the middle of pixel column x: that column begins half a pixel further left.
+constexpr double halfPixel = 0.5;
 constexpr float nothing = std::numeric_limits<float>::infinity();
 
 /// Calls `use(first, end)` for each run of rows without a gap.
@@ -50,10 +52,12 @@ SeriesPainter::SeriesPainter(const QRectF& area, int lastRow)
     , rowWidth_(lastRow > 0 ? area.width() / lastRow : area.width()) {
     if (!dense())
         return;
-    const auto bins = static_cast<size_t>(std::ceil(area.width())) * binsPerPixel;
+    const auto bins = static_cast<size_t>(std::ceil(area.width()) + 1) * binsPerPixel;
     binStart_.resize(bins + 1);
-    for (size_t bin = 0; bin < bins; ++bin)
-        binStart_[bin] = static_cast<int>(std::ceil(static_cast<double>(bin) / binsPerPixel / rowWidth_));
+    for (size_t bin = 0; bin < bins; ++bin) {
+        const double x = static_cast<double>(bin) / binsPerPixel - halfPixel;
+        binStart_[bin] = std::clamp(static_cast<int>(std::ceil(x / rowWidth_)), 0, lastRow + 1);
+    }
     binStart_[bins] = lastRow + 1;
     stretches_.resize(bins);
     columns_.resize(bins / binsPerPixel);
@@ -109,9 +113,11 @@ void SeriesPainter::measure(std::span<const double> values, const ChartScale& sc
 void SeriesPainter::widen(double radius) {
     std::fill(columns_.begin(), columns_.end(), Stretch{nothing, -nothing});
     const int count = static_cast<int>(stretches_.size());
-    // The half columns that a round pen of this radius reaches from the middle of a pixel column.
-    for (double offset = 0.25; offset < std::max(radius, 0.3); offset += 0.5) {
-        const auto reach = static_cast<float>(std::sqrt(std::max(0.0, radius * radius - offset * offset)));
+    // The half columns that a round pen of this radius reaches from the middle of a pixel column: its own two
+    // always, one further away once the pen covers more than half of it.
+    for (double offset = 0.25; offset < std::max(radius + 0.1, 0.3); offset += 0.5) {
+        const double nearest = offset - 0.25;
+        const auto reach = static_cast<float>(std::sqrt(std::max(0.0, radius * radius - nearest * nearest)));
         const int away = static_cast<int>(offset * binsPerPixel);
         for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
             Stretch& at = columns_[static_cast<size_t>(column)];
@@ -140,11 +146,17 @@ void SeriesPainter::drawBands(QPainter& painter, const SeriesStyle& style) {
         }
         return true;
     };
+    // The upright edge of a step is never lost in a gap between two strokes.
+    const double upright = style.step ? 3 * style.width : std::numeric_limits<double>::infinity();
     const int count = static_cast<int>(columns_.size());
+    const auto drawn = [&](int column) {
+        const Stretch& at = columns_[static_cast<size_t>(column)];
+        return !at.isEmpty() && (inStroke(column) || at.bottom - at.top > upright);
+    };
     QPolygonF band;
     for (int column = 0; column < count;) {
         const int first = column;
-        while (column < count && !columns_[static_cast<size_t>(column)].isEmpty() && inStroke(column))
+        while (column < count && drawn(column))
             ++column;
         if (column == first) {
             ++column;
@@ -153,14 +165,14 @@ void SeriesPainter::drawBands(QPainter& painter, const SeriesStyle& style) {
         band.clear();
         const Stretch& start = columns_[static_cast<size_t>(first)];
         const Stretch& stop = columns_[static_cast<size_t>(column - 1)];
-        band.append(QPointF(area_.left() + first, start.top));
+        band.append(QPointF(area_.left() + first - halfPixel, start.top));
         for (int at = first; at < column; ++at)
-            band.append(QPointF(area_.left() + at + 0.5, columns_[static_cast<size_t>(at)].top));
-        band.append(QPointF(area_.left() + column, stop.top));
-        band.append(QPointF(area_.left() + column, stop.bottom));
+            band.append(QPointF(area_.left() + at, columns_[static_cast<size_t>(at)].top));
+        band.append(QPointF(area_.left() + column - halfPixel, stop.top));
+        band.append(QPointF(area_.left() + column - halfPixel, stop.bottom));
         for (int at = column - 1; at >= first; --at)
-            band.append(QPointF(area_.left() + at + 0.5, columns_[static_cast<size_t>(at)].bottom));
-        band.append(QPointF(area_.left() + first, start.bottom));
+            band.append(QPointF(area_.left() + at, columns_[static_cast<size_t>(at)].bottom));
+        band.append(QPointF(area_.left() + first - halfPixel, start.bottom));
         painter.drawPolygon(band, Qt::WindingFill);
     }
 }
@@ -199,16 +211,16 @@ void SeriesPainter::fillColumns(QPainter& painter, double edge) {
             const Stretch& at = columns_[static_cast<size_t>(column)];
             const double middle = (at.top + at.bottom) / 2;
             if (column == first)
-                shape.append(QPointF(area_.left() + column, middle));
-            shape.append(QPointF(area_.left() + column + 0.5, middle));
+                shape.append(QPointF(area_.left() + column - halfPixel, middle));
+            shape.append(QPointF(area_.left() + column, middle));
         }
         if (column == first) {
             ++column;
             continue;
         }
-        shape.append(QPointF(area_.left() + column, shape.last().y()));
-        shape.append(QPointF(area_.left() + column, edge));
-        shape.append(QPointF(area_.left() + first, edge));
+        shape.append(QPointF(area_.left() + column - halfPixel, shape.last().y()));
+        shape.append(QPointF(area_.left() + column - halfPixel, edge));
+        shape.append(QPointF(area_.left() + first - halfPixel, edge));
         painter.drawPolygon(shape);
     }
 }

@@ -81,8 +81,14 @@ void FlexGrid::mouseReleaseEvent(QMouseEvent* event) {
 void FlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     press_.armed = false;
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && index.isValid())
-        emit doubleClicked(index.row() + 1);
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    const QPointer<FlexGrid> alive = this;
+    const int row = index.row() + 1;
+    if (row != row_)
+        moveTo(row, index.column());
+    if (alive)
+        emit doubleClicked(row);
 }
 
 void FlexGrid::contextMenuEvent(QContextMenuEvent* event) {

@@ -166,11 +166,12 @@ void HeadingBar::paintSection(QPainter* painter, const QRect& rect, int logicalI
 }
 
 void HeadingBar::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    painter.fillRect(event->rect(), grid_->gridColours().header);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), grid_->gridColours().line);
-    painter.end();
     QHeaderView::paintEvent(event);
+    const int end =
+        std::max(0, length() - offset()); // behind the last heading the style has painted its own ground
+    QPainter painter(viewport());
+    painter.fillRect(QRect(end, 0, width() - end, height()), grid_->gridColours().header);
+    painter.fillRect(QRect(end, height() - 1, width() - end, 1), grid_->gridColours().line);
 }
 
 void HeadingBar::mouseMoveEvent(QMouseEvent* event) {
@@ -205,10 +206,10 @@ void SignBar::paintSection(QPainter* painter, const QRect& rect, int logicalInde
 }
 
 void SignBar::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    painter.fillRect(event->rect(), grid_->gridColours().surface);
-    painter.end();
     QHeaderView::paintEvent(event);
+    const int end = std::max(0, length() - offset());
+    QPainter painter(viewport());
+    painter.fillRect(QRect(0, end, width(), height() - end), grid_->gridColours().surface);
 }
 
 } // namespace benthor::platform

@@ -24,6 +24,7 @@ struct Tokens {
     QColor good;
     QColor notice;
     QColor bad;
+    QColor noticesoft; ///< ground of a line that must not be overlooked
 };
 
 /// The tokens of the theme in force.

@@ -68,12 +68,12 @@ void takeDesktopFont() {
         return;
     }
     font.taken = true;
+    const QFont desktop = QApplication::font();
     // Without a desktop there is no preference, only the toolkit's own fallback.
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+    if (desktop.resolveMask() == 0 && QGuiApplication::platformName() == QLatin1String("offscreen")) {
         font.family = QStringLiteral("Sans Serif");
         return;
     }
-    const QFont desktop = QApplication::font();
     font.family = desktop.family();
     font.scale = std::clamp(QFontInfo(desktop).pixelSize() / defaultPixels, 1.0, largestScale);
 }

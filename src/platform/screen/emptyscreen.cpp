@@ -9,8 +9,8 @@
 
 namespace benthor::platform {
 
-EmptyScreen::EmptyScreen(const QString& name, const QString& title) : Screen(name)
-{
+EmptyScreen::EmptyScreen(const QString& name, const QString& title)
+    : Screen(name) {
     auto* ground = new QWidget;
     auto* around = new QVBoxLayout(ground);
     around->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceRoom);
@@ -27,8 +27,7 @@ EmptyScreen::EmptyScreen(const QString& name, const QString& title) : Screen(nam
     setTitle(title);
 }
 
-void EmptyScreen::setTitle(const QString& title)
-{
+void EmptyScreen::setTitle(const QString& title) {
     setWindowTitle(title);
     title_->setText(title);
 }

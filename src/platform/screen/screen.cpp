@@ -11,7 +11,10 @@
 
 namespace benthor::platform {
 
-Screen::Routine::Routine(Screen& screen) : screen_(screen) { ++screen_.routines_; }
+Screen::Routine::Routine(Screen& screen)
+    : screen_(screen) {
+    ++screen_.routines_;
+}
 
 Screen::Routine::~Routine() {
     --screen_.routines_;

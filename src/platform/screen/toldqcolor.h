@@ -6,8 +6,7 @@
 
 namespace benthor::platform {
 
-inline QColor toQColor(ToldColour colour)
-{
+inline QColor toQColor(ToldColour colour) {
     const RedGreenBlue parts = redGreenBlue(colour);
     return {parts.red, parts.green, parts.blue};
 }

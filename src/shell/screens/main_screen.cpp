@@ -11,9 +11,9 @@
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
-#include "platform/skiperrors.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
+#include "platform/skiperrors.h"
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
 #include "store/identifiers.h"
@@ -32,8 +32,10 @@ using platform::ProgramFolder;
 using platform::skipErrors;
 using platform::TickTimer;
 
-MainScreen::MainScreen(Neighbours& neighbours) : Screen(QStringLiteral("main")), neighbours_(neighbours), import_(std::make_unique<divefiles::ImportState>())
-{
+MainScreen::MainScreen(Neighbours& neighbours)
+    : Screen(QStringLiteral("main"))
+    , neighbours_(neighbours)
+    , import_(std::make_unique<divefiles::ImportState>()) {
     setWindowTitle(QStringLiteral("Benthor"));
     buildMenus();
     buildLayout();
@@ -42,9 +44,9 @@ MainScreen::MainScreen(Neighbours& neighbours) : Screen(QStringLiteral("main")),
 
 MainScreen::~MainScreen() = default;
 
-void MainScreen::buildTimers()
-{
-    const auto timer = [this](const char* name, int interval, TickTimer::Start start, void (MainScreen::*tick)()) {
+void MainScreen::buildTimers() {
+    const auto timer = [this](const char* name, int interval, TickTimer::Start start,
+                              void (MainScreen::*tick)()) {
         auto* made = new TickTimer(QLatin1String(name), interval, start, this);
         if (tick != nullptr) {
             connect(made, &TickTimer::tick, this, tick);
@@ -58,8 +60,7 @@ void MainScreen::buildTimers()
 }
 
 /// A step that fails does not keep the ones behind it from running.
-void MainScreen::loading()
-{
+void MainScreen::loading() {
     process().diveviewopen = false;
     infochoice_ = kNoEntry;
     process().importing = false;
@@ -86,10 +87,9 @@ void MainScreen::loading()
     Timer4_->setEnabled(true);
 }
 
-/// Looks for the store, and offers the newest backup in its place when it is missing. False when the user would rather
-/// not: the program then ends.
-bool MainScreen::storeIsThere()
-{
+/// Looks for the store, and offers the newest backup in its place when it is missing. False when the user
+/// would rather not: the program then ends.
+bool MainScreen::storeIsThere() {
     const ProgramFolder& folder = ProgramFolder::current();
     if (folder.listFiles(QString(), QStringLiteral("rb.mdb")).contains(QLatin1String("rb.mdb"))) {
         return true;
@@ -104,48 +104,42 @@ bool MainScreen::storeIsThere()
     return yes;
 }
 
-void MainScreen::openStore()
-{
+void MainScreen::openStore() {
     process().database.open(ProgramFolder::current().path(u"rb.mdb"));
 }
 
-void MainScreen::readUnits()
-{
+void MainScreen::readUnits() {
     process().depthunit = store::readunit();
-    takeUnits(process().depthunit == QLatin1String("Feet") ? QStringLiteral("Feet") : QStringLiteral("metre"));
+    takeUnits(process().depthunit == QLatin1String("Feet") ? QStringLiteral("Feet")
+                                                           : QStringLiteral("metre"));
 }
 
 /// What the user chooses holds for the rest of the run, whatever becomes of the table.
-void MainScreen::chooseUnits(const QString& word)
-{
+void MainScreen::chooseUnits(const QString& word) {
     process().unitoverride = word;
     takeUnits(word);
 }
 
-void MainScreen::takeUnits(const QString& word)
-{
+void MainScreen::takeUnits(const QString& word) {
     process().depthunit = word;
     showUnits();
     skipErrors([&word] { store::writeunit(word); });
 }
 
 /// The menu says "metres" where the store's word is "metre".
-void MainScreen::showUnits()
-{
+void MainScreen::showUnits() {
     const bool feet = process().depthunit == QLatin1String("Feet");
     mnuFeet_->setChecked(feet);
     mnuMeters_->setChecked(!feet);
     mnuUnits_->setTitle(feet ? QStringLiteral("Feet") : QStringLiteral("metres"));
 }
 
-void MainScreen::unloading()
-{
+void MainScreen::unloading() {
     stopImport();
     neighbours_.unloadOthers();
 }
 
-void MainScreen::showinfopanel()
-{
+void MainScreen::showinfopanel() {
     for (look::EntryRow* row : std::as_const(entries_)) {
         row->setChosen(false);
     }
@@ -163,14 +157,12 @@ void MainScreen::showinfopanel()
     }
 }
 
-void MainScreen::showTotals()
-{
+void MainScreen::showTotals() {
     lbltotaldive_->setText(store::totalstext(store::readsummary(ProgramFolder::current().path(u"rb.mdb"))));
     lbltotaldive_->show();
 }
 
-void MainScreen::fillPanel()
-{
+void MainScreen::fillPanel() {
     look::EntryRow* row = entries_.value(infochoice_);
     if (row != nullptr) {
         row->setChosen(true);
@@ -187,8 +179,7 @@ void MainScreen::fillPanel()
 }
 
 /// The picture keeps its shape in a third of the panel's width.
-void MainScreen::showPanelPicture()
-{
+void MainScreen::showPanelPicture() {
     QPixmap picture(ProgramFolder::current().path(panelPicture_));
     Picture12_->setVisible(!picture.isNull());
     if (picture.isNull()) {
@@ -200,22 +191,19 @@ void MainScreen::showPanelPicture()
     Picture12_->setPixmap(picture);
 }
 
-void MainScreen::resizeEvent(QResizeEvent* event)
-{
+void MainScreen::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
     if (!panelPicture_.isEmpty()) {
         showPanelPicture();
     }
 }
 
-void MainScreen::selectEntry(int choice)
-{
+void MainScreen::selectEntry(int choice) {
     infochoice_ = choice;
     showinfopanel();
 }
 
-void MainScreen::entryClicked(int choice)
-{
+void MainScreen::entryClicked(int choice) {
     selectEntry(choice);
     switch (choice) {
     case kMyDives:
@@ -245,8 +233,7 @@ void MainScreen::entryClicked(int choice)
     }
 }
 
-void MainScreen::Timer2_tick()
-{
+void MainScreen::Timer2_tick() {
     if (process().importing) {
         return;
     }
@@ -260,8 +247,7 @@ void MainScreen::Timer2_tick()
     Text14_->setEnabled(link.caption() != QLatin1String("Connected"));
 }
 
-void MainScreen::Timer4_tick()
-{
+void MainScreen::Timer4_tick() {
     skipErrors([this] { neighbours_.showDiveList(); });
     Timer4_->setEnabled(false);
 }

@@ -35,8 +35,8 @@ namespace benthor::shell {
 
 class Neighbours;
 
-/// The screen `main`, which stays for the whole run: its entries lead to everything else, its timers watch the folder of
-/// waiting dives and the link, and it runs the importer.
+/// The screen `main`, which stays for the whole run: its entries lead to everything else, its timers watch
+/// the folder of waiting dives and the link, and it runs the importer.
 class MainScreen : public platform::Screen {
     Q_OBJECT
 

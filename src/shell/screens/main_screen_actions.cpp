@@ -20,8 +20,7 @@ namespace benthor::shell {
 using platform::dialogs;
 using platform::ProgramFolder;
 
-void MainScreen::Command1_click()
-{
+void MainScreen::Command1_click() {
     process().divesystem = QStringLiteral("Rebrether");
     if (process().diveviewopen) {
         neighbours_.showDiveView();
@@ -33,27 +32,23 @@ void MainScreen::Command1_click()
 }
 
 /// While an import runs the link stays shut: both write into the folder `new`.
-void MainScreen::Command2_click()
-{
+void MainScreen::Command2_click() {
     process().screenmode = QStringLiteral("Dive");
     mnuconnectdevice_click();
 }
 
-void MainScreen::cmdcommandsend_click()
-{
+void MainScreen::cmdcommandsend_click() {
     process().screenmode = QStringLiteral("Command");
     mnuconnectdevice_click();
 }
 
-void MainScreen::mnuconnectdevice_click()
-{
+void MainScreen::mnuconnectdevice_click() {
     if (!Frame2_->isVisible()) {
         neighbours_.showLink();
     }
 }
 
-void MainScreen::Command3_click()
-{
+void MainScreen::Command3_click() {
     const ProgramFolder& folder = ProgramFolder::current();
     const QString path = dialogs().openFile(this, QStringLiteral("Open"), folder.path(u"old"),
                                             QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
@@ -70,8 +65,7 @@ void MainScreen::Command3_click()
 }
 
 /// The hand-held's dive list: only its being there is looked at.
-void MainScreen::Command6_click()
-{
+void MainScreen::Command6_click() {
     QFile list(ProgramFolder::current().path(u"Divelist.pdb"));
     if (!list.open(QIODevice::ReadOnly)) {
         dialogs().message(this, QStringLiteral("Could not open database - \n"
@@ -81,43 +75,40 @@ void MainScreen::Command6_click()
     }
 }
 
-void MainScreen::cmdclose_click()
-{
+void MainScreen::cmdclose_click() {
     unload();
     neighbours_.endProcess();
 }
 
-void MainScreen::showSetupAndGas() { neighbours_.showGasBlend(); }
+void MainScreen::showSetupAndGas() {
+    neighbours_.showGasBlend();
+}
 
-void MainScreen::mnucurrentmain_click()
-{
+void MainScreen::mnucurrentmain_click() {
     neighbours_.unloadDiveList();
     neighbours_.showDiveList();
 }
 
-void MainScreen::mnuGets_click()
-{
+void MainScreen::mnuGets_click() {
     store::writegetstarted(QStringLiteral("Open"));
     neighbours_.showGuide();
 }
 
-void MainScreen::mnuTips_click()
-{
+void MainScreen::mnuTips_click() {
     platform::userSettings().setNumber(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"), 1);
     neighbours_.showTips();
     showTipsPanel(true);
 }
 
-void MainScreen::mnuHTMLhelp_click()
-{
+void MainScreen::mnuHTMLhelp_click() {
     const QString manual = ProgramFolder::current().path(u"manualbenthor.mht");
     if (!QFile::exists(manual) || !QDesktopServices::openUrl(QUrl::fromLocalFile(manual))) {
-        dialogs().message(this, QStringLiteral("The manual can't be opened: ") + manual, platform::BoxKind::Warning);
+        dialogs().message(this, QStringLiteral("The manual can't be opened: ") + manual,
+                          platform::BoxKind::Warning);
     }
 }
 
-void MainScreen::mnuReprogIR_click()
-{
+void MainScreen::mnuReprogIR_click() {
     neighbours_.linkStatus().closePorts();
     neighbours_.showFirmware();
     unload();

@@ -34,15 +34,13 @@ using platform::ProgramFolder;
 
 namespace {
 
-template <class T> T* named(T* widget, const char* name)
-{
+template <class T> T* named(T* widget, const char* name) {
     widget->setObjectName(QLatin1String(name));
     return widget;
 }
 
 /// The estimate that nothing writes; it stays folded away as it was laid out.
-QWidget* makeEstimate()
-{
+QWidget* makeEstimate() {
     auto* fold = new look::Fold(QStringLiteral("Estimate"));
     auto* across = new QHBoxLayout;
     across->addWidget(named(new QProgressBar, "ProgressBar1"), 1);
@@ -56,14 +54,14 @@ QWidget* makeEstimate()
 
 } // namespace
 
-/// The importer's steps on the main screen. The screen may be unloaded at a yield: what follows then touches nothing of
-/// it, and the run ends after the file in hand.
+/// The importer's steps on the main screen. The screen may be unloaded at a yield: what follows then touches
+/// nothing of it, and the run ends after the file in hand.
 class MainScreen::Progress : public divefiles::ImportScreen {
 public:
-    explicit Progress(MainScreen& screen) : screen_(screen) {}
+    explicit Progress(MainScreen& screen)
+        : screen_(screen) {}
 
-    void runbegins() override
-    {
+    void runbegins() override {
         screen_.Picture9_->hide();
         screen_.Command4_->setEnabled(false);
         screen_.List1_->clear();
@@ -72,15 +70,13 @@ public:
     }
     void nofiles() override { screen_.showCommand4(false, false); }
     void filelisted(const QString& name) override { screen_.List1_->addItem(name); }
-    void totals(int files, qint64 bytes) override
-    {
+    void totals(int files, qint64 bytes) override {
         screen_.lbltotalfiles_->setText(QString::number(files));
         screen_.lbltotalsizes_->setText(QString::number(bytes));
         screen_.Timer4_->setEnabled(false);
     }
     void repaint() override { screen_.QWidget::repaint(); }
-    void filebegins(int number, const QString& text) override
-    {
+    void filebegins(int number, const QString& text) override {
         screen_.lblcurrentfile_->setText(QString::number(number));
         screen_.lblprogress_->setText(text);
         screen_.lblprogress_->show();
@@ -88,22 +84,19 @@ public:
     }
     void yield() override { screen_.yieldEvents(); }
     void stopenabled() override { screen_.stopimport_->setEnabled(screen_.isLoaded()); }
-    void message(const QString& text) override
-    {
+    void message(const QString& text) override {
         if (screen_.isLoaded()) {
             platform::dialogs().message(&screen_, text, platform::BoxKind::Information);
         }
     }
     void lastfiledone() override { screen_.lblprogress_->clear(); }
-    void showdives() override
-    {
+    void showdives() override {
         if (screen_.isLoaded()) {
             screen_.lbltotaldive_->show();
             screen_.mnucurrentmain_click();
         }
     }
-    void runends() override
-    {
+    void runends() override {
         screen_.Frame2_->hide();
         screen_.stopimport_->setEnabled(false);
     }
@@ -112,8 +105,7 @@ private:
     MainScreen& screen_;
 };
 
-void MainScreen::buildProgress(QWidget* area)
-{
+void MainScreen::buildProgress(QWidget* area) {
     Frame2_ = named(new look::OverlayCard(area), "Frame2");
     QVBoxLayout* down = Frame2_->body();
     down->setSpacing(look::spaceBase);
@@ -172,10 +164,11 @@ void MainScreen::buildProgress(QWidget* area)
     Frame2_->hide();
 }
 
-void MainScreen::stopImport() { import_->keepimporting = false; }
+void MainScreen::stopImport() {
+    import_->keepimporting = false;
+}
 
-void MainScreen::Command4_click()
-{
+void MainScreen::Command4_click() {
     const Routine routine(*this);
     Progress progress(*this);
     divefiles::importdives(ProgramFolder::current(), *import_, progress);
@@ -184,28 +177,24 @@ void MainScreen::Command4_click()
     }
 }
 
-int MainScreen::readNewFolder()
-{
+int MainScreen::readNewFolder() {
     return static_cast<int>(
         ProgramFolder::current().listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).size());
 }
 
-void MainScreen::showCommand4(bool green, bool enabled)
-{
+void MainScreen::showCommand4(bool green, bool enabled) {
     Command4_->setToldBackground(platform::toQColor(green ? platform::kToldGreen : platform::kToldRed));
     Command4_->setEnabled(enabled);
 }
 
 /// The words beside the button; its colour is the tick's.
-void MainScreen::showWaiting(int waiting)
-{
+void MainScreen::showWaiting(int waiting) {
     waiting_->setText(waiting == 0   ? QStringLiteral("No files wait")
                       : waiting == 1 ? QStringLiteral("1 file waits")
                                      : QStringLiteral("%1 files wait").arg(waiting));
 }
 
-void MainScreen::Timer1_tick()
-{
+void MainScreen::Timer1_tick() {
     if (process().importing) {
         return;
     }

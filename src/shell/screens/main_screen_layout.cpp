@@ -20,16 +20,15 @@ namespace benthor::shell {
 namespace {
 
 constexpr int kEntriesWidth = 236;
-constexpr int kTipsWidth = 248;
+constexpr int kTipsWidth = 264;
+constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
 
-QLabel* named(QLabel* label, const char* name)
-{
+QLabel* named(QLabel* label, const char* name) {
     label->setObjectName(QLatin1String(name));
     return label;
 }
 
-QLabel* iconLabel(const char* name)
-{
+QLabel* iconLabel(const char* name) {
     auto* label = new look::ClickableLabel;
     label->setIconName(QLatin1String(name), 22);
     label->setFocusPolicy(Qt::NoFocus);
@@ -40,8 +39,7 @@ QLabel* iconLabel(const char* name)
 
 } // namespace
 
-void MainScreen::buildLayout()
-{
+void MainScreen::buildLayout() {
     auto* ground = new QWidget;
     auto* across = new QHBoxLayout(ground);
     across->setContentsMargins(0, 0, 0, 0);
@@ -93,11 +91,11 @@ void MainScreen::buildLayout()
     buildProgress(right);
 }
 
-look::EntryRow* MainScreen::entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
-                                  const QString& pictureName, const QString& icon, bool quiet)
-{
-    auto* row = new look::EntryRow(icon, caption, quiet ? look::EntryRow::Kind::Quiet : look::EntryRow::Kind::Normal,
-                                   column);
+look::EntryRow* MainScreen::entry(QWidget* column, int choice, const QString& caption,
+                                  const QString& captionName, const QString& pictureName, const QString& icon,
+                                  bool quiet) {
+    auto* row = new look::EntryRow(
+        icon, caption, quiet ? look::EntryRow::Kind::Quiet : look::EntryRow::Kind::Normal, column);
     row->setNames(pictureName, captionName);
     connect(row, &look::EntryRow::clicked, this, [this, choice] { entryClicked(choice); });
     entries_.insert(choice, row);
@@ -105,24 +103,24 @@ look::EntryRow* MainScreen::entry(QWidget* column, int choice, const QString& ca
     return row;
 }
 
-QWidget* MainScreen::buildEntries()
-{
+QWidget* MainScreen::buildEntries() {
     auto* column = new look::Pane(Qt::RightEdge);
     column->setFixedWidth(look::scaled(kEntriesWidth));
     auto* down = new QVBoxLayout(column);
     down->setContentsMargins(look::spaceSmall, look::spaceBase, look::spaceSmall, look::spaceSmall);
     down->setSpacing(look::spaceTight);
 
-    const auto add = [this, column](int choice, const char* caption, const char* captionName, const char* pictureName,
-                                    const char* icon, bool quiet = false) {
-        return entry(column, choice, QLatin1String(caption), QLatin1String(captionName), QLatin1String(pictureName),
-                     QLatin1String(icon), quiet);
+    const auto add = [this, column](int choice, const char* caption, const char* captionName,
+                                    const char* pictureName, const char* icon, bool quiet = false) {
+        return entry(column, choice, QLatin1String(caption), QLatin1String(captionName),
+                     QLatin1String(pictureName), QLatin1String(icon), quiet);
     };
     add(kMyDives, "My Dives", "lblodl(0)", "Picture6", "dives");
     add(kDownloadToPc, "Download to PC", "lbllo", "Picture4", "download");
     look::EntryRow* update = add(kDatabaseUpdate, "Database Update", "lblmdu(1)", "Picture5", "database");
-    update->picture()->setToolTip(QStringLiteral("Forces manual update of database. However, PC Link screen must be "
-                                                 "closed before this will be activated"));
+    update->picture()->setToolTip(
+        QStringLiteral("Forces manual update of database. However, PC Link screen must be "
+                       "closed before this will be activated"));
     Picture9_ = update->addSign(QStringLiteral("Picture9"), QStringLiteral("importfile"));
     Picture9_->setToolTip(QStringLiteral("Dive files wait in the folder new"));
     look::EntryRow* setup = add(kSetupAndGas, "Setup + Gas", "Label4", "Picture2", "cylinder");
@@ -139,8 +137,7 @@ QWidget* MainScreen::buildEntries()
     return column;
 }
 
-QWidget* MainScreen::buildPanel()
-{
+QWidget* MainScreen::buildPanel() {
     auto* panel = new QWidget;
     auto* across = new QHBoxLayout(panel);
     across->setContentsMargins(20, 20, 20, 20);
@@ -155,6 +152,7 @@ QWidget* MainScreen::buildPanel()
     Label7_->setFont(look::big(20));
     Label9_ = named(new QLabel, "Label9");
     Label9_->setWordWrap(true);
+    Label9_->setMaximumWidth(look::scaled(kReadableWidth));
     look::setInk(Label9_, look::Ink::Quiet);
     words->addStretch(1);
     words->addWidget(Label7_);
@@ -164,8 +162,7 @@ QWidget* MainScreen::buildPanel()
     return panel;
 }
 
-QWidget* MainScreen::buildTotals()
-{
+QWidget* MainScreen::buildTotals() {
     auto* totals = new QWidget;
     auto* down = new QVBoxLayout(totals);
     down->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
@@ -178,9 +175,8 @@ QWidget* MainScreen::buildTotals()
     return totals;
 }
 
-QPushButton* MainScreen::footButton(int choice, const QString& name, const QString& caption, const QString& icon,
-                                    const QString& words)
-{
+QPushButton* MainScreen::footButton(int choice, const QString& name, const QString& caption,
+                                    const QString& icon, const QString& words) {
     auto* row = new QWidget;
     auto* across = new QHBoxLayout(row);
     across->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
@@ -197,15 +193,16 @@ QPushButton* MainScreen::footButton(int choice, const QString& name, const QStri
     return button;
 }
 
-QWidget* MainScreen::buildFoot()
-{
+QWidget* MainScreen::buildFoot() {
     foot_ = new QStackedWidget;
     foot_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    const auto add = [this](int choice, const char* name, const char* caption, const char* icon, const char* words) {
+    const auto add = [this](int choice, const char* name, const char* caption, const char* icon,
+                            const char* words) {
         return footButton(choice, QLatin1String(name), QLatin1String(caption), QLatin1String(icon),
                           QLatin1String(words));
     };
-    connect(add(kMyDives, "Command1", "Morvalien Dive Log", "dives", "Opens My Dives; the list opens by itself after start"),
+    connect(add(kMyDives, "Command1", "Morvalien Dive Log", "dives",
+                "Opens My Dives; the list opens by itself after start"),
             &QPushButton::clicked, this, &MainScreen::Command1_click);
     connect(add(kDownloadToPc, "Command2", "Link Morvalien", "download", "Opens the link to the device"),
             &QPushButton::clicked, this, &MainScreen::Command2_click);
@@ -214,8 +211,10 @@ QWidget* MainScreen::buildFoot()
             &QPushButton::clicked, this, &MainScreen::Command3_click);
     connect(add(kExit, "cmdclose", "Exit", "exit", "Closes all screens"), &QPushButton::clicked, this,
             &MainScreen::cmdclose_click);
-    QPushButton* kd3 = add(kKd3DiveList, "cmdviewkd3", "KD3 Dive List", "kd", "Dives of every device stand in My Dives");
-    QPushButton* pdb = add(kPocketPc, "cmdpdbsingle", "Download PDB", "pocketpc", "Not available on this computer");
+    QPushButton* kd3 =
+        add(kKd3DiveList, "cmdviewkd3", "KD3 Dive List", "kd", "Dives of every device stand in My Dives");
+    QPushButton* pdb =
+        add(kPocketPc, "cmdpdbsingle", "Download PDB", "pocketpc", "Not available on this computer");
     kd3->setEnabled(false);
     pdb->setEnabled(false);
 
@@ -230,8 +229,7 @@ QWidget* MainScreen::buildFoot()
     return foot_;
 }
 
-QWidget* MainScreen::buildLinkCard()
-{
+QWidget* MainScreen::buildLinkCard() {
     auto* card = new look::Card;
     auto* across = new QHBoxLayout;
     across->setSpacing(look::spaceBase);
@@ -245,16 +243,16 @@ QWidget* MainScreen::buildLinkCard()
     words->addWidget(lblstatus_);
     across->addLayout(words);
     across->addStretch(1);
-    Text14_ = named(look::makeCaption(QStringLiteral("Put the device into PC Link mode\nand open Download to PC")),
-                    "Text14");
+    Text14_ =
+        named(look::makeCaption(QStringLiteral("Put the device into PC Link mode\nand open Download to PC")),
+              "Text14");
     Text14_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     across->addWidget(Text14_);
     card->body()->addLayout(across);
     return card;
 }
 
-QWidget* MainScreen::buildImportCard()
-{
+QWidget* MainScreen::buildImportCard() {
     auto* card = new look::Card;
     auto* across = new QHBoxLayout;
     across->setSpacing(look::spaceBase);
@@ -278,14 +276,14 @@ QWidget* MainScreen::buildImportCard()
     return card;
 }
 
-QWidget* MainScreen::buildTips()
-{
+QWidget* MainScreen::buildTips() {
     Frame4_ = new look::Pane(Qt::LeftEdge);
     Frame4_->setObjectName(QStringLiteral("Frame4"));
     Frame4_->setFixedWidth(look::scaled(kTipsWidth));
     auto* down = new QVBoxLayout(Frame4_);
     down->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceWide);
     auto* head = new QHBoxLayout;
+    head->setSpacing(look::spaceTight);
     head->addWidget(iconLabel("tip"));
     head->addWidget(look::makeHeading(QStringLiteral("Connection tips")));
     head->addStretch(1);
@@ -301,8 +299,7 @@ QWidget* MainScreen::buildTips()
     return Frame4_;
 }
 
-void MainScreen::showTipsPanel(bool shown)
-{
+void MainScreen::showTipsPanel(bool shown) {
     Frame4_->setVisible(shown);
     Label10_->setVisible(!shown);
     findChild<QWidget*>(QStringLiteral("Label6"))->setVisible(!shown);

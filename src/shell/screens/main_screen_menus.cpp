@@ -1,5 +1,6 @@
 #include "shell/screens/main_screen.h"
 
+#include "link/linkstatus.h"
 #include "shell/screens/neighbours.h"
 
 #include <QAction>
@@ -9,8 +10,7 @@
 namespace benthor::shell {
 
 /// An entry without an action of its own; it stands there greyed.
-QAction* MainScreen::menuEntry(QMenu* menu, const QString& name, const QString& caption)
-{
+QAction* MainScreen::menuEntry(QMenu* menu, const QString& name, const QString& caption) {
     auto* action = new QAction(caption, this);
     action->setObjectName(name);
     action->setEnabled(false);
@@ -18,8 +18,7 @@ QAction* MainScreen::menuEntry(QMenu* menu, const QString& name, const QString& 
     return action;
 }
 
-void MainScreen::buildMenus()
-{
+void MainScreen::buildMenus() {
     const auto heading = [this](QWidget* parent, const char* name, const char* caption) {
         auto* menu = new QMenu(QLatin1String(caption), parent);
         menu->setObjectName(QLatin1String(name));

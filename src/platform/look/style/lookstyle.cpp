@@ -9,6 +9,7 @@
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QIcon>
 #include <QLineEdit>
 #include <QMenu>
@@ -30,6 +31,10 @@ void LookStyle::polish(QWidget* widget) {
         qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget) ||
         qobject_cast<QTabBar*>(widget)) {
         widget->setAttribute(Qt::WA_Hover);
+    }
+    if (auto* header = qobject_cast<QHeaderView*>(widget);
+        header && header->defaultAlignment() == Qt::AlignCenter) {
+        header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
 }
 
@@ -96,7 +101,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_LayoutVerticalSpacing:
         return spaceSmall;
     case PM_HeaderMargin:
-        return 5;
+    case PM_FocusFrameHMargin: // the room beside the words of a cell
+        return 4;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }

@@ -48,6 +48,8 @@ public:
                            const QWidget* widget) const override;
 
 private:
+    void drawCheckControl(const QStyleOptionButton& option, bool round, QPainter* painter,
+                          const QWidget* widget) const;
     void drawButtonLabel(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const;
     void drawComboBox(const QStyleOptionComboBox& option, QPainter* painter, const QWidget* widget) const;
     void drawSpinBox(const QStyleOptionSpinBox& option, QPainter* painter, const QWidget* widget) const;

@@ -35,9 +35,10 @@ void drawSortArrow(QPainter* painter, const QRect& rect, bool up, const QColor& 
     painter->setPen(Qt::NoPen);
     painter->setBrush(colour);
     const QPointF centre = QRectF(rect).center();
-    const double tip = up ? -2.5 : 2.5;
+    const double half = scaled(8) / 2.0;
+    const double tip = scaled(5) / (up ? -2.0 : 2.0);
     painter->drawPolygon(
-        QPolygonF({centre + QPointF(-4, -tip), centre + QPointF(4, -tip), centre + QPointF(0, tip)}));
+        QPolygonF({centre + QPointF(-half, -tip), centre + QPointF(half, -tip), centre + QPointF(0, tip)}));
     painter->restore();
 }
 
@@ -68,6 +69,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameTabBarBase:
     case PE_FrameButtonTool:
     case PE_FrameStatusBarItem:
+    case PE_FrameGroupBox:        // a group is parted by its title and by room
+    case PE_IndicatorHeaderArrow: // stands right behind the head's words, see drawHeaderLabel
         return;
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
@@ -88,9 +91,6 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                   (option->state & State_HasFocus) ? token.accent : token.line, 4,
                   (option->state & State_HasFocus) ? focusWidth : 1);
         return;
-    case PE_FrameGroupBox:
-        drawPanel(painter, option->rect, QColor(), token.line);
-        return;
     case PE_FrameTabWidget:
         painter->fillRect(QRect(option->rect.x(), option->rect.y(), option->rect.width(), 1), token.line);
         return;
@@ -106,12 +106,6 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return;
     case PE_PanelMenuBar:
         painter->fillRect(option->rect, token.surface);
-        return;
-    case PE_IndicatorHeaderArrow:
-        if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
-            drawSortArrow(painter, option->rect, header->sortIndicator == QStyleOptionHeader::SortDown,
-                          token.text);
-        }
         return;
     case PE_IndicatorArrowUp:
     case PE_IndicatorArrowDown:
@@ -131,6 +125,10 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
                             const QWidget* widget) const {
     const Tokens& token = tokens();
     if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+        if (element == CE_CheckBox || element == CE_RadioButton) {
+            drawCheckControl(*button, element == CE_RadioButton, painter, widget);
+            return;
+        }
         if (element == CE_PushButtonBevel) {
             drawButtonBevel(painter, *option, widget);
             return;
@@ -227,6 +225,16 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         drawSpinBox(*box, painter, widget);
         return;
     }
+    if (const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        box && control == CC_GroupBox && !(box->subControls & SC_GroupBoxCheckBox)) {
+        painter->save();
+        painter->setFont(strong(body()));
+        painter->setPen((box->state & State_Enabled) ? tokens().textquiet : faintInk());
+        painter->drawText(box->rect.adjusted(0, 2, 0, 0), Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic,
+                          box->text);
+        painter->restore();
+        return;
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
@@ -265,6 +273,20 @@ void LookStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter* pain
     const QRect place = visualRect(option.direction, room, QRect(left, room.y(), text, room.height()));
     painter->drawText(place, flags | Qt::AlignVCenter | Qt::AlignHCenter, option.text);
     painter->restore();
+}
+
+void LookStyle::drawCheckControl(const QStyleOptionButton& option, bool round, QPainter* painter,
+                                 const QWidget* widget) const {
+    QStyleOptionButton part = option;
+    part.rect = subElementRect(round ? SE_RadioButtonIndicator : SE_CheckBoxIndicator, &option, widget);
+    drawCheckMark(painter, part.rect, part, round);
+    part.rect = subElementRect(round ? SE_RadioButtonContents : SE_CheckBoxContents, &option, widget);
+    drawControl(round ? CE_RadioButtonLabel : CE_CheckBoxLabel, &part, painter, widget);
+    if (option.state & State_HasFocus) {
+        const QRect ring =
+            subElementRect(round ? SE_RadioButtonFocusRect : SE_CheckBoxFocusRect, &option, widget);
+        drawFocusRing(painter, ring, round && option.text.isEmpty() ? ring.height() / 2.0 : 5);
+    }
 }
 
 void LookStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter* painter,

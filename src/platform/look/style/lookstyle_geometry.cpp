@@ -59,9 +59,10 @@ QRect ringOfCheck(const QStyleOptionButton& option, const QRect& contents) {
     const int width = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
     QRect text = contents;
     text.setWidth(std::min(width, contents.width()));
-    return QStyle::visualRect(option.direction, option.rect, text)
-        .adjusted(-4, 0, 4, 0)
-        .intersected(option.rect);
+    text = QStyle::visualRect(option.direction, option.rect, text).adjusted(-5, 0, 5, 0);
+    text.setTop(option.rect.top());
+    text.setBottom(option.rect.bottom());
+    return text.intersected(option.rect);
 }
 
 } // namespace
@@ -81,7 +82,7 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             button && button->text.isEmpty()) {
             return {scaled(24), scaled(24)};
         }
-        return {usual.width() + 4, std::max(usual.height(), scaled(24))};
+        return {usual.width() + 5, std::max(usual.height(), scaled(24))};
     case CT_LineEdit:
         return {usual.width() + 8, std::max(usual.height(), scaled(32))};
     case CT_ComboBox:

@@ -114,10 +114,10 @@ void drawSlider(QPainter* painter, const QStyleOptionSlider& option, const QRect
         option.upsideDown ? run.setTop(handle.center().y()) : run.setBottom(handle.center().y());
     }
     drawPanel(painter, run, colour, QColor(), 2);
-    const QRect knob = handle.adjusted(2, 2, -2, -2);
+    const QRect knob = handle.adjusted(3, 3, -3, -3);
     drawPanel(painter, knob, enabled ? token.surface : token.ground, colour, knob.width() / 2.0, 2);
     if (option.state & QStyle::State_HasFocus) {
-        drawFocusRing(painter, handle.adjusted(-1, -1, 1, 1), handle.width() / 2.0 + 1);
+        drawFocusRing(painter, handle, handle.width() / 2.0);
     }
 }
 

@@ -43,11 +43,7 @@ void ActivitySweep::paintEvent(QPaintEvent* event) {
         const int left = (width() + gap) * k / segments;
         const int right = (width() + gap) * (k + 1) / segments - gap;
         const QRect place(left, 0, right - left, height());
-        if (isLit(k)) {
-            drawPanel(&painter, place, tokens().accent, QColor(), 2);
-        } else {
-            drawPanel(&painter, place, tokens().sunken, tokens().line, 2);
-        }
+        drawPanel(&painter, place, isLit(k) ? tokens().accent : tokens().sunken, QColor(), 2);
     }
 }
 

@@ -14,10 +14,15 @@ Card::Card(QWidget* parent)
     m_body->setSpacing(spaceBase);
 }
 
+void Card::setRaised(bool raised) {
+    m_raised = raised;
+    update();
+}
+
 void Card::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    drawPanel(&painter, rect(), tokens().surface, tokens().line);
+    drawPanel(&painter, rect(), tokens().surface, m_raised ? tokens().edge : tokens().line);
 }
 
 Pane::Pane(Qt::Edges lines, QWidget* parent)

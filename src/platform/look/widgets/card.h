@@ -15,12 +15,15 @@ public:
 
     /// The column; its margins may be changed.
     QVBoxLayout* body() const { return m_body; }
+    /// A stronger border, for a card that lies over others.
+    void setRaised(bool raised);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QVBoxLayout* m_body;
+    bool m_raised = false;
 };
 
 /// A band at an edge of the window (tool bar, head, foot, side column): surface, with a line at the edges

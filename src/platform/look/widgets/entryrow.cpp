@@ -21,13 +21,13 @@ EntryRow::EntryRow(const QString& iconName, const QString& captionText, Kind kin
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_layout->setContentsMargins(spaceBase, 2, spaceSmall, 2);
-    m_layout->setSpacing(quiet ? spaceTight : 6);
-    m_picture->setIconName(iconName, quiet ? 18 : 20);
+    m_layout->setSpacing(spaceTight);
+    m_picture->setIconName(iconName, quiet ? 20 : 24);
     // The caption is what the keyboard reaches; the picture beside it would only be a second stop for the
     // same act.
     m_picture->setFocusPolicy(Qt::NoFocus);
     m_picture->setAccessibleName(captionText.trimmed());
-    m_picture->setFixedWidth(scaled(quiet ? 26 : 28));
+    m_picture->setFixedWidth(scaled(32));
     m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     m_picture->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     m_layout->addWidget(m_picture);

@@ -10,36 +10,40 @@ namespace benthor::look {
 
 namespace {
 
-constexpr int gapBeforeUnit = 3;
-
-/// Fonts of one number and the unit behind it.
+/// How a number and what stands behind it are drawn.
 struct Faces {
     QFont number;
     QFont unit;
+    int gap;
+    QColor unitInk;
+
+    /// Figures have nothing below their line; with only a little room there, numbers of different sizes that
+    /// share a foot share a line too.
+    int descent() const { return std::min(QFontMetrics(number).descent(), scaled(5)); }
 };
 
 Faces facesFor(int px) {
-    return {big(px), px >= 28 ? body() : caption()};
+    return {big(px), px >= 28 ? body() : caption(), 3, tokens().textquiet};
 }
 
 QSize extent(const NumberAndUnit& parts, const Faces& faces) {
     const QFontMetrics number(faces.number);
     int width = number.horizontalAdvance(parts.number);
     if (!parts.unit.isEmpty()) {
-        width += gapBeforeUnit + QFontMetrics(faces.unit).horizontalAdvance(parts.unit);
+        width += faces.gap + QFontMetrics(faces.unit).horizontalAdvance(parts.unit);
     }
-    return {width, number.height()};
+    return {width, number.ascent() + faces.descent()};
 }
 
 /// Paints with the left end of the number at `at`, which lies on the baseline of both.
 void paintParts(QPainter& painter, QPoint at, const NumberAndUnit& parts, const Faces& faces,
-                const QColor& ink, const QColor& unitInk) {
+                const QColor& ink) {
     painter.setFont(faces.number);
     painter.setPen(ink);
     painter.drawText(at, parts.number);
-    at.rx() += painter.fontMetrics().horizontalAdvance(parts.number) + gapBeforeUnit;
+    at.rx() += painter.fontMetrics().horizontalAdvance(parts.number) + faces.gap;
     painter.setFont(faces.unit);
-    painter.setPen(unitInk);
+    painter.setPen(faces.unitInk);
     painter.drawText(at, parts.unit);
 }
 
@@ -50,35 +54,42 @@ int startOf(Qt::Alignment alignment, const QRect& room, int width) {
     return alignment & Qt::AlignHCenter ? room.x() + (room.width() - width) / 2 : room.x();
 }
 
+constexpr int totalPixels = 24;
+
 struct Total {
     QString caption;
     NumberAndUnit value;
+    Faces faces;
+
+    int width() const {
+        return std::max(QFontMetrics(look::caption()).horizontalAdvance(caption),
+                        extent(value, faces).width());
+    }
 };
+
+Total totalOf(const QString& caption, const QString& value) {
+    static const QRegularExpression moment(QStringLiteral("^(\\S*/\\S*) (\\d+:[\\d:]+)$"));
+    const QRegularExpressionMatch match = moment.match(value);
+    if (!match.hasMatch()) {
+        return {caption, splitNumberAndUnit(value), facesFor(totalPixels)};
+    }
+    // Of a date with its time the date is what one looks for.
+    const Faces faces{big(totalPixels), numbers(16), spaceBase, tokens().text};
+    return {caption, {match.captured(1), match.captured(2)}, faces};
+}
 
 QList<Total> totalsOf(const QString& text) {
     static const QRegularExpression lineEnd(QStringLiteral("\r\n|\r|\n"));
-    static const QRegularExpression moment(QStringLiteral("^(\\S*/\\S*) (\\d+:[\\d:]+)$"));
     const QStringList lines = text.split(lineEnd);
     QList<Total> totals;
     for (qsizetype i = 0; i < lines.size(); i += 2) {
+        const QString caption = lines.at(i).trimmed();
         const QString value = lines.value(i + 1).trimmed();
-        const QRegularExpressionMatch match = moment.match(value);
-        // Of a date with its time the date is what one looks for.
-        totals.append({lines.at(i).trimmed(), match.hasMatch()
-                                                  ? NumberAndUnit{match.captured(1), match.captured(2)}
-                                                  : splitNumberAndUnit(value)});
-    }
-    while (!totals.isEmpty() && totals.last().caption.isEmpty() && totals.last().value.number.isEmpty()) {
-        totals.removeLast();
+        if (!caption.isEmpty() || !value.isEmpty()) {
+            totals.append(totalOf(caption, value));
+        }
     }
     return totals;
-}
-
-constexpr int totalPixels = 24;
-
-int totalWidth(const Total& total) {
-    return std::max(QFontMetrics(caption()).horizontalAdvance(total.caption),
-                    extent(total.value, facesFor(totalPixels)).width());
 }
 
 } // namespace
@@ -139,28 +150,32 @@ void NumberLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     const QRect room = contentsRect();
-    const Faces faces = facesFor(m_px);
+    Faces faces = facesFor(m_px);
     const NumberAndUnit parts = splitNumberAndUnit(text());
     const QSize size = extent(parts, faces);
     const QFontMetrics above(look::caption());
     const int captionHeight = m_caption.isEmpty() ? 0 : above.height() + 1;
-    int top = room.y();
-    if (!(alignment() & Qt::AlignTop)) {
-        const int spare = room.height() - size.height() - captionHeight;
-        top += alignment() & Qt::AlignBottom ? spare : spare / 2;
+    const int spare = std::max(0, room.height() - size.height() - captionHeight);
+    int captionTop = room.y();
+    int foot = room.y() + captionHeight + size.height();
+    if (alignment() & Qt::AlignBottom) {
+        captionTop += spare;
+        foot += spare;
+    } else if (!(alignment() & Qt::AlignTop)) {
+        // Beside a taller neighbour captions share their line above and numbers theirs below.
+        foot += m_caption.isEmpty() ? spare / 2 : spare;
     }
-    const QColor quiet = isEnabled() ? tokens().textquiet : faintInk();
+    faces.unitInk = isEnabled() ? tokens().textquiet : faintInk();
     if (!m_caption.isEmpty()) {
         painter.setFont(look::caption());
-        painter.setPen(quiet);
-        painter.drawText(startOf(alignment(), room, above.horizontalAdvance(m_caption)), top + above.ascent(),
-                         m_caption);
+        painter.setPen(faces.unitInk);
+        const int left = startOf(alignment(), room, above.horizontalAdvance(m_caption));
+        painter.drawText(left, captionTop + above.ascent(), m_caption);
     }
     const QColor ink =
         !isEnabled() ? faintInk() : (m_told.isValid() ? m_told : palette().color(foregroundRole()));
-    const QPoint at(startOf(alignment(), room, size.width()),
-                    top + captionHeight + QFontMetrics(faces.number).ascent());
-    paintParts(painter, at, parts, faces, ink, quiet);
+    const QPoint at(startOf(alignment(), room, size.width()), foot - faces.descent());
+    paintParts(painter, at, parts, faces, ink);
 }
 
 TotalsLabel::TotalsLabel(QWidget* parent)
@@ -171,7 +186,7 @@ TotalsLabel::TotalsLabel(QWidget* parent)
 QSize TotalsLabel::sizeHint() const {
     int width = 0;
     for (const Total& total : totalsOf(text())) {
-        width += totalWidth(total) + 2 * spaceRoom;
+        width += total.width() + 2 * spaceRoom;
     }
     const int height = QFontMetrics(caption()).height() + QFontMetrics(big(totalPixels)).height() + spaceWide;
     return {width, height};
@@ -185,24 +200,21 @@ void TotalsLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     const QRect room = contentsRect();
-    const Faces faces = facesFor(totalPixels);
     const QFontMetrics small(caption());
-    const QFontMetrics large(faces.number);
+    const QFontMetrics large(big(totalPixels));
     const int top = room.y() + (room.height() - small.height() - large.height()) / 2;
     int left = room.x();
-    bool first = true;
     for (const Total& total : totalsOf(text())) {
-        if (!first) {
+        if (left > room.x()) {
             painter.fillRect(QRect(left, room.y(), 1, room.height()), tokens().line);
             left += spaceRoom;
         }
-        first = false;
         painter.setFont(caption());
         painter.setPen(tokens().textquiet);
         painter.drawText(left, top + small.ascent(), total.caption);
-        paintParts(painter, QPoint(left, top + small.height() + large.ascent()), total.value, faces,
-                   tokens().text, tokens().textquiet);
-        left += totalWidth(total) + spaceRoom;
+        paintParts(painter, QPoint(left, top + small.height() + large.ascent()), total.value, total.faces,
+                   tokens().text);
+        left += total.width() + spaceRoom;
     }
 }
 

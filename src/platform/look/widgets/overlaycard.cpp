@@ -23,7 +23,7 @@ OverlayCard::OverlayCard(QWidget* area, int width)
         layout->setRowStretch(side, 1);
         layout->setColumnStretch(side, 1);
     }
-    m_card->setMinimumWidth(1);
+    m_card->setRaised(true);
     m_card->setMaximumWidth(scaled(width));
     // The card asks for its whole width and takes it wherever the area has it.
     layout->setColumnStretch(1, 1000);
@@ -124,7 +124,7 @@ void OverlayCard::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     QColor veil = theme() == Theme::Dark ? QColor(0x05, 0x0A, 0x10) : QColor(0x14, 0x20, 0x2B);
-    veil.setAlphaF(theme() == Theme::Dark ? 0.72F : 0.55F);
+    veil.setAlphaF(theme() == Theme::Dark ? 0.72F : 0.5F);
     painter.fillRect(rect(), veil);
 }
 

@@ -119,7 +119,7 @@ void NoticeBand::takeColours() {
 void NoticeBand::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    drawPanel(&painter, rect(), mixed(tokens().surface, tokens().notice, 0.13), QColor(), 4);
+    drawPanel(&painter, rect(), tokens().noticesoft, QColor(), 4);
     const int side = scaled(18);
     drawIcon(&painter, QStringLiteral("warning"), QRect(spaceBase, 0, side, height()), side, tokens().notice);
 }

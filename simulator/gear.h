@@ -1,0 +1,74 @@
+#pragma once
+
+#include "simulator/diveplan.h"
+#include "simulator/random.h"
+
+namespace benthor::simulator {
+
+/// Size of what the diver takes along: the usual, or more for a dive that outlasts it.
+struct GearSizes {
+    double diluentlitres = 3;
+    double oxygenlitres = 3;
+    double absorbedlitres = 230; ///< carbon dioxide that a fresh scrubber binds
+    double batteryhours = 9;
+};
+
+GearSizes gearFor(const DivePlan& plan, double expectedseconds);
+
+/// The two cylinders of the rebreather. Their pressure only falls.
+class Cylinders {
+public:
+    Cylinders(const DivePlan& plan, const GearSizes& sizes);
+
+    /// Litres at 1 bar that were taken out.
+    void takeDiluent(double litres);
+    void takeOxygen(double litres);
+
+    double diluentBar() const { return m_diluent; }
+    double oxygenBar() const { return m_oxygen; }
+
+private:
+    GearSizes m_sizes;
+    double m_diluent;
+    double m_oxygen;
+};
+
+/// The main battery, two cells in a row that feed the solenoid, and the backup battery.
+class Power {
+public:
+    Power(const GearSizes& sizes, Random random);
+
+    /// `pulselitres`: oxygen that the solenoid let through, a measure of how long it drew current.
+    void draw(double pulselitres, double temperature, double seconds);
+
+    double mainVolts() const { return m_main; }
+    double backupVolts() const { return m_backup; }
+
+private:
+    double m_hoursofmain;
+    Random m_random;
+    double m_fresh;
+    double m_freshbackup;
+    double m_hours = 0;
+    double m_sag = 0;
+    double m_main;
+    double m_backup;
+};
+
+/// Water by depth: a warm upper layer, a cold lower one, and the sensor's housing that follows slowly.
+class Thermometer {
+public:
+    explicit Thermometer(const DivePlan& plan);
+
+    double read(double depth, double seconds);
+
+private:
+    double water(double depth) const;
+
+    double m_surface;
+    double m_bottom;
+    double m_thermocline;
+    double m_seen;
+};
+
+} // namespace benthor::simulator

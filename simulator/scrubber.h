@@ -1,0 +1,42 @@
+#pragma once
+
+#include "simulator/random.h"
+
+#include <array>
+
+namespace benthor::simulator {
+
+constexpr int thermistorcount = 8;
+constexpr int stickcount = 3;
+
+/// The canister that binds carbon dioxide. A warm zone, where the binding happens, moves from the inlet to
+/// the outlet as the absorbent is used up; three sticks with eight thermistors each, the first at the inlet,
+/// see it pass.
+class Scrubber {
+public:
+    /// `capacitylitres` of carbon dioxide for a fresh filling, of which `percentleft` is left.
+    Scrubber(double capacitylitres, double percentleft, double gastemperature, Random random);
+
+    void work(double co2litres, double gastemperature, double seconds);
+
+    double capacityLitres() const { return m_capacity; }
+    double percentLeft() const;
+
+    /// Carbon dioxide behind the canister, mbar.
+    double breakthrough() const;
+
+    /// Degrees Celsius along stick 0 to 2.
+    const std::array<double, thermistorcount>& stick(int number) const { return m_sticks[number]; }
+
+private:
+    double wanted(int stick, int thermistor, double gastemperature, double heat) const;
+
+    double m_capacity;
+    double m_used;
+    double m_heat = 0; ///< litres of carbon dioxide a minute, as the bed's warmth follows it
+    std::array<double, stickcount> m_ahead{};
+    std::array<double, stickcount> m_warmth{};
+    std::array<std::array<double, thermistorcount>, stickcount> m_sticks{};
+};
+
+} // namespace benthor::simulator

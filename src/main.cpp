@@ -1,0 +1,28 @@
+#include "platform/look/look.h"
+#include "platform/programfolder.h"
+#include "platform/screen/application.h"
+#include "platform/screen/dialogs.h"
+#include "shell/house.h"
+
+#include <QDir>
+
+using namespace benthor;
+
+int main(int argc, char** argv) {
+    platform::Application application(argc, argv);
+    look::apply(application);
+
+    platform::FileResult made;
+    const platform::ProgramFolder folder = platform::locateProgramFolder(platform::folderPlaces(), made);
+    if (!made) {
+        platform::dialogs().message(nullptr, made.error, platform::BoxKind::Critical);
+    }
+    platform::ProgramFolder::setCurrent(folder);
+    QDir::setCurrent(folder.root());
+
+    shell::House house;
+    QObject::connect(&house, &shell::House::ended, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    house.start();
+    return QApplication::exec();
+}

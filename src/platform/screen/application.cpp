@@ -1,0 +1,31 @@
+#include "platform/screen/application.h"
+
+#include "platform/screen/dialogs.h"
+
+namespace benthor::platform {
+
+Application::Application(int& argc, char** argv)
+    : QApplication(argc, argv) {
+    setOrganizationName(QStringLiteral("Benthor"));
+    setApplicationName(QStringLiteral("Benthor"));
+    setApplicationVersion(QStringLiteral(BENTHOR_VERSION));
+    // Between two screens there is a moment without a window: when the program ends is for the screens to
+    // say.
+    setQuitOnLastWindowClosed(false);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+        // One box at a time: a timer that fails at every tick would pile them up.
+        if (telling_ == 0) {
+            ++telling_;
+            dialogs().message(activeWindow(), QString::fromUtf8(error.what()), BoxKind::Warning);
+            --telling_;
+        }
+        return false;
+    }
+}
+
+} // namespace benthor::platform

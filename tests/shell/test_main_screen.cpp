@@ -1,0 +1,727 @@
+#include "shell/screens/main_screen.h"
+
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/usersettings.h"
+#include "store/units.h"
+#include "tests/shell/fakeneighbours.h"
+#include "tests/support/scripteddialogs.h"
+#include "tests/support/testfolder.h"
+#include "tests/support/testsettings.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QtTest>
+
+using benthor::process;
+using benthor::shell::MainScreen;
+using namespace benthor::tests;
+
+namespace {
+
+/// The screen with everything around it; the screen dies when its own rules say so.
+struct Stage {
+    explicit Stage(TestFolder::Store store = TestFolder::Store::Fresh)
+        : folder(store)
+        , main(new MainScreen(neighbours)) {}
+    ~Stage() { delete main.data(); }
+
+    template <class T = QWidget> T* control(const char* name) {
+        auto* found = main->findChild<T*>(QLatin1String(name));
+        if (found == nullptr) {
+            qFatal("no control %s", name);
+        }
+        return found;
+    }
+    QAction* action(const char* name) { return control<QAction>(name); }
+    void click(const char* name) { QTest::mouseClick(control(name), Qt::LeftButton); }
+    QColor command4() { return control("Command4")->property("toldBackground").value<QColor>(); }
+
+    TestSettings settings;
+    TestFolder folder;
+    ScriptedDialogs dialogs;
+    FakeNeighbours neighbours;
+    QPointer<MainScreen> main;
+};
+
+const QColor kRed(255, 0, 0);
+const QColor kGreen(0, 255, 0);
+
+} // namespace
+
+class TestMainScreen : public QObject {
+    Q_OBJECT
+
+private slots:
+    void loadingBringsTheValuesToTheirStart();
+    void aMissingStoreIsAskedForAndRestoredFromTheBackup();
+    void refusingTheBackupEndsTheProgram();
+    void aBackupThatCannotBeCopiedLetsTheLoadGoOn();
+    void aSecondCopyClosesItsMainScreen();
+    void theCounterIsAlignedAtEachStart();
+    void aStoreWithoutDivesSaysSo();
+    void totalsTellCountAndLastDive();
+    void feetIsReadFromTheStore();
+    void anyOtherUnitBehavesAsMetresAndIsOverwritten();
+    void theUnitsMenuWritesOneWordAndShowsAnother();
+    void eachEntryDoesWhatItSays_data();
+    void eachEntryDoesWhatItSays();
+    void pictureAndCaptionActAlike();
+    void thePanelShowsTheChosenEntry();
+    void entriesWithoutATextLeaveThePanelAsItWas();
+    void myDivesGoesBackToAnOpenDive();
+    void theLinkStaysShutWhileTheProgressFrameIsUp();
+    void bothLinkEntriesSetTheirFace();
+    void waitingFilesAreImportedByTheTick();
+    void filesWaitWhileTheLinkScreenIsInFront();
+    void aFileLeftBehindDoesNotStartAnotherImport();
+    void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
+    void theTickSetsDeviceConnectedFromTheExactCaption();
+    void ticksPauseWhileAnImportRuns();
+    void theStatusMirrorsTheLink();
+    void theDiveListOpensOnceAfterTheStart();
+    void aFailingDiveListDoesNotBringTheMainScreenDown();
+    void anImportPutsTheDiveListAside();
+    void databaseUpdateWithoutFilesTurnsTheButtonRed();
+    void stopImportEndsTheRunAfterTheFileInHand();
+    void closingTheScreenDuringAnImportEndsItAfterTheFileInHand();
+    void manualFindImportsTheChosenFile();
+    void manualFindRefusesAnotherExtension();
+    void manualFindPassesACancelledDialogInSilence();
+    void theHandHeldRoutineTellsWhyItCannotOpen();
+    void exitEndsTheProcessAndTheMenuEntryDoesNot();
+    void reprogrammingClosesThePortsFirst();
+    void theOldReprogrammingEntryOpensNothing();
+    void gettingStartedIsWrittenAndShown();
+    void tipsAreTurnedOnAndShown();
+    void captionsAndToolTipsStandAsTold();
+    void timersStandAsTold();
+};
+
+void TestMainScreen::loadingBringsTheValuesToTheirStart() {
+    Stage stage;
+    process().diveviewopen = true;
+    process().importing = true;
+    process().producttype = QStringLiteral("HALV");
+    stage.main->showScreen();
+    QCOMPARE(process().diveviewopen, false);
+    QCOMPARE(process().importing, false);
+    QCOMPARE(process().producttype, "OTHER");
+    QCOMPARE(process().divesystem, "Rebrether");
+    QVERIFY(process().firststart);
+    QVERIFY(process().database.isOpen());
+    QCOMPARE(stage.neighbours.asked, QStringList{"unloadFirmware"});
+    QCOMPARE(stage.main->infochoice(), 1);
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QVERIFY(stage.dialogs.asked().isEmpty());
+}
+
+void TestMainScreen::aMissingStoreIsAskedForAndRestoredFromTheBackup() {
+    Stage stage(TestFolder::Store::Missing);
+    benthor::store::createStore(stage.folder.path("backup.mdb"));
+    stage.dialogs.answer(true);
+    stage.main->showScreen();
+    QCOMPARE(stage.dialogs.asked().size(), 1);
+    const auto asked = stage.dialogs.asked().first();
+    QCOMPARE(asked.text, "Main Database not found, Would you like to duplicate from the backup database?");
+    QCOMPARE(asked.title, "Comfirmation");
+    QCOMPARE(asked.box, benthor::platform::BoxKind::Critical);
+    QVERIFY(asked.noIsDefault);
+    QVERIFY(stage.folder.has("rb.mdb"));
+    QVERIFY(process().database.isOpen());
+    QVERIFY(stage.main->isVisible());
+}
+
+void TestMainScreen::refusingTheBackupEndsTheProgram() {
+    Stage stage(TestFolder::Store::Missing);
+    benthor::store::createStore(stage.folder.path("backup.mdb"));
+    stage.dialogs.answer(false);
+    stage.main->load();
+    QVERIFY(stage.main->isUnloaded());
+    QCOMPARE(stage.neighbours.asked, (QStringList{"unloadFirmware", "unloadOthers", "endProcess"}));
+    QVERIFY(!stage.folder.has("rb.mdb"));
+}
+
+void TestMainScreen::aBackupThatCannotBeCopiedLetsTheLoadGoOn() {
+    Stage stage(TestFolder::Store::Missing);
+    stage.dialogs.answer(true);
+    stage.main->showScreen();
+    QVERIFY(stage.main->isVisible());
+    QVERIFY(!process().database.isOpen());
+    QVERIFY(!stage.folder.has("rb.mdb"));
+    QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
+}
+
+void TestMainScreen::aSecondCopyClosesItsMainScreen() {
+    Stage stage;
+    stage.neighbours.secondCopy = true;
+    stage.main->load();
+    QVERIFY(stage.main->isUnloaded());
+    QVERIFY(process().firststart);
+    QVERIFY(!process().database.isOpen());
+    QCOMPARE(stage.neighbours.asked, (QStringList{"unloadFirmware", "unloadOthers"}));
+}
+
+void TestMainScreen::theCounterIsAlignedAtEachStart() {
+    Stage stage;
+    {
+        benthor::platform::Database database;
+        database.open(stage.folder.path("rb.mdb"));
+        database.execute("INSERT INTO main (DiveID) VALUES ('D0000041')");
+        database.execute("UPDATE serialno SET serial_no = 'D0000077'");
+    }
+    stage.main->load();
+    auto rows = process().database.openRecordset("SELECT * FROM SERIALNO");
+    QCOMPARE(rows.value(u"serial_no").text(), "D0000041");
+}
+
+void TestMainScreen::aStoreWithoutDivesSaysSo() {
+    Stage stage;
+    stage.main->showScreen();
+    QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
+    QVERIFY(!stage.control("lbltotaldive")->isVisible());
+}
+
+void TestMainScreen::totalsTellCountAndLastDive() {
+    Stage stage;
+    {
+        benthor::platform::Database database;
+        database.open(stage.folder.path("rb.mdb"));
+        database.execute("INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2019-09-14 10:42:17')");
+        database.execute("INSERT INTO main (DiveID, startdate) VALUES ('D0000002', '2018-12-31 23:59:59')");
+    }
+    stage.main->showScreen();
+    QCOMPARE(stage.control<QLabel>("lbltotaldive")->text(),
+             "System has a total of : \n2 dives\nYour last dive was on : \n14/09/2019 10:42:17");
+    QVERIFY(stage.control("lbltotaldive")->isVisible());
+    QVERIFY(!stage.control("Lbldetails")->isVisible());
+}
+
+void TestMainScreen::feetIsReadFromTheStore() {
+    Stage stage;
+    process().database.open(stage.folder.path("rb.mdb"));
+    benthor::store::writeunit(QStringLiteral("Feet"));
+    stage.main->load();
+    QCOMPARE(process().depthunit, "Feet");
+    QVERIFY(stage.action("mnuFeet")->isChecked());
+    QVERIFY(!stage.action("mnuMeters")->isChecked());
+    QCOMPARE(stage.action("mnuUnits")->text(), "Feet");
+    QCOMPARE(process().unitoverride, "");
+}
+
+void TestMainScreen::anyOtherUnitBehavesAsMetresAndIsOverwritten() {
+    Stage stage;
+    process().database.open(stage.folder.path("rb.mdb"));
+    benthor::store::writeunit(QStringLiteral("fathoms"));
+    stage.main->load();
+    QCOMPARE(process().depthunit, "metre");
+    QCOMPARE(benthor::store::readunit(), "metre");
+}
+
+void TestMainScreen::theUnitsMenuWritesOneWordAndShowsAnother() {
+    Stage stage;
+    stage.main->load();
+    stage.action("mnuFeet")->trigger();
+    QCOMPARE(benthor::store::readunit(), "Feet");
+    QCOMPARE(process().depthunit, "Feet");
+    QCOMPARE(stage.action("mnuUnits")->text(), "Feet");
+    stage.action("mnuMeters")->trigger();
+    QCOMPARE(benthor::store::readunit(), "metre");
+    QCOMPARE(process().depthunit, "metre");
+    QCOMPARE(stage.action("mnuUnits")->text(), "metres");
+    QVERIFY(stage.action("mnuMeters")->isChecked());
+    QVERIFY(!stage.action("mnuFeet")->isChecked());
+}
+
+void TestMainScreen::eachEntryDoesWhatItSays_data() {
+    QTest::addColumn<QByteArray>("control");
+    QTest::addColumn<int>("infochoice");
+    QTest::addColumn<QStringList>("asked");
+    QTest::newRow("My Dives") << QByteArray("lblodl(0)") << 1
+                              << QStringList{"unloadDiveView", "showDiveList", "bringDiveListToFront"};
+    QTest::newRow("Download to PC") << QByteArray("lbllo") << 3 << QStringList{"showLink"};
+    QTest::newRow("KD3 Dive List") << QByteArray("lblvvdl") << 4 << QStringList{};
+    QTest::newRow("Dive File Find") << QByteArray("lblmdff") << 5 << QStringList{};
+    QTest::newRow("Setup + Gas") << QByteArray("Label4") << 7 << QStringList{"showGasBlend"};
+    QTest::newRow("Pocket PC") << QByteArray("lblppc") << 8 << QStringList{};
+    QTest::newRow("Ferrowe pdl Import") << QByteArray("Label14") << 9 << QStringList{};
+    QTest::newRow("Exit") << QByteArray("lblexit") << 6 << QStringList{"unloadOthers", "endProcess"};
+}
+
+void TestMainScreen::eachEntryDoesWhatItSays() {
+    QFETCH(QByteArray, control);
+    QFETCH(int, infochoice);
+    QFETCH(QStringList, asked);
+    Stage stage;
+    stage.main->showScreen();
+    stage.neighbours.asked.clear();
+    stage.click(control.constData());
+    QCOMPARE(stage.main->infochoice(), infochoice);
+    QCOMPARE(stage.neighbours.asked, asked);
+}
+
+void TestMainScreen::pictureAndCaptionActAlike() {
+    Stage stage;
+    stage.main->showScreen();
+    const QList<QPair<const char*, QString>> pictures{{"Picture6", "showDiveList"},
+                                                      {"Picture4", "showLink"},
+                                                      {"Picture2", "showGasBlend"},
+                                                      {"Picture3", "showGasBlend"}};
+    for (const auto& [picture, asked] : pictures) {
+        stage.neighbours.asked.clear();
+        stage.click(picture);
+        QVERIFY2(stage.neighbours.asked.contains(asked), picture);
+    }
+    stage.click("Picture8");
+    QCOMPARE(stage.dialogs.asked().last().kind, "open");
+    stage.neighbours.asked.clear();
+    stage.click("Picture7");
+    QCOMPARE(stage.neighbours.asked, (QStringList{"unloadOthers", "endProcess"}));
+}
+
+void TestMainScreen::thePanelShowsTheChosenEntry() {
+    Stage stage;
+    stage.main->showScreen();
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "My Dives");
+    QCOMPARE(
+        stage.control<QLabel>("Label9")->text(),
+        "Contains list of all dives and summary information which you have downloaded from your device.\n"
+        "Dives marked in red have problems. Download them again to try and fix errors. Check connection tips "
+        "for "
+        "fixing connection and downloading problems.");
+    stage.click("lbllo");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Download to PC");
+    QCOMPARE(stage.control<QLabel>("Label9")->text(),
+             "This is where you download dives from your Morvalien/KD. You can also link to your devices to "
+             "set other "
+             "data such as: recording interval, gas settings, screen saver etc... Dives marked in yellow "
+             "have already "
+             "been downloaded to My Dives. See Connection Tips for solutions to connection and downloading "
+             "problems.");
+    stage.click("Label4");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Setup + Gas");
+    QCOMPARE(stage.control<QLabel>("Label9")->text(),
+             "You can set up gasses and download them to you KD/Morvalien from here");
+    stage.click("lblppc");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Pocket PC");
+    QCOMPARE(stage.control<QLabel>("Label9")->text(), "You can view and download dives from your Pocket PC");
+    stage.click("Label14");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Ferrowe pdl Import");
+    QCOMPARE(stage.control<QLabel>("Label9")->text(), "You can import files from your Ferrowe software");
+}
+
+void TestMainScreen::entriesWithoutATextLeaveThePanelAsItWas() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.click("lblppc");
+    stage.click("lblvvdl");
+    QCOMPARE(stage.main->infochoice(), 4);
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Pocket PC");
+    QCOMPARE(stage.control<QLabel>("Label9")->text(), "You can view and download dives from your Pocket PC");
+}
+
+void TestMainScreen::myDivesGoesBackToAnOpenDive() {
+    Stage stage;
+    stage.main->showScreen();
+    process().diveviewopen = true;
+    stage.neighbours.asked.clear();
+    stage.click("Command1");
+    QCOMPARE(stage.neighbours.asked, QStringList{"showDiveView"});
+}
+
+void TestMainScreen::theLinkStaysShutWhileTheProgressFrameIsUp() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.control("Frame2")->show();
+    stage.neighbours.asked.clear();
+    stage.action("cmdcommandsend")->trigger();
+    stage.action("mnuconnectdevice")->trigger();
+    stage.control<QPushButton>("Command2")->click();
+    QVERIFY(stage.neighbours.asked.isEmpty());
+    QCOMPARE(process().screenmode, "Dive");
+    stage.control("Frame2")->hide();
+    stage.action("mnuconnectdevice")->trigger();
+    QCOMPARE(stage.neighbours.asked, QStringList{"showLink"});
+}
+
+void TestMainScreen::bothLinkEntriesSetTheirFace() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.action("cmdcommandsend")->trigger();
+    QCOMPARE(process().screenmode, "Command");
+    stage.click("lbllo");
+    QCOMPARE(process().screenmode, "Dive");
+}
+
+void TestMainScreen::waitingFilesAreImportedByTheTick() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.folder.put("new/a.txt", TestFolder::dive("three-commas.txt"));
+    stage.neighbours.asked.clear();
+    QSignalSpy unloaded(stage.main.data(), &MainScreen::unloaded);
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QCOMPARE(stage.main->infochoice(), 2);
+    auto rows = process().database.openRecordset("SELECT * FROM main ORDER BY diveid");
+    QCOMPARE(rows.recordCount(), 2);
+    QCOMPARE(rows.value(u"Location").text(), "a.txt");
+    QVERIFY(!stage.folder.has("new/a.txt"));
+    QVERIFY(stage.folder.has("old/a.txt"));
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QCOMPARE(stage.control<QLabel>("lbltotalfiles")->text(), "2");
+    QCOMPARE(stage.control<QLabel>("lbltotalsizes")->text(),
+             QString::number(TestFolder::dive("typical.txt").size() +
+                             TestFolder::dive("three-commas.txt").size()));
+    QCOMPARE(stage.control<QListWidget>("List1")->count(), 2);
+    QCOMPARE(stage.main->filewatchcount(), 0);
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!process().importing);
+    // Shown afresh by the run, and again by the tick, since it is not on screen.
+    QCOMPARE(stage.neighbours.asked,
+             (QStringList{"unloadDiveList", "showDiveList", "unloadDiveList", "showDiveList"}));
+}
+
+void TestMainScreen::filesWaitWhileTheLinkScreenIsInFront() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.neighbours.linkOnScreen = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(stage.folder.has("new/a.txt"));
+    QCOMPARE(stage.command4(), kGreen);
+    QVERIFY(stage.control("Command4")->isEnabled());
+    QCOMPARE(stage.main->filewatchcount(), 1);
+    stage.neighbours.linkOnScreen = false;
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.folder.has("new/a.txt"));
+    QVERIFY(!stage.folder.has("new/b.txt"));
+}
+
+void TestMainScreen::aFileLeftBehindDoesNotStartAnotherImport() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("no-ver-no-recint.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Version or Interval not found !"});
+    QCOMPARE(stage.main->filewatchcount(), 1);
+    QCOMPARE(stage.command4(), kGreen);
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages().size(), 2);
+}
+
+void TestMainScreen::anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!stage.control("Command4")->isEnabled());
+    QVERIFY(!stage.control("Picture9")->isVisible());
+    auto* caption = stage.control("lblmdu(1)");
+    QCOMPARE(qobject_cast<benthor::look::ClickableLabel*>(caption)->toldColour(), QColor(0, 0, 255));
+}
+
+void TestMainScreen::theTickSetsDeviceConnectedFromTheExactCaption() {
+    Stage stage;
+    stage.main->load();
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.main->Timer1_tick();
+    QCOMPARE(process().deviceconnected, 1);
+    stage.neighbours.linkCaption = QStringLiteral("Not Connected");
+    stage.main->Timer1_tick();
+    QCOMPARE(process().deviceconnected, 0);
+    QCOMPARE(stage.neighbours.tipsPlaced, 2);
+}
+
+void TestMainScreen::ticksPauseWhileAnImportRuns() {
+    Stage stage;
+    stage.main->load();
+    process().importing = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.main->Timer1_tick();
+    stage.main->Timer2_tick();
+    QCOMPARE(process().deviceconnected, 0);
+    QCOMPARE(stage.control<QLabel>("lblstatus")->text(), "Searching");
+    QCOMPARE(stage.neighbours.tipsPlaced, 0);
+}
+
+void TestMainScreen::theStatusMirrorsTheLink() {
+    Stage stage;
+    stage.main->load();
+    auto* status = stage.control<QLabel>("lblstatus");
+    QCOMPARE(status->text(), "Searching");
+    stage.main->Timer2_tick();
+    QCOMPARE(status->text(), "Not Connected");
+    QCOMPARE(status->property("toldColour").value<QColor>(), QColor(255, 255, 0));
+    QVERIFY(stage.control("Text14")->isEnabled());
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.neighbours.linkColour = benthor::platform::kToldGreen;
+    stage.main->Timer2_tick();
+    QCOMPARE(status->text(), "Connected");
+    QCOMPARE(status->property("toldColour").value<QColor>(), kGreen);
+    QVERIFY(!stage.control("Text14")->isEnabled());
+    stage.neighbours.downloading = true;
+    stage.main->Timer2_tick();
+    QCOMPARE(status->text(), "Downloading");
+}
+
+void TestMainScreen::theDiveListOpensOnceAfterTheStart() {
+    Stage stage;
+    stage.main->load();
+    auto* timer = stage.control<benthor::platform::TickTimer>("Timer4");
+    QVERIFY(timer->isEnabled());
+    stage.neighbours.asked.clear();
+    timer->expire();
+    QCOMPARE(stage.neighbours.asked, QStringList{"showDiveList"});
+    QVERIFY(!timer->isEnabled());
+}
+
+void TestMainScreen::aFailingDiveListDoesNotBringTheMainScreenDown() {
+    Stage stage;
+    stage.main->load();
+    stage.neighbours.diveListFails = true;
+    stage.main->Timer4_tick();
+    QVERIFY(stage.main->isLoaded());
+    QVERIFY(!stage.control<benthor::platform::TickTimer>("Timer4")->isEnabled());
+}
+
+void TestMainScreen::anImportPutsTheDiveListAside() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.control<benthor::platform::TickTimer>("Timer4")->isEnabled());
+}
+
+void TestMainScreen::databaseUpdateWithoutFilesTurnsTheButtonRed() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.click("lblmdu(1)");
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!stage.control("Command4")->isEnabled());
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QVERIFY(stage.dialogs.asked().isEmpty());
+}
+
+void TestMainScreen::stopImportEndsTheRunAfterTheFileInHand() {
+    Stage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    auto* stop = stage.control<QPushButton>("stopimport");
+    QVERIFY(!stop->isEnabled());
+    // The click comes with the events that run once a file; the first file begins before the button is
+    // enabled.
+    int yields = 0;
+    QTimer clicks;
+    connect(&clicks, &QTimer::timeout, stop, [&] {
+        ++yields;
+        if (stop->isEnabled()) {
+            stop->click();
+            clicks.stop();
+        }
+    });
+    clicks.start(0);
+    stage.main->Timer1_tick();
+    QVERIFY(yields > 0);
+    auto rows = process().database.openRecordset("SELECT * FROM main");
+    QVERIFY(rows.recordCount() >= 1 && rows.recordCount() < 3);
+    QVERIFY(stage.folder.has("new/c.txt"));
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stop->isEnabled());
+}
+
+void TestMainScreen::closingTheScreenDuringAnImportEndsItAfterTheFileInHand() {
+    Stage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    QTimer::singleShot(0, stage.main.data(), [&stage] { stage.main->close(); });
+    stage.main->Timer1_tick();
+    QVERIFY(stage.main->isUnloaded());
+    QVERIFY(stage.folder.has("new/c.txt"));
+    QVERIFY(!process().importing);
+    QTRY_VERIFY(stage.main.isNull());
+}
+
+void TestMainScreen::manualFindImportsTheChosenFile() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/again.txt", TestFolder::dive("typical.txt"));
+    stage.dialogs.answerFile(stage.folder.path("old/again.txt"));
+    stage.click("lblmdff");
+    const auto asked = stage.dialogs.asked().first();
+    QCOMPARE(asked.title, "Open");
+    QCOMPARE(asked.folder, stage.folder.path("old"));
+    QCOMPARE(asked.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    auto rows = process().database.openRecordset("SELECT * FROM main");
+    QCOMPARE(rows.recordCount(), 1);
+}
+
+void TestMainScreen::manualFindRefusesAnotherExtension() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/again.dat", "x");
+    stage.dialogs.answerFile(stage.folder.path("old/again.dat"));
+    stage.click("lblmdff");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"File Extention is wrong !"});
+    QVERIFY(QDir(stage.folder.path("new")).isEmpty());
+}
+
+void TestMainScreen::manualFindPassesACancelledDialogInSilence() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.click("lblmdff");
+    QVERIFY(stage.dialogs.messages().isEmpty());
+}
+
+void TestMainScreen::theHandHeldRoutineTellsWhyItCannotOpen() {
+    Stage stage;
+    stage.main->load();
+    stage.control<QPushButton>("Command6")->click();
+    QCOMPARE(
+        stage.dialogs.messages(),
+        QStringList{"Could not open database - \nPotential causes are:\n1. Database file does not exist\n"
+                    "2. The database path in the PDBOpen call is incorrect"});
+    stage.dialogs.clear();
+    stage.folder.put("Divelist.pdb", "anything");
+    stage.control<QPushButton>("Command6")->click();
+    QVERIFY(stage.dialogs.messages().isEmpty());
+}
+
+void TestMainScreen::exitEndsTheProcessAndTheMenuEntryDoesNot() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.neighbours.asked.clear();
+    stage.action("mnuExit")->trigger();
+    QCOMPARE(stage.neighbours.asked, QStringList{"unloadOthers"});
+    QVERIFY(stage.main->isUnloaded());
+}
+
+void TestMainScreen::reprogrammingClosesThePortsFirst() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.neighbours.asked.clear();
+    stage.action("mnuReprogIR")->trigger();
+    QCOMPARE(stage.neighbours.asked, (QStringList{"closePorts", "showFirmware", "unloadOthers"}));
+}
+
+void TestMainScreen::theOldReprogrammingEntryOpensNothing() {
+    Stage stage;
+    stage.main->showScreen();
+    stage.neighbours.asked.clear();
+    stage.action("mnuReprog")->trigger();
+    QCOMPARE(stage.neighbours.asked, QStringList{"closePorts"});
+    QVERIFY(stage.main->isLoaded());
+}
+
+void TestMainScreen::gettingStartedIsWrittenAndShown() {
+    Stage stage;
+    stage.main->load();
+    benthor::store::writegetstarted(QStringLiteral("Close"));
+    stage.neighbours.asked.clear();
+    stage.action("mnuGets")->trigger();
+    auto rows = process().database.openRecordset("SELECT * FROM SERIALNO");
+    QCOMPARE(rows.value(u"getstarted").text(), "Open");
+    QCOMPARE(stage.neighbours.asked, QStringList{"showGuide"});
+}
+
+void TestMainScreen::tipsAreTurnedOnAndShown() {
+    Stage stage;
+    stage.main->showScreen();
+    benthor::platform::userSettings().setNumber(QStringLiteral("Options"),
+                                                QStringLiteral("Show Tips at Startup"), 0);
+    stage.neighbours.asked.clear();
+    stage.action("mnuTips")->trigger();
+    QCOMPARE(benthor::platform::userSettings().number(QStringLiteral("Options"),
+                                                      QStringLiteral("Show Tips at Startup"), 0),
+             1);
+    QCOMPARE(stage.neighbours.asked, QStringList{"showTips"});
+    QVERIFY(stage.control("Frame4")->isVisible());
+}
+
+void TestMainScreen::captionsAndToolTipsStandAsTold() {
+    Stage stage;
+    stage.main->load();
+    QCOMPARE(stage.control<QLabel>("lblvvdl")->text(), "KD3 Dive List ");
+    QCOMPARE(stage.control<QLabel>("Label10(0)")->text(), "Connection tips    >>>");
+    QCOMPARE(stage.control<QLabel>("Label10(1)")->text(), "<<<");
+    QCOMPARE(stage.control<QLabel>("Label17")->text(), "DO NOT HIT OTHER KEYS OR TERMINATE PROGRAM");
+    QCOMPARE(stage.control<QPushButton>("Command1")->text(), "Morvalien Dive Log");
+    QCOMPARE(stage.control<QPushButton>("Command2")->text(), "Link Morvalien");
+    QCOMPARE(stage.control<QPushButton>("Command3")->text(), "Manual Dive File Find");
+    QCOMPARE(stage.control<QPushButton>("Command4")->text(), "import dives");
+    QCOMPARE(stage.control<QPushButton>("stopimport")->text(), "stop import");
+    QCOMPARE(stage.control("stopimport")->toolTip(),
+             "Click to abort importing dives after current one finishes");
+    QCOMPARE(
+        stage.control("Command4")->toolTip(),
+        "When green, there are more new dives that can be transfered from temporary storage into database");
+    QCOMPARE(stage.control("Picture5")->toolTip(), "Forces manual update of database. However, PC Link "
+                                                   "screen must be closed before this will be activated");
+    const QList<QPair<const char*, QString>> menu{{"mnuimport", "&Import"},
+                                                  {"mnurebrether", "&Rebrether"},
+                                                  {"mnukd3", "KD3"},
+                                                  {"mnuimpfile", "&Text File"},
+                                                  {"mnupdb", "PDB"},
+                                                  {"mnuFile", "&File"},
+                                                  {"mnuOpen", "&Open"},
+                                                  {"mnufilecurrent", "&Default"},
+                                                  {"mnucurrentmain", "&Main"},
+                                                  {"mnucurrentprofile", "&Profile"},
+                                                  {"mnucurrentgas", "&Gas"},
+                                                  {"mnucurrentissue", "&Tissue"},
+                                                  {"mnuMeters", "&Metres"},
+                                                  {"mnuFeet", "&Feet"},
+                                                  {"mnuconnect", "&Connect"},
+                                                  {"mnuconnectdevice", "Connect &Device"},
+                                                  {"mnudivesummary", "&Dive Summary"},
+                                                  {"mnugasupload", "&Gas Upload"},
+                                                  {"mnuinterval", "&Interval"},
+                                                  {"mnugetinterval", "Get Interval"},
+                                                  {"MNUBACKUP", "&Backup"},
+                                                  {"mnuReprog", "&ReProgOLD"},
+                                                  {"mnuReprogIR", "&ReProgram"},
+                                                  {"mnuExit", "&Exit"},
+                                                  {"mnuWindow", "&Window"},
+                                                  {"mnuDiveList", "&My Dives"},
+                                                  {"cmdcommandsend", "&Download Dives"},
+                                                  {"mnuSetupGas", "Setup and &Gas"},
+                                                  {"mnuHelp", "&Help"},
+                                                  {"mnuGets", "&Getting Started"},
+                                                  {"mnuHTMLhelpa", "&Walk through"},
+                                                  {"mnuTips", "&Connection Tips"},
+                                                  {"mnuHTMLhelp", "Manual File"},
+                                                  {"mnuAbout", "&About"}};
+    for (const auto& [name, caption] : menu) {
+        QCOMPARE(stage.action(name)->text(), caption);
+    }
+}
+
+void TestMainScreen::timersStandAsTold() {
+    Stage stage;
+    const auto check = [&stage](const char* name, int interval, bool enabled) {
+        auto* timer = stage.control<benthor::platform::TickTimer>(name);
+        QCOMPARE(timer->interval(), interval);
+        QCOMPARE(timer->isEnabled(), enabled);
+    };
+    check("Timer1", 1000, true);
+    check("Timer2", 1000, true);
+    check("Timer3", 1000, true);
+    check("Timer4", 2000, false);
+}
+
+QTEST_MAIN(TestMainScreen)
+#include "test_main_screen.moc"
