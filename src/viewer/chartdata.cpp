@@ -1,0 +1,133 @@
+#include "viewer/chartdata.h"
+
+#include <algorithm>
+
+namespace benthor::viewer {
+
+namespace {
+
+using P = DiveProfile;
+
+constexpr int kCo2Box = 14;
+constexpr int kAmbientBox = 13;
+constexpr int kStickBox = 15;
+
+template <SampleArray P::*array> const SampleArray& of(const P& profile) {
+    return profile.*array;
+}
+
+template <std::array<SampleArray, 9> P::*stick, size_t channel> const SampleArray& stickOf(const P& profile) {
+    return (profile.*stick)[channel];
+}
+
+bool isChecked(const SeriesBoxes& boxes, const SeriesSource& series) {
+    return series.check == kStickBox ? boxes.check15.test(static_cast<size_t>(series.index))
+                                     : boxes.check.test(static_cast<size_t>(series.check));
+}
+
+void writeSeries(ChartMatrix& matrix, const SampleArray& array, int column) {
+    const std::span<const float> values = array.values();
+    double* cells = &matrix.at(0, column);
+    for (int row = 1; row < matrix.rows; ++row) {
+        cells[row] = values.empty() ? 0.0 : static_cast<double>(values[static_cast<size_t>(row - 1)]);
+    }
+}
+
+void writeAmbientCo2(ChartMatrix& matrix, const DiveProfile& profile, int column) {
+    for (int row = 1; row < matrix.rows; ++row) {
+        const double bar = static_cast<double>(profile.depthpos[row - 1]) * 0.1 + 1.01;
+        matrix.at(row, column) = static_cast<double>(profile.co2[row - 1]) * bar;
+    }
+}
+
+} // namespace
+
+constexpr std::array<SeriesSource, kSeriesSources> kSeriesTable = {{
+    {1, 0, "Depth", 1, of<&P::depthneg>},
+    {2, 0, "GAS num", 2, of<&P::gasnum>},
+    {3, 0, "PO2", 3, of<&P::po2>},
+    {11, 0, "Ceiling", 4, of<&P::ceilingneg>},
+    {5, 0, "Temperature", 5, of<&P::temp>},
+    {12, 0, "Filter", 7, of<&P::filterpct>},
+    {7, 0, "Battery", 8, of<&P::bat1>},
+    {7, 0, "Battery", 9, of<&P::bat2>},
+    {8, 0, "High pressure", 10, of<&P::hpdil>},
+    {8, 0, "High pressure", 11, of<&P::hpo2>},
+    {9, 0, "PO2 cells", 12, of<&P::cella>},
+    {9, 0, "PO2 cells", 13, of<&P::cellb>},
+    {9, 0, "PO2 cells", 14, of<&P::cellc>},
+    {10, 0, "Setpoint", 15, of<&P::setpoint>},
+    {14, 0, "CO2", 16, of<&P::co2>},
+    {6, 0, "TPM", 25, of<&P::tpm1>},
+    {6, 0, "TPM", 26, of<&P::tpm2>},
+    {6, 0, "TPM", 27, of<&P::tpm3>},
+    {6, 0, "TPM", 28, of<&P::tpm4>},
+    {6, 0, "TPM", 29, of<&P::tpm5>},
+    {6, 0, "TPM", 30, of<&P::tpm6>},
+    {6, 0, "TPM", 31, of<&P::tpm7>},
+    {6, 0, "TPM", 32, of<&P::tpm8>},
+    {15, 0, "TPM 0", 25, stickOf<&P::tpmstick0, 1>},
+    {15, 0, "TPM 0", 26, stickOf<&P::tpmstick0, 2>},
+    {15, 0, "TPM 0", 27, stickOf<&P::tpmstick0, 3>},
+    {15, 0, "TPM 0", 28, stickOf<&P::tpmstick0, 4>},
+    {15, 0, "TPM 0", 29, stickOf<&P::tpmstick0, 5>},
+    {15, 0, "TPM 0", 30, stickOf<&P::tpmstick0, 6>},
+    {15, 0, "TPM 0", 31, stickOf<&P::tpmstick0, 7>},
+    {15, 0, "TPM 0", 32, stickOf<&P::tpmstick0, 8>},
+    {15, 1, "TPM 1", 25, stickOf<&P::tpmstick1, 1>},
+    {15, 1, "TPM 1", 26, stickOf<&P::tpmstick1, 2>},
+    {15, 1, "TPM 1", 27, stickOf<&P::tpmstick1, 3>},
+    {15, 1, "TPM 1", 28, stickOf<&P::tpmstick1, 4>},
+    {15, 1, "TPM 1", 29, stickOf<&P::tpmstick1, 5>},
+    {15, 1, "TPM 1", 30, stickOf<&P::tpmstick1, 6>},
+    {15, 1, "TPM 1", 31, stickOf<&P::tpmstick1, 7>},
+    {15, 1, "TPM 1", 32, stickOf<&P::tpmstick1, 8>},
+    {15, 2, "TPM 2", 25, stickOf<&P::tpmstick2, 1>},
+    {15, 2, "TPM 2", 26, stickOf<&P::tpmstick2, 2>},
+    {15, 2, "TPM 2", 27, stickOf<&P::tpmstick2, 3>},
+    {15, 2, "TPM 2", 28, stickOf<&P::tpmstick2, 4>},
+    {15, 2, "TPM 2", 29, stickOf<&P::tpmstick2, 5>},
+    {15, 2, "TPM 2", 30, stickOf<&P::tpmstick2, 6>},
+    {15, 2, "TPM 2", 31, stickOf<&P::tpmstick2, 7>},
+    {15, 2, "TPM 2", 32, stickOf<&P::tpmstick2, 8>},
+}};
+
+static_assert(kSeriesTable.back().column != 0, "the table is shorter than kSeriesSources");
+
+ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const SeriesBoxes& boxes) {
+    ChartMatrix matrix(std::clamp(lastsample, 0, kMostSamples) + 1, kChartColumns);
+    for (const SeriesSource& series : kSeriesTable) {
+        if (!isChecked(boxes, series)) {
+            continue;
+        }
+        if (series.check == kCo2Box && boxes.check.test(kAmbientBox)) {
+            writeAmbientCo2(matrix, profile, series.column);
+        } else {
+            writeSeries(matrix, series.array(profile), series.column);
+        }
+    }
+    return matrix;
+}
+
+ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom) {
+    constexpr int kLastColumn = 39; // column 40 is not carried into the zoomed view
+    const int rows = viewRows(lastsample, kZoomedFactor);
+    const int offset = viewOffset(lastsample, zoom);
+    const int last = std::min(rows, matrix.rows - 1 - offset);
+    ChartMatrix zoomed(rows + 1, matrix.cols);
+    for (int column = 1; column <= kLastColumn; ++column) {
+        for (int row = 1; row <= last; ++row) {
+            zoomed.at(row, column) = matrix.at(row + offset, column);
+        }
+    }
+    return zoomed;
+}
+
+void setCheck15(SeriesBoxes& boxes, int index, bool checked) {
+    boxes.check15.set(static_cast<size_t>(index), checked);
+    if (checked && index > 0) {
+        boxes.check15.reset(static_cast<size_t>(3 - index));
+    }
+}
+
+} // namespace benthor::viewer

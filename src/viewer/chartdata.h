@@ -1,0 +1,46 @@
+#pragma once
+
+#include "viewer/chartmatrix.h"
+#include "viewer/diveprofile.h"
+#include "viewer/zoom.h"
+
+#include <array>
+#include <bitset>
+
+namespace benthor::viewer {
+
+constexpr int kChartColumns = 41; ///< columns 0 to 40 of the matrix; column 0 stays empty
+
+/// Which boxes stand checked.
+struct SeriesBoxes {
+    std::bitset<16> check;  ///< bit k: Check<k>, k from 1 to 14
+    std::bitset<3> check15; ///< bit k: Check15(k)
+};
+
+/// One series that a box brings into the chart.
+struct SeriesSource {
+    int check = 0; ///< number of the box, 1 to 15
+    int index = 0; ///< of a box in an array
+    const char* caption = "";
+    int column = 0; ///< of the matrix
+    const SampleArray& (*array)(const DiveProfile& profile) = nullptr;
+};
+
+constexpr int kSeriesSources = 47;
+
+/// The series selection table from top to bottom. The boxes of the temperature profile meter write the same
+/// eight columns, so the last one that is checked wins. Check4 ("Mark") selects nothing.
+extern const std::array<SeriesSource, kSeriesSources> kSeriesTable;
+
+/// All samples of the checked series: rows 0 to lastsample, the last grid row, of which row 0 stays empty,
+/// and columns 0 to 40. With Check13 ("Pamb") the CO2 of Check14 is that at ambient pressure.
+ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const SeriesBoxes& boxes);
+
+/// The page of `matrix` that a zoomed view shows: rows 1 to viewRows(), columns 1 to 39. Rows behind the
+/// dive's last stay empty.
+ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom);
+
+/// Checks or unchecks Check15(index). (1) and (2) exclude each other.
+void setCheck15(SeriesBoxes& boxes, int index, bool checked);
+
+} // namespace benthor::viewer
