@@ -1,0 +1,58 @@
+#include "viewer/screens/rbinterface.h"
+
+#include "platform/look/look.h"
+#include "platform/look/widgets/card.h"
+#include "shell/process.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QSplitter>
+
+namespace benthor::viewer {
+
+rbinterface::rbinterface()
+    : Screen(QStringLiteral("rbinterface")) {
+    setWindowTitle(QStringLiteral("RB Profile"));
+    makeMenus();
+    auto* ground = new QWidget;
+    auto* column = new QVBoxLayout(ground);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(makeHead());
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
+    row->setSpacing(look::spaceBase);
+    row->addWidget(makeSide());
+    splitter_ = new QSplitter(Qt::Vertical);
+    splitter_->setHandleWidth(look::spaceBase);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->addWidget(makeChartCard());
+    splitter_->addWidget(makeGridCard());
+    splitter_->setStretchFactor(0, 1);
+    row->addWidget(splitter_, 1);
+    column->addLayout(row, 1);
+    setCentralWidget(ground);
+    makeHiddenParts();
+    takeColours();
+    fitToWidth();
+}
+
+rbinterface::~rbinterface() = default;
+
+void rbinterface::unloading() {
+    process().diveviewopen = false;
+}
+
+void rbinterface::changeEvent(QEvent* event) {
+    Screen::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && MSChart1 != nullptr) {
+        takeColours();
+    }
+}
+
+void rbinterface::resizeEvent(QResizeEvent* event) {
+    Screen::resizeEvent(event);
+    fitToWidth();
+}
+
+} // namespace benthor::viewer

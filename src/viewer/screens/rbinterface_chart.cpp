@@ -1,0 +1,170 @@
+#include "platform/chart/chart.h"
+#include "platform/look/series.h"
+#include "platform/textformat.h"
+#include "viewer/chartdata.h"
+#include "viewer/screens/gasstripview.h"
+#include "viewer/screens/rbinterface.h"
+#include "viewer/screens/seriescolumn.h"
+#include "viewer/screens/timelabels.h"
+#include "viewer/timeaxis.h"
+
+namespace benthor::viewer {
+
+using look::Series;
+
+namespace {
+
+constexpr int kDepthColumn = 1;
+constexpr int kCeilingColumn = 4;
+constexpr size_t kMostRowLines = 60; ///< more changes of gas than that would hide the chart
+
+/// The curve of a column; columns that no box brings into the chart have none.
+std::optional<Series> seriesOf(int column) {
+    switch (column) {
+    case kDepthColumn:
+        return Series::Depth;
+    case 2:
+        return Series::GasNumber;
+    case 3:
+        return Series::PO2;
+    case kCeilingColumn:
+        return Series::Ceiling;
+    case 5:
+        return Series::Temperature;
+    case 7:
+        return Series::Filter;
+    case 8:
+        return Series::Bat1;
+    case 9:
+        return Series::Bat2;
+    case 10:
+        return Series::HPdil;
+    case 11:
+        return Series::HPo2;
+    case 12:
+        return Series::CellA;
+    case 13:
+        return Series::CellB;
+    case 14:
+        return Series::CellC;
+    case 15:
+        return Series::Setpoint;
+    case 16:
+        return Series::CO2;
+    default:
+        if (column >= 25 && column <= 32) {
+            return static_cast<Series>(static_cast<int>(Series::Tpm1) + column - 25);
+        }
+        return std::nullopt;
+    }
+}
+
+platform::SeriesStyle styleOf(int column) {
+    const std::optional<Series> series = seriesOf(column);
+    if (!series) {
+        return platform::defaultSeriesStyle(column);
+    }
+    const look::SeriesStyle told = look::seriesStyle(*series, look::theme());
+    platform::SeriesStyle style;
+    style.colour = told.colour;
+    style.width = told.width;
+    style.dashes = told.pattern;
+    style.step = told.step;
+    if (column == kDepthColumn || column == kCeilingColumn) {
+        style.axis = platform::ChartAxis::Right;
+        style.fillTo = column == kDepthColumn ? platform::SeriesFill::ToBottom : platform::SeriesFill::ToTop;
+        style.fill = told.fill;
+    }
+    return style;
+}
+
+/// The unit of what a box draws by the left axis.
+QString leftUnitOf(int check, bool feet) {
+    switch (check) {
+    case 3:
+    case 9:
+    case 10:
+        return QStringLiteral("bar");
+    case 5:
+        return feet ? QStringLiteral("F") : QStringLiteral("C");
+    case 7:
+        return QStringLiteral("V");
+    case 8:
+        return feet ? QStringLiteral("psi") : QStringLiteral("bar");
+    case 12:
+        return QStringLiteral("%");
+    case 14:
+        return QStringLiteral("mB");
+    default:
+        return {};
+    }
+}
+
+/// The unit of all that stands by the left axis, or nothing where units differ.
+QString leftUnit(const SeriesBoxes& boxes, bool feet) {
+    std::optional<QString> common;
+    for (const SeriesSource& source : kSeriesTable) {
+        const bool checked = source.check == 15 ? boxes.check15.test(static_cast<size_t>(source.index))
+                                                : boxes.check.test(static_cast<size_t>(source.check));
+        if (!checked || source.column == kDepthColumn || source.column == kCeilingColumn) {
+            continue;
+        }
+        const QString unit = leftUnitOf(source.check, feet);
+        if (common && *common != unit) {
+            return {};
+        }
+        common = unit;
+    }
+    return common.value_or(QString());
+}
+
+platform::ChartMatrix forChart(const ChartMatrix& matrix) {
+    platform::ChartMatrix result(matrix.rows - 1);
+    for (int column = 1; column < matrix.cols; ++column) {
+        for (int row = 1; row < matrix.rows; ++row) {
+            result.set(row, column, matrix.at(row, column));
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+double rbinterface::interval() const {
+    return platform::leadingNumber(QStringView(header_.txtinterval));
+}
+
+void rbinterface::determinexaxis() {
+    times_->setTexts(viewer::determinexaxis(interval(), lastsample_, zoom_));
+}
+
+void rbinterface::plotgraph() {
+    determinexaxis();
+    clampZoom(zoom_);
+    const SeriesBoxes boxes = series_->boxes();
+    const ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
+    MSChart1->setData(forChart(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive));
+    MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftUnit(boxes, feet_));
+    MSChart1->setCurrentRow(0);
+    plotgasstrip();
+}
+
+void rbinterface::plotgasstrip() {
+    GasStrip strip = gasStrip(gasrownames_, lastsample_, zoom_);
+    QList<int> changes;
+    if (strip.runs.size() <= kMostRowLines) {
+        for (size_t i = 1; i < strip.runs.size(); ++i) {
+            changes += strip.runs[i].firstRow;
+        }
+    }
+    MSChart1->setRowLines(changes);
+    txtGas->setStrip(std::move(strip), viewRows(lastsample_, zoom_.zoomfactor));
+}
+
+void rbinterface::takeSeriesStyles() {
+    for (int column = 1; column < platform::ChartMatrix::columns; ++column) {
+        MSChart1->setSeriesStyle(column, styleOf(column));
+    }
+}
+
+} // namespace benthor::viewer

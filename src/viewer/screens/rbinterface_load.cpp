@@ -1,0 +1,246 @@
+#include "platform/chart/chart.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/yield.h"
+#include "shell/process.h"
+#include "store/access.h"
+#include "viewer/decoder.h"
+#include "viewer/gridcells.h"
+#include "viewer/screens/headnumber.h"
+#include "viewer/screens/rbinterface.h"
+#include "viewer/screens/seriescolumn.h"
+
+#include <QAction>
+#include <QStackedWidget>
+
+namespace benthor::viewer {
+
+using platform::Recordset;
+using platform::sqlWith;
+using platform::StoreError;
+using platform::Value;
+
+namespace {
+
+constexpr int kTimeWidth = 720; // twips
+constexpr int kSampleWidth = 680;
+
+/// 32,100 lines are read at most; a line of the device is shorter than 200 bytes, so this is ten times more
+/// than any dive needs, and whatever lies in the folder fits into memory.
+constexpr qint64 kMostBytes = 64LL * 1024 * 1024;
+/// A name that was found has at least as many characters.
+constexpr qsizetype kShortestName = 3;
+
+/// The load runs with errors skipped: what a step cannot read stays as it was, and the next step goes on.
+template <typename Step> void skippingErrors(Step step) {
+    try {
+        step();
+    } catch (const StoreError&) {
+    }
+}
+
+std::optional<QString> fieldText(const Recordset& row, QStringView name) {
+    std::optional<QString> text;
+    skippingErrors([&] {
+        if (const Value value = row.value(name); !value.isNull()) {
+            text = value.text();
+        }
+    });
+    return text;
+}
+
+QDateTime fieldMoment(const Recordset& row, QStringView name) {
+    QDateTime moment;
+    skippingErrors([&] { moment = row.value(name).dateTime(); });
+    return moment;
+}
+
+/// The bytes of a dive file in the folder dbtxt; nothing when it is not found.
+std::optional<QByteArray> diveFile(const QString& name) {
+    if (name.size() < kShortestName || name.contains(u'/')) {
+        return std::nullopt;
+    }
+    return platform::readFile(platform::ProgramFolder::current().path(u"dbtxt", name), kMostBytes);
+}
+
+} // namespace
+
+void rbinterface::loading() {
+    process().diveviewopen = true;
+    resetControls();
+    skippingErrors([this] { adoptLastDive(); });
+    DiveRow row;
+    skippingErrors([&] { row = readDiveRow(); });
+    skippingErrors([this] { process().depthunit = resolveDisplay(); });
+    feet_ = isFeet(process().depthunit);
+    header_ = headerBoxes(process().currentdiveid, row, feet_);
+    showHeader();
+
+    skippingErrors([this] { readgaslist(); });
+    if (isUnloaded()) {
+        return;
+    }
+    diveloadfailed_ = false;
+    Command_textfind();
+    if (isUnloaded() || diveloadfailed_) {
+        return;
+    }
+    showDive();
+}
+
+void rbinterface::resetControls() {
+    series_->disableSeries();
+    zoom_ = {};
+    showZoom();
+    currentrow_ = 1;
+    mnuSpread->setChecked(false);
+}
+
+void rbinterface::adoptLastDive() {
+    if (!process().currentdiveid.isEmpty()) {
+        return;
+    }
+    store::openmain(process().database, sqlWith("SELECT DiveID, systemid FROM main  WHERE SystemID = '",
+                                                process().divesystem, "'  order by DiveID "));
+    process().mainrecordset.moveLast();
+    process().currentdiveid = process().mainrecordset.value(u"DiveID").text();
+}
+
+DiveRow rbinterface::readDiveRow() {
+    store::openmain(process().database,
+                    sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
+    const Recordset& row = process().mainrecordset;
+    return {.duration = fieldText(row, u"duration"),
+            .dbtxtname = fieldText(row, u"dbtxtname"),
+            .interval = fieldText(row, u"interval"),
+            .version = fieldText(row, u"version"),
+            .otu = fieldText(row, u"otu"),
+            .datmos = fieldText(row, u"datmos"),
+            .dusage = fieldText(row, u"dusage"),
+            .maxdepth = fieldText(row, u"maxdepth"),
+            .location = fieldText(row, u"location"),
+            .startdate = fieldMoment(row, u"startdate"),
+            .finisheddate = fieldMoment(row, u"finisheddate")};
+}
+
+QString rbinterface::resolveDisplay() {
+    const QString chosen = resolveUnit(process().unitoverride, {});
+    if (!chosen.isEmpty()) {
+        return chosen;
+    }
+    store::openmain(process().database, "SELECT * FROM Display ");
+    return process().mainrecordset.value(u"display").text();
+}
+
+void rbinterface::showHeader() {
+    txtdiveid->setValue(header_.txtdiveid);
+    txtduration->setValue(header_.txtduration);
+    txtmaxdepth->setValue(header_.txtmaxdepth);
+    txtmaxdepth->setUnit(header_.lblmaxdepth);
+    txttimedown->setValue(header_.txttimedown);
+    txtinterval->setValue(header_.txtinterval);
+    txtversion->setValue(header_.txtversion);
+    txtotu->setValue(header_.txtotu);
+    txtatmos->setValue(header_.txtatmos);
+    txtdusageh->setValue(header_.txtdusageh);
+    setWindowTitle(header_.caption);
+}
+
+void rbinterface::readgaslist() {
+    store::openmain(process().database,
+                    sqlWith("SELECT * FROM GAS  where DiveID = '", process().currentdiveid, "'"));
+    Recordset& gas = process().mainrecordset;
+    std::vector<GasRow> rows;
+    for (; !gas.eof(); gas.moveNext()) {
+        GasRow& row = rows.emplace_back();
+        for (int position = 0; position < gas.fieldCount(); ++position) {
+            const Value value = gas.value(position);
+            row.push_back(value.isNull() ? std::nullopt : std::optional(value.text()));
+        }
+    }
+    if (const QString words = viewer::readgaslist(rows, feet_, gases_); !words.isEmpty()) {
+        platform::dialogs().message(this, words);
+    }
+}
+
+void rbinterface::Command_textfind() {
+    const std::optional<QByteArray> bytes = diveFile(header_.divefilename);
+    if (!bytes) {
+        diveloadfailed_ = true;
+        emptyText_->setText(
+            QStringLiteral("The file of this dive, %1, is not in the folder dbtxt. Delete the record in the "
+                           "dive list and download the dive again, or open another one.")
+                .arg(header_.divefilename.isEmpty() ? QStringLiteral("which has no name")
+                                                    : header_.divefilename));
+        chartPages_->setCurrentIndex(1);
+        platform::dialogs().message(this, QStringLiteral("bad file - delete record and try another"),
+                                    platform::BoxKind::Warning);
+        return;
+    }
+    bool unloaded = false; // from then on nothing of this screen is touched
+    platform::ThrottledYield yield([this, &unloaded] {
+        unloaded = !yieldEvents();
+        return !unloaded;
+    });
+    const QPointer<rbinterface> self(this);
+    DecoderHooks hooks;
+    hooks.yield = [&] { return !unloaded && yield(); };
+    hooks.message = [&](const QString& words) {
+        if (!unloaded) {
+            platform::dialogs().message(this, words);
+            unloaded = self.isNull() || isUnloaded();
+        }
+    };
+    hooks.malformedtenthline = [&] {
+        if (!unloaded) {
+            determinexaxis();
+        }
+    };
+    DiveProfile profile = decodeProfile(*bytes, feet_, hooks);
+    if (!unloaded) {
+        profile_ = std::move(profile);
+        lastsample_ = profile_.lastsample;
+    }
+}
+
+void rbinterface::showDive() {
+    series_->enableSeries(profile_.enabled);
+    for (size_t i = 0; i < Frame4.size(); ++i) {
+        if (profile_.maskshidden.test(i)) {
+            Frame4[i]->hide();
+        }
+    }
+    gasname_ = gasNames(gases_);
+    prepareGrid();
+    checkUnit();
+    MSFlexGrid1->setRows(lastsample_);
+    --lastsample_;
+    gasrownames_ = gasRowNames(profile_, gasname_, lastsample_);
+    determinexaxis();
+    series_->check(1)->setChecked(true);
+    gasList->setText(gasListText(gases_, feet_));
+    selectrow(1);
+    if (process().divesystem != QLatin1String("KD3")) {
+        process().divesystem = QStringLiteral("Rebrether");
+        series_->check(13)->setChecked(true);
+    } else {
+        series_->check(1)->setChecked(true);
+    }
+    MSChart1->show();
+}
+
+void rbinterface::prepareGrid() {
+    MSFlexGrid1->setCols(kGridColumns);
+    for (int column = 0; column < kGridColumns; ++column) {
+        MSFlexGrid1->setText(0, column, gridHeading(column));
+        MSFlexGrid1->setColumnWidthTwips(column, column == 0 ? kTimeWidth : kSampleWidth);
+        MSFlexGrid1->setColumnAlignment(column, Qt::AlignHCenter);
+    }
+    // Looked at cell by cell: a grid of 25,000 rows is not written out.
+    MSFlexGrid1->setTextFunction([this, seconds = interval()](int row, int column) {
+        return cellText(profile_, gasname_, seconds, row, column);
+    });
+}
+
+} // namespace benthor::viewer

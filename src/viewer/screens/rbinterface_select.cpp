@@ -1,0 +1,59 @@
+#include "platform/chart/chart.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/screen/toldqcolor.h"
+#include "viewer/gridcells.h"
+#include "viewer/screens/rbinterface.h"
+#include "viewer/selection.h"
+
+#include <QSignalBlocker>
+
+namespace benthor::viewer {
+
+void rbinterface::MSChart1_MouseDown() {
+    MSChart1->setCurrentRow(0);
+}
+
+void rbinterface::MSChart1_MouseUp(double x) {
+    if (lastsample_ > 0) {
+        selectrow(chartClickRow(x, lastsample_, zoom_));
+    }
+}
+
+void rbinterface::selectrow(int row) {
+    const QSignalBlocker quiet(MSFlexGrid1);
+    MSFlexGrid1->setRow(row);
+    MSFlexGrid1_SelChange();
+}
+
+/// Every way to pick a sample ends here.
+void rbinterface::MSFlexGrid1_SelChange() {
+    const QSignalBlocker quiet(MSFlexGrid1);
+    MSFlexGrid1->setCol(1);
+    const RowSelection selection = selectRow(MSFlexGrid1->row(), currentrow_, zoom_.zoomfactor);
+    if (selection.unmarkRow) {
+        for (int column = kFirstUnmarkedColumn; column <= kLastUnmarkedColumn; ++column) {
+            MSFlexGrid1->setBackColour(*selection.unmarkRow, column, {});
+        }
+    }
+    MSFlexGrid1->setRow(selection.row);
+    MSFlexGrid1->setTopRow(selection.topRow);
+    showpointtip(selection.row);
+    placeCursor(selection.row);
+}
+
+void rbinterface::showpointtip(int row) {
+    for (int column = 0; column < kSampleColumns; ++column) {
+        MSFlexGrid1->setBackColour(row, column, platform::toQColor(platform::kToldBlue));
+    }
+    currentrow_ = row;
+}
+
+/// The line at the sample. A page of the zoomed view has rows of its own, and no line for a sample that is
+/// not on it.
+void rbinterface::placeCursor(int row) {
+    const int place = row - viewOffset(lastsample_, zoom_);
+    const bool inView = place >= 1 && place <= viewRows(lastsample_, zoom_.zoomfactor);
+    MSChart1->setCurrentRow(inView ? place : 0);
+}
+
+} // namespace benthor::viewer

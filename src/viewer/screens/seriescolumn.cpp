@@ -1,0 +1,150 @@
+#include "viewer/screens/seriescolumn.h"
+
+#include "platform/look/look.h"
+#include "platform/look/widgets/seriesbox.h"
+
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+namespace benthor::viewer {
+
+using look::Series;
+using look::SeriesBox;
+using Swatch = look::SeriesBox::Swatch;
+
+struct SeriesColumn::Entry {
+    int number = 0; ///< 1 to 14, or 15 with the index
+    const char* caption = "";
+    Swatch swatch = Swatch::Line;
+    QList<Series> series;
+    const char* tip = "";
+    int index = 0;
+};
+
+namespace {
+
+const QList<Series>& thermistors() {
+    static const QList<Series> all{Series::Tpm1, Series::Tpm2, Series::Tpm3, Series::Tpm4,
+                                   Series::Tpm5, Series::Tpm6, Series::Tpm7, Series::Tpm8};
+    return all;
+}
+
+constexpr int kFirstDisabled = 2;
+constexpr int kLastDisabled = 13;
+
+} // namespace
+
+SeriesColumn::SeriesColumn(QWidget* parent)
+    : Card(parent) {
+    auto* content = new QWidget;
+    column_ = new QVBoxLayout(content);
+    column_->setContentsMargins({});
+    addGroup(column_, QStringLiteral("Dive"),
+             {{1, "Depth", Swatch::Line, {Series::Depth}},
+              {2, "GAS num", Swatch::Step, {Series::GasNumber}, "Number of the gas breathed"},
+              {4, "Mark", Swatch::Diamond, {}, "Marks set during the dive"},
+              {5, "Temperature", Swatch::Line, {Series::Temperature}}});
+    addGroup(column_, QStringLiteral("Oxygen"),
+             {{3, "PO2", Swatch::Line, {Series::PO2}, "Oxygen partial pressure"},
+              {9, "PO2 cells", Swatch::Line, {Series::CellA, Series::CellB, Series::CellC}, "Cells a, b, c"},
+              {10, "Setpoint", Swatch::Line, {Series::Setpoint}}});
+    addGroup(column_, QStringLiteral("Ceiling"), {{11, "Ceiling", Swatch::Line, {Series::Ceiling}}});
+    addGroup(column_, QStringLiteral("Scrubber"),
+             {{12, "Filter", Swatch::Line, {Series::Filter}, "What is left of the filter, per cent"},
+              {14, "CO2", Swatch::Line, {Series::CO2}},
+              {13, "Pamb", Swatch::None, {}, "CO2 at ambient pressure"},
+              {6, "TPM", Swatch::Ramp, thermistors(), "Temperature profile meter, 8 thermistors"},
+              {15, "TPM 0", Swatch::Ramp, thermistors(), "Stick 0 of the temperature profile meter", 0},
+              {15, "TPM 1", Swatch::Ramp, thermistors(), "Stick 1 of the temperature profile meter", 1},
+              {15, "TPM 2", Swatch::Ramp, thermistors(), "Stick 2 of the temperature profile meter", 2}});
+    addGroup(
+        column_, QStringLiteral("Power and gas"),
+        {{7, "Battery", Swatch::Line, {Series::Bat1, Series::Bat2}, "Backup and main battery"},
+         {8, "High pressure", Swatch::Line, {Series::HPdil, Series::HPo2}, "Diluent and oxygen cylinder"}});
+    column_->addStretch();
+
+    auto* area = new QScrollArea;
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    body()->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
+    body()->addWidget(area);
+    setDense(false);
+}
+
+void SeriesColumn::addGroup(QVBoxLayout* column, const QString& title, const std::vector<Entry>& entries) {
+    auto* heading = look::makeCaption(title);
+    heading->setFont(look::strong(look::caption()));
+    if (column->count() > 0) {
+        heading->setContentsMargins(0, look::spaceSmall, 0, 0);
+    }
+    column->addWidget(heading);
+    for (const Entry& entry : entries) {
+        auto* box = new SeriesBox(QLatin1String(entry.caption));
+        box->setSwatch(entry.swatch, entry.series);
+        box->setToolTip(QLatin1String(entry.tip));
+        box->setEnabled(entry.number == 1);
+        if (entry.number == 15) {
+            box->setObjectName(QStringLiteral("Check15(%1)").arg(entry.index));
+            check15_[static_cast<size_t>(entry.index)] = box;
+            connect(box, &QCheckBox::toggled, this, [this, index = entry.index] {
+                excludeEachOther(index);
+                emit changed();
+            });
+        } else {
+            box->setObjectName(QStringLiteral("Check%1").arg(entry.number));
+            check_[static_cast<size_t>(entry.number)] = box;
+            connect(box, &QCheckBox::toggled, this, &SeriesColumn::changed);
+        }
+        column->addWidget(box);
+    }
+}
+
+void SeriesColumn::excludeEachOther(int index) {
+    if (index == 0 || !check15_[static_cast<size_t>(index)]->isChecked()) {
+        return;
+    }
+    SeriesBox* other = check15_[static_cast<size_t>(3 - index)];
+    const QSignalBlocker quiet(other);
+    other->setChecked(false);
+}
+
+QCheckBox* SeriesColumn::check(int number) const {
+    return check_[static_cast<size_t>(number)];
+}
+
+SeriesBoxes SeriesColumn::boxes() const {
+    SeriesBoxes boxes;
+    for (size_t number = 1; number < check_.size(); ++number) {
+        boxes.check.set(number, check_[number]->isChecked());
+    }
+    for (size_t index = 0; index < check15_.size(); ++index) {
+        boxes.check15.set(index, check15_[index]->isChecked());
+    }
+    return boxes;
+}
+
+void SeriesColumn::disableSeries() {
+    for (int number = kFirstDisabled; number <= kLastDisabled; ++number) {
+        check(number)->setEnabled(false);
+    }
+}
+
+void SeriesColumn::enableSeries(const std::bitset<16>& enabled) {
+    for (size_t number = 1; number < check_.size(); ++number) {
+        if (enabled.test(number)) {
+            check_[number]->setEnabled(true);
+        }
+    }
+}
+
+void SeriesColumn::setDense(bool dense) {
+    column_->setSpacing(dense ? 0 : look::spaceTight - 1);
+}
+
+} // namespace benthor::viewer

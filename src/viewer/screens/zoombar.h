@@ -1,0 +1,51 @@
+#pragma once
+
+#include "viewer/zoom.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QAction;
+class QHBoxLayout;
+class QPushButton;
+
+namespace benthor::look {
+class ClickableLabel;
+}
+
+namespace benthor::viewer {
+
+/// The bar below the chart: the data grid at the left, the two views of the chart at the right. Each picture
+/// acts as the button beside it: Picture6 and Picture7 as Command2(0), Picture12 as (1), Picture13 as (2).
+class ZoomBar : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `spread`: the entry that shows the data grid.
+    explicit ZoomBar(QAction* spread, QWidget* parent = nullptr);
+
+    void showState(const ZoomState& state);
+    /// Pictures alone, for narrow windows.
+    void setCompact(bool compact);
+
+signals:
+    void pressed(ZoomButton button);
+
+private:
+    look::ClickableLabel* addPicture(const char* name, const char* iconName, const QString& tip,
+                                     ZoomButton button);
+    QPushButton* addCommand(ZoomButton button, const QString& caption, const QString& tip);
+    void updateVisible();
+
+    QHBoxLayout* row_;
+    look::ClickableLabel* Picture6 = nullptr;
+    look::ClickableLabel* Picture7 = nullptr;
+    look::ClickableLabel* Picture12 = nullptr;
+    look::ClickableLabel* Picture13 = nullptr;
+    std::array<QPushButton*, 3> Command2{};
+    bool compact_ = false;
+    bool panVisible_ = false;
+};
+
+} // namespace benthor::viewer

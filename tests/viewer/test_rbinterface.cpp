@@ -1,0 +1,514 @@
+#include "divescreen.h"
+
+#include "divetext.h"
+#include "platform/chart/chart.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/look/look.h"
+#include "viewer/screens/gasstripview.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::viewer;
+using benthor::platform::Chart;
+using benthor::platform::FlexGrid;
+
+namespace {
+
+const QColor kBlue(0, 0, 255);
+
+/// The X of a row in twips, in a chart of `rows` rows.
+double twipsOfRow(double row, int rows) {
+    return 645 + 10065 * row / rows;
+}
+
+QStringList timesOf(rbinterface& screen) {
+    QStringList texts;
+    for (const char* name : {"Text1", "Text2", "Text3", "Text4", "Text5"}) {
+        texts += textOf(screen, name);
+    }
+    return texts;
+}
+
+} // namespace
+
+class TestRbinterface : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyControlIsThereByItsName();
+    void aFreshScreenShowsTheDepthAlone();
+    void aCheckedBoxBringsItsSeriesIntoTheChart();
+    void anUncheckedBoxTakesItsSeriesAway();
+    void ceilingAndDepthGoByTheRightAxis();
+    void twoSticksExcludeEachOther();
+    void theGasStripTellsTheGases();
+    void theTimeLabelsTellTheQuarters();
+    void aShortDiveIsNotZoomed();
+    void zoomingShowsThePageAndEnablesPanning();
+    void panningEndsAtTheFirstAndTheLastPage();
+    void everyPictureAndEntryActsAsItsButton();
+    void narrowWindowsKeepThePictures();
+    void aClickOnTheChartPicksTheSample();
+    void theRowBeforeKeepsItsMarkOutsideColumns1To32();
+    void aPressOnTheChartHidesTheLine();
+    void aClickOnTheZoomedChartPicksTheSampleOfThePage();
+    void anArrowKeyInTheGridPicksTheNextSample();
+    void plottingHidesTheLineAndKeepsTheRow();
+    void theGridEntryShowsAndHidesTheGrid();
+    void choosingOtherUnitsWritesTheTableAndAsksForAReload_data();
+    void choosingOtherUnitsWritesTheTableAndAsksForAReload();
+    void feetChosenAgainDoesNothing();
+    void unitsThatCannotBeSavedStay();
+    void theUnitsChangeWithTheReload();
+    void leavingAsksForTheDiveList();
+    void anotherThemeRecoloursTheChart();
+};
+
+void TestRbinterface::everyControlIsThereByItsName() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.load();
+    QCOMPARE(screen.objectName(), QStringLiteral("rbinterface"));
+    QStringList names{
+        "txtdiveid", "txtduration", "txtmaxdepth", "txttimedown", "txtinterval", "txtversion",  "txtotu",
+        "txtatmos",  "txtdusageh",  "lblmaxdepth", "MSFlexGrid1", "MSChart1",    "txtGas",      "Picture6",
+        "Picture7",  "Picture12",   "Picture13",   "Command2(0)", "Command2(1)", "Command2(2)", "Option1",
+        "Option2",   "gasList",     "cmdclose",    "Check15(0)",  "Check15(1)",  "Check15(2)"};
+    for (int i = 1; i <= 14; ++i) {
+        names += QStringLiteral("Check%1").arg(i);
+    }
+    for (int i = 0; i < 6; ++i) {
+        names += QStringLiteral("Frame4(%1)").arg(i);
+    }
+    for (const QString& name : std::as_const(names)) {
+        QVERIFY2(screen.findChildren<QWidget*>(name).size() == 1, qPrintable(name));
+    }
+    for (const char* name : {"mnudiveexit", "mnuSpread", "mnudivezoom", "mnuzoompan", "mnuzoompan2",
+                             "mnuunitsfeet", "mnuunitsmeters"}) {
+        QVERIFY2(screen.findChildren<QAction*>(QLatin1String(name)).size() == 1, name);
+    }
+    const std::pair<const char*, const char*> captions[] = {
+        {"Check1", "Depth"},     {"Check2", "GAS num"},       {"Check3", "PO2"},
+        {"Check4", "Mark"},      {"Check5", "Temperature"},   {"Check6", "TPM"},
+        {"Check7", "Battery"},   {"Check8", "High pressure"}, {"Check9", "PO2 cells"},
+        {"Check10", "Setpoint"}, {"Check11", "Ceiling"},      {"Check12", "Filter"},
+        {"Check13", "Pamb"},     {"Check14", "CO2"},          {"Check15(0)", "TPM 0"},
+        {"Check15(1)", "TPM 1"}, {"Check15(2)", "TPM 2"}};
+    for (const auto& [name, caption] : captions) {
+        QCOMPARE(control<QCheckBox>(screen, name).text(), QLatin1String(caption));
+    }
+    QCOMPARE(control<QPushButton>(screen, "Command2(1)").text(), QStringLiteral("pan <"));
+    QCOMPARE(control<QPushButton>(screen, "Command2(2)").text(), QStringLiteral("pan >"));
+}
+
+void TestRbinterface::aFreshScreenShowsTheDepthAlone() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    const Chart& chart = control<Chart>(screen, "MSChart1");
+    QVERIFY(chart.isVisible());
+    QCOMPARE(chart.matrix().lastRow(), 23);
+    QVERIFY(chart.matrix().isEmpty(0, 1));
+    QCOMPARE(chart.matrix().at(3, 1), 0.0);
+    QCOMPARE(chart.matrix().at(4, 1), double(-0.94F));
+    QCOMPARE(chart.matrix().at(23, 1), double(-18.75F));
+    for (int column = 2; column < platform::ChartMatrix::columns; ++column) {
+        QVERIFY(!chart.matrix().hasSeries(column));
+    }
+    QVERIFY(!control<QAction>(screen, "mnuSpread").isChecked());
+    QVERIFY(!control<FlexGrid>(screen, "MSFlexGrid1").isVisible());
+}
+
+void TestRbinterface::aCheckedBoxBringsItsSeriesIntoTheChart() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    QTest::mouseClick(&control<QCheckBox>(screen, "Check9"), Qt::LeftButton, {}, QPoint(10, 10));
+    const platform::ChartMatrix& matrix = control<Chart>(screen, "MSChart1").matrix();
+    QCOMPARE(matrix.at(4, 12), double(1.31F));
+    QCOMPARE(matrix.at(4, 13), double(1.3F));
+    QCOMPARE(matrix.at(23, 14), double(1.29F));
+    QVERIFY(matrix.hasSeries(1));
+    QVERIFY(!matrix.hasSeries(3));
+    QCOMPARE(control<Chart>(screen, "MSChart1").leftUnit(), QStringLiteral("bar"));
+}
+
+void TestRbinterface::anUncheckedBoxTakesItsSeriesAway() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    control<QCheckBox>(screen, "Check1").click();
+    QVERIFY(!control<Chart>(screen, "MSChart1").matrix().hasSeries(1));
+}
+
+void TestRbinterface::ceilingAndDepthGoByTheRightAxis() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    const Chart& chart = control<Chart>(bench.load(), "MSChart1");
+    for (int series = 1; series < platform::ChartMatrix::columns; ++series) {
+        QCOMPARE(chart.seriesStyle(series).axis == platform::ChartAxis::Right, series == 1 || series == 4);
+    }
+    QCOMPARE(chart.rightUnit(), QStringLiteral("m"));
+}
+
+void TestRbinterface::twoSticksExcludeEachOther() {
+    DiveScreen bench;
+    bench.put(
+        wholeDive({sampleLine(100, "S31,T32"), sampleLine(110, "S41,T42"), sampleLine(120, "S51,T52")}));
+    rbinterface& screen = bench.load();
+    auto& stick0 = control<QCheckBox>(screen, "Check15(0)");
+    auto& stick1 = control<QCheckBox>(screen, "Check15(1)");
+    auto& stick2 = control<QCheckBox>(screen, "Check15(2)");
+    QVERIFY(!stick0.isEnabled() && !stick1.isEnabled() && !stick2.isEnabled());
+    const Chart& chart = control<Chart>(screen, "MSChart1");
+    stick0.setChecked(true);
+    stick1.setChecked(true);
+    QCOMPARE(chart.matrix().at(4, 25), 31.0); // the first reading is of stick 1
+    stick2.setChecked(true);
+    QVERIFY(!stick1.isChecked());
+    QVERIFY(stick0.isChecked());
+    QCOMPARE(chart.matrix().at(5, 25), 41.0);
+    stick1.setChecked(true);
+    QVERIFY(!stick2.isChecked());
+}
+
+void TestRbinterface::theGasStripTellsTheGases() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.load();
+    // Row 14 of 23 is the first on the second gas: whole part of 14 / 23 x 135 is 82.
+    QCOMPARE(control<QWidget>(screen, "txtGas").property("text").toString(),
+             QStringLiteral("Air ").leftJustified(82) + QStringLiteral("NX32"));
+    const std::vector<GasRun> runs{{"Air", 1, 13}, {"NX32", 14, 23}};
+    QVERIFY(control<GasStripView>(screen, "txtGas").runs() == runs);
+    QCOMPARE(control<Chart>(screen, "MSChart1").rowLines(), QList<int>{14});
+}
+
+void TestRbinterface::theTimeLabelsTellTheQuarters() {
+    DiveScreen bench;
+    bench.put(steadyDive(197)); // 200 rows of 10 s
+    rbinterface& screen = bench.load();
+    QCOMPARE(timesOf(screen), (QStringList{"00:00:00", "00:08:20", "00:16:39", "00:24:59", "00:33:20"}));
+    control<QPushButton>(screen, "Command2(0)").click();
+    QCOMPARE(timesOf(screen), (QStringList{"00:00:00", "00:00:50", "00:01:40", "00:02:30", "00:03:20"}));
+    control<QPushButton>(screen, "Command2(2)").click();
+    QCOMPARE(timesOf(screen), (QStringList{"00:03:20", "00:04:10", "00:05:00", "00:05:50", "00:06:40"}));
+}
+
+void TestRbinterface::aShortDiveIsNotZoomed() {
+    DiveScreen bench;
+    bench.put(steadyDive(97)); // the last row is 100
+    rbinterface& screen = bench.show();
+    control<QPushButton>(screen, "Command2(0)").click();
+    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 1"));
+    QCOMPARE(control<QAction>(screen, "mnudivezoom").text(), QStringLiteral("Zoom 1"));
+    QVERIFY(control<QWidget>(screen, "Picture6").isEnabled());
+    QVERIFY(!control<QWidget>(screen, "Picture7").isEnabled());
+    QVERIFY(!control<QWidget>(screen, "Command2(1)").isVisible());
+    QCOMPARE(control<Chart>(screen, "MSChart1").matrix().lastRow(), 100);
+}
+
+void TestRbinterface::zoomingShowsThePageAndEnablesPanning() {
+    DiveScreen bench;
+    bench.put(steadyDive(98));
+    rbinterface& screen = bench.show();
+    QVERIFY(!control<QAction>(screen, "mnuzoompan2").isEnabled());
+    control<QPushButton>(screen, "Command2(0)").click();
+    const Chart& chart = control<Chart>(screen, "MSChart1");
+    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 10"));
+    QCOMPARE(control<QAction>(screen, "mnudivezoom").text(), QStringLiteral("Zoom 10"));
+    QVERIFY(!control<QWidget>(screen, "Picture6").isEnabled());
+    QVERIFY(control<QWidget>(screen, "Picture7").isEnabled());
+    QVERIFY(control<QWidget>(screen, "Picture12").isEnabled());
+    QVERIFY(control<QWidget>(screen, "Command2(1)").isVisible());
+    QVERIFY(!control<QWidget>(screen, "Command2(1)").isEnabled());
+    QVERIFY(control<QWidget>(screen, "Command2(2)").isEnabled());
+    QVERIFY(!control<QAction>(screen, "mnuzoompan").isEnabled());
+    QVERIFY(control<QAction>(screen, "mnuzoompan2").isEnabled());
+    QCOMPARE(chart.matrix().lastRow(), 10);
+    control<QPushButton>(screen, "Command2(2)").click();
+    QCOMPARE(chart.matrix().at(1, 1), double(-7.5F)); // row 11 is the eighth record
+
+    control<QPushButton>(screen, "Command2(0)").click();
+    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 1"));
+    QVERIFY(!control<QWidget>(screen, "Command2(1)").isVisible());
+    QVERIFY(!control<QAction>(screen, "mnuzoompan2").isEnabled());
+    QVERIFY(!control<QWidget>(screen, "Picture13").isEnabled());
+    QCOMPARE(chart.matrix().lastRow(), 101);
+}
+
+void TestRbinterface::panningEndsAtTheFirstAndTheLastPage() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    control<QPushButton>(screen, "Command2(0)").click();
+    auto& on = control<QAction>(screen, "mnuzoompan2");
+    for (int page = 2; page <= 10; ++page) {
+        QVERIFY(on.isEnabled());
+        on.trigger();
+    }
+    QVERIFY(!on.isEnabled());
+    QVERIFY(!control<QWidget>(screen, "Command2(2)").isEnabled());
+    QVERIFY(control<QAction>(screen, "mnuzoompan").isEnabled());
+    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
+    // The picture stays enabled; it changes nothing at the end.
+    QTest::mouseClick(&control<QWidget>(screen, "Picture13"), Qt::LeftButton);
+    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
+}
+
+void TestRbinterface::everyPictureAndEntryActsAsItsButton() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    const auto click = [&](const char* name) {
+        QTest::mouseClick(&control<QWidget>(screen, name), Qt::LeftButton);
+        return textOf(screen, "Text1") + ' ' + textOf(screen, "Text5");
+    };
+    QCOMPARE(click("Picture6"), QStringLiteral("00:00:00 00:03:20"));
+    QCOMPARE(click("Picture13"), QStringLiteral("00:03:20 00:06:40"));
+    QCOMPARE(click("Picture12"), QStringLiteral("00:00:00 00:03:20"));
+    QCOMPARE(click("Picture7"), QStringLiteral("00:00:00 00:33:20"));
+    const auto trigger = [&](const char* name) {
+        control<QAction>(screen, name).trigger();
+        return textOf(screen, "Text1") + ' ' + textOf(screen, "Text5");
+    };
+    QCOMPARE(trigger("mnudivezoom"), QStringLiteral("00:00:00 00:03:20"));
+    QCOMPARE(trigger("mnuzoompan2"), QStringLiteral("00:03:20 00:06:40"));
+    QCOMPARE(trigger("mnuzoompan"), QStringLiteral("00:00:00 00:03:20"));
+    // By keyboard as well.
+    control<QWidget>(screen, "Picture7").setFocus();
+    QTest::keyClick(&control<QWidget>(screen, "Picture7"), Qt::Key_Space);
+    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
+}
+
+void TestRbinterface::narrowWindowsKeepThePictures() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    QVERIFY(control<QWidget>(screen, "Command2(0)").isVisible());
+    screen.resize(1024, 700);
+    QTRY_VERIFY(!control<QWidget>(screen, "Command2(0)").isVisible());
+    for (const char* name : {"Picture6", "Picture7", "Picture12", "Picture13"}) {
+        QVERIFY(control<QWidget>(screen, name).isVisible());
+        QVERIFY(!control<QWidget>(screen, name).toolTip().isEmpty());
+    }
+    QCOMPARE(screen.size(), QSize(1024, 700));
+}
+
+void TestRbinterface::aClickOnTheChartPicksTheSample() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    control<QAction>(screen, "mnuSpread").trigger();
+    auto& chart = control<Chart>(screen, "MSChart1");
+    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
+    const QPoint place(qRound(chart.xOfRow(120.4)), 100);
+    QTest::mouseClick(chart.viewport() == QRect() ? nullptr : static_cast<QWidget*>(&chart), Qt::LeftButton,
+                      {}, place);
+    QCOMPARE(grid.row(), 120); // whole part of 120.4, one up, one down
+    QCOMPARE(chart.row(), 120);
+    QCOMPARE(grid.topRow(), 116);
+    for (int column = 0; column <= 40; ++column) {
+        QCOMPARE(grid.backColour(120, column), kBlue);
+    }
+    QVERIFY(!grid.backColour(120, 41).isValid());
+    QCOMPARE(grid.col(), 1);
+}
+
+void TestRbinterface::theRowBeforeKeepsItsMarkOutsideColumns1To32() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    auto& chart = control<Chart>(screen, "MSChart1");
+    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
+    QCOMPARE(grid.backColour(1, 0), kBlue); // row 1 is picked by the load
+    emit chart.released(twipsOfRow(50.5, 200), 0);
+    emit chart.released(twipsOfRow(60.5, 200), 0);
+    QCOMPARE(grid.row(), 60);
+    QVERIFY(!grid.backColour(50, 1).isValid());
+    QVERIFY(!grid.backColour(50, 32).isValid());
+    QCOMPARE(grid.backColour(50, 0), kBlue);
+    QCOMPARE(grid.backColour(50, 33), kBlue);
+    QCOMPARE(grid.backColour(60, 32), kBlue);
+}
+
+void TestRbinterface::aPressOnTheChartHidesTheLine() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    auto& chart = control<Chart>(bench.show(), "MSChart1");
+    emit chart.released(twipsOfRow(50.5, 200), 0);
+    QCOMPARE(chart.row(), 50);
+    emit chart.pressed(twipsOfRow(50.5, 200), 0);
+    QCOMPARE(chart.row(), 0);
+    emit chart.released(twipsOfRow(50.5, 200), 0); // the same row again
+    QCOMPARE(chart.row(), 50);
+}
+
+void TestRbinterface::aClickOnTheZoomedChartPicksTheSampleOfThePage() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    auto& chart = control<Chart>(screen, "MSChart1");
+    control<QPushButton>(screen, "Command2(0)").click();
+    control<QPushButton>(screen, "Command2(2)").click(); // rows 21 to 40
+    emit chart.released(twipsOfRow(5.5, 20), 0);
+    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").row(), 25);
+    QCOMPARE(chart.row(), 5);
+    control<FlexGrid>(screen, "MSFlexGrid1").setRow(60); // on another page
+    QCOMPARE(chart.row(), 0);
+}
+
+void TestRbinterface::anArrowKeyInTheGridPicksTheNextSample() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    control<QAction>(screen, "mnuSpread").trigger();
+    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
+    emit control<Chart>(screen, "MSChart1").released(twipsOfRow(50.5, 200), 0);
+    QTest::keyClick(&grid, Qt::Key_Down);
+    QCOMPARE(grid.row(), 51);
+    QCOMPARE(control<Chart>(screen, "MSChart1").row(), 51);
+    QCOMPARE(grid.backColour(51, 1), kBlue);
+    QVERIFY(!grid.backColour(50, 1).isValid());
+    QCOMPARE(grid.topRow(), 47);
+}
+
+void TestRbinterface::plottingHidesTheLineAndKeepsTheRow() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    emit control<Chart>(screen, "MSChart1").released(twipsOfRow(50.5, 200), 0);
+    control<QCheckBox>(screen, "Check3").click();
+    QCOMPARE(control<Chart>(screen, "MSChart1").row(), 0);
+    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").row(), 50);
+}
+
+void TestRbinterface::theGridEntryShowsAndHidesTheGrid() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    rbinterface& screen = bench.show();
+    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
+    auto& button = control<QPushButton>(screen, "btnSpread");
+    control<QAction>(screen, "mnuSpread").trigger();
+    QVERIFY(grid.isVisible());
+    QVERIFY(button.isChecked());
+    QVERIFY(control<Chart>(screen, "MSChart1").isVisible());
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QVERIFY(!grid.isVisible());
+    QVERIFY(!control<QAction>(screen, "mnuSpread").isChecked());
+}
+
+void TestRbinterface::choosingOtherUnitsWritesTheTableAndAsksForAReload_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    const QString feet = QStringLiteral("Feet");
+    const QString metre = QStringLiteral("metre");
+    QTest::newRow("the feet button") << QByteArray("Option1") << metre << feet;
+    QTest::newRow("the metres button") << QByteArray("Option2") << feet << metre;
+    QTest::newRow("the feet entry") << QByteArray("mnuunitsfeet") << metre << feet;
+    QTest::newRow("the metres entry") << QByteArray("mnuunitsmeters") << feet << metre;
+}
+
+void TestRbinterface::choosingOtherUnitsWritesTheTableAndAsksForAReload() {
+    QFETCH(QByteArray, name);
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    process().unitoverride = before;
+    bench.execute("UPDATE Display SET Display = 'neither'");
+    rbinterface& screen = bench.show();
+    const QSignalSpy reload(&screen, &rbinterface::reloadWanted);
+    if (name.startsWith("mnu")) {
+        control<QAction>(screen, name).trigger();
+    } else {
+        control<QRadioButton>(screen, name).click();
+    }
+    QCOMPARE(reload.count(), 1);
+    QCOMPARE(bench.displayWord(), after);
+    QCOMPARE(process().unitoverride, after);
+}
+
+void TestRbinterface::feetChosenAgainDoesNothing() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    process().unitoverride = QStringLiteral("Feet");
+    rbinterface& screen = bench.show();
+    const QSignalSpy reload(&screen, &rbinterface::reloadWanted);
+    control<QRadioButton>(screen, "Option1").click();
+    QCOMPARE(reload.count(), 0);
+    QCOMPARE(bench.displayWord(), QStringLiteral("metre"));
+}
+
+void TestRbinterface::unitsThatCannotBeSavedStay() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    bench.execute("DROP TABLE Display");
+    const QSignalSpy reload(&screen, &rbinterface::reloadWanted);
+    control<QRadioButton>(screen, "Option1").click();
+    QCOMPARE(reload.count(), 0);
+    QVERIFY(process().unitoverride.isEmpty());
+    QVERIFY(control<QRadioButton>(screen, "Option2").isChecked());
+    QVERIFY(control<QAction>(screen, "mnuunitsmeters").isChecked());
+    QCOMPARE(bench.boxes.messages().size(), 1);
+    QVERIFY(bench.boxes.messages().first().startsWith(
+        QStringLiteral("The units stay as they are: they could not be saved.")));
+}
+
+void TestRbinterface::theUnitsChangeWithTheReload() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").text(23, 1), QStringLiteral("18.75"));
+    connect(&screen, &rbinterface::reloadWanted, this, [&bench] {
+        bench.unload();
+        bench.show();
+    });
+    control<QAction>(screen, "mnuunitsfeet").trigger();
+    rbinterface& fresh = bench.load();
+    QVERIFY(&fresh != &screen);
+    QCOMPARE(control<FlexGrid>(fresh, "MSFlexGrid1").text(23, 1), QStringLiteral("60.2"));
+    QCOMPARE(control<Chart>(fresh, "MSChart1").rightUnit(), QStringLiteral("ft"));
+    QVERIFY(control<QRadioButton>(fresh, "Option1").isChecked());
+}
+
+void TestRbinterface::leavingAsksForTheDiveList() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    const QSignalSpy leaving(&screen, &rbinterface::diveListWanted);
+    QTest::mouseClick(&control<QPushButton>(screen, "cmdclose"), Qt::LeftButton);
+    QCOMPARE(leaving.count(), 1);
+    control<QAction>(screen, "mnudiveexit").trigger();
+    QCOMPARE(leaving.count(), 2);
+}
+
+void TestRbinterface::anotherThemeRecoloursTheChart() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    look::setTheme(look::Theme::Light);
+    const Chart& chart = control<Chart>(bench.show(), "MSChart1");
+    QCOMPARE(chart.colours().backdrop, look::tokens(look::Theme::Light).surface);
+    const QColor light = chart.seriesStyle(1).colour;
+    look::setTheme(look::Theme::Dark);
+    QTRY_COMPARE(chart.colours().backdrop, look::tokens(look::Theme::Dark).surface);
+    QVERIFY(chart.seriesStyle(1).colour != light);
+    look::setTheme(look::Theme::Light);
+}
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    look::apply(application);
+    TestRbinterface test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_rbinterface.moc"
