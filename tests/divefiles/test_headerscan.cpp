@@ -392,7 +392,8 @@ void TestHeaderScan::bytesOfAValueAreNoRounds() {
 }
 
 void TestHeaderScan::zeroBytesAndHighBytesPassThrough() {
-    QCOMPARE(actionsOf(QByteArray("\0\xff\0ver=V\0\xff\rSN=\0\x80\rGas\0,\xff,,,\r", 33)),
+    static constexpr char kFile[] = "\0\xff\0ver=V\0\xff\rSN=\0\x80\rGas\0,\xff,,,\r";
+    QCOMPARE(actionsOf(QByteArray(kFile, sizeof kFile - 1)),
              QByteArrayList({"dive V\\x00\\xff", "serial \\x00\\x80", "gas \\x00,\\xff,,,\\x0d"}));
 }
 
