@@ -13,6 +13,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QDir>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QTextStream>
 

@@ -8,8 +8,7 @@
 #include <QTextStream>
 #include <QThread>
 #include <QWindow>
-#include <QtTest/qtestkey.h>
-#include <QtTest/qtestmouse.h>
+#include <QtTest>
 
 namespace benthor::tour {
 
