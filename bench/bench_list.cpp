@@ -4,6 +4,7 @@
 #include "bench/storebench.h"
 
 #include "logbook/divelist.h"
+#include "logbook/listfill.h"
 #include "shell/process.h"
 
 #include <benchmark/benchmark.h>

@@ -15,8 +15,13 @@ target_link_libraries(benthor_screen_base INTERFACE
 target_compile_definitions(benthor_screen_base INTERFACE QCUSTOMPLOT_USE_LIBRARY)
 target_include_directories(benthor_screen_base INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 
+option(BENTHOR_PCH "Build with precompiled headers; clang-tidy needs a build without" ON)
+
 # Holds nothing but the precompiled header that others reuse.
 function(benthor_precompiled kind)
+  if(NOT BENTHOR_PCH)
+    return()
+  endif()
   set(file ${PROJECT_BINARY_DIR}/pch_${kind}.cpp)
   file(WRITE ${file} "")
   add_library(benthor_pch_${kind} STATIC ${file})
@@ -42,7 +47,9 @@ function(benthor_room name)
   endif()
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(${name} PUBLIC benthor_${kind}_base ${ROOM_LINKS})
-  target_precompile_headers(${name} REUSE_FROM benthor_pch_${kind})
+  if(BENTHOR_PCH)
+    target_precompile_headers(${name} REUSE_FROM benthor_pch_${kind})
+  endif()
 endfunction()
 
 # benthor_test(<name> SOURCES ... LINKS ... [SCREENS] [TIMEOUT s]): one QtTest program, run without a display.
@@ -56,7 +63,9 @@ function(benthor_test name)
   endif()
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE benthor_${kind}_base ${TEST_LINKS} Qt6::Test)
-  target_precompile_headers(${name} REUSE_FROM benthor_pch_${kind})
+  if(BENTHOR_PCH)
+    target_precompile_headers(${name} REUSE_FROM benthor_pch_${kind})
+  endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   set_source_files_properties(${TEST_SOURCES} PROPERTIES
     COMPILE_DEFINITIONS "BENTHOR_TEST_DATA=\"${PROJECT_SOURCE_DIR}/tests/data\"")

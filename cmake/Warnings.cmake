@@ -8,6 +8,6 @@ target_compile_options(benthor_warnings INTERFACE
   -Wold-style-cast        # say which cast is meant
   -Woverloaded-virtual    # an override that misses its target is silent otherwise
   -Wimplicit-fallthrough
-  -Wduplicated-cond
-  -Wlogical-op
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
+  $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
   -Werror)

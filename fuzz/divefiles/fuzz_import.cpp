@@ -3,6 +3,7 @@
 #include "divefiles/validators.h"
 #include "fuzz/divefiles/divemutator.h"
 #include "logbook/divelist.h"
+#include "logbook/listfill.h"
 #include "tests/divefiles/recordingscreen.h"
 #include "tests/support/programfixture.h"
 

@@ -2,6 +2,7 @@
 
 #include "divefiles/filenames.h"
 #include "divefiles/headerscan.h"
+#include "divefiles/keptfiles.h"
 #include "platform/clock.h"
 #include "platform/faultpoint.h"
 #include "shell/process.h"
@@ -294,21 +295,6 @@ ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state,
     return ImportRun(folder, state, screen).run();
 }
 
-namespace {
-
-/// A path in `old` that no file has: the name with a number before its extension.
-QString freename(const platform::ProgramFolder& folder, const QString& name) {
-    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
-    for (int number = 2;; ++number) {
-        QString path = folder.path(u"old", name.left(point) + QLatin1Char('-') + QString::number(number) + name.mid(point));
-        if (!QFileInfo::exists(path)) {
-            return path;
-        }
-    }
-}
-
-} // namespace
-
 QString takemanualfile(const platform::ProgramFolder& folder, const QString& path) {
     const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
     const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
@@ -316,14 +302,13 @@ QString takemanualfile(const platform::ProgramFolder& folder, const QString& pat
         return QStringLiteral("File Extention is wrong !");
     }
     const QString place = folder.path(u"new", name);
-    if (QFileInfo::exists(place) && !platform::sameContents(path, place)) {
-        // Another file waits under this name; its bytes are kept before they are written over.
-        const FileResult kept = platform::copyFile(place, freename(folder, name));
-        if (!kept) {
-            return QStringLiteral("Error reading data file. ") + kept.error;
+    FileResult copied;
+    if (!platform::sameContents(path, place)) {
+        copied = keepinold(folder, name);
+        if (copied) {
+            copied = platform::copyFile(path, place);
         }
     }
-    const FileResult copied = platform::copyFile(path, place);
     return copied ? QString() : QStringLiteral("Error reading data file. ") + copied.error;
 }
 

@@ -1,6 +1,6 @@
 #include "logbook/divelist.h"
 
-#include "divefiles/validators.h"
+#include "divefiles/keptfiles.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
 #include "store/access.h"
@@ -15,7 +15,6 @@ namespace {
 
 using platform::Value;
 
-constexpr int kLocation = 4;
 constexpr double kFeetPerMetre = 3.28084;
 constexpr double kMinutesPerHour = 60;
 
@@ -59,24 +58,6 @@ QString usagetext(const QString& usage) {
                : usage;
 }
 
-DiveList emptyList(const platform::Recordset& dives, const std::vector<int>& order) {
-    DiveList list;
-    for (const int position : order) {
-        list.headers += headertext(dives.fieldName(position));
-        list.widths.push_back(columnwidth(position));
-    }
-    return list;
-}
-
-ListRow readRow(const platform::Recordset& dives, const std::vector<int>& order, QStringView depthunit) {
-    ListRow row;
-    row.cells.reserve(static_cast<qsizetype>(order.size()));
-    for (const int position : order) {
-        row.cells += celltext(position, dives.value(position), depthunit);
-    }
-    return row;
-}
-
 /// Counts the rows of a dive in one table and deletes them one by one.
 void deleterows(platform::Database& database, const platform::Query& count, const platform::Query& rows) {
     if (store::countrows(database, count) == 0) {
@@ -86,30 +67,6 @@ void deleterows(platform::Database& database, const platform::Query& count, cons
     for (platform::Recordset& row = process().mainrecordset; !row.eof(); row.moveNext()) {
         row.deleteCurrent();
     }
-}
-
-/// What the name of a dive is worth as a file's name: the diver may have changed it to anything.
-bool isFileName(const QString& location) {
-    return !location.isEmpty() && !location.contains(QLatin1Char('/'));
-}
-
-void copyToCorrupt(const platform::ProgramFolder& folder, const QString& location) {
-    const QString kept = folder.path(u"old", location);
-    const QString corrupt = folder.path(u"corrupt", location);
-    if (isFileName(location) && !platform::sameContents(kept, corrupt)) {
-        static_cast<void>(platform::copyFile(kept, corrupt));
-    }
-}
-
-/// The messages for the dive of a list row; a check that cannot be made is one as well.
-QString problemsOf(platform::Database& database, const platform::Recordset& dive) {
-    process().currentdiveid = dive.value(0).text();
-    try {
-        divefiles::checkdive(database);
-    } catch (const platform::StoreError& error) {
-        process().problemtext += QLatin1Char('\r') + error.text();
-    }
-    return process().problemtext;
 }
 
 /// The name of a dive in the store, or "" where it has none.
@@ -156,7 +113,7 @@ platform::Query listquery(int sortnumber) {
 QString readsortkey(const platform::ProgramFolder& folder) {
     constexpr qint64 kMost = 1024;
     const QByteArray text = platform::readFile(folder.path(u"dsort.txt"), kMost).value_or(QByteArray());
-    return QString::fromLatin1(text.left(text.indexOf('\n'))).trimmed();
+    return QString::fromLatin1(text.split('\n').first()).trimmed();
 }
 
 platform::FileResult writesortkey(const platform::ProgramFolder& folder, const QString& sortkey) {
@@ -230,27 +187,6 @@ std::vector<int> columnorder(int columns) {
     return order;
 }
 
-DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
-                      QStringView depthunit) {
-    const platform::Query query = listquery(sortnumber);
-    process().querytext = query.text();
-    platform::Recordset dives = database.openRecordset(query);
-    const std::vector<int> order = columnorder(dives.fieldCount());
-    DiveList list = emptyList(dives, order);
-    const QString before = process().currentdiveid;
-    for (; !dives.eof(); dives.moveNext()) {
-        ListRow row = readRow(dives, order, depthunit);
-        row.problemtext = problemsOf(database, dives);
-        if (!row.problemtext.isEmpty()) {
-            copyToCorrupt(folder, dives.value(kLocation).text());
-            list.problemtext = row.problemtext;
-        }
-        list.rows.push_back(std::move(row));
-    }
-    process().currentdiveid = before;
-    return list;
-}
-
 void deletedive(platform::Database& database, const QString& diveid) {
     using platform::sqlWith;
     platform::Transaction transaction(database);
@@ -275,7 +211,9 @@ void deletedives(platform::Database& database, const platform::ProgramFolder& fo
         deletedive(database, diveid);
         store::syncserialno(database);
         transaction.commit();
-        if (folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(location)) {
+        // A file of that name may hold another dive, which was never imported.
+        if (folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(location) &&
+            divefiles::keepinold(folder, location)) {
             static_cast<void>(platform::removeFile(folder.path(u"new", location)));
         }
     }

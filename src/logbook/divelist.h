@@ -53,26 +53,6 @@ inline constexpr std::array<StripBox, 9> kStripBoxes{{{0, "txtdiveid"},
                                                       {18, "txtotu"},
                                                       {22, "txtatmospheric"}}};
 
-/// One dive of the list.
-struct ListRow {
-    QStringList cells;   ///< by display column
-    QString problemtext; ///< empty for a good dive; any other is shown red
-};
-
-struct DiveList {
-    QStringList headers;     ///< by display column
-    std::vector<int> widths; ///< by display column, in twips
-    std::vector<ListRow> rows;
-    QString
-        problemtext; ///< of the last faulty dive, as it stands in Label16 behind the fill; empty without one
-};
-
-/// Reads and checks all dives. The file of a faulty one is copied from `old` to `corrupt`; a copy that fails
-/// is passed over. No rows: the store is empty. Leaves `currentdiveid` as it was, and `problemtext` as the
-/// last check left it.
-DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
-                      QStringView depthunit);
-
 /// Removes the rows of one dive: gas, tissue, main.
 void deletedive(platform::Database& database, const QString& diveid);
 

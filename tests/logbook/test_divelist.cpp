@@ -1,4 +1,5 @@
 #include "logbook/divelist.h"
+#include "logbook/listfill.h"
 #include "platform/faultpoint.h"
 #include "tests/support/programfixture.h"
 

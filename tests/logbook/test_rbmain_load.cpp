@@ -172,6 +172,7 @@ void TestRbmainLoad::sortFile_data() {
     QTest::newRow("m is looked for before l") << QByteArray("lm\r\n") << dives(3, 1, 2) << "mnusmd";
     QTest::newRow("l is looked for before d") << QByteArray("dl\r\n") << dives(2, 1, 3) << "mnuslocation";
     QTest::newRow("no letter of these") << QByteArray("x\r\n") << dives(1, 2, 3) << QString();
+    QTest::newRow("without a line end") << QByteArray("lm") << dives(3, 1, 2) << "mnusmd";
     QTest::newRow("only the first line counts") << QByteArray("x\r\nd\r\n") << dives(1, 2, 3) << QString();
 }
 

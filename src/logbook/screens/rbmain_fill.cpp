@@ -1,7 +1,7 @@
 // Filling the list, and the order it is filled in.
 
 #include "logbook/divelist.h"
-#include "logbook/screens/listfill.h"
+#include "logbook/listfill.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/rbmain.h"
 #include "platform/look/widgets/faultframe.h"

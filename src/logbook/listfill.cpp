@@ -1,4 +1,4 @@
-#include "logbook/screens/listfill.h"
+#include "logbook/listfill.h"
 
 #include "divefiles/validators.h"
 #include "logbook/divelist.h"
@@ -67,6 +67,28 @@ bool checklisteddive(platform::Database& database, const platform::ProgramFolder
     }
     copytocorrupt(folder, location);
     return false;
+}
+
+DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
+                      QStringView depthunit) {
+    constexpr int kIdentifierColumn = 0;
+    constexpr int kNameColumn = 4;
+    ListedDives dives = readdives(database, sortnumber, depthunit);
+    DiveList list;
+    list.headers = std::move(dives.headers);
+    list.widths = std::move(dives.widths);
+    const QString before = process().currentdiveid;
+    for (QStringList& cells : dives.rows) {
+        ListRow row;
+        if (!checklisteddive(database, folder, cells.at(kIdentifierColumn), cells.at(kNameColumn))) {
+            row.problemtext = process().problemtext;
+            list.problemtext = row.problemtext;
+        }
+        row.cells = std::move(cells);
+        list.rows.push_back(std::move(row));
+    }
+    process().currentdiveid = before;
+    return list;
 }
 
 } // namespace benthor::logbook

@@ -27,4 +27,24 @@ ListedDives readdives(platform::Database& database, int sortnumber, QStringView 
 bool checklisteddive(platform::Database& database, const platform::ProgramFolder& folder,
                      const QString& diveid, const QString& location);
 
+/// One dive of the list.
+struct ListRow {
+    QStringList cells;   ///< by display column
+    QString problemtext; ///< empty for a good dive; any other is shown red
+};
+
+struct DiveList {
+    QStringList headers;     ///< by display column
+    std::vector<int> widths; ///< by display column, in twips
+    std::vector<ListRow> rows;
+    QString
+        problemtext; ///< of the last faulty dive, as it stands in Label16 behind the fill; empty without one
+};
+
+/// Reads and checks all dives. The file of a faulty one is copied from `old` to `corrupt`; a copy that fails
+/// is passed over. No rows: the store is empty. Leaves `currentdiveid` as it was, and `problemtext` as the
+/// last check left it.
+DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
+                      QStringView depthunit);
+
 } // namespace benthor::logbook
