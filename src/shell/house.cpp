@@ -34,7 +34,8 @@ struct House::Rooms : Neighbours {
 
     House& house;
     platform::InstanceLock lock;
-    bool ending = false;
+    bool ending = false; ///< the main screen goes: nothing shows it again
+    bool ended = false;
     int handovers = 0;
 
     /// One screen goes and the next is about to come: the moment without a window between them ends nothing.
@@ -184,7 +185,10 @@ struct House::Rooms : Neighbours {
 
     void endProcess() override {
         ending = true;
-        emit house.ended();
+        if (!ended) {
+            ended = true;
+            emit house.ended();
+        }
     }
 
     void lookForTheEndLater() {
@@ -198,7 +202,7 @@ struct House::Rooms : Neighbours {
                           ReProg_Link.isVisible() || RunProg.isVisible() || frmSplash.isVisible() ||
                           frmGetS.isVisible() || frmTip.isVisible() || frmAbout.isVisible() ||
                           ScrSavForm1.isVisible();
-        if (!seen && handovers == 0 && !ending) {
+        if (!seen && handovers == 0) {
             endProcess();
         }
     }

@@ -2,10 +2,10 @@
 
 #include <QPoint>
 #include <QString>
+#include <QWidget>
 #include <Qt>
 #include <functional>
 
-class QWidget;
 
 namespace benthor::tour {
 

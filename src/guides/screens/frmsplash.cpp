@@ -35,7 +35,7 @@ frmSplash::frmSplash()
     version->setObjectName(QStringLiteral("lblVersion"));
     look::setInk(version, look::Ink::Quiet);
 
-    auto* column = new QVBoxLayout(frame);
+    QVBoxLayout* column = frame->body();
     column->setSpacing(look::spaceSmall);
     column->addStretch(1);
     column->addWidget(mark, 0, Qt::AlignHCenter);

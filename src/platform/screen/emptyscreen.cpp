@@ -16,7 +16,7 @@ EmptyScreen::EmptyScreen(const QString& name, const QString& title)
     around->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceRoom);
     auto* card = new look::Card;
     around->addWidget(card);
-    content_ = new QVBoxLayout(card);
+    content_ = card->body();
     content_->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceRoom);
     content_->setSpacing(look::spaceBase);
     title_ = look::makeHeading(QString(), card);
