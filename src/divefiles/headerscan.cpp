@@ -59,7 +59,7 @@ public:
             scratch += m_reader.next();
             // Emptied at every match, the text can hold a keyword only at its end.
             for (const Keyword& keyword : kKeywords) {
-                if (std::string_view(scratch).ends_with(keyword.word)) {
+                if (scratch.back() == keyword.word.back() && scratch.ends_with(keyword.word)) {
                     (this->*keyword.read)();
                     scratch.clear();
                     break;

@@ -19,7 +19,7 @@ namespace {
 using platform::FileResult;
 
 /// No header reaches this far; a file that goes on is read no further.
-constexpr qint64 kHeaderBytesMax = 16 * 1024 * 1024;
+constexpr qint64 kHeaderBytesMax = 16LL * 1024 * 1024;
 
 /// A fault of disk or store that ends the run. The text is shown.
 struct ImportFault {

@@ -154,7 +154,7 @@ QString celltext(int position, const Value& value, QStringView depthunit) {
     if (value.isNull()) {
         return {};
     }
-    const QString text = value.text();
+    QString text = value.text();
     switch (position) {
     case 6:
     case 7: {

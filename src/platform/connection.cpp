@@ -94,8 +94,8 @@ void Connection::open(const QString& path) {
         // addition puts the journal's removal on the disk: a dive file is deleted right behind the commit
         // that stored it.
         database->exec("PRAGMA synchronous = EXTRA");
-        database->exec(
-            "SELECT count(*) FROM sqlite_master"); // reads the file: one that is no store ends here
+        // Reads the file: one that is no store ends here.
+        database->exec("SELECT count(*) FROM sqlite_master");
         SQLite::Statement journal(*database, "PRAGMA journal_mode = DELETE");
         journal.executeStep();
         m_database = std::move(database);

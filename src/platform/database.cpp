@@ -49,7 +49,7 @@ Recordset Database::openRecordset(const Query& query) {
                     result.m_cells.push_back({});
                 } else {
                     const char* const text = column.getText();
-                    const size_t length = static_cast<size_t>(column.getBytes());
+                    const auto length = static_cast<size_t>(column.getBytes());
                     result.m_cells.push_back({result.m_text.size(), static_cast<int>(length)});
                     result.m_text.append(text, length);
                 }

@@ -17,7 +17,7 @@ namespace benthor::platform {
 
 namespace {
 
-constexpr size_t kBlock = 64 * 1024;
+constexpr size_t kBlock = 65536;
 constexpr mode_t kNewFileMode = 0666; // less the user's umask
 
 class Descriptor {

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <utility>
+
 namespace benthor::platform {
 
 /// The one folder that holds the store, the dive files and everything else the program keeps. Names in it
@@ -13,8 +15,8 @@ namespace benthor::platform {
 class ProgramFolder {
 public:
     ProgramFolder() = default;
-    explicit ProgramFolder(const QString& root)
-        : m_root(root) {}
+    explicit ProgramFolder(QString root)
+        : m_root(std::move(root)) {}
 
     QString root() const { return m_root; }
     /// path(u"rb.mdb"), path(u"old", name): no separators in the parts.

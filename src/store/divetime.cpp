@@ -42,7 +42,7 @@ QString durationtext(const QString& start, const QString& finish) {
 }
 
 QString padded(const QString& depth) {
-    const QString trimmed = platform::trimBlanks(depth);
+    QString trimmed = platform::trimBlanks(depth);
     switch (trimmed.size()) {
     case 4:
         return trimmed + QStringLiteral("00");

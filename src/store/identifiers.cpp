@@ -43,7 +43,7 @@ platform::Value lastIdentifier() {
 
 QString nextidentifier(const platform::Value& last) {
     const QString digits = last.isNull() ? QStringLiteral("0") : last.text().right(kDigits);
-    const QString number = platform::formatNumber(platform::leadingNumber(digits) + 1, u"0");
+    QString number = platform::formatNumber(platform::leadingNumber(digits) + 1, u"0");
     if (number.size() > kDigits) {
         return number;
     }
