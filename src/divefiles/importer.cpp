@@ -120,6 +120,22 @@ private:
     bool m_serialTaken = true;
 };
 
+/// What follows every run, however it ends: a flag left behind would stop the timers for good.
+class RunEnd {
+public:
+    explicit RunEnd(ImportScreen& screen)
+        : m_screen(screen) {}
+    ~RunEnd() {
+        m_screen.runends();
+        process().importing = false;
+    }
+    RunEnd(const RunEnd&) = delete;
+    RunEnd& operator=(const RunEnd&) = delete;
+
+private:
+    ImportScreen& m_screen;
+};
+
 class ImportRun {
 public:
     ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen)
@@ -274,11 +290,24 @@ ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state,
     if (process().importing) {
         return ImportEnd::AlreadyRunning;
     }
-    const ImportEnd end = ImportRun(folder, state, screen).run();
-    screen.runends();
-    process().importing = false;
-    return end;
+    const RunEnd end(screen);
+    return ImportRun(folder, state, screen).run();
 }
+
+namespace {
+
+/// A path in `old` that no file has: the name with a number before its extension.
+QString freename(const platform::ProgramFolder& folder, const QString& name) {
+    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
+    for (int number = 2;; ++number) {
+        QString path = folder.path(u"old", name.left(point) + QLatin1Char('-') + QString::number(number) + name.mid(point));
+        if (!QFileInfo::exists(path)) {
+            return path;
+        }
+    }
+}
+
+} // namespace
 
 QString takemanualfile(const platform::ProgramFolder& folder, const QString& path) {
     const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
@@ -286,7 +315,15 @@ QString takemanualfile(const platform::ProgramFolder& folder, const QString& pat
     if (point < 0 || name.mid(point + 1) != QLatin1String("txt")) {
         return QStringLiteral("File Extention is wrong !");
     }
-    const FileResult copied = platform::copyFile(path, folder.path(u"new", name));
+    const QString place = folder.path(u"new", name);
+    if (QFileInfo::exists(place) && !platform::sameContents(path, place)) {
+        // Another file waits under this name; its bytes are kept before they are written over.
+        const FileResult kept = platform::copyFile(place, freename(folder, name));
+        if (!kept) {
+            return QStringLiteral("Error reading data file. ") + kept.error;
+        }
+    }
+    const FileResult copied = platform::copyFile(path, place);
     return copied ? QString() : QStringLiteral("Error reading data file. ") + copied.error;
 }
 

@@ -54,8 +54,9 @@ enum class ImportEnd {
 /// second dive of it.)
 ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen);
 
-/// The file that the user picked by hand is copied into `new` under its name. Returns the message to show, or
-/// "" when the import may run.
+/// The file that the user picked by hand is copied into `new` under its name. A file with other contents that waits
+/// there under that name is first copied to `old`, under a free name. Returns the message to show, or "" when the
+/// import may run.
 QString takemanualfile(const platform::ProgramFolder& folder, const QString& path);
 
 } // namespace benthor::divefiles

@@ -4,10 +4,9 @@
 
 namespace benthor::platform {
 
-/// Does a step of a routine that goes on whatever happens to it: what the step throws ends the step alone. False when
-/// it threw.
-template <class Step> bool skipErrors(Step&& step)
-{
+/// Does a step of a routine that goes on whatever happens to it: what the step throws ends the step alone.
+/// False when it threw.
+template <class Step> bool skipErrors(Step&& step) {
     try {
         step();
         return true;

@@ -4,7 +4,8 @@
 
 namespace benthor::platform {
 
-/// A colour as the device's documents count it: blue, green, red from the high byte to the low one. 255 is red.
+/// A colour as the device's documents count it: blue, green, red from the high byte to the low one. 255 is
+/// red.
 using ToldColour = std::uint32_t;
 
 inline constexpr ToldColour kToldRed = 0x0000FF;
@@ -18,8 +19,7 @@ struct RedGreenBlue {
     int red, green, blue;
 };
 
-constexpr RedGreenBlue redGreenBlue(ToldColour colour)
-{
+constexpr RedGreenBlue redGreenBlue(ToldColour colour) {
     return {static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
             static_cast<int>((colour >> 16) & 0xFF)};
 }

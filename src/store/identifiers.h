@@ -17,8 +17,8 @@ void newdive(const QString& version);
 /// The same for side imports: neither version nor system. A counter that was never written is a StoreError.
 void newdivebare();
 
-/// Sets the counter of a store to its highest identifier, so that numbers freed at the end are given out again. Without
-/// an argument: of the process's store.
+/// Sets the counter of a store to its highest identifier, so that numbers freed at the end are given out
+/// again. Without an argument: of the process's store.
 void syncserialno(platform::Database& database);
 void syncserialno();
 

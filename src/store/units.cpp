@@ -1,14 +1,14 @@
 #include "store/units.h"
 
 #include "shell/process.h"
+#include "store/access.h"
 
 namespace benthor::store {
 
 namespace {
 
 void writefirst(const platform::Query& query, QStringView field, const QString& word) {
-    process().mainrecordset = process().database.openRecordset(query);
-    process().mainrecordset.moveFirst();
+    openmain(process().database, query);
     process().mainrecordset.edit();
     process().mainrecordset.set(field, word);
     process().mainrecordset.update();
@@ -17,13 +17,16 @@ void writefirst(const platform::Query& query, QStringView field, const QString& 
 } // namespace
 
 QString readunit() {
-    process().mainrecordset = process().database.openRecordset("SELECT * FROM Display ");
-    process().mainrecordset.moveFirst();
+    openmain(process().database, "SELECT * FROM Display ");
     return process().mainrecordset.value(u"display").text();
 }
 
-void writeunit(const QString& word) { writefirst("SELECT * FROM Display ", u"Display", word); }
+void writeunit(const QString& word) {
+    writefirst("SELECT * FROM Display ", u"Display", word);
+}
 
-void writegetstarted(const QString& word) { writefirst("SELECT * FROM SERIALNO", u"getstarted", word); }
+void writegetstarted(const QString& word) {
+    writefirst("SELECT * FROM SERIALNO", u"getstarted", word);
+}
 
 } // namespace benthor::store

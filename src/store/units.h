@@ -4,8 +4,8 @@
 
 namespace benthor::store {
 
-// The two settings that the store itself keeps. Both work on the process's open store through its main recordset and
-// throw a StoreError where the row is missing.
+// The two settings that the store itself keeps. Both work on the process's open store through its main
+// recordset and throw a StoreError where the row is missing.
 
 /// Field display of the first row of the table Display: "Feet" or "metre"; Null reads as "".
 QString readunit();

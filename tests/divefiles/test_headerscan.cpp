@@ -370,7 +370,8 @@ void TestHeaderScan::roundsBehindProfileGoOnAndKeywordsThereAct() {
     QCOMPARE(actionsOf(kBegin + "OTU,1\rProfile\r\n,1,2,OTU high,77\r\n"),
              kBegun + QByteArrayList({"otu 1", "otu 77"}));
     QCOMPARE(scanheader(kBegin + "Profile Profile").profiles, 2);
-    QCOMPARE(outcomeOf(kBegin + "Profile\r\n,1,2,3,Gas pressure,5\r\n,1,2,3\r\n"), ScanOutcome::GasTooMany);
+    QCOMPARE(outcomeOf(kBegin + "Profile\r\n,1,2,3,Gas pressure low,5\r\n,1,2,3\r\n"),
+             ScanOutcome::GasTooMany);
 }
 
 void TestHeaderScan::exactly1000RoundsAreDone() {
@@ -391,7 +392,8 @@ void TestHeaderScan::bytesOfAValueAreNoRounds() {
 }
 
 void TestHeaderScan::zeroBytesAndHighBytesPassThrough() {
-    QCOMPARE(actionsOf(QByteArray("\0\xff\0ver=V\0\xff\rSN=\0\x80\rGas\0,\xff,,,\r", 33)),
+    static constexpr char kFile[] = "\0\xff\0ver=V\0\xff\rSN=\0\x80\rGas\0,\xff,,,\r";
+    QCOMPARE(actionsOf(QByteArray(kFile, sizeof kFile - 1)),
              QByteArrayList({"dive V\\x00\\xff", "serial \\x00\\x80", "gas \\x00,\\xff,,,\\x0d"}));
 }
 

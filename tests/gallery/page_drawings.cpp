@@ -3,6 +3,7 @@
 #include "platform/look/look.h"
 #include "platform/look/pictures.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QGridLayout>
 #include <QLabel>
@@ -17,11 +18,11 @@ QWidget* iconsPage() {
     int place = 0;
     for (const QString& name : iconNames()) {
         auto* both = new QLabel;
-        both->setPixmap(icon(name).pixmap(QSize(24, 24), 1.0));
+        both->setPixmap(icon(name).pixmap(QSize(24, 24), qApp->devicePixelRatio()));
         auto* small = new QLabel;
-        small->setPixmap(icon(name).pixmap(QSize(18, 18), 1.0));
+        small->setPixmap(icon(name).pixmap(QSize(18, 18), qApp->devicePixelRatio()));
         auto* faint = new QLabel;
-        faint->setPixmap(icon(name).pixmap(QSize(18, 18), 1.0, QIcon::Disabled));
+        faint->setPixmap(icon(name).pixmap(QSize(18, 18), qApp->devicePixelRatio(), QIcon::Disabled));
         auto* row = new QHBoxLayout;
         row->addWidget(both);
         row->addWidget(small);

@@ -1,47 +1,186 @@
+// Takes pictures of every screen, in both themes and two sizes, in metres and in feet, with dives and
+// without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
+
+#include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
-#include "shell/process.h"
-#include "shell/screens/main_screen.h"
-#include "store/schema.h"
-#include "tests/shell/fakeneighbours.h"
-#include <QApplication>
-#include <QtWidgets>
+#include "platform/screen/application.h"
+#include "platform/screen/screen.h"
+#include "platform/screen/ticktimer.h"
+#include "shell/house.h"
+#include "tests/support/scripteddialogs.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QDir>
+#include <QMouseEvent>
+#include <QSettings>
+#include <QTextStream>
+
 using namespace benthor;
-int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    const QString out = QString::fromLocal8Bit(argv[1]);
-    const QString folder = QString::fromLocal8Bit(argv[2]);
-    platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
-    look::apply(app);
-    for (auto theme : {look::Theme::Light, look::Theme::Dark}) {
-        look::setTheme(theme);
-        for (QSize size : {QSize(1024, 700), QSize(1920, 1080)}) {
-            tests::FakeNeighbours n;
-            auto* m = new shell::MainScreen(n);
-            m->showScreen();
-            m->resize(size);
-            m->Timer1_tick();
-            m->Timer2_tick();
-            for (int i = 0; i < 5; ++i)
-                QCoreApplication::processEvents();
-            m->grab().save(QString("%1/main-%2-%3.png")
-                               .arg(out)
-                               .arg(size.width())
-                               .arg(theme == look::Theme::Light ? "light" : "dark"));
-            m->findChild<QWidget*>("Frame2")->show();
-            m->findChild<QLabel*>("lblprogress")->setText("System processing : MyLatestDives12.txt");
-            m->findChild<QLabel*>("lblprogress")->show();
-            m->findChild<QLabel*>("lblcurrentfile")->setText("3");
-            m->findChild<QLabel*>("lbltotalfiles")->setText("8");
-            m->findChild<QLabel*>("lbltotalsizes")->setText("412716");
-            m->findChild<QAction*>("mnuTips")->trigger();
-            for (int i = 0; i < 5; ++i)
-                QCoreApplication::processEvents();
-            m->grab().save(QString("%1/main-import-%2-%3.png")
-                               .arg(out)
-                               .arg(size.width())
-                               .arg(theme == look::Theme::Light ? "light" : "dark"));
-            delete m;
+using platform::FlexGrid;
+using platform::Screen;
+using platform::TickTimer;
+
+namespace {
+
+const QList<QSize> kSizes{{1024, 700}, {1920, 1080}};
+
+Screen* screen(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* found = qobject_cast<Screen*>(window);
+        if (found != nullptr && found->objectName() == QLatin1String(name) && found->isLoaded()) {
+            return found;
         }
     }
+    qFatal("%s is not loaded", name);
+}
+
+template <class T = QWidget> T* control(const char* screenName, const char* name) {
+    auto* found = screen(screenName)->findChild<T*>(QLatin1String(name));
+    if (found == nullptr) {
+        qFatal("no %s on %s", name, screenName);
+    }
+    return found;
+}
+
+void settle() {
+    for (int i = 0; i < 10; ++i) {
+        QCoreApplication::processEvents();
+    }
+}
+
+class Album {
+public:
+    explicit Album(const QString& folder)
+        : folder_(folder) {}
+
+    /// The screen as it stands, in each size and theme.
+    void add(const char* screenName, const QString& name, const QList<QSize>& sizes = kSizes) {
+        QWidget* window = screen(screenName);
+        for (const look::Theme theme : {look::Theme::Light, look::Theme::Dark}) {
+            look::setTheme(theme);
+            for (const QSize& size : sizes) {
+                if (size.isValid()) {
+                    window->resize(size);
+                }
+                settle();
+                const QString file =
+                    QStringLiteral("%1/%2-%3-%4.png")
+                        .arg(folder_, name)
+                        .arg(window->width())
+                        .arg(theme == look::Theme::Light ? QStringLiteral("light") : QStringLiteral("dark"));
+                if (!window->grab().save(file)) {
+                    qFatal("cannot write %s", qPrintable(file));
+                }
+            }
+        }
+        look::setTheme(look::Theme::Light);
+    }
+
+private:
+    QString folder_;
+};
+
+void openDive(const QString& name) {
+    auto* grid = control<FlexGrid>("rbmain", "MSFlexGrid1");
+    for (int row = 1; row < grid->rows(); ++row) {
+        if (grid->text(row, 4) == name) {
+            const QPoint cell = grid->visualRect(grid->model()->index(row - 1, 1)).center();
+            QMouseEvent press(QEvent::MouseButtonDblClick, cell, grid->viewport()->mapToGlobal(cell),
+                              Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(grid->viewport(), &press);
+            settle();
+            return;
+        }
+    }
+    qFatal("%s is not in the list", qPrintable(name));
+}
+
+void check(const char* box) {
+    control<QAbstractButton>("rbinterface", box)->click();
+}
+
+void diveScreen(Album& album, const QString& suffix) {
+    openDive(QStringLiteral("Wreck2.txt"));
+    album.add("rbinterface", QStringLiteral("rbinterface-first") + suffix);
+    for (const char* box : {"Check3", "Check9", "Check10", "Check11"}) {
+        check(box);
+    }
+    album.add("rbinterface", QStringLiteral("rbinterface-series") + suffix);
+    control<QAbstractButton>("rbinterface", "Command2(0)")->click();
+    album.add("rbinterface", QStringLiteral("rbinterface-zoomed") + suffix);
+    control<QAbstractButton>("rbinterface", "Command2(0)")->click();
+    control<QAction>("rbinterface", "mnuSpread")->trigger();
+    control<FlexGrid>("rbinterface", "MSFlexGrid1")->setRow(300);
+    album.add("rbinterface", QStringLiteral("rbinterface-grid") + suffix);
+    control<QAction>("rbinterface", "mnudiveexit")->trigger();
+    settle();
+}
+
+void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
+    const QSize own;
+    album.add("frmSplash", QStringLiteral("frmSplash"), {own});
+    control<TickTimer>("frmSplash", "Timer1")->expire();
+    settle();
+    album.add("main", QStringLiteral("main-start"));
+    dialogs.during([&album] { album.add("main", QStringLiteral("main-importing")); });
+    control<TickTimer>("main", "Timer1")->expire();
+    control<TickTimer>("main", "Timer2")->expire();
+    control<QAction>("main", "mnuTips")->trigger();
+    album.add("main", QStringLiteral("main-tips"));
+    settle();
+
+    album.add("rbmain", QStringLiteral("rbmain"));
+    diveScreen(album, QStringLiteral("-metres"));
+    openDive(QStringLiteral("Cave1.txt"));
+    check("Check6");
+    album.add("rbinterface", QStringLiteral("rbinterface-sticks"));
+    control<QAction>("rbinterface", "mnudiveexit")->trigger();
+    settle();
+
+    control<QAction>("main", "mnuFeet")->trigger();
+    control<QAction>("main", "mnucurrentmain")->trigger();
+    album.add("rbmain", QStringLiteral("rbmain-feet"));
+    diveScreen(album, QStringLiteral("-feet"));
+    control<QAction>("main", "mnuMeters")->trigger();
+
+    QFile::remove(platform::ProgramFolder::current().path(
+        u"dbtxt", platform::ProgramFolder::current()
+                      .listFiles(QStringLiteral("dbtxt"), QStringLiteral("*Reef1.txt"))
+                      .value(0)));
+    openDive(QStringLiteral("Reef1.txt"));
+    album.add("rbinterface", QStringLiteral("rbinterface-nofile"));
+    control<QAction>("rbinterface", "mnudiveexit")->trigger();
+    settle();
+
+    for (const auto& [entry, name] :
+         {std::pair{"cmdcommandsend", "PC_Link_1"}, std::pair{"mnuSetupGas", "GasBlend"},
+          std::pair{"mnuAbout", "frmAbout"}, std::pair{"mnuGets", "frmGetS"}}) {
+        control<QAction>("main", entry)->trigger();
+        album.add(name, QLatin1String(name), {own});
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    platform::Application application(argc, argv);
+    if (argc != 3) {
+        QTextStream(stderr) << "usage: benthor-pictures <demonstration folder> <folder for pictures>\n";
+        return 2;
+    }
+    const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString pictures = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder + QLatin1String("/settings"));
+    look::apply(application);
+    platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
+
+    tests::ScriptedDialogs dialogs;
+    shell::House house;
+    house.start();
+    settle();
+    Album album(pictures);
+    takeAll(album, dialogs);
+    return 0;
 }

@@ -4,53 +4,16 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
 #include "store/units.h"
-#include "tests/shell/fakeneighbours.h"
-#include "tests/support/scripteddialogs.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/testsettings.h"
+#include "tests/shell/mainstage.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QListWidget>
-#include <QPointer>
 #include <QPushButton>
 #include <QtTest>
 
 using benthor::process;
 using benthor::shell::MainScreen;
 using namespace benthor::tests;
-
-namespace {
-
-/// The screen with everything around it; the screen dies when its own rules say so.
-struct Stage {
-    explicit Stage(TestFolder::Store store = TestFolder::Store::Fresh)
-        : folder(store)
-        , main(new MainScreen(neighbours)) {}
-    ~Stage() { delete main.data(); }
-
-    template <class T = QWidget> T* control(const char* name) {
-        auto* found = main->findChild<T*>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("no control %s", name);
-        }
-        return found;
-    }
-    QAction* action(const char* name) { return control<QAction>(name); }
-    void click(const char* name) { QTest::mouseClick(control(name), Qt::LeftButton); }
-    QColor command4() { return control("Command4")->property("toldBackground").value<QColor>(); }
-
-    TestSettings settings;
-    TestFolder folder;
-    ScriptedDialogs dialogs;
-    FakeNeighbours neighbours;
-    QPointer<MainScreen> main;
-};
-
-const QColor kRed(255, 0, 0);
-const QColor kGreen(0, 255, 0);
-
-} // namespace
 
 class TestMainScreen : public QObject {
     Q_OBJECT
@@ -75,22 +38,9 @@ private slots:
     void myDivesGoesBackToAnOpenDive();
     void theLinkStaysShutWhileTheProgressFrameIsUp();
     void bothLinkEntriesSetTheirFace();
-    void waitingFilesAreImportedByTheTick();
-    void filesWaitWhileTheLinkScreenIsInFront();
-    void aFileLeftBehindDoesNotStartAnotherImport();
-    void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
-    void theTickSetsDeviceConnectedFromTheExactCaption();
-    void ticksPauseWhileAnImportRuns();
     void theStatusMirrorsTheLink();
     void theDiveListOpensOnceAfterTheStart();
     void aFailingDiveListDoesNotBringTheMainScreenDown();
-    void anImportPutsTheDiveListAside();
-    void databaseUpdateWithoutFilesTurnsTheButtonRed();
-    void stopImportEndsTheRunAfterTheFileInHand();
-    void closingTheScreenDuringAnImportEndsItAfterTheFileInHand();
-    void manualFindImportsTheChosenFile();
-    void manualFindRefusesAnotherExtension();
-    void manualFindPassesACancelledDialogInSilence();
     void theHandHeldRoutineTellsWhyItCannotOpen();
     void exitEndsTheProcessAndTheMenuEntryDoesNot();
     void reprogrammingClosesThePortsFirst();
@@ -102,7 +52,7 @@ private slots:
 };
 
 void TestMainScreen::loadingBringsTheValuesToTheirStart() {
-    Stage stage;
+    MainStage stage;
     process().diveviewopen = true;
     process().importing = true;
     process().producttype = QStringLiteral("HALV");
@@ -120,7 +70,7 @@ void TestMainScreen::loadingBringsTheValuesToTheirStart() {
 }
 
 void TestMainScreen::aMissingStoreIsAskedForAndRestoredFromTheBackup() {
-    Stage stage(TestFolder::Store::Missing);
+    MainStage stage(TestFolder::Store::Missing);
     benthor::store::createStore(stage.folder.path("backup.mdb"));
     stage.dialogs.answer(true);
     stage.main->showScreen();
@@ -136,7 +86,7 @@ void TestMainScreen::aMissingStoreIsAskedForAndRestoredFromTheBackup() {
 }
 
 void TestMainScreen::refusingTheBackupEndsTheProgram() {
-    Stage stage(TestFolder::Store::Missing);
+    MainStage stage(TestFolder::Store::Missing);
     benthor::store::createStore(stage.folder.path("backup.mdb"));
     stage.dialogs.answer(false);
     stage.main->load();
@@ -146,7 +96,7 @@ void TestMainScreen::refusingTheBackupEndsTheProgram() {
 }
 
 void TestMainScreen::aBackupThatCannotBeCopiedLetsTheLoadGoOn() {
-    Stage stage(TestFolder::Store::Missing);
+    MainStage stage(TestFolder::Store::Missing);
     stage.dialogs.answer(true);
     stage.main->showScreen();
     QVERIFY(stage.main->isVisible());
@@ -156,7 +106,7 @@ void TestMainScreen::aBackupThatCannotBeCopiedLetsTheLoadGoOn() {
 }
 
 void TestMainScreen::aSecondCopyClosesItsMainScreen() {
-    Stage stage;
+    MainStage stage;
     stage.neighbours.secondCopy = true;
     stage.main->load();
     QVERIFY(stage.main->isUnloaded());
@@ -166,7 +116,7 @@ void TestMainScreen::aSecondCopyClosesItsMainScreen() {
 }
 
 void TestMainScreen::theCounterIsAlignedAtEachStart() {
-    Stage stage;
+    MainStage stage;
     {
         benthor::platform::Database database;
         database.open(stage.folder.path("rb.mdb"));
@@ -179,14 +129,14 @@ void TestMainScreen::theCounterIsAlignedAtEachStart() {
 }
 
 void TestMainScreen::aStoreWithoutDivesSaysSo() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
     QVERIFY(!stage.control("lbltotaldive")->isVisible());
 }
 
 void TestMainScreen::totalsTellCountAndLastDive() {
-    Stage stage;
+    MainStage stage;
     {
         benthor::platform::Database database;
         database.open(stage.folder.path("rb.mdb"));
@@ -201,7 +151,7 @@ void TestMainScreen::totalsTellCountAndLastDive() {
 }
 
 void TestMainScreen::feetIsReadFromTheStore() {
-    Stage stage;
+    MainStage stage;
     process().database.open(stage.folder.path("rb.mdb"));
     benthor::store::writeunit(QStringLiteral("Feet"));
     stage.main->load();
@@ -213,7 +163,7 @@ void TestMainScreen::feetIsReadFromTheStore() {
 }
 
 void TestMainScreen::anyOtherUnitBehavesAsMetresAndIsOverwritten() {
-    Stage stage;
+    MainStage stage;
     process().database.open(stage.folder.path("rb.mdb"));
     benthor::store::writeunit(QStringLiteral("fathoms"));
     stage.main->load();
@@ -222,7 +172,7 @@ void TestMainScreen::anyOtherUnitBehavesAsMetresAndIsOverwritten() {
 }
 
 void TestMainScreen::theUnitsMenuWritesOneWordAndShowsAnother() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     stage.action("mnuFeet")->trigger();
     QCOMPARE(benthor::store::readunit(), "Feet");
@@ -255,7 +205,7 @@ void TestMainScreen::eachEntryDoesWhatItSays() {
     QFETCH(QByteArray, control);
     QFETCH(int, infochoice);
     QFETCH(QStringList, asked);
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.neighbours.asked.clear();
     stage.click(control.constData());
@@ -264,7 +214,7 @@ void TestMainScreen::eachEntryDoesWhatItSays() {
 }
 
 void TestMainScreen::pictureAndCaptionActAlike() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     const QList<QPair<const char*, QString>> pictures{{"Picture6", "showDiveList"},
                                                       {"Picture4", "showLink"},
@@ -283,7 +233,7 @@ void TestMainScreen::pictureAndCaptionActAlike() {
 }
 
 void TestMainScreen::thePanelShowsTheChosenEntry() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     QCOMPARE(stage.control<QLabel>("Label7")->text(), "My Dives");
     QCOMPARE(
@@ -314,7 +264,7 @@ void TestMainScreen::thePanelShowsTheChosenEntry() {
 }
 
 void TestMainScreen::entriesWithoutATextLeaveThePanelAsItWas() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.click("lblppc");
     stage.click("lblvvdl");
@@ -324,7 +274,7 @@ void TestMainScreen::entriesWithoutATextLeaveThePanelAsItWas() {
 }
 
 void TestMainScreen::myDivesGoesBackToAnOpenDive() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     process().diveviewopen = true;
     stage.neighbours.asked.clear();
@@ -333,7 +283,7 @@ void TestMainScreen::myDivesGoesBackToAnOpenDive() {
 }
 
 void TestMainScreen::theLinkStaysShutWhileTheProgressFrameIsUp() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.control("Frame2")->show();
     stage.neighbours.asked.clear();
@@ -348,7 +298,7 @@ void TestMainScreen::theLinkStaysShutWhileTheProgressFrameIsUp() {
 }
 
 void TestMainScreen::bothLinkEntriesSetTheirFace() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.action("cmdcommandsend")->trigger();
     QCOMPARE(process().screenmode, "Command");
@@ -356,105 +306,8 @@ void TestMainScreen::bothLinkEntriesSetTheirFace() {
     QCOMPARE(process().screenmode, "Dive");
 }
 
-void TestMainScreen::waitingFilesAreImportedByTheTick() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
-    stage.folder.put("new/a.txt", TestFolder::dive("three-commas.txt"));
-    stage.neighbours.asked.clear();
-    QSignalSpy unloaded(stage.main.data(), &MainScreen::unloaded);
-    stage.main->Timer1_tick();
-    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
-    QCOMPARE(stage.main->infochoice(), 2);
-    auto rows = process().database.openRecordset("SELECT * FROM main ORDER BY diveid");
-    QCOMPARE(rows.recordCount(), 2);
-    QCOMPARE(rows.value(u"Location").text(), "a.txt");
-    QVERIFY(!stage.folder.has("new/a.txt"));
-    QVERIFY(stage.folder.has("old/a.txt"));
-    QVERIFY(!stage.control("Frame2")->isVisible());
-    QCOMPARE(stage.control<QLabel>("lbltotalfiles")->text(), "2");
-    QCOMPARE(stage.control<QLabel>("lbltotalsizes")->text(),
-             QString::number(TestFolder::dive("typical.txt").size() +
-                             TestFolder::dive("three-commas.txt").size()));
-    QCOMPARE(stage.control<QListWidget>("List1")->count(), 2);
-    QCOMPARE(stage.main->filewatchcount(), 0);
-    QCOMPARE(stage.command4(), kRed);
-    QVERIFY(!process().importing);
-    // Shown afresh by the run, and again by the tick, since it is not on screen.
-    QCOMPARE(stage.neighbours.asked,
-             (QStringList{"unloadDiveList", "showDiveList", "unloadDiveList", "showDiveList"}));
-}
-
-void TestMainScreen::filesWaitWhileTheLinkScreenIsInFront() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.neighbours.linkOnScreen = true;
-    stage.neighbours.linkCaption = QStringLiteral("Connected");
-    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
-    stage.main->Timer1_tick();
-    QVERIFY(stage.folder.has("new/a.txt"));
-    QCOMPARE(stage.command4(), kGreen);
-    QVERIFY(stage.control("Command4")->isEnabled());
-    QCOMPARE(stage.main->filewatchcount(), 1);
-    stage.neighbours.linkOnScreen = false;
-    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
-    stage.main->Timer1_tick();
-    QVERIFY(!stage.folder.has("new/a.txt"));
-    QVERIFY(!stage.folder.has("new/b.txt"));
-}
-
-void TestMainScreen::aFileLeftBehindDoesNotStartAnotherImport() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.folder.put("new/a.txt", TestFolder::dive("no-ver-no-recint.txt"));
-    stage.main->Timer1_tick();
-    QCOMPARE(stage.dialogs.messages(), QStringList{"Version or Interval not found !"});
-    QCOMPARE(stage.main->filewatchcount(), 1);
-    QCOMPARE(stage.command4(), kGreen);
-    stage.main->Timer1_tick();
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
-    stage.main->Timer1_tick();
-    QCOMPARE(stage.dialogs.messages().size(), 2);
-}
-
-void TestMainScreen::anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.main->Timer1_tick();
-    QCOMPARE(stage.command4(), kRed);
-    QVERIFY(!stage.control("Command4")->isEnabled());
-    QVERIFY(!stage.control("Picture9")->isVisible());
-    auto* caption = stage.control("lblmdu(1)");
-    QCOMPARE(qobject_cast<benthor::look::ClickableLabel*>(caption)->toldColour(), QColor(0, 0, 255));
-}
-
-void TestMainScreen::theTickSetsDeviceConnectedFromTheExactCaption() {
-    Stage stage;
-    stage.main->load();
-    stage.neighbours.linkCaption = QStringLiteral("Connected");
-    stage.main->Timer1_tick();
-    QCOMPARE(process().deviceconnected, 1);
-    stage.neighbours.linkCaption = QStringLiteral("Not Connected");
-    stage.main->Timer1_tick();
-    QCOMPARE(process().deviceconnected, 0);
-    QCOMPARE(stage.neighbours.tipsPlaced, 2);
-}
-
-void TestMainScreen::ticksPauseWhileAnImportRuns() {
-    Stage stage;
-    stage.main->load();
-    process().importing = true;
-    stage.neighbours.linkCaption = QStringLiteral("Connected");
-    stage.main->Timer1_tick();
-    stage.main->Timer2_tick();
-    QCOMPARE(process().deviceconnected, 0);
-    QCOMPARE(stage.control<QLabel>("lblstatus")->text(), "Searching");
-    QCOMPARE(stage.neighbours.tipsPlaced, 0);
-}
-
 void TestMainScreen::theStatusMirrorsTheLink() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     auto* status = stage.control<QLabel>("lblstatus");
     QCOMPARE(status->text(), "Searching");
@@ -474,7 +327,7 @@ void TestMainScreen::theStatusMirrorsTheLink() {
 }
 
 void TestMainScreen::theDiveListOpensOnceAfterTheStart() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     auto* timer = stage.control<benthor::platform::TickTimer>("Timer4");
     QVERIFY(timer->isEnabled());
@@ -485,7 +338,7 @@ void TestMainScreen::theDiveListOpensOnceAfterTheStart() {
 }
 
 void TestMainScreen::aFailingDiveListDoesNotBringTheMainScreenDown() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     stage.neighbours.diveListFails = true;
     stage.main->Timer4_tick();
@@ -493,102 +346,8 @@ void TestMainScreen::aFailingDiveListDoesNotBringTheMainScreenDown() {
     QVERIFY(!stage.control<benthor::platform::TickTimer>("Timer4")->isEnabled());
 }
 
-void TestMainScreen::anImportPutsTheDiveListAside() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
-    stage.main->Timer1_tick();
-    QVERIFY(!stage.control<benthor::platform::TickTimer>("Timer4")->isEnabled());
-}
-
-void TestMainScreen::databaseUpdateWithoutFilesTurnsTheButtonRed() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.click("lblmdu(1)");
-    QCOMPARE(stage.command4(), kRed);
-    QVERIFY(!stage.control("Command4")->isEnabled());
-    QVERIFY(!stage.control("Frame2")->isVisible());
-    QVERIFY(stage.dialogs.asked().isEmpty());
-}
-
-void TestMainScreen::stopImportEndsTheRunAfterTheFileInHand() {
-    Stage stage;
-    stage.main->showScreen();
-    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
-        stage.folder.put(name, TestFolder::dive("typical.txt"));
-    }
-    auto* stop = stage.control<QPushButton>("stopimport");
-    QVERIFY(!stop->isEnabled());
-    // The click comes with the events that run once a file; the first file begins before the button is
-    // enabled.
-    int yields = 0;
-    QTimer clicks;
-    connect(&clicks, &QTimer::timeout, stop, [&] {
-        ++yields;
-        if (stop->isEnabled()) {
-            stop->click();
-            clicks.stop();
-        }
-    });
-    clicks.start(0);
-    stage.main->Timer1_tick();
-    QVERIFY(yields > 0);
-    auto rows = process().database.openRecordset("SELECT * FROM main");
-    QVERIFY(rows.recordCount() >= 1 && rows.recordCount() < 3);
-    QVERIFY(stage.folder.has("new/c.txt"));
-    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
-    QVERIFY(!stop->isEnabled());
-}
-
-void TestMainScreen::closingTheScreenDuringAnImportEndsItAfterTheFileInHand() {
-    Stage stage;
-    stage.main->showScreen();
-    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
-        stage.folder.put(name, TestFolder::dive("typical.txt"));
-    }
-    QTimer::singleShot(0, stage.main.data(), [&stage] { stage.main->close(); });
-    stage.main->Timer1_tick();
-    QVERIFY(stage.main->isUnloaded());
-    QVERIFY(stage.folder.has("new/c.txt"));
-    QVERIFY(!process().importing);
-    QTRY_VERIFY(stage.main.isNull());
-}
-
-void TestMainScreen::manualFindImportsTheChosenFile() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.folder.put("old/again.txt", TestFolder::dive("typical.txt"));
-    stage.dialogs.answerFile(stage.folder.path("old/again.txt"));
-    stage.click("lblmdff");
-    const auto asked = stage.dialogs.asked().first();
-    QCOMPARE(asked.title, "Open");
-    QCOMPARE(asked.folder, stage.folder.path("old"));
-    QCOMPARE(asked.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
-    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
-    QVERIFY(!stage.control("Frame2")->isVisible());
-    auto rows = process().database.openRecordset("SELECT * FROM main");
-    QCOMPARE(rows.recordCount(), 1);
-}
-
-void TestMainScreen::manualFindRefusesAnotherExtension() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.folder.put("old/again.dat", "x");
-    stage.dialogs.answerFile(stage.folder.path("old/again.dat"));
-    stage.click("lblmdff");
-    QCOMPARE(stage.dialogs.messages(), QStringList{"File Extention is wrong !"});
-    QVERIFY(QDir(stage.folder.path("new")).isEmpty());
-}
-
-void TestMainScreen::manualFindPassesACancelledDialogInSilence() {
-    Stage stage;
-    stage.main->showScreen();
-    stage.click("lblmdff");
-    QVERIFY(stage.dialogs.messages().isEmpty());
-}
-
 void TestMainScreen::theHandHeldRoutineTellsWhyItCannotOpen() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     stage.control<QPushButton>("Command6")->click();
     QCOMPARE(
@@ -602,7 +361,7 @@ void TestMainScreen::theHandHeldRoutineTellsWhyItCannotOpen() {
 }
 
 void TestMainScreen::exitEndsTheProcessAndTheMenuEntryDoesNot() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.neighbours.asked.clear();
     stage.action("mnuExit")->trigger();
@@ -611,7 +370,7 @@ void TestMainScreen::exitEndsTheProcessAndTheMenuEntryDoesNot() {
 }
 
 void TestMainScreen::reprogrammingClosesThePortsFirst() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.neighbours.asked.clear();
     stage.action("mnuReprogIR")->trigger();
@@ -619,7 +378,7 @@ void TestMainScreen::reprogrammingClosesThePortsFirst() {
 }
 
 void TestMainScreen::theOldReprogrammingEntryOpensNothing() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     stage.neighbours.asked.clear();
     stage.action("mnuReprog")->trigger();
@@ -628,7 +387,7 @@ void TestMainScreen::theOldReprogrammingEntryOpensNothing() {
 }
 
 void TestMainScreen::gettingStartedIsWrittenAndShown() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     benthor::store::writegetstarted(QStringLiteral("Close"));
     stage.neighbours.asked.clear();
@@ -639,7 +398,7 @@ void TestMainScreen::gettingStartedIsWrittenAndShown() {
 }
 
 void TestMainScreen::tipsAreTurnedOnAndShown() {
-    Stage stage;
+    MainStage stage;
     stage.main->showScreen();
     benthor::platform::userSettings().setNumber(QStringLiteral("Options"),
                                                 QStringLiteral("Show Tips at Startup"), 0);
@@ -653,7 +412,7 @@ void TestMainScreen::tipsAreTurnedOnAndShown() {
 }
 
 void TestMainScreen::captionsAndToolTipsStandAsTold() {
-    Stage stage;
+    MainStage stage;
     stage.main->load();
     QCOMPARE(stage.control<QLabel>("lblvvdl")->text(), "KD3 Dive List ");
     QCOMPARE(stage.control<QLabel>("Label10(0)")->text(), "Connection tips    >>>");
@@ -711,7 +470,7 @@ void TestMainScreen::captionsAndToolTipsStandAsTold() {
 }
 
 void TestMainScreen::timersStandAsTold() {
-    Stage stage;
+    MainStage stage;
     const auto check = [&stage](const char* name, int interval, bool enabled) {
         auto* timer = stage.control<benthor::platform::TickTimer>(name);
         QCOMPARE(timer->interval(), interval);

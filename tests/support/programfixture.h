@@ -28,7 +28,7 @@ public:
             qFatal("the store of the test cannot be made");
         }
         store.close();
-        process().database.open(storePath());
+        openStore();
     }
     ~ProgramFixture() {
         process().mainrecordset.close();
@@ -37,6 +37,12 @@ public:
     }
     ProgramFixture(const ProgramFixture&) = delete;
     ProgramFixture& operator=(const ProgramFixture&) = delete;
+
+    /// A test outlives no power failure: waiting for the disk would only cost time.
+    void openStore() const {
+        process().database.open(storePath());
+        process().database.execute("PRAGMA synchronous = OFF");
+    }
 
     QString storePath() const { return folder.path(u"rb.mdb"); }
 
@@ -80,7 +86,14 @@ private:
         return bytes;
     }
 
-    QTemporaryDir m_directory;
+    /// In memory where the system has a place for that: a test need not wait for the disk.
+    static QString directoryTemplate() {
+        const QString memory = QStringLiteral("/dev/shm");
+        return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
+               QStringLiteral("/benthor-test-XXXXXX");
+    }
+
+    QTemporaryDir m_directory{directoryTemplate()};
 
 public:
     platform::ProgramFolder folder;

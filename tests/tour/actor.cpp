@@ -6,111 +6,158 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QTextStream>
+#include <QThread>
 #include <QWindow>
-#include <QtTest/qtestkey.h>
-#include <QtTest/qtestmouse.h>
-#include <QtTest/qtestsystem.h>
+#include <QtTest>
 
 namespace benthor::tour {
 
+namespace {
+constexpr int kLookEveryMilliseconds = 20;
+} // namespace
+
 Actor::Actor(const QString& folder, int stepCount)
-    : folder_(folder), steps_(stepCount), started_(QDateTime::currentMSecsSinceEpoch())
-{
+    : folder_(folder)
+    , steps_(stepCount)
+    , started_(QDateTime::currentMSecsSinceEpoch()) {
     QDir().mkpath(folder);
 }
 
-void Actor::step(const QString& words)
-{
+void Actor::step(const QString& words) {
     ++step_;
     const double seconds = static_cast<double>(QDateTime::currentMSecsSinceEpoch() - started_) / 1000.0;
-    QTextStream(stdout) << QStringLiteral("   [%1/%2 %3 s] %4")
-                               .arg(step_)
-                               .arg(steps_)
-                               .arg(seconds, 0, 'f', 1)
-                               .arg(words)
-                        << Qt::endl;
+    QTextStream(stdout)
+        << QStringLiteral("   [%1/%2 %3 s] %4").arg(step_, 2).arg(steps_).arg(seconds, 5, 'f', 1).arg(words)
+        << Qt::endl;
 }
 
-void Actor::waitFor(const QString& what, const std::function<bool()>& condition, int milliseconds)
-{
-    if (!QTest::qWaitFor(condition, milliseconds)) {
-        throw TourError(QStringLiteral("waited %1 s in vain for %2").arg(milliseconds / 1000).arg(what));
+void Actor::look(const std::function<void()>& act) const {
+    QMetaObject::invokeMethod(qApp, act, Qt::BlockingQueuedConnection);
+}
+
+void Actor::waitFor(const QString& what, const std::function<bool()>& condition, int milliseconds) const {
+    const qint64 until = QDateTime::currentMSecsSinceEpoch() + milliseconds;
+    for (;;) {
+        bool holds = false;
+        look([&] { holds = condition(); });
+        if (holds) {
+            return;
+        }
+        if (QDateTime::currentMSecsSinceEpoch() > until) {
+            throw TourError(QStringLiteral("waited %1 s in vain for %2").arg(milliseconds / 1000).arg(what));
+        }
+        QThread::msleep(kLookEveryMilliseconds);
     }
 }
 
-QWidget* Actor::screen(const QString& name)
-{
+QWidget* Actor::screen(const QString& name) const {
     QWidget* found = nullptr;
     waitFor(QStringLiteral("the screen ") + name, [&] {
         for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == name && window->isVisible()) {
+            if (window->objectName() == name && window->isVisible() && window->windowHandle() != nullptr &&
+                window->windowHandle()->isExposed()) {
                 found = window;
                 return true;
             }
         }
         return false;
     });
-    if (!QTest::qWaitForWindowExposed(found)) {
-        throw TourError(name + QStringLiteral(" was never painted"));
-    }
     return found;
 }
 
-QPoint Actor::reachable(QWidget* control, QPoint at)
-{
-    waitFor(QStringLiteral("%1 to be visible and enabled").arg(control->objectName()),
-            [control] { return control->isVisible() && control->isEnabled(); });
-    if (at == QPoint(-1, -1)) {
-        at = control->rect().center();
+/// Waits until the control can be reached, then posts the deed and returns when it has begun: a click that
+/// opens a box is not over before the box is.
+void Actor::act(QWidget* control, QPoint at, const std::function<void(QPoint)>& deed) const {
+    QString name;
+    look([&] { name = control->objectName(); });
+    QPoint inWindow;
+    QString over;
+    const auto reachable = [&] {
+        if (!control->isVisible() || !control->isEnabled()) {
+            over = QStringLiteral("it is hidden or disabled");
+            return false;
+        }
+        inWindow = control->mapTo(control->window(), at == QPoint(-1, -1) ? control->rect().center() : at);
+        QWidget* hit = control->window()->childAt(inWindow);
+        if (hit != control && (hit == nullptr || !control->isAncestorOf(hit))) {
+            over = QStringLiteral("%1 lies over it")
+                       .arg(hit != nullptr ? hit->objectName() : QStringLiteral("nothing"));
+            return false;
+        }
+        return true;
+    };
+    try {
+        waitFor(name, reachable, 10000);
+    } catch (const TourError&) {
+        throw TourError(QStringLiteral("%1 can't be clicked: %2").arg(name, over));
     }
-    const QPoint inWindow = control->mapTo(control->window(), at);
-    QWidget* hit = control->window()->childAt(inWindow);
-    if (hit == nullptr || (hit != control && !control->isAncestorOf(hit))) {
-        throw TourError(QStringLiteral("%1 can't be clicked: %2 lies over it")
-                            .arg(control->objectName(), hit != nullptr ? hit->objectName() : QStringLiteral("nothing")));
-    }
-    return inWindow;
+    QMetaObject::invokeMethod(
+        qApp, [deed, inWindow] { deed(inWindow); }, Qt::QueuedConnection);
+    look([] {});
 }
 
-void Actor::click(QWidget* control, const QPoint& at, Qt::KeyboardModifiers modifiers)
-{
-    const QPoint point = reachable(control, at);
-    QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, modifiers, point);
+void Actor::click(QWidget* control, const QPoint& at) const {
+    act(control, at, [control](QPoint point) {
+        QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, {}, point);
+    });
 }
 
-void Actor::doubleClick(QWidget* control, const QPoint& at)
-{
-    const QPoint point = reachable(control, at);
-    QTest::mouseDClick(control->window()->windowHandle(), Qt::LeftButton, {}, point);
+void Actor::doubleClick(QWidget* control, const QPoint& at) const {
+    act(control, at, [control](QPoint point) {
+        QTest::mouseDClick(control->window()->windowHandle(), Qt::LeftButton, {}, point);
+    });
 }
 
-void Actor::key(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    control->setFocus();
-    QTest::keyClick(control->window()->windowHandle(), key, modifiers);
+void Actor::drag(QWidget* control, const QPoint& from, const QPoint& to) const {
+    act(control, from, [control, by = to - from](QPoint point) {
+        QWindow* window = control->window()->windowHandle();
+        QTest::mousePress(window, Qt::LeftButton, {}, point);
+        QTest::mouseMove(window, point + by / 2);
+        QTest::mouseMove(window, point + by);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, point + by);
+    });
 }
 
-void Actor::answerBox(const QString& text, const QString& button)
-{
+void Actor::key(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+    QMetaObject::invokeMethod(
+        qApp,
+        [control, key, modifiers] {
+            control->setFocus();
+            QTest::keyClick(control->window()->windowHandle(), key, modifiers);
+        },
+        Qt::QueuedConnection);
+    look([] {});
+}
+
+void Actor::answerBox(const QString& text, const QString& button, const QString& pictureName) {
     QMessageBox* box = nullptr;
     waitFor(QStringLiteral("a box saying \"%1\"").arg(text), [&] {
         box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        return box != nullptr && box->text() == text;
+        return box != nullptr && box->text() == text && box->isVisible();
     });
-    for (QAbstractButton* candidate : box->buttons()) {
-        if (candidate->text().remove(u'&') == button) {
-            click(candidate);
-            return;
-        }
+    if (!pictureName.isEmpty()) {
+        picture(box, pictureName);
     }
-    throw TourError(QStringLiteral("the box has no button %1").arg(button));
+    QAbstractButton* found = nullptr;
+    look([&] {
+        for (QAbstractButton* candidate : box->buttons()) {
+            if (candidate->text().remove(u'&') == button) {
+                found = candidate;
+            }
+        }
+    });
+    if (found == nullptr) {
+        throw TourError(QStringLiteral("the box has no button %1").arg(button));
+    }
+    click(found);
 }
 
-void Actor::picture(QWidget* screen, const QString& name)
-{
-    QTest::qWait(50); // lets a repaint that is under way come through
-    const QString file = QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
-    if (!screen->grab().save(file)) {
+void Actor::picture(QWidget* screen, const QString& name) {
+    const QString file =
+        QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
+    bool saved = false;
+    look([&] { saved = screen->grab().save(file); });
+    if (!saved) {
         throw TourError(QStringLiteral("could not write ") + file);
     }
 }

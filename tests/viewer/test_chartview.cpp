@@ -66,6 +66,7 @@ private slots:
     void gasStripsAgree();
     void runsOfTheStripFollowTheView();
     void aPadIsAtMostNinetyBlanks();
+    void theLastChangeStandsAtTheEndOfTheStrip();
     void rowsAboveTenThousandBringNoGasName();
     void chartClicksAgree_data() { addEntries("chart_clicks"); }
     void chartClicksAgree();
@@ -138,6 +139,20 @@ void TestChartView::aPadIsAtMostNinetyBlanks() {
     names.insert(names.end(), 199, "Air");
     names.push_back("NX32");
     QCOMPARE(gasStrip(names, 200, ZoomState()).text, "Air " + QString(90, ' ') + "NX32");
+}
+
+void TestChartView::theLastChangeStandsAtTheEndOfTheStrip() {
+    GasRowNames names(1);
+    names.insert(names.end(), 60, "Air");
+    names.insert(names.end(), 39, "NX32");
+    names.push_back("NX80"); // row 100
+    const QString whole = gasStrip(names, 100, ZoomState()).text;
+    QCOMPARE(whole.indexOf(QLatin1String("NX32")), 82); // 61 / 100 x 135 = 82.35
+    QCOMPARE(whole.indexOf(QLatin1String("NX80")), 135);
+    names.insert(names.end(), 900, "NX80");
+    const QString page = gasStrip(names, 1000, view(10, 1)).text;
+    QCOMPARE(page.indexOf(QLatin1String("NX32")), 56); // 61 / 100 x 92 = 56.12
+    QCOMPARE(page.indexOf(QLatin1String("NX80")), 92);
 }
 
 void TestChartView::rowsAboveTenThousandBringNoGasName() {

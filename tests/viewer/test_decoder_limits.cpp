@@ -65,12 +65,14 @@ void TestDecoderLimits::theBoxComesAgainOnEachSuchLine() {
 }
 
 void TestDecoderLimits::theHeaderIsScannedForTenThousandBytes() {
-    const QByteArray dive("Profile\r\nTime\r\n,100,0,70,M0,T20\r\nEnd\r\n");
-    const QByteArray inTime = QByteArray(10000 - 7, 'x') + dive; // the word's last byte is the 10,000th
-    const DiveProfile profile = decodeProfile(inTime, false);
-    QCOMPARE(recordsOf(profile), 1);
-    QCOMPARE(sampleOf(profile.depthpos, 4), 9.38F);
-    QCOMPARE(profile.end, ReadingEnd::EndWord);
+    const QByteArray dive("Profile\r\n,50,0,70,M0,T20\r\n,100,0,70,M0,T20\r\nEnd\r\n");
+    const DiveProfile inTime = decodeProfile(QByteArray(10000 - 7, 'x') + dive, false);
+    QCOMPARE(recordsOf(inTime), 1); // the word's last byte is the 10,000th: its line is passed over
+    QCOMPARE(sampleOf(inTime.depthpos, 4), 9.38F);
+    QCOMPARE(inTime.end, ReadingEnd::EndWord);
+    const DiveProfile tooLate = decodeProfile(QByteArray(10000 - 6, 'x') + dive, false);
+    QCOMPARE(recordsOf(tooLate), 2); // the line that is passed over is what is left of the word's own
+    QCOMPARE(sampleOf(tooLate.depthpos, 4), 4.69F);
 }
 
 void TestDecoderLimits::aHeaderWithoutProfileIsReadAsLinesFromThere() {

@@ -9,7 +9,8 @@ class BlinkForm : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    BlinkForm() : EmptyScreen(QStringLiteral("BlinkForm"), QString()) {}
+    BlinkForm()
+        : EmptyScreen(QStringLiteral("BlinkForm"), QString()) {}
 };
 
 } // namespace benthor::firmware

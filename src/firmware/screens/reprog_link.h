@@ -9,7 +9,8 @@ class ReProg_Link : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    ReProg_Link() : EmptyScreen(QStringLiteral("ReProg_Link"), QStringLiteral("KD Reprogramming Link")) {}
+    ReProg_Link()
+        : EmptyScreen(QStringLiteral("ReProg_Link"), QStringLiteral("KD Reprogramming Link")) {}
 };
 
 } // namespace benthor::firmware

@@ -9,7 +9,8 @@ class RunProg : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    RunProg() : EmptyScreen(QStringLiteral("RunProg"), QStringLiteral("Running Programs")) {}
+    RunProg()
+        : EmptyScreen(QStringLiteral("RunProg"), QStringLiteral("Running Programs")) {}
 };
 
 } // namespace benthor::firmware

@@ -9,7 +9,8 @@ class GasBlend : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    GasBlend() : EmptyScreen(QStringLiteral("GasBlend"), QStringLiteral("Gas and System Settings")) {}
+    GasBlend()
+        : EmptyScreen(QStringLiteral("GasBlend"), QStringLiteral("Gas and System Settings")) {}
 };
 
 } // namespace benthor::gas

@@ -9,7 +9,8 @@ class rbdetails : public platform::EmptyScreen {
     Q_OBJECT
 
 public:
-    rbdetails() : EmptyScreen(QStringLiteral("rbdetails"), QStringLiteral("Dive and Log details")) {}
+    rbdetails()
+        : EmptyScreen(QStringLiteral("rbdetails"), QStringLiteral("Dive and Log details")) {}
 };
 
 } // namespace benthor::logbook

@@ -14,17 +14,13 @@ int decimalsFor(double step) {
     return step > 0 ? std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9))) : 0;
 }
 
-QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale) {
+/// Values of the right axis come negated and are labelled without their sign.
+QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale, ChartAxis axis) {
     const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
-    for (const double value : scale.labels)
-        ticker->addTick(value, QString::number(std::abs(value), 'f', decimalsFor(scale.step)));
-    return ticker;
-}
-
-QSharedPointer<QCPAxisTickerText> signedTickerFor(const ChartScale& scale) {
-    const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
-    for (const double value : scale.labels)
-        ticker->addTick(value, QString::number(value, 'f', decimalsFor(scale.step)));
+    for (const double value : scale.labels) {
+        const double shown = axis == ChartAxis::Right ? std::abs(value) : value;
+        ticker->addTick(value, QString::number(shown, 'f', decimalsFor(scale.step)));
+    }
     return ticker;
 }
 
@@ -151,12 +147,12 @@ void Chart::updateScales() {
 void Chart::updateTicks() {
     QCPAxis* left = axisRect()->axis(QCPAxis::atLeft);
     left->setRange(left_.lower, left_.upper);
-    left->setTicker(signedTickerFor(left_));
+    left->setTicker(tickerFor(left_, ChartAxis::Left));
     // The horizontal lines belong to the right axis as long as anything is drawn by it.
     left->grid()->setVisible(right_.labels.empty());
     QCPAxis* right = axisRect()->axis(QCPAxis::atRight);
     right->setRange(right_.lower, right_.upper);
-    right->setTicker(tickerFor(right_));
+    right->setTicker(tickerFor(right_, ChartAxis::Right));
     QCPAxis* bottom = axisRect()->axis(QCPAxis::atBottom);
     bottom->setRange(0, std::max(1, matrix_.lastRow()));
     bottom->setTicker(quarterTicker(std::max(1, matrix_.lastRow())));
@@ -230,6 +226,7 @@ double Chart::xOfTwips(double twips) const {
 
 void Chart::refresh() {
     stale_ = false;
+    setViewport(rect()); // a chart that is not shown yet has not been told its size
     replot(QCustomPlot::rpQueuedRefresh);
 }
 

@@ -68,8 +68,11 @@ QRectF ChartLayer::area() const {
 }
 
 void FillLayer::draw(QCPPainter* painter) {
+    const QRectF plot = area();
+    if (plot.isEmpty())
+        return;
     const ChartMatrix& matrix = chart_->matrix();
-    SeriesPainter series(area(), matrix.lastRow());
+    SeriesPainter series(plot, matrix.lastRow());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         const SeriesStyle& style = chart_->seriesStyle(number);
         const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
@@ -84,6 +87,8 @@ QRect LineLayer::clipRect() const {
 
 void LineLayer::draw(QCPPainter* painter) {
     const QRectF plot = area();
+    if (plot.isEmpty())
+        return;
     const ChartMatrix& matrix = chart_->matrix();
     painter->setAntialiasing(false);
     QPen dotted(chart_->colours().axisText, 1, Qt::CustomDashLine, Qt::FlatCap);

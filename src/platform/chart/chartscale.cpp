@@ -7,6 +7,7 @@ namespace {
 constexpr int mostDownwardSteps = 8;
 constexpr int upwardSteps = 4;
 constexpr double headroom = 2.5;
+constexpr double footroom = 1.02; // a line at the lowest value stays clear of the frame
 
 struct Extent {
     double low = std::numeric_limits<double>::infinity();
@@ -57,7 +58,7 @@ ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxi
     if (extent.low >= 0)
         return {-1, 0, 1, {-1, 0}};
     const double step = niceStep(-extent.low, mostDownwardSteps);
-    const int steps = static_cast<int>(std::ceil(-extent.low / step - 1e-9));
+    const int steps = static_cast<int>(std::ceil(-extent.low * footroom / step));
     return {-steps * step, 0, step, labelsBetween(step, -steps, 0)};
 }
 

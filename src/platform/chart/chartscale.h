@@ -21,8 +21,8 @@ struct ChartScale {
 /// The least of `factors` times a power of ten that divides `extent` into at most `intervals` parts.
 double niceStep(double extent, int intervals, std::initializer_list<double> factors = {1, 2, 5});
 
-/// From the first full label below the deepest value (lower) to 0 (upper); labels at each step. Nothing
-/// drawn, or nothing below 0: the range -1 to 0, labelled only in the second case.
+/// From the first full label that is clear of the deepest value (lower) to 0 (upper); labels at each step.
+/// Nothing drawn, or nothing below 0: the range -1 to 0, labelled only in the second case.
 ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int series)>& axisOf);
 
 /// From 0, or the lowest value where that is below 0, to 2.5 times the largest value, so that these lines lie

@@ -103,13 +103,16 @@ private:
 } // namespace
 
 QStringList iconNames() {
-    initialiseIcons();
-    QStringList names;
-    for (const QString& file :
-         QDir(iconFolder).entryList({QStringLiteral("*.svg")}, QDir::Files, QDir::Name)) {
-        names << file.chopped(4);
-    }
-    return names;
+    static const QStringList theNames = [] {
+        initialiseIcons();
+        QStringList names;
+        for (const QString& file :
+             QDir(iconFolder).entryList({QStringLiteral("*.svg")}, QDir::Files, QDir::Name)) {
+            names << file.chopped(4);
+        }
+        return names;
+    }();
+    return theNames;
 }
 
 QIcon icon(const char* name) {

@@ -21,7 +21,7 @@ const Tokens lightTokens{
     .accent = QColor(0x0B, 0x72, 0x85),
     .ontext = QColor(0xFF, 0xFF, 0xFF),
     .accentsoft = QColor(0xE1, 0xF0, 0xF2),
-    .good = QColor(0x2B, 0x8A, 0x3E),
+    .good = QColor(0x25, 0x7D, 0x37),
     .notice = QColor(0x8F, 0x55, 0x00),
     .bad = QColor(0xC9, 0x2A, 0x2A),
     .noticesoft = QColor(0xFA, 0xF0, 0xDC),
@@ -81,6 +81,8 @@ void setTheme(Theme theme) {
         return;
     }
     QApplication::setPalette(themePalette());
+    // The toolkit only posts the change; widgets are to have their colours when this returns.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::ApplicationPaletteChange);
     for (QWidget* widget : QApplication::allWidgets()) {
         widget->update();
     }

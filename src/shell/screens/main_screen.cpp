@@ -3,7 +3,7 @@
 #include "divefiles/importer.h"
 #include "link/linkstatus.h"
 #include "platform/files.h"
-#include "platform/look/tokens.h"
+#include "platform/look/pictures.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/numberlabel.h"
@@ -21,9 +21,9 @@
 #include "store/units.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPixmap>
 #include <QStackedWidget>
 
 namespace benthor::shell {
@@ -178,17 +178,19 @@ void MainScreen::fillPanel() {
     Label7_->show();
 }
 
-/// The picture keeps its shape in a third of the panel's width.
+/// The picture keeps its shape in a quarter of the window's width.
 void MainScreen::showPanelPicture() {
-    QPixmap picture(ProgramFolder::current().path(panelPicture_));
-    Picture12_->setVisible(!picture.isNull());
-    if (picture.isNull()) {
-        return;
-    }
+    const QImage picture(ProgramFolder::current().path(panelPicture_));
     const int width = std::clamp(this->width() / 4, 200, 432);
-    picture = picture.scaledToWidth(qRound(width * devicePixelRatio()), Qt::SmoothTransformation);
-    picture.setDevicePixelRatio(devicePixelRatio());
-    Picture12_->setPixmap(picture);
+    Picture12_->setPixmap(look::picturePixmap(picture, QSize(width, width), devicePixelRatio()));
+    Picture12_->setVisible(!picture.isNull());
+}
+
+void MainScreen::changeEvent(QEvent* event) {
+    Screen::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !panelPicture_.isEmpty()) {
+        showPanelPicture();
+    }
 }
 
 void MainScreen::resizeEvent(QResizeEvent* event) {
@@ -245,6 +247,7 @@ void MainScreen::Timer2_tick() {
         lblstatus_->setToldColour(platform::toQColor(link.captionColour()));
     }
     Text14_->setEnabled(link.caption() != QLatin1String("Connected"));
+    showUnits(); // the dive screen may have changed them
 }
 
 void MainScreen::Timer4_tick() {

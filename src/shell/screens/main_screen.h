@@ -55,6 +55,7 @@ protected:
     void loading() override;
     void unloading() override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     // main_screen_layout.cpp

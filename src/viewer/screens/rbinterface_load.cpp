@@ -5,6 +5,7 @@
 #include "platform/yield.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/units.h"
 #include "viewer/decoder.h"
 #include "viewer/gridcells.h"
 #include "viewer/screens/headnumber.h"
@@ -130,8 +131,7 @@ QString rbinterface::resolveDisplay() {
     if (!chosen.isEmpty()) {
         return chosen;
     }
-    store::openmain(process().database, "SELECT * FROM Display ");
-    return process().mainrecordset.value(u"display").text();
+    return store::readunit();
 }
 
 void rbinterface::showHeader() {

@@ -2,7 +2,7 @@
 #include "platform/look/widgets/card.h"
 #include "platform/screen/dialogs.h"
 #include "shell/process.h"
-#include "store/access.h"
+#include "store/units.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/zoombar.h"
 
@@ -80,11 +80,7 @@ void rbinterface::Option1_click() {
 
 void rbinterface::chooseunit(const QString& word) {
     try {
-        store::openmain(process().database, "SELECT * FROM Display ");
-        platform::Recordset& row = process().mainrecordset;
-        row.edit();
-        row.set(u"display", word);
-        row.update();
+        store::writeunit(word);
     } catch (const platform::StoreError& error) {
         checkUnit();
         platform::dialogs().message(

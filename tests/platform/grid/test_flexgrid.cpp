@@ -1,5 +1,6 @@
 #include "platform/grid/flexgrid.h"
 
+#include <QScrollBar>
 #include <QtTest>
 #include <ctime>
 
@@ -66,6 +67,7 @@ private slots:
     void theRangeEndsWhereItBeganUntilMoved();
     void topRowScrollsAndIsLimitedByTheRows();
     void showRowScrollsAsLittleAsNeeded();
+    void anEmptiedGridHasNothingToScroll();
     void manySmallChangesAreToldAtOnce();
 };
 
@@ -438,6 +440,19 @@ void TestFlexGrid::showRowScrollsAsLittleAsNeeded() {
     QVERIFY(grid.rowViewportPosition(60) + grid.rowHeight(60) > grid.viewport()->height());
     grid.showRow(40);
     QCOMPARE(grid.topRow(), 40);
+}
+
+void TestFlexGrid::anEmptiedGridHasNothingToScroll() {
+    FlexGrid grid;
+    grid.resize(400, 300);
+    size(grid, 101, 1);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    grid.setTopRow(50);
+    QVERIFY(grid.verticalScrollBar()->isVisible());
+    grid.setRows(1);
+    QTRY_VERIFY(!grid.verticalScrollBar()->isVisible());
+    QCOMPARE(grid.topRow(), 1);
 }
 
 void TestFlexGrid::manySmallChangesAreToldAtOnce() {

@@ -4,10 +4,7 @@
 
 class QStyleOptionButton;
 class QStyleOptionComboBox;
-class QStyleOptionFrame;
 class QStyleOptionHeader;
-class QStyleOptionMenuItem;
-class QStyleOptionProgressBar;
 class QStyleOptionSlider;
 class QStyleOptionSpinBox;
 class QStyleOptionTab;
@@ -48,13 +45,19 @@ public:
                            const QWidget* widget) const override;
 
 private:
+    // Each paints `element` if it is one of its own, and says whether it did.
+    bool drawButtonControl(ControlElement element, const QStyleOptionButton& option, QPainter* painter,
+                           const QWidget* widget) const;
+    bool drawBarControl(ControlElement element, const QStyleOption* option, QPainter* painter) const;
+    bool drawHeadControl(ControlElement element, const QStyleOption* option, QPainter* painter) const;
+
     void drawCheckControl(const QStyleOptionButton& option, bool round, QPainter* painter,
                           const QWidget* widget) const;
     void drawButtonLabel(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const;
-    void drawComboBox(const QStyleOptionComboBox& option, QPainter* painter, const QWidget* widget) const;
-    void drawSpinBox(const QStyleOptionSpinBox& option, QPainter* painter, const QWidget* widget) const;
-    void drawHeaderLabel(const QStyleOptionHeader& option, QPainter* painter, const QWidget* widget) const;
-    void drawTabLabel(const QStyleOptionTab& option, QPainter* painter, const QWidget* widget) const;
+    void drawComboBox(const QStyleOptionComboBox& option, QPainter* painter) const;
+    void drawSpinBox(const QStyleOptionSpinBox& option, QPainter* painter) const;
+    void drawHeaderLabel(const QStyleOptionHeader& option, QPainter* painter) const;
+    void drawTabLabel(const QStyleOptionTab& option, QPainter* painter) const;
     QRect scrollBarRect(const QStyleOptionSlider& option, SubControl part) const;
     QRect sliderRect(const QStyleOptionSlider& option, SubControl part) const;
     QRect comboBoxRect(const QStyleOptionComboBox& option, SubControl part) const;

@@ -47,9 +47,12 @@ QRect square(const QRect& in, int side) {
     return {in.x() + (in.width() - side) / 2, in.y() + (in.height() - side) / 2, side, side};
 }
 
-/// The box of a check box without words stands in the middle, so that its ring has room.
+/// The box of a check box without words stands off the edge, so that its ring has room.
 QRect lonelyBox(const QStyleOptionButton& option) {
-    return square(option.rect, scaled(18));
+    constexpr int ringRoom = 3;
+    QRect box = square(option.rect, scaled(18));
+    box.moveLeft(option.rect.left() + std::clamp((option.rect.width() - box.width()) / 2, 0, ringRoom));
+    return QStyle::visualRect(option.direction, option.rect, box);
 }
 
 QRect ringOfCheck(const QStyleOptionButton& option, const QRect& contents) {

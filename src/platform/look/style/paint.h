@@ -46,7 +46,7 @@ void drawSlider(QPainter* painter, const QStyleOptionSlider& option, const QRect
 void drawProgressBar(QPainter* painter, const QStyleOptionProgressBar& option);
 void drawTab(QPainter* painter, const QStyleOptionTab& option);
 void drawHeaderGround(QPainter* painter, const QStyleOptionHeader& option);
-void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option, const QWidget* widget);
+void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option);
 void drawMenuBarItem(QPainter* painter, const QStyleOptionMenuItem& option);
 
 /// The ink of what cannot be worked.

@@ -38,8 +38,7 @@ void drawLead(QPainter* painter, const QStyleOptionMenuItem& option, const QRect
 
 } // namespace
 
-void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option, const QWidget* widget) {
-    Q_UNUSED(widget)
+void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option) {
     painter->save();
     if (option.menuItemType == QStyleOptionMenuItem::Separator) {
         drawSeparator(painter, option);

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+#include <string>
+
+namespace benthor::bench {
+
+/// A dive text of usual size: ten gases, sixteen tissues, 200 samples.
+QByteArray usualDive(int number);
+
+/// A folder for one run on the disk that temporary files live on, with a fresh store "rb.mdb" and the folders
+/// of a program folder.
+class BenchFolder {
+public:
+    BenchFolder();
+    QString root() const { return m_directory.path(); }
+    QString path(const char* name) const { return m_directory.filePath(QString::fromLatin1(name)); }
+    /// Lays `count` dive files into the folder `new`.
+    void layFiles(int count) const;
+
+private:
+    QTemporaryDir m_directory;
+};
+
+/// Bare use of the engine, as the references use it. Ends the program on any error.
+class BareStore {
+public:
+    explicit BareStore(const QString& path);
+    ~BareStore();
+    BareStore(const BareStore&) = delete;
+    BareStore& operator=(const BareStore&) = delete;
+    sqlite3_stmt* prepare(const char* sql);
+    void run(const char* sql);
+    /// Runs a prepared statement that returns nothing, with these texts.
+    void run(sqlite3_stmt* statement, std::initializer_list<std::string_view> texts);
+
+private:
+    sqlite3* m_handle = nullptr;
+    std::vector<sqlite3_stmt*> m_statements;
+};
+
+/// Writes one usual dive's rows, prepared statements and one transaction.
+class BareDiveWriter {
+public:
+    explicit BareDiveWriter(BareStore& store);
+    void write(int number);
+
+private:
+    BareStore& m_store;
+    sqlite3_stmt* m_serial;
+    sqlite3_stmt* m_main;
+    sqlite3_stmt* m_gas;
+    sqlite3_stmt* m_tissue;
+};
+
+} // namespace benthor::bench

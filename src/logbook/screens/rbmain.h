@@ -1,0 +1,137 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/screen/screen.h"
+#include "platform/screen/ticktimer.h"
+
+#include <vector>
+
+class QAction;
+class QActionGroup;
+class QLabel;
+class QMenu;
+class QVBoxLayout;
+
+namespace benthor::look {
+class FaultFrame;
+}
+
+namespace benthor::logbook {
+
+class ListToolBar;
+class SummaryStrip;
+
+/// The dive list: one row for each dive, the chosen one in numbers below, and what can be done with a dive.
+/// A blue row is a chosen one; several can be. Rows count from 1, columns are display columns.
+class rbmain : public platform::Screen {
+    Q_OBJECT
+
+public:
+    rbmain();
+
+    /// Reads all dives afresh in the order of the key in hand, checks each, and chooses the first. While the
+    /// screen can be seen it is painted between the checks; input and ticks wait. Ends early when the screen
+    /// is unloaded meanwhile.
+    void filldivelist();
+
+signals:
+    void diveOpened();   ///< `currentdiveid` is to be shown; the list goes
+    void reloadWanted(); ///< the list is to be unloaded and shown afresh
+    void linkWanted();
+    void mainWanted();
+
+protected:
+    void loading() override;
+    void unloading() override;
+    QSize firstSize() const override { return {1366, 768}; }
+    void changeEvent(QEvent* event) override;
+
+private:
+    // layout
+    void buildMenus();
+    QMenu* buildMenu(const QString& name, const QString& caption);
+    QAction* addEntry(QMenu* menu, const char* name, const QString& caption, void (rbmain::*act)());
+    QAction* addLaterEntry(QMenu* menu, const char* name, const QString& caption, const QString& reason);
+    void buildSortMenu();
+    void buildPopup();
+    void buildBody();
+    QWidget* buildPublishPanel();
+    void connectControls();
+    void setUpGrid();
+    void takeTheme();
+
+    // events, named for their controls
+    void Timer3_tick();
+    void cmdgo_click();
+    void cmdelete_click();
+    void cmdclose_click();
+    void Command1_click();
+    void mnuerrorcode_click();
+    void mnusdate_click();
+    void mnuslocation_click();
+    void mnusmd_click();
+    void mnussite_click();
+    void MSFlexGrid1_SelChange();
+    void MSFlexGrid1_MouseUp(int row, int rowSel, Qt::KeyboardModifiers modifiers);
+    void MSFlexGrid1_RightClick(int row, const QPoint& globalPos);
+    void MSFlexGrid1_KeyDown(QKeyEvent* event);
+    void MSFlexGrid1_HeaderClick(int col);
+
+    // store
+    platform::Database& store();
+    void openstore();
+
+    // filling
+    void sortBy(const QString& key);
+    void runSort(int sortnumber);
+    void showSort();
+    bool showDives();
+    bool checkDives();
+    bool paintPending();
+    void noteFault(const QString& diveid);
+    void showFaults(const QString& title, const QString& problemtext);
+    void tell(const QString& quietLine);
+
+    // rows
+    bool isBlue(int row) const;
+    void markBlue(int row);
+    void unmark(int row);
+    void unmarkAll();
+    void chooseOnly(int row);
+    void chooseBlock(int from, int to);
+    void addToChosen(int row);
+    void moveCurrentTo(int row);
+    int keyTarget(int key) const;
+    void refreshStrip();
+    platform::RowSign signOf(int row) const;
+    QStringList chosenDives() const;
+
+    ListToolBar* bar_ = nullptr;
+    platform::FlexGrid* MSFlexGrid1_;
+    look::FaultFrame* Frame2_ = nullptr;
+    QLabel* Label16_ = nullptr;
+    QLabel* Label10_ = nullptr;
+    QWidget* picture3Below_ = nullptr;
+    SummaryStrip* strip_ = nullptr;
+    QLabel* quietLine_ = nullptr;
+    QMenu* mnupopup_ = nullptr;
+    QAction* mnuSaveSpread_ = nullptr;
+    QActionGroup* sortEntries_ = nullptr;
+    platform::TickTimer Timer3_;
+
+    platform::Database chosenStore_; ///< open only while `storepath` names one
+    bool ownStore_ = false;
+    QString storeFault_; ///< why the store cannot be read; empty when it can
+    QString sortkey_;
+    int divecount_ = 0;
+    int clickedRow_ = 0; ///< row under the last click
+    std::vector<bool> faulty_;
+    QStringList faultyDives_;
+    bool filling_ = false;
+    bool moving_ = false; ///< the current row is moved by code, not by the user
+    QIcon chosenSign_;
+    QIcon faultSign_;
+};
+
+} // namespace benthor::logbook

@@ -1,0 +1,214 @@
+// Filling the list, and the order it is filled in.
+
+#include "logbook/divelist.h"
+#include "logbook/screens/listfill.h"
+#include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/rbmain.h"
+#include "platform/look/widgets/faultframe.h"
+#include "platform/look/widgets/segmentedchoice.h"
+#include "platform/screen/toldqcolor.h"
+#include "shell/process.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+namespace benthor::logbook {
+
+namespace {
+
+constexpr double kFontPoints = 8;
+constexpr int kNameColumn = 4;
+// Time of checking between two paintings: the window stays alive, and painting does not slow the checks.
+constexpr int kPaintEveryMilliseconds = 40;
+
+struct SortColumn {
+    int sortnumber;
+    int displaycolumn;
+};
+constexpr std::array<SortColumn, 4> kSortColumns{{{1, 4}, {2, 2}, {3, 3}, {4, 5}}};
+
+} // namespace
+
+void rbmain::mnusdate_click() {
+    sortBy(QStringLiteral("d"));
+}
+
+void rbmain::mnuslocation_click() {
+    sortBy(QStringLiteral("l"));
+}
+
+void rbmain::mnusmd_click() {
+    sortBy(QStringLiteral("m"));
+}
+
+void rbmain::mnussite_click() {
+    sortBy(QStringLiteral("s"));
+}
+
+void rbmain::sortBy(const QString& key) {
+    sortkey_ = key;
+    showSort();
+    filldivelist();
+}
+
+/// Runs the menu action of a sort number; a number without one fills in the order of the dives.
+void rbmain::runSort(int sortnumber) {
+    switch (sortnumber) {
+    case 1:
+        return mnuslocation_click();
+    case 2:
+        return mnusmd_click();
+    case 3:
+        return mnusdate_click();
+    case 4:
+        return mnussite_click();
+    default:
+        showSort();
+        filldivelist();
+    }
+}
+
+void rbmain::MSFlexGrid1_HeaderClick(int col) {
+    for (const SortColumn& sort : kSortColumns) {
+        if (sort.displaycolumn == col) {
+            runSort(sort.sortnumber);
+            return;
+        }
+    }
+}
+
+void rbmain::showSort() {
+    const int number = sortnumber(sortkey_);
+    bar_->sort()->setCurrent(number == 0 ? -1 : number);
+    for (QAction* entry : sortEntries_->actions()) {
+        entry->setChecked(entry->data().toInt() == number);
+    }
+    QList<int> sortable;
+    int shown = -1;
+    for (const SortColumn& sort : kSortColumns) {
+        sortable += sort.displaycolumn;
+        if (sort.sortnumber == number) {
+            shown = sort.displaycolumn;
+        }
+    }
+    MSFlexGrid1_->setSortableColumns(sortable);
+    MSFlexGrid1_->setSortIndicator(shown, true);
+}
+
+void rbmain::filldivelist() {
+    if (filling_) {
+        return;
+    }
+    const Routine routine(*this);
+    const QScopedValueRollback filling(filling_, true);
+    const auto keepDiveInHand =
+        qScopeGuard([diveid = process().currentdiveid] { process().currentdiveid = diveid; });
+    if (!showDives()) {
+        Timer3_.setEnabled(true);
+        return;
+    }
+    if (!checkDives()) {
+        return;
+    }
+    tell(QString());
+    chooseOnly(1);
+    MSFlexGrid1_->setTopRow(1);
+}
+
+/// Reads the dives into the grid. False when there are none.
+bool rbmain::showDives() {
+    MSFlexGrid1_->clearColours();
+    faulty_.clear();
+    faultyDives_.clear();
+    clickedRow_ = 0;
+    divecount_ = 0;
+    ListedDives list;
+    try {
+        list = readdives(store(), sortnumber(sortkey_), process().depthunit);
+    } catch (const platform::StoreError& error) {
+        if (storeFault_.isEmpty()) {
+            storeFault_ = error.text();
+        }
+    }
+    MSFlexGrid1_->setFontSize(kFontPoints);
+    const int count = static_cast<int>(list.rows.size());
+    moving_ = true;
+    MSFlexGrid1_->setRows(1 + count);
+    moving_ = false;
+    if (count == 0) {
+        refreshStrip();
+        return false;
+    }
+    const int columns = static_cast<int>(list.headers.size());
+    MSFlexGrid1_->setCols(columns);
+    for (int col = 0; col < columns; ++col) {
+        MSFlexGrid1_->setText(0, col, list.headers.at(col));
+        MSFlexGrid1_->setColumnWidthTwips(col, list.widths[static_cast<size_t>(col)]);
+        MSFlexGrid1_->setColumnAlignment(col, list.figures[static_cast<size_t>(col)] ? Qt::AlignRight
+                                                                                     : Qt::AlignLeft);
+    }
+    for (int row = 1; row <= count; ++row) {
+        MSFlexGrid1_->setRowTexts(row, std::move(list.rows[static_cast<size_t>(row) - 1]));
+    }
+    showSort();
+    divecount_ = count;
+    faulty_.assign(static_cast<size_t>(count) + 1, false);
+    return true;
+}
+
+/// Runs the validators over all rows. False when the screen was unloaded meanwhile.
+bool rbmain::checkDives() {
+    QElapsedTimer sincePainting;
+    sincePainting.start();
+    for (int row = 1; row <= divecount_; ++row) {
+        const QString diveid = MSFlexGrid1_->text(row, 0);
+        if (!checklisteddive(store(), platform::ProgramFolder::current(), diveid,
+                             MSFlexGrid1_->text(row, kNameColumn))) {
+            MSFlexGrid1_->setRowColours(row, platform::toQColor(platform::kToldRed), {});
+            faulty_[static_cast<size_t>(row)] = true;
+            noteFault(diveid);
+        }
+        if (isVisible() && sincePainting.elapsed() >= kPaintEveryMilliseconds) {
+            tell(QStringLiteral("Checking dive %1 of %2")
+                     .arg(QString::number(row), QString::number(divecount_)));
+            if (!paintPending()) {
+                return false;
+            }
+            sincePainting.restart();
+        }
+    }
+    return true;
+}
+
+/// Serves painting alone. False when the screen was unloaded meanwhile.
+bool rbmain::paintPending() {
+    const platform::TickHold hold;
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    return !isUnloaded();
+}
+
+void rbmain::noteFault(const QString& diveid) {
+    faultyDives_ += diveid;
+    const qsizetype others = faultyDives_.size() - 1;
+    showFaults(others == 0 ? QStringLiteral("%1 cannot be read whole: download it again").arg(diveid)
+                           : QStringLiteral("%1 and %2 more cannot be read whole: download them again")
+                                 .arg(diveid, QString::number(others)),
+               process().problemtext);
+}
+
+void rbmain::showFaults(const QString& title, const QString& problemtext) {
+    Frame2_->title()->setText(title);
+    Label16_->setText(problemtext);
+    Frame2_->show();
+}
+
+void rbmain::tell(const QString& quietLine) {
+    quietLine_->setText(quietLine);
+}
+
+} // namespace benthor::logbook

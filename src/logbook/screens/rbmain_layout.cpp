@@ -1,0 +1,286 @@
+// What stands where.
+
+#include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/picturebutton.h"
+#include "logbook/screens/problemlabel.h"
+#include "logbook/screens/rbmain.h"
+#include "logbook/screens/summarystrip.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/faultframe.h"
+#include "platform/look/widgets/segmentedchoice.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainterPath>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace benthor::logbook {
+
+namespace {
+
+constexpr int kRowHeight = 28;
+
+QString noMailYet() {
+    return QStringLiteral("Sending a dive by mail is not there yet.");
+}
+
+QString noSpreadsheetYet() {
+    return QStringLiteral("Saving the list as a spreadsheet is not there yet.");
+}
+
+QString emptyList() {
+    return QStringLiteral(
+        "No dives yet.\n\nThe first dive gets in through Download to PC: connect the device, "
+        "fetch its dives, and they are imported from there.\n"
+        "A dive file that is put into the folder \"new\" is imported as well.");
+}
+
+/// The frame's own label would run the messages together; it makes room for one that does not.
+QLabel* takePlaceOf(QLabel* label) {
+    auto* problems = new ProblemLabel(label->parentWidget());
+    problems->setObjectName(label->objectName());
+    delete label->parentWidget()->layout()->replaceWidget(label, problems);
+    label->setObjectName(QString());
+    label->hide();
+    return problems;
+}
+
+look::ClickableLabel* laterPicture(const char* name, const char* iconName, const QString& reason) {
+    auto* picture = new look::ClickableLabel;
+    picture->setObjectName(QLatin1String(name));
+    picture->setIconName(QLatin1String(iconName));
+    picture->setAccessibleName(reason);
+    picture->setToolTip(reason);
+    picture->setEnabled(false);
+    return picture;
+}
+
+/// A card that is all table: the corners of the table are cut where those of the card are round.
+class TableCard : public look::Card {
+public:
+    explicit TableCard(QWidget* table)
+        : table_(table) {
+        body()->setContentsMargins(1, 1, 1, 1);
+        body()->addWidget(table);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        look::Card::resizeEvent(event);
+        layout()->activate();
+        QPainterPath shape;
+        shape.addRoundedRect(table_->rect(), look::radius - 1, look::radius - 1);
+        table_->setMask(QRegion(shape.toFillPolygon().toPolygon()));
+    }
+
+private:
+    QWidget* table_;
+};
+
+} // namespace
+
+QMenu* rbmain::buildMenu(const QString& name, const QString& caption) {
+    QMenu* menu = menuBar()->addMenu(caption);
+    menu->setToolTipsVisible(true);
+    menu->menuAction()->setObjectName(name);
+    return menu;
+}
+
+QAction* rbmain::addEntry(QMenu* menu, const char* name, const QString& caption, void (rbmain::*act)()) {
+    QAction* entry = menu->addAction(caption);
+    entry->setObjectName(QLatin1String(name));
+    connect(entry, &QAction::triggered, this, [this, act] { (this->*act)(); });
+    return entry;
+}
+
+QAction* rbmain::addLaterEntry(QMenu* menu, const char* name, const QString& caption, const QString& reason) {
+    QAction* entry = menu->addAction(caption);
+    entry->setObjectName(QLatin1String(name));
+    entry->setToolTip(reason);
+    entry->setEnabled(false);
+    return entry;
+}
+
+void rbmain::buildMenus() {
+    QMenu* file = buildMenu(QStringLiteral("mnuFile"), QStringLiteral("&File"));
+    mnuSaveSpread_ =
+        addLaterEntry(file, "mnuSaveSpread", QStringLiteral("&Save as spreadsheet"), noSpreadsheetYet());
+    file->addSeparator();
+    addEntry(file, "mnuExit", QStringLiteral("E&xit"), &rbmain::cmdclose_click)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+
+    QMenu* dive = buildMenu(QString(), QStringLiteral("&Dive"));
+    addEntry(dive, "mnuOpenDive", QStringLiteral("&Open"), &rbmain::cmdgo_click)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    addEntry(dive, "mnuDeleteDive", QStringLiteral("&Delete"), &rbmain::cmdelete_click)
+        ->setShortcut(QKeySequence(Qt::Key_Delete));
+    dive->addSeparator();
+    QAction* errors =
+        addEntry(dive, "mnuerrorcode", QStringLiteral("Show &errors"), &rbmain::mnuerrorcode_click);
+    errors->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+
+    buildSortMenu();
+
+    QMenu* publish = buildMenu(QString(), QStringLiteral("&Publish"));
+    addLaterEntry(publish, "mnuEmail", QStringLiteral("Send by &mail"), noMailYet());
+
+    quietLine_ = look::makeCaption(QString());
+    quietLine_->setContentsMargins(0, 0, look::spaceBase, 0);
+    quietLine_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    quietLine_->setMinimumWidth(
+        quietLine_->fontMetrics().horizontalAdvance(QStringLiteral("Checking dive 00000 of 00000")) +
+        2 * look::spaceBase);
+    quietLine_->setMinimumHeight(menuBar()->sizeHint().height() - 2);
+    menuBar()->setCornerWidget(quietLine_);
+}
+
+void rbmain::buildSortMenu() {
+    QMenu* sort = buildMenu(QStringLiteral("mnusort"), QStringLiteral("&Sort"));
+    sortEntries_ = new QActionGroup(this);
+    sortEntries_->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
+    struct Entry {
+        const char* name;
+        const char* caption;
+        int sortnumber;
+        void (rbmain::*act)();
+    };
+    for (const Entry& one : {Entry{"mnusdate", "&Date", 3, &rbmain::mnusdate_click},
+                             Entry{"mnusmd", "&MaxDepth", 2, &rbmain::mnusmd_click},
+                             Entry{"mnuslocation", "Dive &Name", 1, &rbmain::mnuslocation_click},
+                             Entry{"mnussite", "&Site", 4, &rbmain::mnussite_click}}) {
+        QAction* entry = addEntry(sort, one.name, QLatin1String(one.caption), one.act);
+        entry->setCheckable(true);
+        entry->setData(one.sortnumber);
+        sortEntries_->addAction(entry);
+    }
+}
+
+void rbmain::buildPopup() {
+    mnupopup_ = new QMenu(this);
+    mnupopup_->setObjectName(QStringLiteral("mnupopup"));
+    mnupopup_->setToolTipsVisible(true);
+    addEntry(mnupopup_, "mnupopupprofile", QStringLiteral("&Open"), &rbmain::cmdgo_click);
+    addEntry(mnupopup_, "mnuDelete", QStringLiteral("&Delete"), &rbmain::cmdelete_click);
+    mnupopup_->addAction(findChild<QAction*>(QStringLiteral("mnuerrorcode")));
+    mnupopup_->addSeparator();
+    QMenu* save = mnupopup_->addMenu(QStringLiteral("&Save list"));
+    save->setToolTipsVisible(true);
+    save->menuAction()->setObjectName(QStringLiteral("MNUSAVEDB"));
+    addLaterEntry(save, "mnusavecsv", QStringLiteral("As &spreadsheet"), noSpreadsheetYet());
+}
+
+void rbmain::buildBody() {
+    auto* body = new QWidget;
+    setCentralWidget(body);
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    bar_ = new ListToolBar;
+    column->addWidget(bar_);
+
+    auto* middle = new QVBoxLayout;
+    middle->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceSmall);
+    middle->setSpacing(look::spaceSmall);
+    column->addLayout(middle, 1);
+    middle->addWidget(new TableCard(MSFlexGrid1_), 1);
+    Frame2_ = new look::FaultFrame(QStringLiteral("Label16"), QStringLiteral("Command1"));
+    Frame2_->setObjectName(QStringLiteral("Frame2"));
+    Frame2_->closeButton()->setAutoDefault(false);
+    Frame2_->hide();
+    Label16_ = takePlaceOf(Frame2_->text());
+    middle->addWidget(Frame2_);
+
+    strip_ = new SummaryStrip;
+    column->addWidget(strip_);
+    column->addWidget(buildPublishPanel());
+    setUpGrid();
+    takeTheme();
+}
+
+/// What belongs to publishing. The panel stays shut until a dive can be sent.
+QWidget* rbmain::buildPublishPanel() {
+    auto* panel = new look::Pane(Qt::TopEdge);
+    auto* row = new QHBoxLayout(panel);
+    row->setContentsMargins(look::spaceWide, look::spaceSmall, look::spaceWide, look::spaceSmall);
+    row->addWidget(laterPicture("Picture5(1)", "chevron-up", noMailYet()));
+    row->addWidget(laterPicture("Picture5(2)", "send", noMailYet()));
+    picture3Below_ = laterPicture("Picture3(1)", "sheet", noSpreadsheetYet());
+    row->addWidget(picture3Below_);
+    Label10_ = new QLabel(QStringLiteral("Save as spreadsheet"));
+    Label10_->setObjectName(QStringLiteral("Label10"));
+    Label10_->setEnabled(false);
+    Label10_->setToolTip(noSpreadsheetYet());
+    row->addWidget(Label10_);
+    row->addStretch(1);
+    auto* txtsearch = new QLineEdit;
+    txtsearch->setObjectName(QStringLiteral("txtsearch"));
+    row->addWidget(txtsearch);
+    panel->hide();
+    return panel;
+}
+
+void rbmain::setUpGrid() {
+    MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
+    MSFlexGrid1_->setAccessibleName(QStringLiteral("Dives"));
+    MSFlexGrid1_->setFigureFont(look::numbers(13));
+    MSFlexGrid1_->setDefaultRowHeightPx(kRowHeight);
+    MSFlexGrid1_->setEmptyText(emptyList());
+    MSFlexGrid1_->setRowSigns([this](int row) { return signOf(row); });
+    MSFlexGrid1_->setFocus();
+}
+
+void rbmain::connectControls() {
+    using platform::FlexGrid;
+    connect(&Timer3_, &platform::TickTimer::tick, this, &rbmain::Timer3_tick);
+    connect(bar_->open(), &QAbstractButton::clicked, this, &rbmain::cmdgo_click);
+    connect(bar_->remove(), &QAbstractButton::clicked, this, &rbmain::cmdelete_click);
+    connect(bar_->close(), &QAbstractButton::clicked, this, &rbmain::cmdclose_click);
+    connect(bar_->toLink(), &look::ClickableLabel::clicked, this, &rbmain::linkWanted);
+    connect(bar_->toMain(), &look::ClickableLabel::clicked, this, &rbmain::mainWanted);
+    connect(bar_->sort(), &look::SegmentedChoice::chosen, this, &rbmain::runSort);
+    bar_->publish()->setUnavailable(noMailYet());
+    bar_->spreadsheet()->setUnavailable(noSpreadsheetYet());
+    connect(Frame2_->closeButton(), &QAbstractButton::clicked, this, &rbmain::Command1_click);
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escape, &QShortcut::activated, this, [this] {
+        if (Frame2_->isVisible()) {
+            Command1_click();
+        }
+    });
+    connect(MSFlexGrid1_, &FlexGrid::rowSelectionChanged, this, &rbmain::MSFlexGrid1_SelChange);
+    connect(MSFlexGrid1_, &FlexGrid::cellClicked, this, [this](int row) { clickedRow_ = row; });
+    connect(MSFlexGrid1_, &FlexGrid::mouseReleased, this, &rbmain::MSFlexGrid1_MouseUp);
+    connect(MSFlexGrid1_, &FlexGrid::rightClicked, this, &rbmain::MSFlexGrid1_RightClick);
+    connect(MSFlexGrid1_, &FlexGrid::keyPressed, this, &rbmain::MSFlexGrid1_KeyDown);
+    connect(MSFlexGrid1_, &FlexGrid::headerClicked, this, &rbmain::MSFlexGrid1_HeaderClick);
+    connect(MSFlexGrid1_, &FlexGrid::returnPressed, this, &rbmain::cmdgo_click);
+    connect(MSFlexGrid1_, &FlexGrid::doubleClicked, this, [this](int row) {
+        clickedRow_ = row;
+        cmdgo_click();
+    });
+}
+
+void rbmain::takeTheme() {
+    const look::Tokens& token = look::tokens();
+    MSFlexGrid1_->setGridColours(
+        {token.surface, token.text, token.ground, token.textquiet, token.line, token.accent});
+    chosenSign_ = look::icon(QStringLiteral("chevron-right"), token.text);
+    faultSign_ = look::icon(QStringLiteral("warning"), token.bad);
+    MSFlexGrid1_->refreshSigns();
+}
+
+void rbmain::changeEvent(QEvent* event) {
+    Screen::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && strip_ != nullptr) {
+        takeTheme();
+    }
+}
+
+} // namespace benthor::logbook

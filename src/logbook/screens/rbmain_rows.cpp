@@ -1,0 +1,178 @@
+// Choosing rows by mouse and keys. A chosen row is one that is blue: its colours are the only record of it.
+
+#include "logbook/divelist.h"
+#include "logbook/screens/rbmain.h"
+#include "logbook/screens/summarystrip.h"
+#include "platform/screen/toldqcolor.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
+
+namespace benthor::logbook {
+
+namespace {
+
+QColor blue() {
+    return platform::toQColor(platform::kToldBlue);
+}
+
+} // namespace
+
+bool rbmain::isBlue(int row) const {
+    return row > 0 && MSFlexGrid1_->backColour(row, 0) == blue();
+}
+
+void rbmain::markBlue(int row) {
+    MSFlexGrid1_->setRowColours(row, blue(), platform::toQColor(platform::kToldWhite));
+}
+
+/// The red of a faulty row comes back with the next fill; its sign in the gutter stays.
+void rbmain::unmark(int row) {
+    MSFlexGrid1_->setRowColours(row, {}, {});
+}
+
+void rbmain::unmarkAll() {
+    for (int row = 1; row <= divecount_; ++row) {
+        if (isBlue(row)) {
+            unmark(row);
+        }
+    }
+}
+
+void rbmain::moveCurrentTo(int row) {
+    const QScopedValueRollback moving(moving_, true);
+    MSFlexGrid1_->setRow(row);
+}
+
+void rbmain::chooseOnly(int row) {
+    if (row < 1 || row > divecount_) {
+        return;
+    }
+    unmarkAll();
+    moveCurrentTo(row);
+    markBlue(row);
+    refreshStrip();
+}
+
+/// `from` stays the current row.
+void rbmain::chooseBlock(int from, int to) {
+    unmarkAll();
+    for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
+        markBlue(row);
+    }
+    refreshStrip();
+}
+
+void rbmain::addToChosen(int row) {
+    moveCurrentTo(row);
+    markBlue(row);
+    refreshStrip();
+}
+
+void rbmain::refreshStrip() {
+    QStringList cells;
+    const int row = MSFlexGrid1_->row();
+    for (int col = 0; row > 0 && row <= divecount_ && col < MSFlexGrid1_->cols(); ++col) {
+        cells += MSFlexGrid1_->text(row, col);
+    }
+    strip_->showCells(cells);
+    MSFlexGrid1_->refreshSigns();
+    tell(QString());
+}
+
+platform::RowSign rbmain::signOf(int row) const {
+    if (static_cast<size_t>(row) < faulty_.size() && faulty_[static_cast<size_t>(row)]) {
+        return {faultSign_, isBlue(row) ? QStringLiteral("Chosen dive, cannot be read whole")
+                                        : QStringLiteral("Cannot be read whole: download it again")};
+    }
+    if (isBlue(row)) {
+        return {chosenSign_, QStringLiteral("Chosen dive")};
+    }
+    return {};
+}
+
+/// The current row was moved by a press of the mouse or by an arrow key.
+void rbmain::MSFlexGrid1_SelChange() {
+    if (moving_ || filling_) {
+        return;
+    }
+    if (QGuiApplication::keyboardModifiers() & Qt::ControlModifier) {
+        return; // the release of the button decides
+    }
+    chooseOnly(MSFlexGrid1_->row());
+}
+
+void rbmain::MSFlexGrid1_MouseUp(int row, int rowSel, Qt::KeyboardModifiers modifiers) {
+    if (row < 1) {
+        return;
+    }
+    if (row != rowSel) {
+        chooseBlock(row, rowSel);
+    } else if (!(modifiers & Qt::ControlModifier)) {
+        chooseOnly(row);
+    } else if (isBlue(row)) {
+        unmark(row);
+        refreshStrip();
+    } else {
+        addToChosen(row);
+    }
+}
+
+void rbmain::MSFlexGrid1_RightClick(int row, const QPoint& globalPos) {
+    if (row > 0) {
+        clickedRow_ = row;
+        if (isBlue(row)) {
+            moveCurrentTo(row);
+            refreshStrip();
+        } else {
+            chooseOnly(row);
+        }
+    }
+    mnupopup_->popup(globalPos);
+}
+
+/// The row that a key leads to from the last one of the block, or 0.
+int rbmain::keyTarget(int key) const {
+    const int from = MSFlexGrid1_->rowSel();
+    const int page =
+        std::max(1, MSFlexGrid1_->viewport()->height() / std::max(1, MSFlexGrid1_->rowHeight(0)) - 1);
+    switch (key) {
+    case Qt::Key_Up:
+        return std::max(1, from - 1);
+    case Qt::Key_Down:
+        return std::min(divecount_, from + 1);
+    case Qt::Key_PageUp:
+        return std::max(1, from - page);
+    case Qt::Key_PageDown:
+        return std::min(divecount_, from + page);
+    case Qt::Key_Home:
+        return 1;
+    case Qt::Key_End:
+        return divecount_;
+    default:
+        return 0;
+    }
+}
+
+/// Shift stretches the block of blue rows from the current row; Control leads on and leaves a blue trail, so
+/// that several blocks can be blue. All other keys are the grid's.
+void rbmain::MSFlexGrid1_KeyDown(QKeyEvent* event) {
+    const bool shift = event->modifiers() & Qt::ShiftModifier;
+    const bool control = event->modifiers() & Qt::ControlModifier;
+    const int target = shift || control ? keyTarget(event->key()) : 0;
+    if (target < 1) {
+        return;
+    }
+    event->accept();
+    if (shift) {
+        chooseBlock(std::max(1, MSFlexGrid1_->row()), target);
+        MSFlexGrid1_->setRowSel(target);
+    } else {
+        addToChosen(target);
+    }
+    MSFlexGrid1_->showRow(target);
+}
+
+} // namespace benthor::logbook

@@ -1,0 +1,192 @@
+#include "tests/logbook/listworld.h"
+
+using namespace benthor;
+using namespace benthor::tests;
+
+class TestRbmainRows : public QObject {
+    Q_OBJECT
+
+private slots:
+    void clickChoosesTheRowAndRefreshesTheStrip();
+    void arrowKeysMoveTheChoice();
+    void pageAndEndKeysMoveTheChoice();
+    void shiftWithArrowsStretchesTheBlueRows();
+    void shiftWithArrowsBackShrinksThem();
+    void shiftWithEndReachesTheLastRow();
+    void controlWithArrowsLeavesABlueTrail();
+    void controlClickAddsAndTakesAway();
+    void shiftClickChoosesABlock();
+    void dragChoosesABlock();
+    void arrowKeyBehindABlockChoosesOneRowAgain();
+    void redOfAFaultyRowComesBackWithAFreshFill();
+    void keysStopAtTheEnds();
+};
+
+namespace {
+
+void addDives(int count) {
+    for (int number = 1; number <= count; ++number) {
+        ListWorld::addDive(diveNumber(number));
+    }
+}
+
+} // namespace
+
+void TestRbmainRows::clickChoosesTheRowAndRefreshesTheStrip() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.click(3);
+    QCOMPARE(world.blueRows(), QList<int>{3});
+    QCOMPARE(world.grid().foreColour(3, 0), QColor(Qt::white));
+    QVERIFY(!world.grid().foreColour(1, 0).isValid());
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(3));
+    QCOMPARE(world.labelText("txtlocation"), QStringLiteral("Dive03.txt"));
+}
+
+void TestRbmainRows::arrowKeysMoveTheChoice() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.key(Qt::Key_Down);
+    world.key(Qt::Key_Down);
+    QCOMPARE(world.blueRows(), QList<int>{3});
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(3));
+    world.key(Qt::Key_Up);
+    QCOMPARE(world.blueRows(), QList<int>{2});
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
+}
+
+void TestRbmainRows::pageAndEndKeysMoveTheChoice() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.key(Qt::Key_End);
+    QCOMPARE(world.blueRows(), QList<int>{4});
+    world.key(Qt::Key_PageUp);
+    QCOMPARE(world.blueRows(), QList<int>{1});
+    world.key(Qt::Key_PageDown);
+    QCOMPARE(world.blueRows(), QList<int>{4});
+    world.key(Qt::Key_Home);
+    QCOMPARE(world.blueRows(), QList<int>{1});
+}
+
+void TestRbmainRows::shiftWithArrowsStretchesTheBlueRows() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(2);
+    world.key(Qt::Key_Down, Qt::ShiftModifier);
+    world.key(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3, 4}));
+}
+
+void TestRbmainRows::shiftWithArrowsBackShrinksThem() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(3);
+    world.key(Qt::Key_Down, Qt::ShiftModifier);
+    world.key(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), QList<int>{3});
+    world.key(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3}));
+}
+
+void TestRbmainRows::shiftWithEndReachesTheLastRow() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(3);
+    world.key(Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{3, 4, 5}));
+}
+
+void TestRbmainRows::controlWithArrowsLeavesABlueTrail() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(2);
+    world.click(5, Qt::ControlModifier);
+    world.key(Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 4, 5}));
+    QCOMPARE(world.grid().row(), 4);
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(4));
+}
+
+void TestRbmainRows::controlClickAddsAndTakesAway() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.click(3, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{1, 3}));
+    world.click(1, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), QList<int>{3});
+    QVERIFY(!world.grid().backColour(1, 0).isValid());
+}
+
+void TestRbmainRows::shiftClickChoosesABlock() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(4);
+    world.click(2, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3, 4}));
+}
+
+void TestRbmainRows::dragChoosesABlock() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    QWidget* cells = world.grid().viewport();
+    QTest::mousePress(cells, Qt::LeftButton, {}, world.cell(2));
+    QMouseEvent move(QEvent::MouseMove, world.cell(4), cells->mapToGlobal(world.cell(4)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(cells, &move);
+    QTest::mouseRelease(cells, Qt::LeftButton, {}, world.cell(4));
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3, 4}));
+}
+
+void TestRbmainRows::arrowKeyBehindABlockChoosesOneRowAgain() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(2);
+    world.click(4, Qt::ShiftModifier);
+    world.key(Qt::Key_Down);
+    QCOMPARE(world.blueRows().size(), 1);
+    QCOMPARE(world.blueRows().constFirst(), world.grid().row());
+}
+
+void TestRbmainRows::redOfAFaultyRowComesBackWithAFreshFill() {
+    ListWorld world;
+    addDives(3);
+    ListWorld::addGas(diveNumber(2), QStringLiteral("7900"));
+    world.show();
+    QVERIFY(world.isRow(2, platform::kToldRed));
+    world.click(2);
+    QCOMPARE(world.blueRows(), QList<int>{2});
+    world.click(3);
+    QVERIFY(!world.grid().backColour(2, 0).isValid());
+    QVERIFY(!world.grid().cells().sign(2).icon.isNull());
+    world.list.get().filldivelist();
+    QVERIFY(world.isRow(2, platform::kToldRed));
+}
+
+void TestRbmainRows::keysStopAtTheEnds() {
+    ListWorld world;
+    addDives(2);
+    world.show();
+    for (int i = 0; i < 3; ++i) {
+        world.key(Qt::Key_Down, Qt::ShiftModifier);
+    }
+    QCOMPARE(world.blueRows(), (QList<int>{1, 2}));
+    for (int i = 0; i < 3; ++i) {
+        world.key(Qt::Key_Up, Qt::ControlModifier);
+    }
+    QCOMPARE(world.grid().row(), 1);
+    QVERIFY(!world.grid().backColour(0, 0).isValid());
+}
+
+QTEST_MAIN(TestRbmainRows)
+#include "test_rbmain_rows.moc"

@@ -1,0 +1,224 @@
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/ticktimer.h"
+#include "tests/shell/mainstage.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+using benthor::process;
+using benthor::shell::MainScreen;
+using namespace benthor::tests;
+
+class TestMainScreenImport : public QObject {
+    Q_OBJECT
+
+private slots:
+    void waitingFilesAreImportedByTheTick();
+    void filesWaitWhileTheLinkScreenIsInFront();
+    void aFileLeftBehindDoesNotStartAnotherImport();
+    void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
+    void theTickSetsDeviceConnectedFromTheExactCaption();
+    void ticksPauseWhileAnImportRuns();
+    void anImportPutsTheDiveListAside();
+    void databaseUpdateWithoutFilesTurnsTheButtonRed();
+    void stopImportEndsTheRunAfterTheFileInHand();
+    void closingTheScreenDuringAnImportEndsItAfterTheFileInHand();
+    void manualFindImportsTheChosenFile();
+    void manualFindRefusesAnotherExtension();
+    void manualFindPassesACancelledDialogInSilence();
+};
+
+void TestMainScreenImport::waitingFilesAreImportedByTheTick() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.folder.put("new/a.txt", TestFolder::dive("three-commas.txt"));
+    stage.neighbours.asked.clear();
+    QSignalSpy unloaded(stage.main.data(), &MainScreen::unloaded);
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QCOMPARE(stage.main->infochoice(), 2);
+    auto rows = process().database.openRecordset("SELECT * FROM main ORDER BY diveid");
+    QCOMPARE(rows.recordCount(), 2);
+    QCOMPARE(rows.value(u"Location").text(), "a.txt");
+    QVERIFY(!stage.folder.has("new/a.txt"));
+    QVERIFY(stage.folder.has("old/a.txt"));
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QCOMPARE(stage.control<QLabel>("lbltotalfiles")->text(), "2");
+    QCOMPARE(stage.control<QLabel>("lbltotalsizes")->text(),
+             QString::number(TestFolder::dive("typical.txt").size() +
+                             TestFolder::dive("three-commas.txt").size()));
+    QCOMPARE(stage.control<QListWidget>("List1")->count(), 2);
+    QCOMPARE(stage.main->filewatchcount(), 0);
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!process().importing);
+    // Shown afresh by the run, and again by the tick, since it is not on screen.
+    QCOMPARE(stage.neighbours.asked,
+             (QStringList{"unloadDiveList", "showDiveList", "unloadDiveList", "showDiveList"}));
+}
+
+void TestMainScreenImport::filesWaitWhileTheLinkScreenIsInFront() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.neighbours.linkOnScreen = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(stage.folder.has("new/a.txt"));
+    QCOMPARE(stage.command4(), kGreen);
+    QVERIFY(stage.control("Command4")->isEnabled());
+    QCOMPARE(stage.main->filewatchcount(), 1);
+    stage.neighbours.linkOnScreen = false;
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.folder.has("new/a.txt"));
+    QVERIFY(!stage.folder.has("new/b.txt"));
+}
+
+void TestMainScreenImport::aFileLeftBehindDoesNotStartAnotherImport() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("no-ver-no-recint.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Version or Interval not found !"});
+    QCOMPARE(stage.main->filewatchcount(), 1);
+    QCOMPARE(stage.command4(), kGreen);
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages().size(), 2);
+}
+
+void TestMainScreenImport::anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!stage.control("Command4")->isEnabled());
+    QVERIFY(!stage.control("Picture9")->isVisible());
+    auto* caption = stage.control("lblmdu(1)");
+    QCOMPARE(qobject_cast<benthor::look::ClickableLabel*>(caption)->toldColour(), QColor(0, 0, 255));
+}
+
+void TestMainScreenImport::theTickSetsDeviceConnectedFromTheExactCaption() {
+    MainStage stage;
+    stage.main->load();
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.main->Timer1_tick();
+    QCOMPARE(process().deviceconnected, 1);
+    stage.neighbours.linkCaption = QStringLiteral("Not Connected");
+    stage.main->Timer1_tick();
+    QCOMPARE(process().deviceconnected, 0);
+    QCOMPARE(stage.neighbours.tipsPlaced, 2);
+}
+
+void TestMainScreenImport::ticksPauseWhileAnImportRuns() {
+    MainStage stage;
+    stage.main->load();
+    process().importing = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.main->Timer1_tick();
+    stage.main->Timer2_tick();
+    QCOMPARE(process().deviceconnected, 0);
+    QCOMPARE(stage.control<QLabel>("lblstatus")->text(), "Searching");
+    QCOMPARE(stage.neighbours.tipsPlaced, 0);
+}
+
+void TestMainScreenImport::anImportPutsTheDiveListAside() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.control<benthor::platform::TickTimer>("Timer4")->isEnabled());
+}
+
+void TestMainScreenImport::databaseUpdateWithoutFilesTurnsTheButtonRed() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.click("lblmdu(1)");
+    QCOMPARE(stage.command4(), kRed);
+    QVERIFY(!stage.control("Command4")->isEnabled());
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QVERIFY(stage.dialogs.asked().isEmpty());
+}
+
+void TestMainScreenImport::stopImportEndsTheRunAfterTheFileInHand() {
+    MainStage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    auto* stop = stage.control<QPushButton>("stopimport");
+    QVERIFY(!stop->isEnabled());
+    // The click comes with the events that run once a file; the first file begins before the button is
+    // enabled.
+    int yields = 0;
+    QTimer clicks;
+    connect(&clicks, &QTimer::timeout, stop, [&] {
+        ++yields;
+        if (stop->isEnabled()) {
+            stop->click();
+            clicks.stop();
+        }
+    });
+    clicks.start(0);
+    stage.main->Timer1_tick();
+    QVERIFY(yields > 0);
+    auto rows = process().database.openRecordset("SELECT * FROM main");
+    QVERIFY(rows.recordCount() >= 1 && rows.recordCount() < 3);
+    QVERIFY(stage.folder.has("new/c.txt"));
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stop->isEnabled());
+}
+
+void TestMainScreenImport::closingTheScreenDuringAnImportEndsItAfterTheFileInHand() {
+    MainStage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    QTimer::singleShot(0, stage.main.data(), [&stage] { stage.main->close(); });
+    stage.main->Timer1_tick();
+    QVERIFY(stage.main->isUnloaded());
+    QVERIFY(stage.folder.has("new/c.txt"));
+    QVERIFY(!process().importing);
+    QTRY_VERIFY(stage.main.isNull());
+}
+
+void TestMainScreenImport::manualFindImportsTheChosenFile() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/again.txt", TestFolder::dive("typical.txt"));
+    stage.dialogs.answerFile(stage.folder.path("old/again.txt"));
+    stage.click("lblmdff");
+    const auto asked = stage.dialogs.asked().first();
+    QCOMPARE(asked.title, "Open");
+    QCOMPARE(asked.folder, stage.folder.path("old"));
+    QCOMPARE(asked.filter, "Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    auto rows = process().database.openRecordset("SELECT * FROM main");
+    QCOMPARE(rows.recordCount(), 1);
+}
+
+void TestMainScreenImport::manualFindRefusesAnotherExtension() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/again.dat", "x");
+    stage.dialogs.answerFile(stage.folder.path("old/again.dat"));
+    stage.click("lblmdff");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"File Extention is wrong !"});
+    QVERIFY(QDir(stage.folder.path("new")).isEmpty());
+}
+
+void TestMainScreenImport::manualFindPassesACancelledDialogInSilence() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.click("lblmdff");
+    QVERIFY(stage.dialogs.messages().isEmpty());
+}
+
+QTEST_MAIN(TestMainScreenImport)
+#include "test_main_screen_import.moc"

@@ -1,0 +1,247 @@
+// Drives the program through its main road: the real screens, real clicks and keys, a real store. Says each
+// step, leaves a picture of each screen, and ends with 1 when anything does not come as it must. Usage:
+// benthor-tour <program folder> <folder for pictures>
+
+#include "platform/grid/flexgrid.h"
+#include "platform/look/look.h"
+#include "platform/programfolder.h"
+#include "platform/screen/application.h"
+#include "platform/screen/toldqcolor.h"
+#include "shell/house.h"
+#include "tests/tour/actor.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QLabel>
+#include <QSettings>
+#include <QTextStream>
+#include <QThread>
+#include <memory>
+
+using namespace benthor;
+using platform::FlexGrid;
+using tour::Actor;
+using tour::TourError;
+
+namespace {
+
+constexpr int kSteps = 14;
+
+void require(bool holds, const QString& what) {
+    if (!holds) {
+        throw TourError(what);
+    }
+}
+
+/// The row whose cell in column 4 or any other holds the text; 0 for none.
+int rowHolding(const FlexGrid* grid, const QString& text) {
+    for (int row = 1; row < grid->rows(); ++row) {
+        for (int col = 0; col < grid->cols(); ++col) {
+            if (grid->text(row, col) == text) {
+                return row;
+            }
+        }
+    }
+    return 0;
+}
+
+QPoint cellCentre(FlexGrid* grid, int row, int col) {
+    grid->showRow(row);
+    return grid->visualRect(grid->model()->index(row - 1, col)).center();
+}
+
+void startAndImport(Actor& actor) {
+    actor.step(QStringLiteral("The splash stands for a second and a half"));
+    actor.picture(actor.screen(QStringLiteral("frmSplash")), QStringLiteral("splash"));
+
+    actor.step(QStringLiteral("The main screen comes up; the dives that wait are imported by themselves"));
+    QWidget* main = actor.screen(QStringLiteral("main"));
+    auto* progress = actor.control<QWidget>(main, QStringLiteral("Frame2"));
+    actor.waitFor(QStringLiteral("the import's progress"), [&] { return progress->isVisible(); });
+    actor.picture(main, QStringLiteral("importing"));
+    actor.answerBox(QStringLiteral("Dive(s) put into database."), QStringLiteral("OK"),
+                    QStringLiteral("imported"));
+    actor.waitFor(QStringLiteral("the progress to go"), [&] { return !progress->isVisible(); });
+    auto* totals = actor.control<QLabel>(main, QStringLiteral("lbltotaldive"));
+    actor.look([&] {
+        require(QDir(platform::ProgramFolder::current().path(u"new")).isEmpty(),
+                QStringLiteral("files are left in new"));
+    });
+    actor.step(QStringLiteral("The panel tells the totals"));
+    actor.click(actor.control<QWidget>(main, QStringLiteral("lblppc")));
+    actor.waitFor(QStringLiteral("the totals"),
+                  [&] { return totals->isVisible() && totals->text().contains(QLatin1String("9 dives")); });
+    actor.picture(main, QStringLiteral("main"));
+}
+
+QWidget* readTheList(Actor& actor) {
+    actor.step(QStringLiteral("The dive list stands there: good dives plain, the damaged one red"));
+    QWidget* list = actor.screen(QStringLiteral("rbmain"));
+    auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
+    actor.waitFor(QStringLiteral("nine dives in the list"), [&] { return grid->rows() == 10; });
+    actor.look([&] {
+        int red = 0;
+        for (int row = 1; row < grid->rows(); ++row) {
+            red += grid->backColour(row, 0) == platform::toQColor(platform::kToldRed) ? 1 : 0;
+        }
+        require(red == 1, QStringLiteral("%1 dives are red").arg(red));
+    });
+    actor.picture(list, QStringLiteral("dive-list"));
+    actor.step(QStringLiteral("Down and up with the arrow keys"));
+    actor.key(grid, Qt::Key_Down);
+    actor.key(grid, Qt::Key_Down);
+    actor.waitFor(QStringLiteral("row 3 to be chosen"), [&] {
+        return grid->row() == 3 && grid->backColour(3, 0) == platform::toQColor(platform::kToldBlue);
+    });
+    return list;
+}
+
+QWidget* openADive(Actor& actor, QWidget* list, const QString& name) {
+    actor.step(QStringLiteral("A double click opens %1").arg(name));
+    auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
+    QPoint cell;
+    actor.look([&] {
+        const int row = rowHolding(grid, name);
+        require(row > 0, name + QStringLiteral(" is not in the list"));
+        cell = cellCentre(grid, row, 1);
+    });
+    actor.doubleClick(grid->viewport(), cell);
+    QWidget* dive = actor.screen(QStringLiteral("rbinterface"));
+    auto* samples = actor.control<FlexGrid>(dive, QStringLiteral("MSFlexGrid1"));
+    actor.waitFor(QStringLiteral("its samples"), [&] { return samples->rows() > 100; });
+    actor.picture(dive, QStringLiteral("dive"));
+    return dive;
+}
+
+void workTheChart(Actor& actor, QWidget* dive) {
+    actor.step(QStringLiteral("Oxygen, cells, setpoint and ceiling onto the chart"));
+    for (const char* box : {"Check3", "Check9", "Check10", "Check11"}) {
+        auto* check = actor.control<QAbstractButton>(dive, QLatin1String(box));
+        actor.click(check, QPoint(12, check->height() / 2));
+        actor.waitFor(QLatin1String(box), [check] { return check->isChecked(); });
+    }
+    actor.picture(dive, QStringLiteral("dive-series"));
+
+    actor.step(QStringLiteral("A click on the chart picks a sample"));
+    auto* chart = actor.control<QWidget>(dive, QStringLiteral("MSChart1"));
+    auto* samples = actor.control<FlexGrid>(dive, QStringLiteral("MSFlexGrid1"));
+    actor.click(chart, QPoint(chart->width() / 2, chart->height() / 2));
+    actor.waitFor(QStringLiteral("a sample in the middle"), [&] {
+        return samples->row() > samples->rows() / 3 && samples->row() < samples->rows() * 2 / 3;
+    });
+    actor.picture(dive, QStringLiteral("dive-sample"));
+
+    actor.step(QStringLiteral("Zoom in, pan on, zoom out"));
+    auto* zoom = actor.control<QAbstractButton>(dive, QStringLiteral("Command2(0)"));
+    actor.click(zoom);
+    actor.waitFor(QStringLiteral("the caption Zoom 10"),
+                  [&] { return zoom->text() == QLatin1String("Zoom 10"); });
+    actor.click(actor.control<QWidget>(dive, QStringLiteral("Command2(2)")));
+    actor.picture(dive, QStringLiteral("dive-zoomed"));
+    actor.click(zoom);
+    actor.waitFor(QStringLiteral("the caption Zoom 1"),
+                  [&] { return zoom->text() == QLatin1String("Zoom 1"); });
+
+    actor.step(QStringLiteral("The data grid with every column; the arrow keys walk the samples"));
+    actor.click(actor.control<QWidget>(dive, QStringLiteral("btnSpread")));
+    actor.waitFor(QStringLiteral("the data grid"), [&] { return samples->isVisible(); });
+    int before = 0;
+    actor.look([&] { before = samples->row(); });
+    actor.key(samples, Qt::Key_Down);
+    actor.waitFor(QStringLiteral("the next sample"), [&] { return samples->row() == before + 1; });
+    actor.picture(dive, QStringLiteral("dive-grid"));
+}
+
+void inFeet(Actor& actor, QWidget* dive) {
+    actor.step(QStringLiteral("The same dive in feet"));
+    auto* feet = actor.control<QAbstractButton>(dive, QStringLiteral("Option1"));
+    actor.click(feet, QPoint(12, feet->height() / 2));
+    QWidget* again = nullptr;
+    actor.waitFor(QStringLiteral("the dive to be loaded again"), [&] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == QLatin1String("rbinterface") && window->isVisible() &&
+                window != dive) {
+                again = window;
+            }
+        }
+        auto* unit = again == nullptr ? nullptr : again->findChild<QLabel*>(QStringLiteral("lblmaxdepth"));
+        return unit != nullptr && unit->text() == QLatin1String("Feet");
+    });
+    actor.picture(again, QStringLiteral("dive-feet"));
+    actor.step(QStringLiteral("Back to the list, which is in feet as well"));
+    actor.click(actor.control<QWidget>(again, QStringLiteral("cmdclose")));
+    QWidget* list = actor.screen(QStringLiteral("rbmain"));
+    auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
+    actor.waitFor(QStringLiteral("depths in feet"),
+                  [&] { return grid->rows() > 1 && grid->text(1, 2).endsWith(QLatin1String("ft")); });
+    actor.picture(list, QStringLiteral("dive-list-feet"));
+}
+
+void otherScreens(Actor& actor) {
+    actor.step(QStringLiteral("The screens that other entries lead to"));
+    QWidget* main = actor.screen(QStringLiteral("main"));
+    actor.click(actor.control<QWidget>(main, QStringLiteral("lbllo")));
+    actor.picture(actor.screen(QStringLiteral("PC_Link_1")), QStringLiteral("link"));
+    actor.click(actor.control<QWidget>(main, QStringLiteral("Label4")));
+    actor.picture(actor.screen(QStringLiteral("GasBlend")), QStringLiteral("gas"));
+}
+
+void leave(Actor& actor) {
+    actor.step(QStringLiteral("Exit closes all screens"));
+    QWidget* main = actor.screen(QStringLiteral("main"));
+    actor.click(actor.control<QWidget>(main, QStringLiteral("lblexit")));
+}
+
+void walk(Actor& actor) {
+    startAndImport(actor);
+    QWidget* list = readTheList(actor);
+    QWidget* dive = openADive(actor, list, QStringLiteral("Wreck2.txt"));
+    workTheChart(actor, dive);
+    inFeet(actor, dive);
+    otherScreens(actor);
+    leave(actor);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    platform::Application application(argc, argv);
+    QTextStream err(stderr);
+    if (argc != 3) {
+        err << "usage: benthor-tour <program folder> <folder for pictures>" << Qt::endl;
+        return 2;
+    }
+    const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString pictures = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
+    // The user's own window places stay out of it.
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, pictures + QLatin1String("/settings"));
+    look::apply(application);
+    platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
+    QDir::setCurrent(folder);
+
+    shell::House house;
+    bool ended = false;
+    QString failure;
+    QObject::connect(&house, &shell::House::ended, &application, [&] { ended = true; });
+    Actor actor(pictures, kSteps);
+    const std::unique_ptr<QThread> person(QThread::create([&] {
+        try {
+            walk(actor);
+            actor.waitFor(QStringLiteral("the program's end"), [&] { return ended; });
+        } catch (const std::exception& error) {
+            failure = QString::fromUtf8(error.what());
+        }
+        QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+    }));
+    house.start();
+    person->start();
+    QApplication::exec();
+    person->wait();
+
+    if (!failure.isEmpty()) {
+        err << "** The tour ended early: " << failure << Qt::endl;
+        return 1;
+    }
+    QTextStream(stdout) << "   " << actor.pictures() << " pictures in " << pictures << Qt::endl;
+    return 0;
+}
