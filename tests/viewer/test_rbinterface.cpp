@@ -7,7 +7,6 @@
 #include "viewer/screens/gasstripview.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -17,25 +16,6 @@ using namespace benthor;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;
-
-namespace {
-
-const QColor kBlue(0, 0, 255);
-
-/// The X of a row in twips, in a chart of `rows` rows.
-double twipsOfRow(double row, int rows) {
-    return 645 + 10065 * row / rows;
-}
-
-QStringList timesOf(rbinterface& screen) {
-    QStringList texts;
-    for (const char* name : {"Text1", "Text2", "Text3", "Text4", "Text5"}) {
-        texts += textOf(screen, name);
-    }
-    return texts;
-}
-
-} // namespace
 
 class TestRbinterface : public QObject {
     Q_OBJECT
@@ -48,18 +28,6 @@ private slots:
     void ceilingAndDepthGoByTheRightAxis();
     void twoSticksExcludeEachOther();
     void theGasStripTellsTheGases();
-    void theTimeLabelsTellTheQuarters();
-    void aShortDiveIsNotZoomed();
-    void zoomingShowsThePageAndEnablesPanning();
-    void panningEndsAtTheFirstAndTheLastPage();
-    void everyPictureAndEntryActsAsItsButton();
-    void narrowWindowsKeepThePictures();
-    void aClickOnTheChartPicksTheSample();
-    void theRowBeforeKeepsItsMarkOutsideColumns1To32();
-    void aPressOnTheChartHidesTheLine();
-    void aClickOnTheZoomedChartPicksTheSampleOfThePage();
-    void anArrowKeyInTheGridPicksTheNextSample();
-    void plottingHidesTheLineAndKeepsTheRow();
     void theGridEntryShowsAndHidesTheGrid();
     void choosingOtherUnitsWritesTheTableAndAsksForAReload_data();
     void choosingOtherUnitsWritesTheTableAndAsksForAReload();
@@ -188,205 +156,6 @@ void TestRbinterface::theGasStripTellsTheGases() {
     const std::vector<GasRun> runs{{"Air", 1, 13}, {"NX32", 14, 23}};
     QVERIFY(control<GasStripView>(screen, "txtGas").runs() == runs);
     QCOMPARE(control<Chart>(screen, "MSChart1").rowLines(), QList<int>{14});
-}
-
-void TestRbinterface::theTimeLabelsTellTheQuarters() {
-    DiveScreen bench;
-    bench.put(steadyDive(197)); // 200 rows of 10 s
-    rbinterface& screen = bench.load();
-    QCOMPARE(timesOf(screen), (QStringList{"00:00:00", "00:08:20", "00:16:39", "00:24:59", "00:33:20"}));
-    control<QPushButton>(screen, "Command2(0)").click();
-    QCOMPARE(timesOf(screen), (QStringList{"00:00:00", "00:00:50", "00:01:40", "00:02:30", "00:03:20"}));
-    control<QPushButton>(screen, "Command2(2)").click();
-    QCOMPARE(timesOf(screen), (QStringList{"00:03:20", "00:04:10", "00:05:00", "00:05:50", "00:06:40"}));
-}
-
-void TestRbinterface::aShortDiveIsNotZoomed() {
-    DiveScreen bench;
-    bench.put(steadyDive(97)); // the last row is 100
-    rbinterface& screen = bench.show();
-    control<QPushButton>(screen, "Command2(0)").click();
-    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 1"));
-    QCOMPARE(control<QAction>(screen, "mnudivezoom").text(), QStringLiteral("Zoom 1"));
-    QVERIFY(control<QWidget>(screen, "Picture6").isEnabled());
-    QVERIFY(!control<QWidget>(screen, "Picture7").isEnabled());
-    QVERIFY(!control<QWidget>(screen, "Command2(1)").isVisible());
-    QCOMPARE(control<Chart>(screen, "MSChart1").matrix().lastRow(), 100);
-}
-
-void TestRbinterface::zoomingShowsThePageAndEnablesPanning() {
-    DiveScreen bench;
-    bench.put(steadyDive(98));
-    rbinterface& screen = bench.show();
-    QVERIFY(!control<QAction>(screen, "mnuzoompan2").isEnabled());
-    control<QPushButton>(screen, "Command2(0)").click();
-    const Chart& chart = control<Chart>(screen, "MSChart1");
-    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 10"));
-    QCOMPARE(control<QAction>(screen, "mnudivezoom").text(), QStringLiteral("Zoom 10"));
-    QVERIFY(!control<QWidget>(screen, "Picture6").isEnabled());
-    QVERIFY(control<QWidget>(screen, "Picture7").isEnabled());
-    QVERIFY(control<QWidget>(screen, "Picture12").isEnabled());
-    QVERIFY(control<QWidget>(screen, "Command2(1)").isVisible());
-    QVERIFY(!control<QWidget>(screen, "Command2(1)").isEnabled());
-    QVERIFY(control<QWidget>(screen, "Command2(2)").isEnabled());
-    QVERIFY(!control<QAction>(screen, "mnuzoompan").isEnabled());
-    QVERIFY(control<QAction>(screen, "mnuzoompan2").isEnabled());
-    QCOMPARE(chart.matrix().lastRow(), 10);
-    control<QPushButton>(screen, "Command2(2)").click();
-    QCOMPARE(chart.matrix().at(1, 1), double(-7.5F)); // row 11 is the eighth record
-
-    control<QPushButton>(screen, "Command2(0)").click();
-    QCOMPARE(control<QPushButton>(screen, "Command2(0)").text(), QStringLiteral("Zoom 1"));
-    QVERIFY(!control<QWidget>(screen, "Command2(1)").isVisible());
-    QVERIFY(!control<QAction>(screen, "mnuzoompan2").isEnabled());
-    QVERIFY(!control<QWidget>(screen, "Picture13").isEnabled());
-    QCOMPARE(chart.matrix().lastRow(), 101);
-}
-
-void TestRbinterface::panningEndsAtTheFirstAndTheLastPage() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    control<QPushButton>(screen, "Command2(0)").click();
-    auto& on = control<QAction>(screen, "mnuzoompan2");
-    for (int page = 2; page <= 10; ++page) {
-        QVERIFY(on.isEnabled());
-        on.trigger();
-    }
-    QVERIFY(!on.isEnabled());
-    QVERIFY(!control<QWidget>(screen, "Command2(2)").isEnabled());
-    QVERIFY(control<QAction>(screen, "mnuzoompan").isEnabled());
-    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
-    // The picture stays enabled; it changes nothing at the end.
-    QTest::mouseClick(&control<QWidget>(screen, "Picture13"), Qt::LeftButton);
-    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
-}
-
-void TestRbinterface::everyPictureAndEntryActsAsItsButton() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    const auto click = [&](const char* name) {
-        QTest::mouseClick(&control<QWidget>(screen, name), Qt::LeftButton);
-        return textOf(screen, "Text1") + ' ' + textOf(screen, "Text5");
-    };
-    QCOMPARE(click("Picture6"), QStringLiteral("00:00:00 00:03:20"));
-    QCOMPARE(click("Picture13"), QStringLiteral("00:03:20 00:06:40"));
-    QCOMPARE(click("Picture12"), QStringLiteral("00:00:00 00:03:20"));
-    QCOMPARE(click("Picture7"), QStringLiteral("00:00:00 00:33:20"));
-    const auto trigger = [&](const char* name) {
-        control<QAction>(screen, name).trigger();
-        return textOf(screen, "Text1") + ' ' + textOf(screen, "Text5");
-    };
-    QCOMPARE(trigger("mnudivezoom"), QStringLiteral("00:00:00 00:03:20"));
-    QCOMPARE(trigger("mnuzoompan2"), QStringLiteral("00:03:20 00:06:40"));
-    QCOMPARE(trigger("mnuzoompan"), QStringLiteral("00:00:00 00:03:20"));
-    // By keyboard as well.
-    control<QWidget>(screen, "Picture7").setFocus();
-    QTest::keyClick(&control<QWidget>(screen, "Picture7"), Qt::Key_Space);
-    QCOMPARE(textOf(screen, "Text5"), QStringLiteral("00:33:20"));
-}
-
-void TestRbinterface::narrowWindowsKeepThePictures() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    QVERIFY(control<QWidget>(screen, "Command2(0)").isVisible());
-    screen.resize(1024, 700);
-    QTRY_VERIFY(!control<QWidget>(screen, "Command2(0)").isVisible());
-    for (const char* name : {"Picture6", "Picture7", "Picture12", "Picture13"}) {
-        QVERIFY(control<QWidget>(screen, name).isVisible());
-        QVERIFY(!control<QWidget>(screen, name).toolTip().isEmpty());
-    }
-    QCOMPARE(screen.size(), QSize(1024, 700));
-}
-
-void TestRbinterface::aClickOnTheChartPicksTheSample() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    control<QAction>(screen, "mnuSpread").trigger();
-    auto& chart = control<Chart>(screen, "MSChart1");
-    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
-    const QPoint place(qRound(chart.xOfRow(120.4)), 100);
-    QTest::mouseClick(chart.viewport() == QRect() ? nullptr : static_cast<QWidget*>(&chart), Qt::LeftButton,
-                      {}, place);
-    QCOMPARE(grid.row(), 120); // whole part of 120.4, one up, one down
-    QCOMPARE(chart.row(), 120);
-    QCOMPARE(grid.topRow(), 116);
-    for (int column = 0; column <= 40; ++column) {
-        QCOMPARE(grid.backColour(120, column), kBlue);
-    }
-    QVERIFY(!grid.backColour(120, 41).isValid());
-    QCOMPARE(grid.col(), 1);
-}
-
-void TestRbinterface::theRowBeforeKeepsItsMarkOutsideColumns1To32() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    auto& chart = control<Chart>(screen, "MSChart1");
-    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
-    QCOMPARE(grid.backColour(1, 0), kBlue); // row 1 is picked by the load
-    emit chart.released(twipsOfRow(50.5, 200), 0);
-    emit chart.released(twipsOfRow(60.5, 200), 0);
-    QCOMPARE(grid.row(), 60);
-    QVERIFY(!grid.backColour(50, 1).isValid());
-    QVERIFY(!grid.backColour(50, 32).isValid());
-    QCOMPARE(grid.backColour(50, 0), kBlue);
-    QCOMPARE(grid.backColour(50, 33), kBlue);
-    QCOMPARE(grid.backColour(60, 32), kBlue);
-}
-
-void TestRbinterface::aPressOnTheChartHidesTheLine() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    auto& chart = control<Chart>(bench.show(), "MSChart1");
-    emit chart.released(twipsOfRow(50.5, 200), 0);
-    QCOMPARE(chart.row(), 50);
-    emit chart.pressed(twipsOfRow(50.5, 200), 0);
-    QCOMPARE(chart.row(), 0);
-    emit chart.released(twipsOfRow(50.5, 200), 0); // the same row again
-    QCOMPARE(chart.row(), 50);
-}
-
-void TestRbinterface::aClickOnTheZoomedChartPicksTheSampleOfThePage() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    auto& chart = control<Chart>(screen, "MSChart1");
-    control<QPushButton>(screen, "Command2(0)").click();
-    control<QPushButton>(screen, "Command2(2)").click(); // rows 21 to 40
-    emit chart.released(twipsOfRow(5.5, 20), 0);
-    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").row(), 25);
-    QCOMPARE(chart.row(), 5);
-    control<FlexGrid>(screen, "MSFlexGrid1").setRow(60); // on another page
-    QCOMPARE(chart.row(), 0);
-}
-
-void TestRbinterface::anArrowKeyInTheGridPicksTheNextSample() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    control<QAction>(screen, "mnuSpread").trigger();
-    auto& grid = control<FlexGrid>(screen, "MSFlexGrid1");
-    emit control<Chart>(screen, "MSChart1").released(twipsOfRow(50.5, 200), 0);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    QCOMPARE(grid.row(), 51);
-    QCOMPARE(control<Chart>(screen, "MSChart1").row(), 51);
-    QCOMPARE(grid.backColour(51, 1), kBlue);
-    QVERIFY(!grid.backColour(50, 1).isValid());
-    QCOMPARE(grid.topRow(), 47);
-}
-
-void TestRbinterface::plottingHidesTheLineAndKeepsTheRow() {
-    DiveScreen bench;
-    bench.put(steadyDive(197));
-    rbinterface& screen = bench.show();
-    emit control<Chart>(screen, "MSChart1").released(twipsOfRow(50.5, 200), 0);
-    control<QCheckBox>(screen, "Check3").click();
-    QCOMPARE(control<Chart>(screen, "MSChart1").row(), 0);
-    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").row(), 50);
 }
 
 void TestRbinterface::theGridEntryShowsAndHidesTheGrid() {

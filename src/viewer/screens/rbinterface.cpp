@@ -32,6 +32,8 @@ rbinterface::rbinterface()
     row->addWidget(splitter_, 1);
     column->addLayout(row, 1);
     setCentralWidget(ground);
+    ground->setFocusPolicy(Qt::ClickFocus);
+    ground->setFocus(); // no control is marked until the user takes the keyboard
     makeHiddenParts();
     takeColours();
     fitToWidth();
@@ -45,7 +47,7 @@ void rbinterface::unloading() {
 
 void rbinterface::changeEvent(QEvent* event) {
     Screen::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && MSChart1 != nullptr) {
+    if (event->type() == QEvent::PaletteChange && MSFlexGrid1 != nullptr) {
         takeColours();
     }
 }

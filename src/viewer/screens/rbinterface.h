@@ -79,7 +79,6 @@ private:
     void checkUnit();
 
     // rbinterface_load.cpp
-    bool isAlive() const { return !isUnloaded(); }
     void resetControls();
     void adoptLastDive();
     DiveRow readDiveRow();
@@ -87,6 +86,7 @@ private:
     void showHeader();
     void readgaslist();
     void Command_textfind();
+    void showMissingFile();
     void showDive();
     void prepareGrid();
 
@@ -140,6 +140,7 @@ private:
     QBoxLayout* headRow_ = nullptr;
     QWidget* side_ = nullptr;
     SeriesColumn* series_ = nullptr;
+    look::Card* unitsCard_ = nullptr;
     GasStripView* txtGas = nullptr;
     platform::Chart* MSChart1 = nullptr;
     TimeLabels* times_ = nullptr;

@@ -73,8 +73,9 @@ QWidget* rbinterface::makeSide() {
     connect(series_, &SeriesColumn::changed, this, &rbinterface::plotgraph);
     column->addWidget(series_, 1);
 
-    auto* units = new look::Card;
-    units->body()->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
+    unitsCard_ = new look::Card;
+    unitsCard_->body()->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase,
+                                           look::spaceSmall);
     auto* row = new QHBoxLayout;
     Option2 = new QRadioButton(QStringLiteral("metres"));
     Option2->setObjectName(QStringLiteral("Option2"));
@@ -84,8 +85,8 @@ QWidget* rbinterface::makeSide() {
     connect(Option2, &QRadioButton::clicked, this, [this] { chooseunit(QStringLiteral("metre")); });
     row->addWidget(Option2, 1);
     row->addWidget(Option1);
-    units->body()->addLayout(row);
-    column->addWidget(units);
+    unitsCard_->body()->addLayout(row);
+    column->addWidget(unitsCard_);
     return side_;
 }
 
@@ -137,7 +138,11 @@ QWidget* rbinterface::makeEmptyPage() {
     emptyText_->setAlignment(Qt::AlignHCenter);
     emptyText_->setFixedWidth(look::scaled(kEmptyTextWidth));
     look::setInk(emptyText_, look::Ink::Quiet);
-    column->addWidget(emptyText_, 0, Qt::AlignHCenter);
+    auto* middle = new QHBoxLayout;
+    middle->addStretch();
+    middle->addWidget(emptyText_);
+    middle->addStretch();
+    column->addLayout(middle);
     auto* back = new QPushButton(look::icon("back"), QStringLiteral("Back to the dive list"));
     connect(back, &QPushButton::clicked, this, &rbinterface::leave);
     column->addWidget(back, 0, Qt::AlignHCenter);
@@ -174,8 +179,9 @@ void rbinterface::makeHiddenParts() {
 
 void rbinterface::fitToWidth() {
     const bool narrow = width() < look::scaled(kNarrow);
-    side_->setFixedWidth(look::scaled(sideWidth(width())));
     series_->setDense(narrow);
+    side_->setFixedWidth(
+        std::max({look::scaled(sideWidth(width())), series_->neededWidth(), unitsCard_->sizeHint().width()}));
     headRow_->setSpacing(narrow ? look::spaceBase : look::spaceRoom);
     for (HeadNumber* number : std::as_const(headNumbers_)) {
         number->setNumberSize(narrow ? 13 : 16);

@@ -11,6 +11,7 @@
 #include "viewer/screens/headnumber.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/seriescolumn.h"
+#include "viewer/screens/zoombar.h"
 
 #include <QAction>
 #include <QStackedWidget>
@@ -168,12 +169,7 @@ void rbinterface::Command_textfind() {
     const std::optional<QByteArray> bytes = diveFile(header_.divefilename);
     if (!bytes) {
         diveloadfailed_ = true;
-        emptyText_->setText(
-            QStringLiteral("The file of this dive, %1, is not in the folder dbtxt. Delete the record in the "
-                           "dive list and download the dive again, or open another one.")
-                .arg(header_.divefilename.isEmpty() ? QStringLiteral("which has no name")
-                                                    : header_.divefilename));
-        chartPages_->setCurrentIndex(1);
+        showMissingFile();
         platform::dialogs().message(this, QStringLiteral("bad file - delete record and try another"),
                                     platform::BoxKind::Warning);
         return;
@@ -202,6 +198,23 @@ void rbinterface::Command_textfind() {
         profile_ = std::move(profile);
         lastsample_ = profile_.lastsample;
     }
+}
+
+void rbinterface::showMissingFile() {
+    const QString name = header_.divefilename;
+    emptyText_->setText(
+        (name.isEmpty()
+             ? QStringLiteral("The record of this dive names no file.")
+             : QStringLiteral("The file of this dive, %1, is not in the folder dbtxt.").arg(name)) +
+        QStringLiteral(
+            " Delete the record in the dive list and download the dive again, or open another one."));
+    chartPages_->setCurrentIndex(1);
+    for (QWidget* part : std::initializer_list<QWidget*>{series_, zoombar_}) {
+        part->setEnabled(false);
+    }
+    mnuSpread->setEnabled(false);
+    mnudivezoom->setEnabled(false);
+    checkUnit();
 }
 
 void rbinterface::showDive() {

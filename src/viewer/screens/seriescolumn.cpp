@@ -32,25 +32,27 @@ const QList<Series>& thermistors() {
 
 constexpr int kFirstDisabled = 2;
 constexpr int kLastDisabled = 13;
+/// Of the right margin: a scroll bar stands there and cuts nothing.
+constexpr int kScrollRoom = 10;
 
 } // namespace
 
 SeriesColumn::SeriesColumn(QWidget* parent)
     : Card(parent) {
-    auto* content = new QWidget;
-    column_ = new QVBoxLayout(content);
-    column_->setContentsMargins({});
-    addGroup(column_, QStringLiteral("Dive"),
+    content_ = new QWidget;
+    column_ = new QVBoxLayout(content_);
+    column_->setContentsMargins(0, 0, kScrollRoom, 0);
+    addGroup(QStringLiteral("Dive"),
              {{1, "Depth", Swatch::Line, {Series::Depth}},
               {2, "GAS num", Swatch::Step, {Series::GasNumber}, "Number of the gas breathed"},
               {4, "Mark", Swatch::Diamond, {}, "Marks set during the dive"},
               {5, "Temperature", Swatch::Line, {Series::Temperature}}});
-    addGroup(column_, QStringLiteral("Oxygen"),
+    addGroup(QStringLiteral("Oxygen"),
              {{3, "PO2", Swatch::Line, {Series::PO2}, "Oxygen partial pressure"},
               {9, "PO2 cells", Swatch::Line, {Series::CellA, Series::CellB, Series::CellC}, "Cells a, b, c"},
               {10, "Setpoint", Swatch::Line, {Series::Setpoint}}});
-    addGroup(column_, QStringLiteral("Ceiling"), {{11, "Ceiling", Swatch::Line, {Series::Ceiling}}});
-    addGroup(column_, QStringLiteral("Scrubber"),
+    addGroup(QStringLiteral("Ceiling"), {{11, "Ceiling", Swatch::Line, {Series::Ceiling}}});
+    addGroup(QStringLiteral("Scrubber"),
              {{12, "Filter", Swatch::Line, {Series::Filter}, "What is left of the filter, per cent"},
               {14, "CO2", Swatch::Line, {Series::CO2}},
               {13, "Pamb", Swatch::None, {}, "CO2 at ambient pressure"},
@@ -59,31 +61,32 @@ SeriesColumn::SeriesColumn(QWidget* parent)
               {15, "TPM 1", Swatch::Ramp, thermistors(), "Stick 1 of the temperature profile meter", 1},
               {15, "TPM 2", Swatch::Ramp, thermistors(), "Stick 2 of the temperature profile meter", 2}});
     addGroup(
-        column_, QStringLiteral("Power and gas"),
+        QStringLiteral("Power and gas"),
         {{7, "Battery", Swatch::Line, {Series::Bat1, Series::Bat2}, "Backup and main battery"},
          {8, "High pressure", Swatch::Line, {Series::HPdil, Series::HPo2}, "Diluent and oxygen cylinder"}});
     column_->addStretch();
 
     auto* area = new QScrollArea;
-    area->setWidget(content);
+    area->setWidget(content_);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
-    body()->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
+    content_->setAutoFillBackground(false);
+    body()->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase - kScrollRoom,
+                               look::spaceBase);
     body()->addWidget(area);
     setDense(false);
 }
 
-void SeriesColumn::addGroup(QVBoxLayout* column, const QString& title, const std::vector<Entry>& entries) {
+void SeriesColumn::addGroup(const QString& title, const std::vector<Entry>& entries) {
     auto* heading = look::makeCaption(title);
     heading->setFont(look::strong(look::caption()));
-    if (column->count() > 0) {
+    if (column_->count() > 0) {
         heading->setContentsMargins(0, look::spaceSmall, 0, 0);
     }
-    column->addWidget(heading);
+    column_->addWidget(heading);
     for (const Entry& entry : entries) {
         auto* box = new SeriesBox(QLatin1String(entry.caption));
         box->setSwatch(entry.swatch, entry.series);
@@ -101,7 +104,7 @@ void SeriesColumn::addGroup(QVBoxLayout* column, const QString& title, const std
             check_[static_cast<size_t>(entry.number)] = box;
             connect(box, &QCheckBox::toggled, this, &SeriesColumn::changed);
         }
-        column->addWidget(box);
+        column_->addWidget(box);
     }
 }
 
@@ -141,6 +144,11 @@ void SeriesColumn::enableSeries(const std::bitset<16>& enabled) {
             check_[number]->setEnabled(true);
         }
     }
+}
+
+int SeriesColumn::neededWidth() const {
+    const QMargins margins = body()->contentsMargins();
+    return content_->minimumSizeHint().width() + margins.left() + margins.right();
 }
 
 void SeriesColumn::setDense(bool dense) {

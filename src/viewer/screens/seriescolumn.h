@@ -31,8 +31,11 @@ public:
     /// Enables each Check<k> whose bit k is set; the others stay as they are.
     void enableSeries(const std::bitset<16>& enabled);
 
-    /// Closer rows, for low windows.
+    /// Closer rows, for small windows.
     void setDense(bool dense);
+
+    /// The width in which no caption or swatch is cut.
+    int neededWidth() const;
 
 signals:
     /// A box was checked or unchecked, by the user or by code.
@@ -40,9 +43,10 @@ signals:
 
 private:
     struct Entry;
-    void addGroup(QVBoxLayout* column, const QString& title, const std::vector<Entry>& entries);
+    void addGroup(const QString& title, const std::vector<Entry>& entries);
     void excludeEachOther(int index);
 
+    QWidget* content_ = nullptr;
     QVBoxLayout* column_ = nullptr;
     std::array<look::SeriesBox*, 15> check_{}; ///< [0] stays empty
     std::array<look::SeriesBox*, 3> check15_{};

@@ -35,10 +35,11 @@ ZoomBar::ZoomBar(QAction* spread, QWidget* parent)
     Picture7 = addPicture("Picture7", "zoom-out", QStringLiteral("Shows the whole dive"), ZoomButton::Zoom);
     Command2[0] = addCommand(ZoomButton::Zoom, QStringLiteral("Zoom 1"),
                              QStringLiteral("Changes between the whole dive and one tenth of it"));
-    Picture12 = addPicture("Picture12", "pan-left", QStringLiteral("One tenth back"), ZoomButton::PanBack);
+    Picture12 =
+        addPicture("Picture12", "chevron-left", QStringLiteral("One tenth back"), ZoomButton::PanBack);
     Command2[1] = addCommand(ZoomButton::PanBack, QStringLiteral("pan <"), QStringLiteral("One tenth back"));
     Command2[2] = addCommand(ZoomButton::PanOn, QStringLiteral("pan >"), QStringLiteral("One tenth on"));
-    Picture13 = addPicture("Picture13", "pan-right", QStringLiteral("One tenth on"), ZoomButton::PanOn);
+    Picture13 = addPicture("Picture13", "chevron-right", QStringLiteral("One tenth on"), ZoomButton::PanOn);
     showState({});
 }
 
