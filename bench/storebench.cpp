@@ -71,26 +71,26 @@ void BenchFolder::layFiles(int count) const {
 }
 
 BareStore::BareStore(const QString& path) {
-    require(sqlite3_open(path.toUtf8().constData(), &m_handle) == SQLITE_OK, "open");
+    require(sqlite3_open(path.toUtf8().constData(), &handle_) == SQLITE_OK, "open");
     run("PRAGMA synchronous = EXTRA");
 }
 
 BareStore::~BareStore() {
-    for (sqlite3_stmt* const statement : m_statements) {
+    for (sqlite3_stmt* const statement : statements_) {
         sqlite3_finalize(statement);
     }
-    sqlite3_close(m_handle);
+    sqlite3_close(handle_);
 }
 
 sqlite3_stmt* BareStore::prepare(const char* sql) {
     sqlite3_stmt* statement = nullptr;
-    require(sqlite3_prepare_v2(m_handle, sql, -1, &statement, nullptr) == SQLITE_OK, sql);
-    m_statements.push_back(statement);
+    require(sqlite3_prepare_v2(handle_, sql, -1, &statement, nullptr) == SQLITE_OK, sql);
+    statements_.push_back(statement);
     return statement;
 }
 
 void BareStore::run(const char* sql) {
-    require(sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql);
+    require(sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql);
 }
 
 void BareStore::run(sqlite3_stmt* statement, std::initializer_list<std::string_view> texts) {
@@ -103,29 +103,29 @@ void BareStore::run(sqlite3_stmt* statement, std::initializer_list<std::string_v
 }
 
 BareDiveWriter::BareDiveWriter(BareStore& store)
-    : m_store(store)
-    , m_serial(store.prepare("UPDATE serialno SET serial_no = ?1"))
-    , m_main(store.prepare(
+    : store_(store)
+    , serial_(store.prepare("UPDATE serialno SET serial_no = ?1"))
+    , main_(store.prepare(
           "INSERT INTO main (DiveID, UserName, Location, startdate, finisheddate, Duration, MaxDepth, "
           "Suit, Startcode, Version, Interval, otu, systemid, datmos, dusage, dstack, descend, "
           "HPCylinder, dbtxtname) VALUES (?1, 'KD00123', 'Dive000000.txt', '2017-09-27 03:34:38', "
           "'2017-09-27 04:15:45', '41:7', '23.400', 'KD00123', '812345678', 'V3.12', '10', '12', 'KD3', "
           "'1013', '5400', '360', '3', '200 ', '11A2B3CDive000000.txt')"))
-    , m_gas(store.prepare("INSERT INTO gas VALUES (?1, ?2, '79', '0', '660', '1' || char(13))"))
-    , m_tissue(store.prepare("INSERT INTO tissue VALUES (?1, ?2, '79', '0' || char(13))")) {}
+    , gas_(store.prepare("INSERT INTO gas VALUES (?1, ?2, '79', '0', '660', '1' || char(13))"))
+    , tissue_(store.prepare("INSERT INTO tissue VALUES (?1, ?2, '79', '0' || char(13))")) {}
 
 void BareDiveWriter::write(int number) {
     const std::string id = diveId(number);
-    m_store.run("BEGIN IMMEDIATE");
-    m_store.run(m_serial, {id});
-    m_store.run(m_main, {id});
+    store_.run("BEGIN IMMEDIATE");
+    store_.run(serial_, {id});
+    store_.run(main_, {id});
     for (int i = 0; i < kGases; ++i) {
-        m_store.run(m_gas, {id, fourDigits(i)});
+        store_.run(gas_, {id, fourDigits(i)});
     }
     for (int i = 0; i < kTissues; ++i) {
-        m_store.run(m_tissue, {id, fourDigits(i)});
+        store_.run(tissue_, {id, fourDigits(i)});
     }
-    m_store.run("COMMIT");
+    store_.run("COMMIT");
 }
 
 } // namespace benthor::bench

@@ -16,13 +16,13 @@ QByteArray usualDive(int number);
 class BenchFolder {
 public:
     BenchFolder();
-    QString root() const { return m_directory.path(); }
-    QString path(const char* name) const { return m_directory.filePath(QString::fromLatin1(name)); }
+    QString root() const { return directory_.path(); }
+    QString path(const char* name) const { return directory_.filePath(QString::fromLatin1(name)); }
     /// Lays `count` dive files into the folder `new`.
     void layFiles(int count) const;
 
 private:
-    QTemporaryDir m_directory;
+    QTemporaryDir directory_;
 };
 
 /// Bare use of the engine, as the references use it. Ends the program on any error.
@@ -38,8 +38,8 @@ public:
     void run(sqlite3_stmt* statement, std::initializer_list<std::string_view> texts);
 
 private:
-    sqlite3* m_handle = nullptr;
-    std::vector<sqlite3_stmt*> m_statements;
+    sqlite3* handle_ = nullptr;
+    std::vector<sqlite3_stmt*> statements_;
 };
 
 /// Writes one usual dive's rows, prepared statements and one transaction.
@@ -49,11 +49,11 @@ public:
     void write(int number);
 
 private:
-    BareStore& m_store;
-    sqlite3_stmt* m_serial;
-    sqlite3_stmt* m_main;
-    sqlite3_stmt* m_gas;
-    sqlite3_stmt* m_tissue;
+    BareStore& store_;
+    sqlite3_stmt* serial_;
+    sqlite3_stmt* main_;
+    sqlite3_stmt* gas_;
+    sqlite3_stmt* tissue_;
 };
 
 } // namespace benthor::bench

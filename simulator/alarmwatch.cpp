@@ -31,7 +31,7 @@ QByteArrayView alarmWord(Alarm alarm) {
 void AlarmWatch::notice(Sample& sample, Alarm alarm, bool cause) {
     constexpr int givenfor = 2;
     constexpr double againseconds = 900;
-    Notice& notice = m_notices[static_cast<std::size_t>(alarm)];
+    Notice& notice = notices_[static_cast<std::size_t>(alarm)];
     if (cause && sample.seconds >= notice.next) {
         notice = {sample.seconds + againseconds, givenfor};
     }
@@ -59,11 +59,11 @@ void AlarmWatch::watch(Sample& sample, Phase phase, double rise, double disagree
     if (diving && rise > 13) {
         sample.raise(Alarm::Ascent);
     }
-    if (m_gas >= 0 && sample.gas != m_gas) {
-        sample.raise(opencircuit && !m_open ? Alarm::BailOut : Alarm::GasSwitch);
+    if (gas_ >= 0 && sample.gas != gas_) {
+        sample.raise(opencircuit && !open_ ? Alarm::BailOut : Alarm::GasSwitch);
     }
-    m_gas = sample.gas;
-    m_open = opencircuit;
+    gas_ = sample.gas;
+    open_ = opencircuit;
     notice(sample, Alarm::CellDifference, diving && !opencircuit && disagreement > 0.12);
     notice(sample, Alarm::Filter, sample.filter < 12);
     notice(sample, Alarm::Battery, sample.mainbattery < 5.45);

@@ -22,9 +22,9 @@ private:
         int left = 0;    ///< samples that still carry it
     };
 
-    std::array<Notice, alarmkinds> m_notices{};
-    int m_gas = -1;
-    bool m_open = false;
+    std::array<Notice, alarmkinds> notices_{};
+    int gas_ = -1;
+    bool open_ = false;
 };
 
 } // namespace benthor::simulator

@@ -22,11 +22,11 @@ public:
     double po2() const;
 
 private:
-    double volume() const { return (m_oxygen + m_inert) / m_ambient; }
+    double volume() const { return (oxygen_ + inert_) / ambient_; }
 
-    double m_ambient;
-    double m_oxygen;
-    double m_inert;
+    double ambient_;
+    double oxygen_;
+    double inert_;
 };
 
 /// Three galvanic cells. Each has its own calibration, drift, lag and noise; a weak one lags far behind and
@@ -37,7 +37,7 @@ public:
 
     void measure(double po2, double seconds);
 
-    const std::array<double, 3>& readings() const { return m_readings; }
+    const std::array<double, 3>& readings() const { return readings_; }
 
     /// The mean of the two cells that agree best.
     double voted() const;
@@ -54,10 +54,10 @@ private:
         double seen;
     };
 
-    Random m_random;
-    std::array<Cell, 3> m_cells{};
-    std::array<double, 3> m_readings{};
-    double m_hours = 0;
+    Random random_;
+    std::array<Cell, 3> cells_{};
+    std::array<double, 3> readings_{};
+    double hours_ = 0;
 };
 
 /// Fires in pulses while the voted value is below the setpoint.
@@ -67,8 +67,8 @@ public:
     double fire(double voted, double setpoint, double seconds);
 
 private:
-    double m_open = 0;
-    double m_rest = 0;
+    double open_ = 0;
+    double rest_ = 0;
 };
 
 } // namespace benthor::simulator

@@ -23,11 +23,11 @@ public:
     /// The bottom ends, whatever the phase.
     void turn();
 
-    Phase phase() const { return m_phase; }
-    double depth() const { return m_depth; }
-    double metresPerMinuteUp() const { return -m_speed * 60; }
-    double secondsInWater() const { return m_inwater; }
-    double firstLevel() const { return m_legs.front().depth; }
+    Phase phase() const { return phase_; }
+    double depth() const { return depth_; }
+    double metresPerMinuteUp() const { return -speed_ * 60; }
+    double secondsInWater() const { return inwater_; }
+    double firstLevel() const { return legs_.front().depth; }
 
 private:
     struct Leg {
@@ -43,24 +43,24 @@ private:
     bool lapsing(double stop);
     void swim(double wanted, double up, double seconds);
 
-    DivePlan m_plan;
-    double m_wait;
-    double m_bottom;
-    Random m_random;
-    Wander m_sway{40, 0.55};
-    Wander m_hold{20, 0.16};
-    std::vector<Leg> m_legs;
-    Phase m_phase = Phase::Waiting;
-    double m_depth = 0;
-    double m_speed = 0; ///< metres in a second, downward
-    double m_time = 0;
-    double m_inwater = 0;
-    double m_arrival = 0;      ///< seconds in the water, at the first level
-    double m_downrate = 0;     ///< metres in a second
-    double m_safetyleft = 180; ///< of the stop at five metres that a dive without a ceiling makes
-    double m_checkleft = 0;    ///< of the bubble check on the way down
-    double m_lapseleft = 35;
-    double m_stopheld = 0;
+    DivePlan plan_;
+    double wait_;
+    double bottom_;
+    Random random_;
+    Wander sway_{40, 0.55};
+    Wander hold_{20, 0.16};
+    std::vector<Leg> legs_;
+    Phase phase_ = Phase::Waiting;
+    double depth_ = 0;
+    double speed_ = 0; ///< metres in a second, downward
+    double time_ = 0;
+    double inwater_ = 0;
+    double arrival_ = 0;      ///< seconds in the water, at the first level
+    double downrate_ = 0;     ///< metres in a second
+    double safetyleft_ = 180; ///< of the stop at five metres that a dive without a ceiling makes
+    double checkleft_ = 0;    ///< of the bubble check on the way down
+    double lapseleft_ = 35;
+    double stopheld_ = 0;
 };
 
 } // namespace benthor::simulator

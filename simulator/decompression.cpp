@@ -36,10 +36,10 @@ double schreiner(double tension, double begin, double end, double minutes, doubl
 } // namespace
 
 Interval::Interval(double minutes)
-    : m_minutes(minutes) {
+    : minutes_(minutes) {
     for (int i = 0; i < compartmentcount; ++i) {
-        m_n2kept[i] = std::exp2(-minutes / zhl16c[i].n2halftime);
-        m_hekept[i] = std::exp2(-minutes / zhl16c[i].hehalftime);
+        n2kept_[i] = std::exp2(-minutes / zhl16c[i].n2halftime);
+        hekept_[i] = std::exp2(-minutes / zhl16c[i].hehalftime);
     }
 }
 
@@ -47,9 +47,9 @@ void Interval::load(Tissues& tissues, const Inert& begin, const Inert& end) cons
     for (int i = 0; i < compartmentcount; ++i) {
         const Compartment& compartment = zhl16c[i];
         tissues.n2[i] =
-            schreiner(tissues.n2[i], begin.n2, end.n2, m_minutes, compartment.n2halftime, m_n2kept[i]);
+            schreiner(tissues.n2[i], begin.n2, end.n2, minutes_, compartment.n2halftime, n2kept_[i]);
         tissues.he[i] =
-            schreiner(tissues.he[i], begin.he, end.he, m_minutes, compartment.hehalftime, m_hekept[i]);
+            schreiner(tissues.he[i], begin.he, end.he, minutes_, compartment.hehalftime, hekept_[i]);
     }
 }
 
@@ -88,28 +88,28 @@ double toleratedBar(const Tissues& tissues, double gradientfactor) {
 }
 
 Decompression::Decompression(double surfacebar, GradientFactors factors, double laststopmetres)
-    : m_surface(surfacebar)
-    , m_factors(factors)
-    , m_laststop(laststopmetres)
-    , m_tissues(saturatedAt(surfacebar)) {}
+    : surface_(surfacebar)
+    , factors_(factors)
+    , laststop_(laststopmetres)
+    , tissues_(saturatedAt(surfacebar)) {}
 
 void Decompression::load(const Interval& interval, const Inert& begin, const Inert& end) {
-    interval.load(m_tissues, begin, end);
-    m_anchor = std::max(m_anchor, (toleratedBar(m_tissues, m_factors.low) - m_surface) / barpermetre);
+    interval.load(tissues_, begin, end);
+    anchor_ = std::max(anchor_, (toleratedBar(tissues_, factors_.low) - surface_) / barpermetre);
 }
 
 double Decompression::ceiling(double depth) const {
-    const double reach = std::max(3.0, m_anchor);
-    const double share = std::clamp((depth - m_laststop) / reach, 0.0, 1.0);
-    const double factor = m_factors.high + (m_factors.low - m_factors.high) * share;
-    return std::max(0.0, (toleratedBar(m_tissues, factor) - m_surface) / barpermetre);
+    const double reach = std::max(3.0, anchor_);
+    const double share = std::clamp((depth - laststop_) / reach, 0.0, 1.0);
+    const double factor = factors_.high + (factors_.low - factors_.high) * share;
+    return std::max(0.0, (toleratedBar(tissues_, factor) - surface_) / barpermetre);
 }
 
 double Decompression::stopFor(double ceiling) const {
     if (ceiling <= 0) {
         return 0;
     }
-    return std::max(m_laststop, 3 * std::ceil(ceiling / 3));
+    return std::max(laststop_, 3 * std::ceil(ceiling / 3));
 }
 
 double ascentRate(double depth, double laststop) {

@@ -48,15 +48,15 @@ class Interval {
 public:
     explicit Interval(double minutes);
 
-    double minutes() const { return m_minutes; }
+    double minutes() const { return minutes_; }
 
     /// Schreiner's equation for every compartment: the inspired pressures go evenly from `begin` to `end`.
     void load(Tissues& tissues, const Inert& begin, const Inert& end) const;
 
 private:
-    double m_minutes;
-    std::array<double, compartmentcount> m_n2kept{};
-    std::array<double, compartmentcount> m_hekept{};
+    double minutes_;
+    std::array<double, compartmentcount> n2kept_{};
+    std::array<double, compartmentcount> hekept_{};
 };
 
 /// Tissues of one who has long breathed air at that surface pressure.
@@ -76,10 +76,10 @@ class Decompression {
 public:
     Decompression(double surfacebar, GradientFactors factors, double laststopmetres);
 
-    double ambientBar(double depth) const { return m_surface + depth * barpermetre; }
-    double surfaceBar() const { return m_surface; }
-    double laststop() const { return m_laststop; }
-    const Tissues& tissues() const { return m_tissues; }
+    double ambientBar(double depth) const { return surface_ + depth * barpermetre; }
+    double surfaceBar() const { return surface_; }
+    double laststop() const { return laststop_; }
+    const Tissues& tissues() const { return tissues_; }
 
     void load(const Interval& interval, const Inert& begin, const Inert& end);
 
@@ -92,11 +92,11 @@ public:
     double stopFor(double ceiling) const;
 
 private:
-    double m_surface;
-    GradientFactors m_factors;
-    double m_laststop;
-    double m_anchor = 0;
-    Tissues m_tissues;
+    double surface_;
+    GradientFactors factors_;
+    double laststop_;
+    double anchor_ = 0;
+    Tissues tissues_;
 };
 
 /// Metres in a second that a diver goes up at that depth.

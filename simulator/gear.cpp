@@ -20,55 +20,55 @@ GearSizes gearFor(const DivePlan& plan, double expectedseconds) {
 }
 
 Cylinders::Cylinders(const DivePlan& plan, const GearSizes& sizes)
-    : m_sizes(sizes)
-    , m_diluent(plan.diluentbar)
-    , m_oxygen(plan.oxygenbar) {}
+    : sizes_(sizes)
+    , diluent_(plan.diluentbar)
+    , oxygen_(plan.oxygenbar) {}
 
 void Cylinders::takeDiluent(double litres) {
-    m_diluent = std::max(0.0, m_diluent - litres / m_sizes.diluentlitres);
+    diluent_ = std::max(0.0, diluent_ - litres / sizes_.diluentlitres);
 }
 
 void Cylinders::takeOxygen(double litres) {
-    m_oxygen = std::max(0.0, m_oxygen - litres / m_sizes.oxygenlitres);
+    oxygen_ = std::max(0.0, oxygen_ - litres / sizes_.oxygenlitres);
 }
 
 Power::Power(const GearSizes& sizes, Random random)
-    : m_hoursofmain(sizes.batteryhours)
-    , m_random(random) {
-    m_fresh = m_random.between(6.15, 6.4);
-    m_freshbackup = m_random.between(3.55, 3.66);
-    m_main = m_fresh;
-    m_backup = m_freshbackup;
+    : hoursofmain_(sizes.batteryhours)
+    , random_(random) {
+    fresh_ = random_.between(6.15, 6.4);
+    freshbackup_ = random_.between(3.55, 3.66);
+    main_ = fresh_;
+    backup_ = freshbackup_;
 }
 
 void Power::draw(double pulselitres, double temperature, double seconds) {
     constexpr double sagseconds = 60;
-    m_hours += seconds / 3600;
-    const double used = std::min(1.2, m_hours / m_hoursofmain);
+    hours_ += seconds / 3600;
+    const double used = std::min(1.2, hours_ / hoursofmain_);
     const double duty = std::min(1.0, pulselitres * 60 / seconds / 6);
-    m_sag += (0.3 * duty - m_sag) * (1 - std::exp(-seconds / sagseconds));
+    sag_ += (0.3 * duty - sag_) * (1 - std::exp(-seconds / sagseconds));
     const double cold = std::max(0.0, 25 - temperature) * 0.006;
-    m_main = m_fresh - 0.55 * used - 0.3 * std::pow(used, 5) - m_sag - cold + 0.004 * m_random.bell();
-    m_backup = m_freshbackup - 0.12 * used - cold / 3 + 0.002 * m_random.bell();
+    main_ = fresh_ - 0.55 * used - 0.3 * std::pow(used, 5) - sag_ - cold + 0.004 * random_.bell();
+    backup_ = freshbackup_ - 0.12 * used - cold / 3 + 0.002 * random_.bell();
 }
 
 Thermometer::Thermometer(const DivePlan& plan)
-    : m_surface(plan.surfacetemperature)
-    , m_bottom(plan.bottomtemperature)
-    , m_thermocline(plan.thermoclinemetres)
-    , m_seen(plan.surfacetemperature + 2) {}
+    : surface_(plan.surfacetemperature)
+    , bottom_(plan.bottomtemperature)
+    , thermocline_(plan.thermoclinemetres)
+    , seen_(plan.surfacetemperature + 2) {}
 
 double Thermometer::water(double depth) const {
     constexpr double layermetres = 1.6;
-    const double below = 1 / (1 + std::exp((m_thermocline - depth) / layermetres));
+    const double below = 1 / (1 + std::exp((thermocline_ - depth) / layermetres));
     // A trace of warmth is lost steadily with depth as well.
-    return m_surface + (m_bottom - m_surface) * below - 0.01 * depth;
+    return surface_ + (bottom_ - surface_) * below - 0.01 * depth;
 }
 
 double Thermometer::read(double depth, double seconds) {
     constexpr double housingseconds = 75;
-    m_seen += (water(depth) - m_seen) * (1 - std::exp(-seconds / housingseconds));
-    return m_seen;
+    seen_ += (water(depth) - seen_) * (1 - std::exp(-seconds / housingseconds));
+    return seen_;
 }
 
 } // namespace benthor::simulator

@@ -24,13 +24,13 @@ public:
     void takeDiluent(double litres);
     void takeOxygen(double litres);
 
-    double diluentBar() const { return m_diluent; }
-    double oxygenBar() const { return m_oxygen; }
+    double diluentBar() const { return diluent_; }
+    double oxygenBar() const { return oxygen_; }
 
 private:
-    GearSizes m_sizes;
-    double m_diluent;
-    double m_oxygen;
+    GearSizes sizes_;
+    double diluent_;
+    double oxygen_;
 };
 
 /// The main battery, two cells in a row that feed the solenoid, and the backup battery.
@@ -41,18 +41,18 @@ public:
     /// `pulselitres`: oxygen that the solenoid let through, a measure of how long it drew current.
     void draw(double pulselitres, double temperature, double seconds);
 
-    double mainVolts() const { return m_main; }
-    double backupVolts() const { return m_backup; }
+    double mainVolts() const { return main_; }
+    double backupVolts() const { return backup_; }
 
 private:
-    double m_hoursofmain;
-    Random m_random;
-    double m_fresh;
-    double m_freshbackup;
-    double m_hours = 0;
-    double m_sag = 0;
-    double m_main;
-    double m_backup;
+    double hoursofmain_;
+    Random random_;
+    double fresh_;
+    double freshbackup_;
+    double hours_ = 0;
+    double sag_ = 0;
+    double main_;
+    double backup_;
 };
 
 /// Water by depth: a warm upper layer, a cold lower one, and the sensor's housing that follows slowly.
@@ -65,10 +65,10 @@ public:
 private:
     double water(double depth) const;
 
-    double m_surface;
-    double m_bottom;
-    double m_thermocline;
-    double m_seen;
+    double surface_;
+    double bottom_;
+    double thermocline_;
+    double seen_;
 };
 
 } // namespace benthor::simulator

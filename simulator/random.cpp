@@ -7,7 +7,7 @@ namespace benthor::simulator {
 
 Random::Random(std::uint64_t seed, std::uint64_t stream) {
     std::uint64_t counter = seed ^ (stream * 0xD1342543DE82EF95ULL);
-    for (std::uint64_t& word : m_state) {
+    for (std::uint64_t& word : state_) {
         counter += 0x9E3779B97F4A7C15ULL;
         std::uint64_t mixed = counter;
         mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9ULL;
@@ -17,14 +17,14 @@ Random::Random(std::uint64_t seed, std::uint64_t stream) {
 }
 
 std::uint64_t Random::bits() {
-    const std::uint64_t result = std::rotl(m_state[1] * 5, 7) * 9;
-    const std::uint64_t shifted = m_state[1] << 17;
-    m_state[2] ^= m_state[0];
-    m_state[3] ^= m_state[1];
-    m_state[1] ^= m_state[2];
-    m_state[0] ^= m_state[3];
-    m_state[2] ^= shifted;
-    m_state[3] = std::rotl(m_state[3], 45);
+    const std::uint64_t result = std::rotl(state_[1] * 5, 7) * 9;
+    const std::uint64_t shifted = state_[1] << 17;
+    state_[2] ^= state_[0];
+    state_[3] ^= state_[1];
+    state_[1] ^= state_[2];
+    state_[0] ^= state_[3];
+    state_[2] ^= shifted;
+    state_[3] = std::rotl(state_[3], 45);
     return result;
 }
 
@@ -53,9 +53,9 @@ double Random::bell() {
 }
 
 double Wander::next(Random& random, double seconds) {
-    const double kept = std::exp(-seconds / m_memory);
-    m_value = m_value * kept + m_spread * std::sqrt(1 - kept * kept) * random.bell();
-    return m_value;
+    const double kept = std::exp(-seconds / memory_);
+    value_ = value_ * kept + spread_ * std::sqrt(1 - kept * kept) * random.bell();
+    return value_;
 }
 
 } // namespace benthor::simulator

@@ -31,23 +31,23 @@ public:
     double bell();
 
 private:
-    std::array<std::uint64_t, 4> m_state{};
+    std::array<std::uint64_t, 4> state_{};
 };
 
 /// A value that wanders about 0 with a memory of `memoryseconds` and a standard deviation of `spread`.
 class Wander {
 public:
     Wander(double memoryseconds, double spread)
-        : m_memory(memoryseconds)
-        , m_spread(spread) {}
+        : memory_(memoryseconds)
+        , spread_(spread) {}
 
     double next(Random& random, double seconds);
-    double value() const { return m_value; }
+    double value() const { return value_; }
 
 private:
-    double m_memory;
-    double m_spread;
-    double m_value = 0;
+    double memory_;
+    double spread_;
+    double value_ = 0;
 };
 
 } // namespace benthor::simulator

@@ -19,24 +19,24 @@ public:
 
     void work(double co2litres, double gastemperature, double seconds);
 
-    double capacityLitres() const { return m_capacity; }
+    double capacityLitres() const { return capacity_; }
     double percentLeft() const;
 
     /// Carbon dioxide behind the canister, mbar.
     double breakthrough() const;
 
     /// Degrees Celsius along stick 0 to 2.
-    const std::array<double, thermistorcount>& stick(int number) const { return m_sticks[number]; }
+    const std::array<double, thermistorcount>& stick(int number) const { return sticks_[number]; }
 
 private:
     double wanted(int stick, int thermistor, double gastemperature, double heat) const;
 
-    double m_capacity;
-    double m_used;
-    double m_heat = 0; ///< litres of carbon dioxide a minute, as the bed's warmth follows it
-    std::array<double, stickcount> m_ahead{};
-    std::array<double, stickcount> m_warmth{};
-    std::array<std::array<double, thermistorcount>, stickcount> m_sticks{};
+    double capacity_;
+    double used_;
+    double heat_ = 0; ///< litres of carbon dioxide a minute, as the bed's warmth follows it
+    std::array<double, stickcount> ahead_{};
+    std::array<double, stickcount> warmth_{};
+    std::array<std::array<double, thermistorcount>, stickcount> sticks_{};
 };
 
 } // namespace benthor::simulator

@@ -19,11 +19,11 @@ public:
     Sample nextSample();
 
     bool finished() const;
-    const Decompression& decompression() const { return m_decompression; }
-    const Scrubber& scrubber() const { return m_scrubber; }
-    bool openCircuit() const { return m_open; }
-    double otu() const { return m_otu; }
-    double usageSeconds() const { return m_usage; }
+    const Decompression& decompression() const { return decompression_; }
+    const Scrubber& scrubber() const { return scrubber_; }
+    bool openCircuit() const { return open_; }
+    double otu() const { return otu_; }
+    double usageSeconds() const { return usage_; }
 
 private:
     void step();
@@ -45,44 +45,44 @@ private:
     static double waitSeconds(const DivePlan& plan);
     static double bottomSeconds(const DivePlan& plan);
 
-    DivePlan m_plan;
-    GasTable m_gases;
-    double m_step;
-    int m_stepsasample;
-    Interval m_interval;
-    GearSizes m_sizes;
-    Course m_course;
-    Decompression m_decompression;
-    BreathingLoop m_loop;
-    OxygenCells m_cells;
-    Solenoid m_solenoid;
-    Scrubber m_scrubber;
-    Cylinders m_cylinders;
-    Power m_power;
-    Thermometer m_thermometer;
-    AlarmWatch m_alarms;
-    Random m_random;
-    Wander m_effort{200, 0.1};
+    DivePlan plan_;
+    GasTable gases_;
+    double step_;
+    int stepsasample_;
+    Interval interval_;
+    GearSizes sizes_;
+    Course course_;
+    Decompression decompression_;
+    BreathingLoop loop_;
+    OxygenCells cells_;
+    Solenoid solenoid_;
+    Scrubber scrubber_;
+    Cylinders cylinders_;
+    Power power_;
+    Thermometer thermometer_;
+    AlarmWatch alarms_;
+    Random random_;
+    Wander effort_{200, 0.1};
 
-    double m_seconds = 0;
-    double m_ceiling = 0;
-    double m_work = 0.6;   ///< litres of oxygen a minute
-    double m_injected = 0; ///< litres, since the last sample
-    double m_bound = 0;    ///< litres of carbon dioxide, since the last sample
-    double m_nextturncheck = 0;
-    double m_lowseconds = 0; ///< for how long the oxygen has been far below the setpoint
-    double m_afloat = 0;
-    double m_otu = 0;
-    double m_usage = 0;
-    double m_temperature = 0;
-    int m_gas = diluentplace;
-    bool m_switched = false; ///< to the high setpoint
-    bool m_over = false;     ///< the time at the bottom
-    bool m_dead = false;     ///< the solenoid
-    bool m_trouble = false;  ///< it has died before
-    bool m_open = false;     ///< breathing the open circuit
-    int m_recorded = 0;
-    std::vector<double> m_marks; ///< moments that the diver will mark
+    double seconds_ = 0;
+    double ceiling_ = 0;
+    double work_ = 0.6;   ///< litres of oxygen a minute
+    double injected_ = 0; ///< litres, since the last sample
+    double bound_ = 0;    ///< litres of carbon dioxide, since the last sample
+    double nextturncheck_ = 0;
+    double lowseconds_ = 0; ///< for how long the oxygen has been far below the setpoint
+    double afloat_ = 0;
+    double otu_ = 0;
+    double usage_ = 0;
+    double temperature_ = 0;
+    int gas_ = diluentplace;
+    bool switched_ = false; ///< to the high setpoint
+    bool over_ = false;     ///< the time at the bottom
+    bool dead_ = false;     ///< the solenoid
+    bool trouble_ = false;  ///< it has died before
+    bool open_ = false;     ///< breathing the open circuit
+    int recorded_ = 0;
+    std::vector<double> marks_; ///< moments that the diver will mark
 };
 
 } // namespace benthor::simulator

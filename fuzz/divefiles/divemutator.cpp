@@ -83,7 +83,7 @@ QByteArray DiveMutator::next() {
     case 3:
         return keywordSoup();
     default:
-        return damaged(m_goodTexts.at(number(static_cast<int>(m_goodTexts.size()))));
+        return damaged(goodTexts_.at(number(static_cast<int>(goodTexts_.size()))));
     }
 }
 

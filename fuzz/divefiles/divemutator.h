@@ -12,21 +12,21 @@ namespace benthor::fuzz {
 class DiveMutator {
 public:
     DiveMutator(quint32 seed, const QByteArrayList& goodTexts)
-        : m_random(seed)
-        , m_goodTexts(goodTexts) {}
+        : random_(seed)
+        , goodTexts_(goodTexts) {}
 
     QByteArray next();
 
 private:
-    int number(int below) { return static_cast<int>(m_random() % static_cast<quint32>(below)); }
+    int number(int below) { return static_cast<int>(random_() % static_cast<quint32>(below)); }
     char byte() { return static_cast<char>(number(256)); }
     QByteArray noise(int most);
     QByteArray value();
     QByteArray keywordSoup();
     QByteArray damaged(QByteArray text);
 
-    std::mt19937 m_random;
-    QByteArrayList m_goodTexts;
+    std::mt19937 random_;
+    QByteArrayList goodTexts_;
 };
 
 } // namespace benthor::fuzz

@@ -39,24 +39,24 @@ using AcceptByte = bool (*)(char);
 class ByteReader {
 public:
     explicit ByteReader(QByteArrayView bytes)
-        : m_bytes(bytes) {}
-    char next() { return atEnd() ? '\0' : m_bytes[m_next++]; }
-    bool atEnd() const { return m_next >= m_bytes.size(); }
+        : bytes_(bytes) {}
+    char next() { return atEnd() ? '\0' : bytes_[next_++]; }
+    bool atEnd() const { return next_ >= bytes_.size(); }
 
 private:
-    QByteArrayView m_bytes;
-    qsizetype m_next = 0;
+    QByteArrayView bytes_;
+    qsizetype next_ = 0;
 };
 
 class Scan {
 public:
     explicit Scan(QByteArrayView file)
-        : m_reader(file) {}
+        : reader_(file) {}
 
     HeaderScan run() {
         std::string scratch;
-        for (int round = 0; round < kRounds && m_result.outcome == ScanOutcome::Finished; ++round) {
-            scratch += m_reader.next();
+        for (int round = 0; round < kRounds && result_.outcome == ScanOutcome::Finished; ++round) {
+            scratch += reader_.next();
             // Emptied at every match, the text can hold a keyword only at its end.
             for (const Keyword& keyword : kKeywords) {
                 if (scratch.back() == keyword.word.back() && scratch.ends_with(keyword.word)) {
@@ -66,7 +66,7 @@ public:
                 }
             }
         }
-        return std::move(m_result);
+        return std::move(result_);
     }
 
 private:
@@ -79,7 +79,7 @@ private:
     void readVersion() {
         QByteArray version;
         for (int i = 0; i < kVersionBytes; ++i) {
-            const char c = m_reader.next();
+            const char c = reader_.next();
             if (c == kCr) {
                 break;
             }
@@ -89,12 +89,12 @@ private:
     }
 
     void readInterval() {
-        if (!m_versionSeen) {
+        if (!versionSeen_) {
             beginDive(kNoVersion);
         }
         const std::optional<QByteArray> value = restOfLine(isNumberByte);
         if (value) {
-            m_intervalSeen = true;
+            intervalSeen_ = true;
             const bool tooLong = platform::leadingNumber(QByteArrayView(*value)) >= kIntervalLimit;
             put(HeaderField::Interval, tooLong ? kUsualInterval : *value);
         }
@@ -107,35 +107,35 @@ private:
     }
 
     void readStart() {
-        if (!m_versionSeen) {
-            m_result.outcome = ScanOutcome::VersionMissing;
+        if (!versionSeen_) {
+            result_.outcome = ScanOutcome::VersionMissing;
             return;
         }
         supplyInterval();
-        m_startSeen = true;
+        startSeen_ = true;
         if (const std::optional<QByteArray> code = value(isDigit, kValueBytes)) {
-            m_startcode = *code;
-            put(HeaderField::Start, m_startcode);
+            startcode_ = *code;
+            put(HeaderField::Start, startcode_);
         }
     }
 
     void readFinish() {
         supplyStart();
-        if (!m_versionSeen || !m_intervalSeen) {
+        if (!versionSeen_ || !intervalSeen_) {
             return;
         }
-        m_finishSeen = true;
+        finishSeen_ = true;
         if (const std::optional<QByteArray> code = value(isDigit, kValueBytes)) {
-            act(PutFinish{m_startcode, *code});
+            act(PutFinish{startcode_, *code});
         }
     }
 
     void readMaxDepth() {
-        if (!m_finishSeen && m_versionSeen) {
+        if (!finishSeen_ && versionSeen_) {
             supplyStart();
             supplyInterval();
-            m_finishSeen = true;
-            act(PutFinish{m_startcode, kNoFinish});
+            finishSeen_ = true;
+            act(PutFinish{startcode_, kNoFinish});
         }
         readNumber(HeaderField::MaxD);
     }
@@ -155,21 +155,21 @@ private:
 
     void readGas() { readFields<AddGas>(ScanOutcome::GasTooMany); }
     void readTissue() { readFields<AddTissue>(ScanOutcome::TissueTooMany); }
-    void readProfile() { ++m_result.profiles; }
+    void readProfile() { ++result_.profiles; }
 
     /// A value line in its two steps: the comma, then the value up to its CR. Nothing when either is out of
     /// its range.
     std::optional<QByteArray> value(AcceptByte accept, int limit) {
         bool comma = false;
         for (int i = 0; i < kCommaBytes && !comma; ++i) {
-            comma = m_reader.next() == ',';
+            comma = reader_.next() == ',';
         }
         if (!comma) {
             return std::nullopt;
         }
         QByteArray text;
         for (int i = 0; i < limit; ++i) {
-            const char c = m_reader.next();
+            const char c = reader_.next();
             if (c == kCr) {
                 return text;
             }
@@ -183,8 +183,8 @@ private:
     /// What stands before the next CR. Nothing when the file ends first: zero bytes would follow for ever.
     std::optional<QByteArray> restOfLine(AcceptByte accept) {
         QByteArray text;
-        while (!m_reader.atEnd()) {
-            const char c = m_reader.next();
+        while (!reader_.atEnd()) {
+            const char c = reader_.next();
             if (c == kCr) {
                 return text;
             }
@@ -206,7 +206,7 @@ private:
         Row row;
         size_t field = 0;
         for (;;) {
-            const char c = m_reader.next();
+            const char c = reader_.next();
             if (c == kCr) {
                 row.fields[field] += c;
                 act(std::move(row));
@@ -218,47 +218,47 @@ private:
                 row.fields[field] += c;
             }
             if (field >= row.fields.size() || row.fields[field].size() > kFieldBytes) {
-                m_result.outcome = fault;
+                result_.outcome = fault;
                 return;
             }
         }
     }
 
     void beginDive(const QByteArray& version) {
-        m_versionSeen = true;
+        versionSeen_ = true;
         act(NewDive{version});
     }
 
     void supplyInterval() {
-        if (!m_intervalSeen) {
-            m_intervalSeen = true;
+        if (!intervalSeen_) {
+            intervalSeen_ = true;
             put(HeaderField::Interval, kUsualInterval);
         }
     }
 
     void supplyStart() {
-        if (!m_startSeen && m_versionSeen) {
-            m_startSeen = true;
-            m_startcode = kNoStart;
-            put(HeaderField::Start, m_startcode);
+        if (!startSeen_ && versionSeen_) {
+            startSeen_ = true;
+            startcode_ = kNoStart;
+            put(HeaderField::Start, startcode_);
         }
     }
 
     void put(HeaderField field, const QByteArray& text) { act(PutField{field, text}); }
 
     void act(HeaderAction action) {
-        if (m_versionSeen) {
-            m_result.actions.push_back(std::move(action));
+        if (versionSeen_) {
+            result_.actions.push_back(std::move(action));
         }
     }
 
-    ByteReader m_reader;
-    HeaderScan m_result;
-    bool m_versionSeen = false;
-    bool m_intervalSeen = false;
-    bool m_startSeen = false;
-    bool m_finishSeen = false;
-    QByteArray m_startcode; ///< empty when the line's value was lost
+    ByteReader reader_;
+    HeaderScan result_;
+    bool versionSeen_ = false;
+    bool intervalSeen_ = false;
+    bool startSeen_ = false;
+    bool finishSeen_ = false;
+    QByteArray startcode_; ///< empty when the line's value was lost
 };
 
 const std::array<Scan::Keyword, 16> Scan::kKeywords{{

@@ -56,15 +56,15 @@ template <size_t Count> std::array<QString, Count> latin1(const std::array<QByte
 class RowWriter {
 public:
     RowWriter(const QString& stamp, const QString& name)
-        : m_stamp(stamp)
-        , m_name(name) {}
+        : stamp_(stamp)
+        , name_(name) {}
 
     /// Whether the store took every serial.
-    bool serialTaken() const { return m_serialTaken; }
+    bool serialTaken() const { return serialTaken_; }
 
     void operator()(const NewDive& dive) {
         store::newdive(latin1(dive.version));
-        store::putfilenames(dbtxtname(m_stamp, m_name), m_name);
+        store::putfilenames(dbtxtname(stamp_, name_), name_);
     }
 
     void operator()(const PutField& put) {
@@ -75,7 +75,7 @@ public:
             break;
         case HeaderField::Serial:
             store::putusername(value);
-            m_serialTaken = store::putsuit(value) && m_serialTaken;
+            serialTaken_ = store::putsuit(value) && serialTaken_;
             break;
         case HeaderField::Start:
             store::putstart(value);
@@ -116,102 +116,102 @@ public:
     void operator()(const AddTissue& tissue) { store::addtissuerow(latin1(tissue.fields)); }
 
 private:
-    const QString& m_stamp;
-    const QString& m_name;
-    bool m_serialTaken = true;
+    const QString& stamp_;
+    const QString& name_;
+    bool serialTaken_ = true;
 };
 
 /// What follows every run, however it ends: a flag left behind would stop the timers for good.
 class RunEnd {
 public:
     explicit RunEnd(ImportScreen& screen)
-        : m_screen(screen) {}
+        : screen_(screen) {}
     ~RunEnd() {
-        m_screen.runends();
+        screen_.runends();
         process().importing = false;
     }
     RunEnd(const RunEnd&) = delete;
     RunEnd& operator=(const RunEnd&) = delete;
 
 private:
-    ImportScreen& m_screen;
+    ImportScreen& screen_;
 };
 
 class ImportRun {
 public:
     ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen)
-        : m_folder(folder)
-        , m_state(state)
-        , m_screen(screen) {}
+        : folder_(folder)
+        , state_(state)
+        , screen_(screen) {}
 
     ImportEnd run() {
-        m_state = ImportState{true, importstamp(platform::now()), 0};
-        m_screen.runbegins();
-        m_names = m_folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt"));
-        if (m_names.isEmpty()) {
-            m_screen.nofiles();
+        state_ = ImportState{true, importstamp(platform::now()), 0};
+        screen_.runbegins();
+        names_ = folder_.listFiles(QStringLiteral("new"), QStringLiteral("*.txt"));
+        if (names_.isEmpty()) {
+            screen_.nofiles();
             return ImportEnd::NoFiles;
         }
         try {
             copyAll();
             process().importing = true;
-            m_screen.repaint();
-            for (qsizetype i = 0; i < m_names.size() && m_state.keepimporting; ++i) {
-                const ImportEnd end = importFile(static_cast<int>(i) + 1, m_names[i]);
+            screen_.repaint();
+            for (qsizetype i = 0; i < names_.size() && state_.keepimporting; ++i) {
+                const ImportEnd end = importFile(static_cast<int>(i) + 1, names_[i]);
                 if (end != ImportEnd::Done) {
                     return end;
                 }
             }
         } catch (const ImportFault& fault) {
-            m_screen.message(fault.text);
+            screen_.message(fault.text);
             return ImportEnd::Failed;
         }
-        m_screen.lastfiledone();
-        m_screen.message(QStringLiteral("Dive(s) put into database."));
-        m_screen.showdives();
+        screen_.lastfiledone();
+        screen_.message(QStringLiteral("Dive(s) put into database."));
+        screen_.showdives();
         return ImportEnd::Done;
     }
 
 private:
-    QString waiting(const QString& name) const { return m_folder.path(u"new", name); }
-    QString kept(const QString& name) const { return m_folder.path(u"old", name); }
+    QString waiting(const QString& name) const { return folder_.path(u"new", name); }
+    QString kept(const QString& name) const { return folder_.path(u"old", name); }
 
     /// The first pass: no file is touched before all have their copies.
     void copyAll() {
         if (!process().database.isOpen()) {
-            failFile(m_names.first(), QStringLiteral("The store is not open."));
+            failFile(names_.first(), QStringLiteral("The store is not open."));
         }
-        QDir().mkpath(m_folder.path(u"old"));
+        QDir().mkpath(folder_.path(u"old"));
         qint64 bytes = 0;
-        for (const QString& name : m_names) {
+        for (const QString& name : names_) {
             requireFor(name, platform::copyFile(waiting(name), kept(name), platform::FolderSync::Later));
-            m_screen.filelisted(name);
+            screen_.filelisted(name);
             copyForViewer(name, platform::FolderSync::Later);
             bytes += QFileInfo(waiting(name)).size();
         }
-        requireFor(m_names.first(), platform::syncFolder(m_folder.path(u"old")));
-        static_cast<void>(platform::syncFolder(m_folder.path(u"dbtxt")));
-        m_screen.totals(static_cast<int>(m_names.size()), bytes);
+        requireFor(names_.first(), platform::syncFolder(folder_.path(u"old")));
+        static_cast<void>(platform::syncFolder(folder_.path(u"dbtxt")));
+        screen_.totals(static_cast<int>(names_.size()), bytes);
     }
 
     ImportEnd importFile(int number, const QString& name) {
-        m_screen.filebegins(number, QStringLiteral("System processing : ") + name);
-        m_screen.yield();
+        screen_.filebegins(number, QStringLiteral("System processing : ") + name);
+        screen_.yield();
         platform::faultAt("file");
-        m_screen.stopenabled();
+        screen_.stopenabled();
         const std::optional<QByteArray> bytes = platform::readFile(waiting(name), kHeaderBytesMax);
         if (!bytes) {
             failFile(name, QStringLiteral("It cannot be read."));
         }
         const HeaderScan scan = scanheader(*bytes);
-        m_state.divecounter += scan.profiles;
+        state_.divecounter += scan.profiles;
         if (scan.outcome == ScanOutcome::VersionMissing) {
-            m_screen.message(QStringLiteral("Version or Interval not found !"));
+            screen_.message(QStringLiteral("Version or Interval not found !"));
             return ImportEnd::VersionMissing;
         }
         keepCopy(name);
         if (!storeRows(scan, name)) {
-            m_screen.message(QStringLiteral(
+            screen_.message(QStringLiteral(
                 "Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted.."));
         }
         if (scan.outcome != ScanOutcome::Finished) {
@@ -240,7 +240,7 @@ private:
     /// A dive without this copy is stored all the same.
     void copyForViewer(const QString& name, platform::FolderSync sync) {
         static_cast<void>(platform::copyFile(
-            waiting(name), m_folder.path(u"dbtxt", copyname(m_state.importstamp, name)), sync));
+            waiting(name), folder_.path(u"dbtxt", copyname(state_.importstamp, name)), sync));
     }
 
     /// All rows of one file or none. False when the store refused a serial.
@@ -250,7 +250,7 @@ private:
         }
         const QString before = process().currentdiveid;
         try {
-            RowWriter writer(m_state.importstamp, name);
+            RowWriter writer(state_.importstamp, name);
             platform::Transaction transaction(process().database);
             for (const HeaderAction& action : scan.actions) {
                 std::visit(writer, action);
@@ -265,13 +265,13 @@ private:
 
     /// What is told of a file with a faulty line: the rows read so far stay, the file goes to `corrupt`.
     void setAside(const QString& name, ScanOutcome outcome) {
-        m_screen.message(outcome == ScanOutcome::GasTooMany
-                             ? QStringLiteral("Errors Gas - Too many parameters  !")
-                             : QStringLiteral("Errors Tissue - Too many parametre  !"));
-        QDir().mkpath(m_folder.path(u"corrupt"));
-        if (const FileResult copied = platform::copyFile(waiting(name), m_folder.path(u"corrupt", name));
+        screen_.message(outcome == ScanOutcome::GasTooMany
+                            ? QStringLiteral("Errors Gas - Too many parameters  !")
+                            : QStringLiteral("Errors Tissue - Too many parametre  !"));
+        QDir().mkpath(folder_.path(u"corrupt"));
+        if (const FileResult copied = platform::copyFile(waiting(name), folder_.path(u"corrupt", name));
             !copied) {
-            m_screen.message(
+            screen_.message(
                 QStringLiteral("The file \"%1\" cannot be copied to the folder \"corrupt\".\n%2\n\nIts copy "
                                "in the folder \"old\" is whole.")
                     .arg(name, copied.error));
@@ -279,10 +279,10 @@ private:
         process().mainrecordset.close();
     }
 
-    const platform::ProgramFolder& m_folder;
-    ImportState& m_state;
-    ImportScreen& m_screen;
-    QStringList m_names;
+    const platform::ProgramFolder& folder_;
+    ImportState& state_;
+    ImportScreen& screen_;
+    QStringList names_;
 };
 
 } // namespace

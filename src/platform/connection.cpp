@@ -98,8 +98,8 @@ void Connection::open(const QString& path) {
         database->exec("SELECT count(*) FROM sqlite_master");
         SQLite::Statement journal(*database, "PRAGMA journal_mode = DELETE");
         journal.executeStep();
-        m_database = std::move(database);
-        m_path = path;
+        database_ = std::move(database);
+        path_ = path;
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The store %1 cannot be opened").arg(QDir::toNativeSeparators(path)),
                         error);
@@ -107,36 +107,36 @@ void Connection::open(const QString& path) {
 }
 
 void Connection::close() {
-    m_prepared.clear();
-    m_database.reset();
-    m_path.clear();
-    m_depth = 0;
-    m_broken = false;
+    prepared_.clear();
+    database_.reset();
+    path_.clear();
+    depth_ = 0;
+    broken_ = false;
 }
 
 SQLite::Database& Connection::database() {
-    if (!m_database) {
+    if (!database_) {
         throw StoreError(QStringLiteral("The store is not open."));
     }
-    return *m_database;
+    return *database_;
 }
 
 PreparedQuery& Connection::prepareRows(const std::string& sql) {
-    const auto found = m_prepared.find(sql);
-    if (found != m_prepared.end()) {
+    const auto found = prepared_.find(sql);
+    if (found != prepared_.end()) {
         return found->second;
     }
     std::string table;
     SQLite::Statement statement = statementWithRowNumber(database(), sql, table);
     auto shape = shapeOf(statement, table);
-    return m_prepared.emplace(sql, PreparedQuery{std::move(statement), std::move(shape)}).first->second;
+    return prepared_.emplace(sql, PreparedQuery{std::move(statement), std::move(shape)}).first->second;
 }
 
 int Connection::run(const std::string& sql, const std::vector<Value>& values) {
     passFault("change");
-    auto found = m_prepared.find(sql);
-    if (found == m_prepared.end()) {
-        found = m_prepared.emplace(sql, PreparedQuery{SQLite::Statement(database(), sql), nullptr}).first;
+    auto found = prepared_.find(sql);
+    if (found == prepared_.end()) {
+        found = prepared_.emplace(sql, PreparedQuery{SQLite::Statement(database(), sql), nullptr}).first;
     }
     SQLite::Statement& statement = found->second.statement;
     const StatementUse use(statement);
@@ -147,28 +147,28 @@ int Connection::run(const std::string& sql, const std::vector<Value>& values) {
 }
 
 void Connection::forgetPrepared() {
-    m_prepared.clear();
+    prepared_.clear();
 }
 
 void Connection::begin() {
-    if (m_depth == 0) {
+    if (depth_ == 0) {
         try {
             passFault("begin");
             database().exec("BEGIN IMMEDIATE");
         } catch (const SQLite::Exception& error) {
             throwStoreError(QStringLiteral("The store cannot be changed"), error);
         }
-        m_broken = false;
+        broken_ = false;
     }
-    ++m_depth;
+    ++depth_;
 }
 
 void Connection::commit() {
-    if (m_depth > 1) {
-        --m_depth;
+    if (depth_ > 1) {
+        --depth_;
         return;
     }
-    if (m_broken) {
+    if (broken_) {
         throw StoreError(QStringLiteral("A part of the change failed; nothing of it is kept."));
     }
     try {
@@ -177,20 +177,20 @@ void Connection::commit() {
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The change cannot be stored"), error);
     }
-    m_depth = 0;
+    depth_ = 0;
     faultAt("committed");
 }
 
 void Connection::rollBack() {
-    if (m_depth > 1) {
-        --m_depth;
-        m_broken = true;
+    if (depth_ > 1) {
+        --depth_;
+        broken_ = true;
         return;
     }
-    m_depth = 0;
-    if (m_database && sqlite3_get_autocommit(m_database->getHandle()) == 0) {
+    depth_ = 0;
+    if (database_ && sqlite3_get_autocommit(database_->getHandle()) == 0) {
         try {
-            m_database->exec("ROLLBACK");
+            database_->exec("ROLLBACK");
         } catch (const SQLite::Exception&) {
             close(); // closing rolls back as well, and the next use says that the store is not open
         }

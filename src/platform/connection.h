@@ -33,8 +33,8 @@ class Connection {
 public:
     void open(const QString& path);
     void close();
-    bool isOpen() const { return m_database != nullptr; }
-    QString path() const { return m_path; }
+    bool isOpen() const { return database_ != nullptr; }
+    QString path() const { return path_; }
     SQLite::Database& database();
 
     /// The prepared form of a query that returns rows, its row number behind its last field where rows can be
@@ -50,27 +50,27 @@ public:
     void rollBack(); ///< of a scope that ends without commit
 
 private:
-    std::unique_ptr<SQLite::Database> m_database;
-    std::unordered_map<std::string, PreparedQuery> m_prepared;
-    QString m_path;
-    int m_depth = 0;       ///< scopes that are open, one within the other
-    bool m_broken = false; ///< a scope within the outermost ended without commit
+    std::unique_ptr<SQLite::Database> database_;
+    std::unordered_map<std::string, PreparedQuery> prepared_;
+    QString path_;
+    int depth_ = 0;       ///< scopes that are open, one within the other
+    bool broken_ = false; ///< a scope within the outermost ended without commit
 };
 
 /// Makes a prepared text ready for its next use, however the present one ends.
 class StatementUse {
 public:
     explicit StatementUse(SQLite::Statement& statement)
-        : m_statement(statement) {}
+        : statement_(statement) {}
     ~StatementUse() {
-        m_statement.tryReset();
-        m_statement.clearBindings();
+        statement_.tryReset();
+        statement_.clearBindings();
     }
     StatementUse(const StatementUse&) = delete;
     StatementUse& operator=(const StatementUse&) = delete;
 
 private:
-    SQLite::Statement& m_statement;
+    SQLite::Statement& statement_;
 };
 
 /// The engine's failure as a StoreError.

@@ -7,56 +7,56 @@
 namespace benthor::platform {
 
 Database::Database()
-    : m_connection(std::make_shared<Connection>()) {}
+    : connection_(std::make_shared<Connection>()) {}
 
 Database::~Database() {
     close();
 }
 
 void Database::open(const QString& path) {
-    m_connection->open(path);
+    connection_->open(path);
 }
 
 void Database::close() {
-    m_connection->close();
+    connection_->close();
 }
 
 bool Database::isOpen() const {
-    return m_connection->isOpen();
+    return connection_->isOpen();
 }
 
 QString Database::path() const {
-    return m_connection->path();
+    return connection_->path();
 }
 
 Recordset Database::openRecordset(const Query& query) {
     try {
-        PreparedQuery& prepared = m_connection->prepareRows(query.sql());
+        PreparedQuery& prepared = connection_->prepareRows(query.sql());
         SQLite::Statement& statement = prepared.statement;
         const StatementUse use(statement);
         for (size_t i = 0; i < query.values().size(); ++i) {
             statement.bindNoCopy(static_cast<int>(i) + 1, query.values()[i]);
         }
         Recordset result;
-        result.m_connection = m_connection;
-        result.m_shape = prepared.shape;
-        result.m_width = static_cast<int>(prepared.shape->fields.size());
+        result.connection_ = connection_;
+        result.shape_ = prepared.shape;
+        result.width_ = static_cast<int>(prepared.shape->fields.size());
         const bool numbered = !prepared.shape->table.empty();
         while (statement.executeStep()) {
-            for (int i = 0; i < result.m_width; ++i) {
+            for (int i = 0; i < result.width_; ++i) {
                 const SQLite::Column column = statement.getColumn(i);
                 if (column.isNull()) {
-                    result.m_cells.push_back({});
+                    result.cells_.push_back({});
                 } else {
                     const char* const text = column.getText();
                     const auto length = static_cast<size_t>(column.getBytes());
-                    result.m_cells.push_back({result.m_text.size(), static_cast<int>(length)});
-                    result.m_text.append(text, length);
+                    result.cells_.push_back({result.text_.size(), static_cast<int>(length)});
+                    result.text_.append(text, length);
                 }
             }
-            result.m_rows.push_back({numbered ? statement.getColumn(result.m_width).getInt64() : 0});
+            result.rows_.push_back({numbered ? statement.getColumn(result.width_).getInt64() : 0});
         }
-        result.m_count = static_cast<qsizetype>(result.m_rows.size());
+        result.count_ = static_cast<qsizetype>(result.rows_.size());
         return result;
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The query \"%1\" failed").arg(query.text()), error);
@@ -67,10 +67,10 @@ Recordset Database::openForAdding(const char* table) {
     const std::string sql = std::string("SELECT * FROM ") + table;
     try {
         Recordset result;
-        result.m_shape = m_connection->prepareRows(sql).shape;
-        result.m_connection = m_connection;
-        result.m_width = static_cast<int>(result.m_shape->fields.size());
-        result.m_addOnly = true;
+        result.shape_ = connection_->prepareRows(sql).shape;
+        result.connection_ = connection_;
+        result.width_ = static_cast<int>(result.shape_->fields.size());
+        result.addOnly_ = true;
         return result;
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The query \"%1\" failed").arg(QString::fromStdString(sql)), error);
@@ -83,7 +83,7 @@ void Database::execute(const Query& query) {
         for (const std::string& value : query.values()) {
             values.emplace_back(QString::fromStdString(value));
         }
-        m_connection->run(query.sql(), values);
+        connection_->run(query.sql(), values);
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The query \"%1\" failed").arg(query.text()), error);
     }
@@ -108,15 +108,15 @@ int Database::fieldCount(const QString& table) {
 bool Database::updatable(const QString& table) {
     const Recordset found = openRecordset(sqlWith(
         "SELECT name FROM sqlite_master WHERE type = 'table' AND name = '", table, "' COLLATE NOCASE"));
-    return found.recordCount() > 0 && sqlite3_db_readonly(m_connection->database().getHandle(), "main") == 0;
+    return found.recordCount() > 0 && sqlite3_db_readonly(connection_->database().getHandle(), "main") == 0;
 }
 
 void Database::appendField(const QString& table, const QString& name, int size) {
     try {
-        m_connection->run("ALTER TABLE " + quotedName(table) + " ADD COLUMN " + quotedName(name) + " TEXT(" +
-                              std::to_string(size) + ") COLLATE NOCASE",
-                          {});
-        m_connection->forgetPrepared();
+        connection_->run("ALTER TABLE " + quotedName(table) + " ADD COLUMN " + quotedName(name) + " TEXT(" +
+                             std::to_string(size) + ") COLLATE NOCASE",
+                         {});
+        connection_->forgetPrepared();
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The field %1 cannot be added to the table %2").arg(name, table),
                         error);
@@ -124,19 +124,19 @@ void Database::appendField(const QString& table, const QString& name, int size) 
 }
 
 Transaction::Transaction(Database& database)
-    : m_connection(database.m_connection) {
-    m_connection->begin();
+    : connection_(database.connection_) {
+    connection_->begin();
 }
 
 Transaction::~Transaction() {
-    if (!m_done) {
-        m_connection->rollBack();
+    if (!done_) {
+        connection_->rollBack();
     }
 }
 
 void Transaction::commit() {
-    m_connection->commit();
-    m_done = true;
+    connection_->commit();
+    done_ = true;
 }
 
 } // namespace benthor::platform

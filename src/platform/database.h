@@ -16,7 +16,7 @@ public:
     Database& operator=(const Database&) = delete;
     /// The two change places.
     Database& operator=(Database&& other) noexcept {
-        m_connection.swap(other.m_connection);
+        connection_.swap(other.connection_);
         return *this;
     }
 
@@ -44,7 +44,7 @@ public:
 
 private:
     friend class Transaction;
-    std::shared_ptr<Connection> m_connection;
+    std::shared_ptr<Connection> connection_;
 };
 
 /// All changes of a scope together, or none: rolled back at its end unless committed. Scopes within a scope
@@ -59,8 +59,8 @@ public:
     void commit();
 
 private:
-    std::shared_ptr<Connection> m_connection;
-    bool m_done = false;
+    std::shared_ptr<Connection> connection_;
+    bool done_ = false;
 };
 
 } // namespace benthor::platform

@@ -23,16 +23,16 @@ constexpr mode_t kNewFileMode = 0666; // less the user's umask
 class Descriptor {
 public:
     explicit Descriptor(int number)
-        : m_number(number) {}
+        : number_(number) {}
     ~Descriptor() { close(); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-    int close() { return m_number < 0 ? 0 : ::close(std::exchange(m_number, -1)); }
+    bool isOpen() const { return number_ >= 0; }
+    int number() const { return number_; }
+    int close() { return number_ < 0 ? 0 : ::close(std::exchange(number_, -1)); }
 
 private:
-    int m_number;
+    int number_;
 };
 
 FileResult failure(const char* what, const QString& path, int number) {

@@ -16,11 +16,11 @@ public:
 
     /// False when another copy holds it. Where the folder cannot hold a lock, this copy counts as the only
     /// one.
-    bool held() const { return m_held; }
+    bool held() const { return held_; }
 
 private:
-    int m_file = -1;
-    bool m_held = true;
+    int file_ = -1;
+    bool held_ = true;
 };
 
 } // namespace benthor::platform

@@ -45,7 +45,7 @@ FileResult copyTree(const QString& from, const QString& to) {
 } // namespace
 
 QString ProgramFolder::path(QStringView name) const {
-    return m_root + QLatin1Char('/') + name.toString();
+    return root_ + QLatin1Char('/') + name.toString();
 }
 
 QString ProgramFolder::path(QStringView folder, QStringView name) const {
@@ -54,7 +54,7 @@ QString ProgramFolder::path(QStringView folder, QStringView name) const {
 
 QStringList ProgramFolder::listFiles(const QString& folder, const QString& pattern) const {
     QStringList names =
-        QDir(folder.isEmpty() ? m_root : path(folder)).entryList({pattern}, QDir::Files, QDir::Unsorted);
+        QDir(folder.isEmpty() ? root_ : path(folder)).entryList({pattern}, QDir::Files, QDir::Unsorted);
     std::sort(names.begin(), names.end(), [](const QString& one, const QString& two) {
         const int order = one.compare(two, Qt::CaseInsensitive);
         return order != 0 ? order < 0 : one < two;

@@ -16,9 +16,9 @@ class ProgramFolder {
 public:
     ProgramFolder() = default;
     explicit ProgramFolder(QString root)
-        : m_root(std::move(root)) {}
+        : root_(std::move(root)) {}
 
-    QString root() const { return m_root; }
+    QString root() const { return root_; }
     /// path(u"rb.mdb"), path(u"old", name): no separators in the parts.
     QString path(QStringView name) const;
     QString path(QStringView folder, QStringView name) const;
@@ -33,7 +33,7 @@ public:
     static void setCurrent(const ProgramFolder& folder);
 
 private:
-    QString m_root;
+    QString root_;
 };
 
 /// Where a program folder can be, as the system tells it.

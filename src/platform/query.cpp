@@ -13,28 +13,28 @@ constexpr char kQuote = '\'';
 
 StoreError::StoreError(const QString& text, int code)
     : std::runtime_error(text.toStdString())
-    , m_code(code) {}
+    , code_(code) {}
 
 bool StoreError::refusedValue() const {
-    return m_code == SQLITE_CONSTRAINT || m_code == SQLITE_TOOBIG;
+    return code_ == SQLITE_CONSTRAINT || code_ == SQLITE_TOOBIG;
 }
 
 Value::Value(const QDateTime& moment) {
     if (moment.isValid()) {
-        m_text = moment.toString(QLatin1String(kMomentForm));
+        text_ = moment.toString(QLatin1String(kMomentForm));
     }
 }
 
 QDateTime Value::dateTime() const {
     // "yyyy-mm-dd hh:mm:ss" by hand: lists read thousands of them.
     static constexpr std::string_view kForm = "dddd-dd-dd dd:dd:dd";
-    if (!m_text || m_text->size() != static_cast<qsizetype>(kForm.size())) {
+    if (!text_ || text_->size() != static_cast<qsizetype>(kForm.size())) {
         return {};
     }
     std::array<int, 6> numbers{};
     size_t part = 0;
     for (size_t i = 0; i < kForm.size(); ++i) {
-        const char16_t c = m_text->at(static_cast<qsizetype>(i)).unicode();
+        const char16_t c = text_->at(static_cast<qsizetype>(i)).unicode();
         if (kForm[i] != 'd') {
             if (c != static_cast<char16_t>(kForm[i])) {
                 return {};
@@ -54,41 +54,41 @@ QDateTime Value::dateTime() const {
 
 void Query::add(const char* literal) {
     const std::string_view text(literal);
-    if (!m_valueOpen) {
-        m_sql += text;
+    if (!valueOpen_) {
+        sql_ += text;
         return;
     }
     if (text.empty() || text.front() != kQuote) {
         throw StoreError(QStringLiteral("The query does not close the quote behind a value."));
     }
-    m_sql += text.substr(1);
-    m_valueOpen = false;
+    sql_ += text.substr(1);
+    valueOpen_ = false;
 }
 
 void Query::add(const QString& value) {
-    if (m_sql.empty() || m_sql.back() != kQuote || m_valueOpen) {
+    if (sql_.empty() || sql_.back() != kQuote || valueOpen_) {
         throw StoreError(QStringLiteral("The query does not open a quote before a value."));
     }
     if (value.contains(QLatin1Char(kQuote))) {
         throw StoreError(
             QStringLiteral("Syntax error in the query: the value \"%1\" holds a single quote.").arg(value));
     }
-    m_values.push_back(value.toStdString());
-    m_sql.back() = '?';
-    m_sql += std::to_string(m_values.size());
-    m_valueOpen = true;
+    values_.push_back(value.toStdString());
+    sql_.back() = '?';
+    sql_ += std::to_string(values_.size());
+    valueOpen_ = true;
 }
 
 QString Query::text() const {
     std::string joined;
     size_t next = 0;
-    for (size_t i = 0; i < m_sql.size(); ++i) {
-        if (m_sql[i] != '?' || next >= m_values.size()) {
-            joined += m_sql[i];
+    for (size_t i = 0; i < sql_.size(); ++i) {
+        if (sql_[i] != '?' || next >= values_.size()) {
+            joined += sql_[i];
             continue;
         }
         joined += kQuote;
-        joined += m_values[next];
+        joined += values_[next];
         joined += kQuote;
         i += std::to_string(++next).size();
     }

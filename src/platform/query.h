@@ -17,12 +17,12 @@ public:
     /// `code`: primary result code of the database engine, 0 when the fault is not the engine's.
     explicit StoreError(const QString& text, int code = 0);
     QString text() const { return QString::fromUtf8(what()); }
-    int code() const { return m_code; }
+    int code() const { return code_; }
     /// The store refused a value that its tables do not allow; all else is a fault of the store or the disk.
     bool refusedValue() const;
 
 private:
-    int m_code;
+    int code_;
 };
 
 /// The value of a field: a text, or Null. Null is not an empty text.
@@ -30,21 +30,21 @@ class Value {
 public:
     Value() = default; ///< Null
     Value(const QString& text)
-        : m_text(text) {}
+        : text_(text) {}
     Value(const char* latin1)
-        : m_text(QLatin1String(latin1)) {}
+        : text_(QLatin1String(latin1)) {}
     /// Kept as "yyyy-mm-dd hh:mm:ss", which sorts by time; an invalid moment is Null.
     Value(const QDateTime& moment);
 
-    bool isNull() const { return !m_text.has_value(); }
+    bool isNull() const { return !text_.has_value(); }
     /// Null reads as an empty text.
-    QString text() const { return m_text.value_or(QString()); }
+    QString text() const { return text_.value_or(QString()); }
     /// As UTC, whatever the zone; invalid for Null and for a text that is no date.
     QDateTime dateTime() const;
     bool operator==(const Value&) const = default;
 
 private:
-    std::optional<QString> m_text;
+    std::optional<QString> text_;
 };
 
 /// A text of the query language with its values. Made from a literal, or by sqlWith() where it holds values.
@@ -55,16 +55,16 @@ public:
     /// The whole text, values joined in.
     QString text() const;
     /// The text with ?1, ?2, ... in the places of the values.
-    const std::string& sql() const { return m_sql; }
-    const std::vector<std::string>& values() const { return m_values; }
+    const std::string& sql() const { return sql_; }
+    const std::vector<std::string>& values() const { return values_; }
 
     void add(const char* literal);
     void add(const QString& value);
 
 private:
-    std::string m_sql;
-    std::vector<std::string> m_values;
-    bool m_valueOpen = false; ///< a value was added and its closing quote is still to come
+    std::string sql_;
+    std::vector<std::string> values_;
+    bool valueOpen_ = false; ///< a value was added and its closing quote is still to come
 };
 
 /// sqlWith("SELECT * FROM main WHERE DiveID = '", id, "'"): literals and values in turn, each value between

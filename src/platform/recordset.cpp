@@ -23,49 +23,49 @@ std::string place(const std::vector<Value>& values) {
 } // namespace
 
 void Recordset::moveFirst() {
-    m_mode = Mode::Read;
-    if (m_count == 0) {
+    mode_ = Mode::Read;
+    if (count_ == 0) {
         throw noCurrentRow();
     }
-    m_row = -1;
+    row_ = -1;
     moveNext();
 }
 
 void Recordset::moveLast() {
-    m_mode = Mode::Read;
-    if (m_count == 0) {
+    mode_ = Mode::Read;
+    if (count_ == 0) {
         throw noCurrentRow();
     }
-    m_row = static_cast<qsizetype>(m_rows.size()) - 1;
-    while (m_rows[static_cast<size_t>(m_row)].deleted) {
-        --m_row;
+    row_ = static_cast<qsizetype>(rows_.size()) - 1;
+    while (rows_[static_cast<size_t>(row_)].deleted) {
+        --row_;
     }
 }
 
 void Recordset::moveNext() {
-    m_mode = Mode::Read;
+    mode_ = Mode::Read;
     if (eof()) {
         throw noCurrentRow();
     }
     do {
-        ++m_row;
-    } while (!eof() && m_rows[static_cast<size_t>(m_row)].deleted);
+        ++row_;
+    } while (!eof() && rows_[static_cast<size_t>(row_)].deleted);
 }
 
 int Recordset::fieldCount() const {
-    return m_width;
+    return width_;
 }
 
 QString Recordset::fieldName(int position) const {
-    if (position < 0 || position >= m_width) {
+    if (position < 0 || position >= width_) {
         failReading(position);
     }
-    return m_shape->fields[static_cast<size_t>(position)].name;
+    return shape_->fields[static_cast<size_t>(position)].name;
 }
 
 int Recordset::fieldPosition(QStringView name) const {
-    for (int i = 0; i < m_width; ++i) {
-        if (name.compare(m_shape->fields[static_cast<size_t>(i)].name, Qt::CaseInsensitive) == 0) {
+    for (int i = 0; i < width_; ++i) {
+        if (name.compare(shape_->fields[static_cast<size_t>(i)].name, Qt::CaseInsensitive) == 0) {
             return i;
         }
     }
@@ -73,7 +73,7 @@ int Recordset::fieldPosition(QStringView name) const {
 }
 
 bool Recordset::isDateTime(int position) const {
-    return position >= 0 && position < m_width && m_shape->fields[static_cast<size_t>(position)].dateTime;
+    return position >= 0 && position < width_ && shape_->fields[static_cast<size_t>(position)].dateTime;
 }
 
 Value Recordset::value(int position) const {
@@ -87,31 +87,31 @@ Value Recordset::value(QStringView name) const {
 
 void Recordset::addNew() {
     requireChangeable();
-    m_mode = Mode::Add;
-    m_changes.clear();
+    mode_ = Mode::Add;
+    changes_.clear();
 }
 
 void Recordset::edit() {
     requireChangeable();
     requireRow();
-    m_mode = Mode::Edit;
-    m_changes.clear();
+    mode_ = Mode::Edit;
+    changes_.clear();
 }
 
 void Recordset::set(int position, const Value& value) {
-    if (m_mode == Mode::Read) {
+    if (mode_ == Mode::Read) {
         throw StoreError(QStringLiteral("A field can be set only behind AddNew or Edit."));
     }
-    if (position < 0 || position >= m_width) {
+    if (position < 0 || position >= width_) {
         failReading(position);
     }
-    for (auto& [field, text] : m_changes) {
+    for (auto& [field, text] : changes_) {
         if (field == position) {
             text = value;
             return;
         }
     }
-    m_changes.emplace_back(position, value);
+    changes_.emplace_back(position, value);
 }
 
 void Recordset::set(QStringView name, const Value& value) {
@@ -119,19 +119,19 @@ void Recordset::set(QStringView name, const Value& value) {
 }
 
 void Recordset::update() {
-    const Mode mode = std::exchange(m_mode, Mode::Read);
+    const Mode mode = std::exchange(mode_, Mode::Read);
     if (mode == Mode::Read) {
         throw StoreError(QStringLiteral("Update without AddNew or Edit."));
     }
     try {
         if (mode == Mode::Add) {
             insertRow();
-        } else if (!m_changes.empty()) {
+        } else if (!changes_.empty()) {
             changeRow();
         }
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("A row of the table %1 cannot be written")
-                            .arg(QString::fromStdString(m_shape->table)),
+                            .arg(QString::fromStdString(shape_->table)),
                         error);
     }
 }
@@ -140,50 +140,50 @@ void Recordset::insertRow() {
     std::string names;
     std::string places;
     std::vector<Value> values;
-    for (const auto& [position, value] : m_changes) {
+    for (const auto& [position, value] : changes_) {
         const char* const separator = values.empty() ? "" : ", ";
         values.push_back(value);
         names.append(separator).append(quotedName(fieldName(position)));
         places.append(separator).append(place(values));
     }
     std::string sql = "INSERT INTO ";
-    sql += m_shape->table;
+    sql += shape_->table;
     if (values.empty()) {
         sql += " DEFAULT VALUES";
     } else {
         sql.append(" (").append(names).append(") VALUES (").append(places).append(")");
     }
-    m_connection->run(sql, values);
-    if (m_addOnly) {
+    connection_->run(sql, values);
+    if (addOnly_) {
         return;
     }
-    const qsizetype current = m_row;
-    m_rows.push_back({m_connection->database().getLastInsertRowid()});
-    m_cells.resize(m_cells.size() + static_cast<size_t>(m_width));
-    ++m_count;
-    m_row = static_cast<qsizetype>(m_rows.size()) - 1;
+    const qsizetype current = row_;
+    rows_.push_back({connection_->database().getLastInsertRowid()});
+    cells_.resize(cells_.size() + static_cast<size_t>(width_));
+    ++count_;
+    row_ = static_cast<qsizetype>(rows_.size()) - 1;
     keepChange();
-    m_row = current;
+    row_ = current;
 }
 
 void Recordset::changeRow() {
     std::string sql = "UPDATE ";
-    sql.append(m_shape->table).append(" SET ");
+    sql.append(shape_->table).append(" SET ");
     std::vector<Value> values;
-    for (const auto& [position, value] : m_changes) {
+    for (const auto& [position, value] : changes_) {
         sql.append(values.empty() ? "" : ", ").append(quotedName(fieldName(position))).append(" = ");
         values.push_back(value);
         sql += place(values);
     }
     appendRowCondition(sql, values);
-    if (m_connection->run(sql, values) != 1) {
+    if (connection_->run(sql, values) != 1) {
         throw rowIsGone();
     }
     keepChange();
 }
 
 void Recordset::appendRowCondition(std::string& sql, std::vector<Value>& values) const {
-    values.emplace_back(QString::number(m_rows[static_cast<size_t>(m_row)].id));
+    values.emplace_back(QString::number(rows_[static_cast<size_t>(row_)].id));
     sql.append(" WHERE rowid = ").append(place(values));
     // The engine gives a deleted row's number to a later row; the first field tells the two apart.
     values.push_back(value(0));
@@ -193,35 +193,35 @@ void Recordset::appendRowCondition(std::string& sql, std::vector<Value>& values)
 void Recordset::deleteCurrent() {
     requireChangeable();
     requireRow();
-    m_mode = Mode::Read;
+    mode_ = Mode::Read;
     std::string sql = "DELETE FROM ";
-    sql += m_shape->table;
+    sql += shape_->table;
     std::vector<Value> values;
     appendRowCondition(sql, values);
     try {
-        if (m_connection->run(sql, values) != 1) {
+        if (connection_->run(sql, values) != 1) {
             throw rowIsGone();
         }
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("A row of the table %1 cannot be deleted")
-                            .arg(QString::fromStdString(m_shape->table)),
+                            .arg(QString::fromStdString(shape_->table)),
                         error);
     }
-    m_rows[static_cast<size_t>(m_row)].deleted = true;
-    --m_count;
+    rows_[static_cast<size_t>(row_)].deleted = true;
+    --count_;
 }
 
 void Recordset::keepChange() {
-    const size_t first = static_cast<size_t>(m_row) * static_cast<size_t>(m_width);
-    for (const auto& [position, value] : m_changes) {
-        m_cells[first + static_cast<size_t>(position)] =
+    const size_t first = static_cast<size_t>(row_) * static_cast<size_t>(width_);
+    for (const auto& [position, value] : changes_) {
+        cells_[first + static_cast<size_t>(position)] =
             value.isNull() ? Cell{} : keepText(value.text().toStdString());
     }
 }
 
 Recordset::Cell Recordset::keepText(std::string_view text) {
-    const Cell cell{m_text.size(), static_cast<int>(text.size())};
-    m_text += text;
+    const Cell cell{text_.size(), static_cast<int>(text.size())};
+    text_ += text;
     return cell;
 }
 
@@ -229,7 +229,7 @@ void Recordset::failReading(int position) const {
     if (!isOpen()) {
         throw StoreError(QStringLiteral("The recordset is not open."));
     }
-    if (position < 0 || position >= m_width) {
+    if (position < 0 || position >= width_) {
         throw StoreError(QStringLiteral("The recordset has no field number %1.").arg(position));
     }
     throw noCurrentRow();
@@ -245,13 +245,13 @@ int Recordset::positionOf(QStringView name) const {
 }
 
 void Recordset::requireChangeable() const {
-    if (!isOpen() || m_shape->table.empty()) {
+    if (!isOpen() || shape_->table.empty()) {
         throw StoreError(QStringLiteral("The recordset cannot be changed."));
     }
 }
 
 void Recordset::requireRow() const {
-    if (m_row < 0 || eof() || m_rows[static_cast<size_t>(m_row)].deleted) {
+    if (row_ < 0 || eof() || rows_[static_cast<size_t>(row_)].deleted) {
         throw noCurrentRow();
     }
 }

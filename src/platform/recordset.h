@@ -20,15 +20,15 @@ class Recordset {
 public:
     Recordset() = default; ///< closed: no rows, no fields
 
-    bool isOpen() const { return m_shape != nullptr; }
+    bool isOpen() const { return shape_ != nullptr; }
     void close() { *this = Recordset(); }
 
-    bool bof() const { return m_row < 0 || m_count == 0; }
-    bool eof() const { return m_row >= static_cast<qsizetype>(m_rows.size()); }
+    bool bof() const { return row_ < 0 || count_ == 0; }
+    bool eof() const { return row_ >= static_cast<qsizetype>(rows_.size()); }
     void moveFirst();
     void moveLast();
     void moveNext(); ///< from the last row to eof
-    qsizetype recordCount() const { return m_count; }
+    qsizetype recordCount() const { return count_; }
 
     int fieldCount() const;
     QString fieldName(int position) const;
@@ -46,7 +46,7 @@ public:
         if (cell.length < 0) {
             return std::nullopt;
         }
-        return std::string_view(m_text.data() + cell.offset, static_cast<size_t>(cell.length));
+        return std::string_view(text_.data() + cell.offset, static_cast<size_t>(cell.length));
     }
 
     void addNew(); ///< begins a new row; update() puts it in, behind the others
@@ -72,12 +72,12 @@ private:
     };
 
     const Cell& cellAt(int position) const {
-        if (m_row < 0 || m_row >= static_cast<qsizetype>(m_rows.size()) ||
-            m_rows[static_cast<size_t>(m_row)].deleted || position < 0 || position >= m_width) {
+        if (row_ < 0 || row_ >= static_cast<qsizetype>(rows_.size()) ||
+            rows_[static_cast<size_t>(row_)].deleted || position < 0 || position >= width_) {
             failReading(position);
         }
-        return m_cells[static_cast<size_t>(m_row) * static_cast<size_t>(m_width) +
-                       static_cast<size_t>(position)];
+        return cells_[static_cast<size_t>(row_) * static_cast<size_t>(width_) +
+                      static_cast<size_t>(position)];
     }
     [[noreturn]] void failReading(int position) const;
     int positionOf(QStringView name) const;
@@ -89,17 +89,17 @@ private:
     void changeRow();
     void appendRowCondition(std::string& sql, std::vector<Value>& values) const;
 
-    std::shared_ptr<Connection> m_connection;
-    std::shared_ptr<const RecordsetShape> m_shape;
-    std::string m_text; ///< the texts of all cells, one behind the other
-    std::vector<Cell> m_cells;
-    std::vector<Row> m_rows;
-    int m_width = 0;
-    qsizetype m_row = 0;
-    qsizetype m_count = 0; ///< rows that are not deleted
-    bool m_addOnly = false;
-    Mode m_mode = Mode::Read;
-    std::vector<std::pair<int, Value>> m_changes;
+    std::shared_ptr<Connection> connection_;
+    std::shared_ptr<const RecordsetShape> shape_;
+    std::string text_; ///< the texts of all cells, one behind the other
+    std::vector<Cell> cells_;
+    std::vector<Row> rows_;
+    int width_ = 0;
+    qsizetype row_ = 0;
+    qsizetype count_ = 0; ///< rows that are not deleted
+    bool addOnly_ = false;
+    Mode mode_ = Mode::Read;
+    std::vector<std::pair<int, Value>> changes_;
 };
 
 } // namespace benthor::platform

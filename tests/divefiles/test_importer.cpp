@@ -83,13 +83,13 @@ class TestImporter : public QObject {
 
 private slots:
     void init() {
-        m_clock = std::make_unique<platform::FixedClock>(kMoment);
-        m_program = std::make_unique<test::ProgramFixture>();
-        m_state = {};
+        clock_ = std::make_unique<platform::FixedClock>(kMoment);
+        program_ = std::make_unique<test::ProgramFixture>();
+        state_ = {};
     }
     void cleanup() {
-        m_program.reset();
-        m_clock.reset();
+        program_.reset();
+        clock_.reset();
     }
 
     void headersAreImportedAsTheVectorsSay_data();
@@ -138,18 +138,18 @@ private slots:
 
 private:
     ImportEnd import() {
-        m_screen.clear();
-        return divefiles::importdives(m_program->folder, m_state, m_screen);
+        screen_.clear();
+        return divefiles::importdives(program_->folder, state_, screen_);
     }
     static QStringList locations() {
         return test::ProgramFixture::rows("SELECT Location FROM main ORDER BY DiveID");
     }
-    QStringList newFiles() const { return m_program->names(QStringLiteral("new")); }
+    QStringList newFiles() const { return program_->names(QStringLiteral("new")); }
 
-    std::unique_ptr<platform::FixedClock> m_clock;
-    std::unique_ptr<test::ProgramFixture> m_program;
-    divefiles::ImportState m_state;
-    RecordingScreen m_screen;
+    std::unique_ptr<platform::FixedClock> clock_;
+    std::unique_ptr<test::ProgramFixture> program_;
+    divefiles::ImportState state_;
+    RecordingScreen screen_;
 };
 
 void TestImporter::headersAreImportedAsTheVectorsSay_data() {
@@ -169,20 +169,20 @@ void TestImporter::headersAreImportedAsTheVectorsSay() {
     QFETCH(QString, file);
     QFETCH(QJsonObject, header);
     const QByteArray bytes = vectorFile(file);
-    m_program->putWaiting(file, bytes);
+    program_->putWaiting(file, bytes);
     import();
 
-    QStringList messages = m_screen.messages;
+    QStringList messages = screen_.messages;
     const bool ended = messages.removeOne(kEndMessage);
     QCOMPARE(messages.join(QLatin1Char('|')), header[QStringLiteral("message")].toString());
     if (!header[QStringLiteral("end_message")].isNull()) {
         QCOMPARE(ended, !header[QStringLiteral("end_message")].toString().isEmpty());
     }
     QCOMPARE(newFiles().contains(file), header[QStringLiteral("left_in_new")].toBool());
-    QCOMPARE(m_program->names(QStringLiteral("corrupt")).contains(file),
+    QCOMPARE(program_->names(QStringLiteral("corrupt")).contains(file),
              header[QStringLiteral("copied_to_corrupt")].toBool());
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), file), bytes);
-    QCOMPARE(m_program->bytesOf(QStringLiteral("dbtxt"), header[QStringLiteral("copy_in_dbtxt")].toString()),
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), file), bytes);
+    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), header[QStringLiteral("copy_in_dbtxt")].toString()),
              bytes);
 
     const QJsonArray dives = header[QStringLiteral("dives")].toArray();
@@ -220,7 +220,7 @@ void TestImporter::runsEndAsTheVectorsSay() {
     QFETCH(QJsonObject, run);
     const QJsonObject files = run[QStringLiteral("files")].toObject();
     for (auto it = files.begin(); it != files.end(); ++it) {
-        m_program->putWaiting(it.key(), vectorFile(it.value().toString()));
+        program_->putWaiting(it.key(), vectorFile(it.value().toString()));
     }
     if (!run[QStringLiteral("serial_before")].isNull()) {
         process().database.execute(platform::sqlWith("UPDATE serialno SET serial_no = '",
@@ -233,9 +233,9 @@ void TestImporter::runsEndAsTheVectorsSay() {
              QStringList(run[QStringLiteral("serial_after")].toString()));
     QCOMPARE(newFiles(), texts(run[QStringLiteral("left_in_new")]));
     for (const char* const place : {"old", "dbtxt", "corrupt"}) {
-        QCOMPARE(m_program->names(QString::fromLatin1(place)), texts(run[QLatin1String(place)]));
+        QCOMPARE(program_->names(QString::fromLatin1(place)), texts(run[QLatin1String(place)]));
     }
-    QCOMPARE(m_screen.messages, texts(run[QStringLiteral("messages")]));
+    QCOMPARE(screen_.messages, texts(run[QStringLiteral("messages")]));
 }
 
 void TestImporter::namesAreAsTheVectorsSay() {
@@ -264,11 +264,11 @@ void TestImporter::aLongNameIsWalkedBehindItsLastBackslash() {
 }
 
 void TestImporter::anImportGoesThroughItsScreenInOrder() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     QCOMPARE(import(), ImportEnd::Done);
     const QString bytes = QString::number(2 * goodDive().size());
-    QCOMPARE(m_screen.steps,
+    QCOMPARE(screen_.steps,
              QStringList({"runbegins", "filelisted a.txt", "filelisted b.txt", "totals 2 " + bytes, "repaint",
                           "filebegins 1 System processing : a.txt", "yield", "stopenabled",
                           "filebegins 2 System processing : b.txt", "yield", "stopenabled", "lastfiledone",
@@ -278,28 +278,28 @@ void TestImporter::anImportGoesThroughItsScreenInOrder() {
 }
 
 void TestImporter::noFilesEndTheRunWithoutAWord() {
-    m_program->putWaiting(QStringLiteral("notes.csv"), "no dive");
+    program_->putWaiting(QStringLiteral("notes.csv"), "no dive");
     QCOMPARE(import(), ImportEnd::NoFiles);
-    QCOMPARE(m_screen.steps, QStringList({"runbegins", "nofiles", "runends"}));
+    QCOMPARE(screen_.steps, QStringList({"runbegins", "nofiles", "runends"}));
 }
 
 void TestImporter::aRunDoesNothingWhileOneIsOn() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     process().importing = true;
     QCOMPARE(import(), ImportEnd::AlreadyRunning);
-    QCOMPARE(m_screen.steps, QStringList());
+    QCOMPARE(screen_.steps, QStringList());
     QVERIFY(process().importing);
     QCOMPARE(newFiles(), QStringList("a.txt"));
 }
 
 void TestImporter::importingIsSetFromTheSecondPassToTheEndMessage() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     QStringList seen;
     RecordingScreen screen;
     screen.at = [&](const QString& step) {
         seen += step.section(QLatin1Char(' '), 0, 0) + (process().importing ? "+" : "-");
     };
-    divefiles::importdives(m_program->folder, m_state, screen);
+    divefiles::importdives(program_->folder, state_, screen);
     QCOMPARE(seen, QStringList({"runbegins-", "filelisted-", "totals-", "repaint+", "filebegins+", "yield+",
                                 "stopenabled+", "lastfiledone+", "message+", "showdives+", "runends+"}));
     QVERIFY(!process().importing);
@@ -307,113 +307,111 @@ void TestImporter::importingIsSetFromTheSecondPassToTheEndMessage() {
 
 void TestImporter::filesAreTakenByNameWithoutRegardToCase() {
     for (const char* const name : {"b.txt", "A.TXT", "c.txt", "a0.txt"}) {
-        m_program->putWaiting(QString::fromLatin1(name), goodDive());
+        program_->putWaiting(QString::fromLatin1(name), goodDive());
     }
     import();
     QCOMPARE(locations(), QStringList({"A.TXT", "a0.txt", "b.txt", "c.txt"}));
 }
 
 void TestImporter::aFileThatArrivesDuringARunWaitsForTheNext() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     RecordingScreen screen;
     screen.at = [&](const QString& step) {
         if (step == QLatin1String("yield")) {
-            m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+            program_->putWaiting(QStringLiteral("b.txt"), goodDive());
         }
     };
-    QCOMPARE(divefiles::importdives(m_program->folder, m_state, screen), ImportEnd::Done);
+    QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
     QCOMPARE(newFiles(), QStringList("b.txt"));
     QCOMPARE(locations(), QStringList("a.txt"));
 }
 
 void TestImporter::stopimportEndsTheRunAfterTheFileInHand() {
     for (const char* const name : {"a.txt", "b.txt", "c.txt"}) {
-        m_program->putWaiting(QString::fromLatin1(name), goodDive());
+        program_->putWaiting(QString::fromLatin1(name), goodDive());
     }
     int yields = 0;
     RecordingScreen screen;
     screen.at = [&](const QString& step) {
         if (step == QLatin1String("yield") && ++yields == 2) {
-            m_state.keepimporting = false;
+            state_.keepimporting = false;
         }
     };
-    QCOMPARE(divefiles::importdives(m_program->folder, m_state, screen), ImportEnd::Done);
+    QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
     QCOMPARE(locations(), QStringList({"a.txt", "b.txt"}));
     QCOMPARE(newFiles(), QStringList("c.txt"));
     QCOMPARE(screen.messages, QStringList(kEndMessage));
 }
 
 void TestImporter::everyFileIsCopiedBeforeTheFirstIsRead() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
-    m_program->putWaiting(QStringLiteral("b.txt"), "rubbish");
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("b.txt"), "rubbish");
     RecordingScreen screen;
     screen.at = [&](const QString& step) {
         if (step == QLatin1String("repaint")) {
-            QCOMPARE(m_program->names(QStringLiteral("old")), QStringList({"a.txt", "b.txt"}));
-            QCOMPARE(m_program->names(QStringLiteral("dbtxt")),
-                     QStringList({"11A2B3Ca.txt", "11A2B3Cb.txt"}));
+            QCOMPARE(program_->names(QStringLiteral("old")), QStringList({"a.txt", "b.txt"}));
+            QCOMPARE(program_->names(QStringLiteral("dbtxt")), QStringList({"11A2B3Ca.txt", "11A2B3Cb.txt"}));
             QCOMPARE(newFiles(), QStringList({"a.txt", "b.txt"}));
         }
     };
-    QCOMPARE(divefiles::importdives(m_program->folder, m_state, screen), ImportEnd::Done);
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), QStringLiteral("b.txt")), "rubbish");
+    QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("b.txt")), "rubbish");
 }
 
 void TestImporter::profilesAreCounted() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     import();
-    QCOMPARE(m_state.divecounter, 2);
-    QCOMPARE(m_state.importstamp, kStamp);
+    QCOMPARE(state_.divecounter, 2);
+    QCOMPARE(state_.importstamp, kStamp);
 }
 
 void TestImporter::twoFilesWithTheSameLast20CharactersOverwriteOneAnotherInDbtxt() {
     const QString one = QStringLiteral("1-common-name-of-both.txt");
     const QString two = QStringLiteral("2-common-name-of-both.txt");
-    m_program->putWaiting(one, goodDive("812345678"));
-    m_program->putWaiting(two, goodDive("812345679"));
+    program_->putWaiting(one, goodDive("812345678"));
+    program_->putWaiting(two, goodDive("812345679"));
     import();
     const QStringList names = test::ProgramFixture::rows("SELECT dbtxtname FROM main");
     QCOMPARE(names, QStringList({"11A2B3Cmon-name-of-both.txt", "11A2B3Cmon-name-of-both.txt"}));
-    QCOMPARE(m_program->bytesOf(QStringLiteral("dbtxt"), names.first()), goodDive("812345679"));
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), one), goodDive("812345678"));
+    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), names.first()), goodDive("812345679"));
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), one), goodDive("812345678"));
 }
 
 void TestImporter::anEmptyFileProducesNoRowAndIsDeleted() {
-    m_program->putWaiting(QStringLiteral("a.txt"), "");
+    program_->putWaiting(QStringLiteral("a.txt"), "");
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(locations(), QStringList());
     QCOMPARE(newFiles(), QStringList());
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), "");
-    QCOMPARE(m_program->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt")), "");
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), "");
+    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt")), "");
 }
 
 void TestImporter::theSameFileImportedAgainGetsANewIdentifier() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     import();
-    QCOMPARE(divefiles::takemanualfile(m_program->folder, m_program->folder.path(u"old", u"a.txt")),
-             QString());
+    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", u"a.txt")), QString());
     import();
     QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"),
              QStringList({"D0000001|a.txt", "D0000002|a.txt"}));
 }
 
 void TestImporter::deletingTheHighestDiveThenImportingReusesItsIdentifier() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     import();
     process().database.execute("DELETE FROM main");
     process().database.execute("UPDATE serialno SET serial_no = 'D0000000'");
-    m_clock.reset();
-    m_clock = std::make_unique<platform::FixedClock>(kMoment.addSecs(60));
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    clock_.reset();
+    clock_ = std::make_unique<platform::FixedClock>(kMoment.addSecs(60));
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     import();
     QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
-    QCOMPARE(m_program->names(QStringLiteral("dbtxt")).size(), 2);
+    QCOMPARE(program_->names(QStringLiteral("dbtxt")).size(), 2);
 }
 
 void TestImporter::aHeaderLongerThanTheScanIsCut() {
-    m_program->putWaiting(QStringLiteral("a.txt"),
-                          "ver=V1\r\n" + QByteArray(1100, '-') + "\r\nTissue0000,1,2\r\n");
+    program_->putWaiting(QStringLiteral("a.txt"),
+                         "ver=V1\r\n" + QByteArray(1100, '-') + "\r\nTissue0000,1,2\r\n");
     import();
     QCOMPARE(locations(), QStringList("a.txt"));
     QCOMPARE(test::ProgramFixture::rows("SELECT * FROM tissue"), QStringList());
@@ -421,26 +419,26 @@ void TestImporter::aHeaderLongerThanTheScanIsCut() {
 
 void TestImporter::aNameWithASingleQuoteIsImportedAndRead() {
     const QString name = QStringLiteral("Devil's 'reef'.txt");
-    m_program->putWaiting(name, goodDive());
+    program_->putWaiting(name, goodDive());
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(test::ProgramFixture::rows("SELECT Location, dbtxtname FROM main"),
              QStringList(name + "|" + kStamp + name));
-    QCOMPARE(m_program->bytesOf(QStringLiteral("dbtxt"), kStamp + name), goodDive());
+    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), kStamp + name), goodDive());
 }
 
 void TestImporter::aNameOutsideAsciiIsImportedAndRead() {
     const QString name = QString::fromUtf8("Gro\xc3\x9f"
                                            "e H\xc3\xb6hle.txt");
-    m_program->putWaiting(name, goodDive());
+    program_->putWaiting(name, goodDive());
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(locations(), QStringList(name));
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), name), goodDive());
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), name), goodDive());
 }
 
 void TestImporter::highBytesComeBackAsTheyWere() {
     const QByteArray bytes = "\x80\x9f\xa0\xe9\xff\xc3\x9f";
-    m_program->putWaiting(QStringLiteral("a.txt"),
-                          "ver=V1\rRecint=10\rSN=" + bytes + "\rGas" + bytes + ",1,2,3,4\r");
+    program_->putWaiting(QStringLiteral("a.txt"),
+                         "ver=V1\rRecint=10\rSN=" + bytes + "\rGas" + bytes + ",1,2,3,4\r");
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(test::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
     QCOMPARE(test::ProgramFixture::rows("SELECT Gastype FROM gas").first().toLatin1(), bytes);
@@ -448,24 +446,24 @@ void TestImporter::highBytesComeBackAsTheyWere() {
 
 void TestImporter::zeroBytesComeBackAsTheyWere() {
     const QByteArray bytes("A\0B\0", 4);
-    m_program->putWaiting(QStringLiteral("a.txt"), "ver=" + bytes + "\rRecint=10\rSN=" + bytes + "\r");
+    program_->putWaiting(QStringLiteral("a.txt"), "ver=" + bytes + "\rRecint=10\rSN=" + bytes + "\r");
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(test::ProgramFixture::rows("SELECT Version FROM main").first().toLatin1(), bytes);
     QCOMPARE(test::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
 }
 
 void TestImporter::aFileWithoutVersionDoesNotWriteIntoTheDiveBefore() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     import();
     const QStringList before = test::ProgramFixture::rows("SELECT * FROM main");
-    m_program->putWaiting(QStringLiteral("b.txt"), "SN=OTHER\rOTU,99\rGas0009,1,2,3,4\rTissue0009,1,2\r");
+    program_->putWaiting(QStringLiteral("b.txt"), "SN=OTHER\rOTU,99\rGas0009,1,2,3,4\rTissue0009,1,2\r");
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(test::ProgramFixture::rows("SELECT * FROM main"), before);
     QCOMPARE(test::ProgramFixture::rows("SELECT * FROM gas WHERE Gastype = '0009'"), QStringList());
 }
 
 void TestImporter::aStartDateBeyondTheYear9999LeavesTheDateNullAndGoesOn() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive("999999999999"));
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive("999999999999"));
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(test::ProgramFixture::rows("SELECT Startcode, startdate, otu FROM main"),
              QStringList("999999999999|(null)|12"));
@@ -475,59 +473,59 @@ void TestImporter::aStartDateBeyondTheYear9999LeavesTheDateNullAndGoesOn() {
 
 void TestImporter::aGasLineOfTooManyFieldsSaysSoAndGoesToCorrupt() {
     const QByteArray bytes = "ver=V1\rRecint=10\rGas0000,1,2,3,4\rGas0001,1,2,3,4,5\r";
-    m_program->putWaiting(QStringLiteral("a.txt"), bytes);
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), bytes);
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     QCOMPARE(import(), ImportEnd::TooManyFields);
-    QCOMPARE(m_screen.messages, QStringList("Errors Gas - Too many parameters  !"));
-    QCOMPARE(m_program->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), bytes);
+    QCOMPARE(screen_.messages, QStringList("Errors Gas - Too many parameters  !"));
+    QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), bytes);
     QCOMPARE(newFiles(), QStringList("b.txt"));
     QCOMPARE(test::ProgramFixture::rows("SELECT * FROM gas"), QStringList("D0000001|0000|1|2|3|4\r"));
     QVERIFY(!process().mainrecordset.isOpen());
     QVERIFY(!process().importing);
-    QCOMPARE(m_screen.steps.last(), "runends");
-    QVERIFY(!m_screen.steps.contains(QStringLiteral("showdives")));
+    QCOMPARE(screen_.steps.last(), "runends");
+    QVERIFY(!screen_.steps.contains(QStringLiteral("showdives")));
 }
 
 void TestImporter::aTissueLineOfTooManyFieldsSaysSoAndGoesToCorrupt() {
-    m_program->putWaiting(QStringLiteral("a.txt"),
-                          "ver=V1\rRecint=10\rTissue0000,1,2\rTissue0001,1234567890\r");
+    program_->putWaiting(QStringLiteral("a.txt"),
+                         "ver=V1\rRecint=10\rTissue0000,1,2\rTissue0001,1234567890\r");
     QCOMPARE(import(), ImportEnd::TooManyFields);
-    QCOMPARE(m_screen.messages, QStringList("Errors Tissue - Too many parametre  !"));
-    QCOMPARE(m_program->names(QStringLiteral("corrupt")), QStringList("a.txt"));
+    QCOMPARE(screen_.messages, QStringList("Errors Tissue - Too many parametre  !"));
+    QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
     QCOMPARE(newFiles(), QStringList());
     QCOMPARE(test::ProgramFixture::rows("SELECT * FROM tissue"), QStringList("D0000001|0000|1|2\r"));
 }
 
 void TestImporter::aMissingVersionAndIntervalSaysSoAndLeavesTheFile() {
-    m_program->putWaiting(QStringLiteral("a.txt"), "SN=KD\r\nStart,812345678\r\n");
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), "SN=KD\r\nStart,812345678\r\n");
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     QCOMPARE(import(), ImportEnd::VersionMissing);
-    QCOMPARE(m_screen.messages, QStringList("Version or Interval not found !"));
+    QCOMPARE(screen_.messages, QStringList("Version or Interval not found !"));
     QCOMPARE(newFiles(), QStringList({"a.txt", "b.txt"}));
     QCOMPARE(locations(), QStringList());
-    QCOMPARE(m_program->names(QStringLiteral("corrupt")), QStringList());
+    QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList());
     QVERIFY(!process().importing);
-    QCOMPARE(m_screen.steps.last(), "runends");
+    QCOMPARE(screen_.steps.last(), "runends");
 }
 
 void TestImporter::behindARunThatEndedTheNextStartsClean() {
-    m_program->putWaiting(QStringLiteral("a.txt"), "Start,812345678\r\n");
-    m_program->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), "Start,812345678\r\n");
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     import();
-    QVERIFY(QFile::remove(m_program->folder.path(u"new", u"a.txt")));
-    m_state.keepimporting = false;
+    QVERIFY(QFile::remove(program_->folder.path(u"new", u"a.txt")));
+    state_.keepimporting = false;
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(m_screen.steps.filter(QStringLiteral("filelisted")), QStringList("filelisted b.txt"));
-    QCOMPARE(m_screen.messages, QStringList(kEndMessage));
+    QCOMPARE(screen_.steps.filter(QStringLiteral("filelisted")), QStringList("filelisted b.txt"));
+    QCOMPARE(screen_.messages, QStringList(kEndMessage));
     QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
 }
 
 void TestImporter::aRefusedSerialSaysSoAndTheDiveStays() {
     const QByteArray serial(60, 'x');
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive().replace("KD00123", serial));
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive().replace("KD00123", serial));
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(
-        m_screen.messages,
+        screen_.messages,
         QStringList({"Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted..",
                      kEndMessage}));
     QCOMPARE(test::ProgramFixture::rows("SELECT UserName, Suit, otu FROM main"),
@@ -536,28 +534,28 @@ void TestImporter::aRefusedSerialSaysSoAndTheDiveStays() {
 }
 
 void TestImporter::aFailedCopyIntoDbtxtIsPassedOver() {
-    QVERIFY(QDir(m_program->folder.path(u"dbtxt")).removeRecursively());
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
+    QVERIFY(QDir(program_->folder.path(u"dbtxt")).removeRecursively());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(m_screen.messages, QStringList(kEndMessage));
+    QCOMPARE(screen_.messages, QStringList(kEndMessage));
     QCOMPARE(test::ProgramFixture::rows("SELECT dbtxtname FROM main"), QStringList("11A2B3Ca.txt"));
 }
 
 void TestImporter::missingFoldersOldAndCorruptAreMade() {
-    QVERIFY(QDir(m_program->folder.path(u"old")).removeRecursively());
-    QVERIFY(QDir(m_program->folder.path(u"corrupt")).removeRecursively());
-    m_program->putWaiting(QStringLiteral("a.txt"), "ver=V1\rGas0000,1,2,3,4,5\r");
+    QVERIFY(QDir(program_->folder.path(u"old")).removeRecursively());
+    QVERIFY(QDir(program_->folder.path(u"corrupt")).removeRecursively());
+    program_->putWaiting(QStringLiteral("a.txt"), "ver=V1\rGas0000,1,2,3,4,5\r");
     QCOMPARE(import(), ImportEnd::TooManyFields);
-    QCOMPARE(m_program->names(QStringLiteral("old")), QStringList("a.txt"));
-    QCOMPARE(m_program->names(QStringLiteral("corrupt")), QStringList("a.txt"));
+    QCOMPARE(program_->names(QStringLiteral("old")), QStringList("a.txt"));
+    QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
 }
 
 void TestImporter::aManualFileIsCopiedIntoNew() {
-    m_program->put(QStringLiteral("old"), QStringLiteral("my.dive.txt"), goodDive());
-    QCOMPARE(divefiles::takemanualfile(m_program->folder, m_program->folder.path(u"old", u"my.dive.txt")),
+    program_->put(QStringLiteral("old"), QStringLiteral("my.dive.txt"), goodDive());
+    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", u"my.dive.txt")),
              QString());
-    QCOMPARE(m_program->bytesOf(QStringLiteral("new"), QStringLiteral("my.dive.txt")), goodDive());
-    QCOMPARE(m_program->bytesOf(QStringLiteral("old"), QStringLiteral("my.dive.txt")), goodDive());
+    QCOMPARE(program_->bytesOf(QStringLiteral("new"), QStringLiteral("my.dive.txt")), goodDive());
+    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("my.dive.txt")), goodDive());
 }
 
 void TestImporter::aManualFileOfAnotherExtentionIsRefused_data() {
@@ -571,24 +569,23 @@ void TestImporter::aManualFileOfAnotherExtentionIsRefused_data() {
 
 void TestImporter::aManualFileOfAnotherExtentionIsRefused() {
     QFETCH(QString, name);
-    m_program->put(QStringLiteral("old"), name, goodDive());
-    QCOMPARE(divefiles::takemanualfile(m_program->folder, m_program->folder.path(u"old", name)),
+    program_->put(QStringLiteral("old"), name, goodDive());
+    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", name)),
              "File Extention is wrong !");
     QCOMPARE(newFiles(), QStringList());
 }
 
 void TestImporter::aManualFileThatCannotBeReadSaysWhy() {
-    const QString path = m_program->folder.path(u"old", u"none.txt");
-    const QString message = divefiles::takemanualfile(m_program->folder, path);
+    const QString path = program_->folder.path(u"old", u"none.txt");
+    const QString message = divefiles::takemanualfile(program_->folder, path);
     QVERIFY2(message.startsWith(QLatin1String("Error reading data file. ")), qPrintable(message));
     QVERIFY(message.contains(path));
 }
 
 void TestImporter::aManualFileFromNewItselfStaysWhole() {
-    m_program->putWaiting(QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(divefiles::takemanualfile(m_program->folder, m_program->folder.path(u"new", u"a.txt")),
-             QString());
-    QCOMPARE(m_program->bytesOf(QStringLiteral("new"), QStringLiteral("a.txt")), goodDive());
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
+    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"new", u"a.txt")), QString());
+    QCOMPARE(program_->bytesOf(QStringLiteral("new"), QStringLiteral("a.txt")), goodDive());
 }
 
 QTEST_GUILESS_MAIN(TestImporter)

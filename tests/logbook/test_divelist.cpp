@@ -67,8 +67,8 @@ class TestDiveList : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { m_program = std::make_unique<test::ProgramFixture>(); }
-    void cleanup() { m_program.reset(); }
+    void init() { program_ = std::make_unique<test::ProgramFixture>(); }
+    void cleanup() { program_.reset(); }
 
     void theSortIsTheFirstLetterOfFourThatTheKeyHolds();
     void queriesAreWordedAsTold();
@@ -105,14 +105,14 @@ private slots:
 
 private:
     logbook::DiveList fill(int sort = 0) {
-        return logbook::filldivelist(process().database, m_program->folder, sort, u"metre");
+        return logbook::filldivelist(process().database, program_->folder, sort, u"metre");
     }
     static int count(const char* table) {
         return static_cast<int>(
             test::ProgramFixture::rows((std::string("SELECT * FROM ") + table).c_str()).size());
     }
 
-    std::unique_ptr<test::ProgramFixture> m_program;
+    std::unique_ptr<test::ProgramFixture> program_;
 };
 
 void TestDiveList::theSortIsTheFirstLetterOfFourThatTheKeyHolds() {
@@ -138,15 +138,15 @@ void TestDiveList::queriesAreWordedAsTold() {
 
 void TestDiveList::theSortKeyIsKeptBetweenRuns() {
     for (const char* const key : {"d", "m", "s", "l", ""}) {
-        QVERIFY(logbook::writesortkey(m_program->folder, QString::fromLatin1(key)));
-        QCOMPARE(logbook::readsortkey(m_program->folder), QString::fromLatin1(key));
+        QVERIFY(logbook::writesortkey(program_->folder, QString::fromLatin1(key)));
+        QCOMPARE(logbook::readsortkey(program_->folder), QString::fromLatin1(key));
     }
-    QVERIFY(platform::writeFileWhole(m_program->folder.path(u"dsort.txt"), "m\r\nsecond line\r\n"));
-    QCOMPARE(logbook::readsortkey(m_program->folder), "m");
+    QVERIFY(platform::writeFileWhole(program_->folder.path(u"dsort.txt"), "m\r\nsecond line\r\n"));
+    QCOMPARE(logbook::readsortkey(program_->folder), "m");
 }
 
 void TestDiveList::aMissingSortFileGivesNoKey() {
-    QCOMPARE(logbook::readsortkey(m_program->folder), QString());
+    QCOMPARE(logbook::readsortkey(program_->folder), QString());
 }
 
 void TestDiveList::widthsGoByFieldPosition() {
@@ -263,13 +263,13 @@ void TestDiveList::aDamagedDivesFileLandsInCorruptAtEachFill() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("gone.txt"));
     process().database.execute("DELETE FROM tissue");
-    m_program->put(QStringLiteral("old"), QStringLiteral("a.txt"), "the dive");
+    program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "the dive");
     for (int time = 0; time < 2; ++time) {
         const logbook::DiveList list = fill();
         QVERIFY(!list.rows[0].problemtext.isEmpty());
-        QCOMPARE(m_program->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), "the dive");
-        QCOMPARE(m_program->names(QStringLiteral("corrupt")), QStringList("a.txt"));
-        QVERIFY(QFile::remove(m_program->folder.path(u"corrupt", u"a.txt")));
+        QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), "the dive");
+        QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
+        QVERIFY(QFile::remove(program_->folder.path(u"corrupt", u"a.txt")));
     }
 }
 
@@ -278,7 +278,7 @@ void TestDiveList::aLocationThatIsNoFileNameIsNotCopied() {
     addDive(QStringLiteral("D0000002"), QString());
     process().database.execute("DELETE FROM tissue");
     fill();
-    QCOMPARE(m_program->names(QStringLiteral("corrupt")), QStringList());
+    QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList());
     QVERIFY(process().database.openRecordset("SELECT * FROM main").recordCount() == 2);
 }
 
@@ -337,14 +337,14 @@ void TestDiveList::anIdentifierWithASingleQuoteIsAProblemOfItsRowOnly() {
 
 void TestDiveList::theListOfAnotherStoreChecksThatStore() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a"));
-    const QString path = m_program->folder.path(u"other.mdb");
-    QVERIFY(platform::copyFile(m_program->storePath(), path));
+    const QString path = program_->folder.path(u"other.mdb");
+    QVERIFY(platform::copyFile(program_->storePath(), path));
     process().database.execute("DELETE FROM gas");
     platform::Database other;
     other.open(path);
-    QCOMPARE(logbook::filldivelist(other, m_program->folder, 0, u"metre").problemtext, QString());
+    QCOMPARE(logbook::filldivelist(other, program_->folder, 0, u"metre").problemtext, QString());
     QCOMPARE(fill().problemtext, "\rGas Profile not found !");
-    logbook::deletedives(other, m_program->folder, {QStringLiteral("D0000001")});
+    logbook::deletedives(other, program_->folder, {QStringLiteral("D0000001")});
     QCOMPARE(count("main"), 1);
     QCOMPARE(other.openRecordset("SELECT * FROM main").recordCount(), 0);
 }
@@ -360,33 +360,33 @@ void TestDiveList::deletingADiveRemovesAllItsRows() {
 
 void TestDiveList::deletingADiveKeepsItsFiles() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
-    m_program->put(QStringLiteral("old"), QStringLiteral("a.txt"), "x");
-    m_program->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt"), "x");
-    logbook::deletedives(process().database, m_program->folder, {QStringLiteral("D0000001")});
-    QCOMPARE(m_program->names(QStringLiteral("old")), QStringList("a.txt"));
-    QCOMPARE(m_program->names(QStringLiteral("dbtxt")), QStringList("11A2B3Ca.txt"));
+    program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "x");
+    program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt"), "x");
+    logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000001")});
+    QCOMPARE(program_->names(QStringLiteral("old")), QStringList("a.txt"));
+    QCOMPARE(program_->names(QStringLiteral("dbtxt")), QStringList("11A2B3Ca.txt"));
 }
 
 void TestDiveList::aFileOfItsNameThatWaitsIsDeletedWithADive() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("../rb.mdb"));
     process().database.execute("INSERT INTO main (DiveID) VALUES ('D0000003')");
-    m_program->putWaiting(QStringLiteral("a.txt"), "x");
-    m_program->putWaiting(QStringLiteral("b.txt"), "x");
+    program_->putWaiting(QStringLiteral("a.txt"), "x");
+    program_->putWaiting(QStringLiteral("b.txt"), "x");
     logbook::deletedives(
-        process().database, m_program->folder,
+        process().database, program_->folder,
         {QStringLiteral("D0000001"), QStringLiteral("D0000002"), QStringLiteral("D0000003")});
-    QCOMPARE(m_program->names(QStringLiteral("new")), QStringList("b.txt"));
+    QCOMPARE(program_->names(QStringLiteral("new")), QStringList("b.txt"));
     QCOMPARE(count("main"), 0);
-    QVERIFY(QFile::exists(m_program->storePath()));
+    QVERIFY(QFile::exists(program_->storePath()));
 }
 
 void TestDiveList::deletingTheHighestDivePutsTheCounterBack() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("b.txt"));
-    logbook::deletedives(process().database, m_program->folder, {QStringLiteral("D0000002")});
+    logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000002")});
     QCOMPARE(test::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000001"));
-    logbook::deletedives(process().database, m_program->folder, {QStringLiteral("D0000001")});
+    logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000001")});
     QCOMPARE(test::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000000"));
 }
 
@@ -397,31 +397,31 @@ void TestDiveList::starRowsAreCleanedUp() {
     QCOMPARE(test::ProgramFixture::rows("SELECT DiveID FROM main"), QStringList("D0000001"));
     QCOMPARE(count("gas"), 1);
     addDive(QStringLiteral("*"), QStringLiteral("a.txt"));
-    logbook::deletedives(process().database, m_program->folder, {});
+    logbook::deletedives(process().database, program_->folder, {});
     QCOMPARE(count("main"), 1);
 }
 
 void TestDiveList::aDiveThatIsNotThereIsDeletedWithoutHarm() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
-    m_program->putWaiting(QStringLiteral("a.txt"), "x");
-    logbook::deletedives(process().database, m_program->folder, {QStringLiteral("D0000009")});
+    program_->putWaiting(QStringLiteral("a.txt"), "x");
+    logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000009")});
     QCOMPARE(count("main"), 1);
-    QCOMPARE(m_program->names(QStringLiteral("new")), QStringList("a.txt"));
+    QCOMPARE(program_->names(QStringLiteral("new")), QStringList("a.txt"));
 }
 
 void TestDiveList::aDeletionThatFailsKeepsTheDiveAndItsWaitingFile() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
-    m_program->putWaiting(QStringLiteral("a.txt"), "x");
+    program_->putWaiting(QStringLiteral("a.txt"), "x");
     {
         const platform::FaultInjection fault(
             [](std::string_view step) { return step == "commit" ? EIO : 0; });
         QVERIFY_EXCEPTION_THROWN(
-            logbook::deletedives(process().database, m_program->folder, {QStringLiteral("D0000001")}),
+            logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000001")}),
             StoreError);
     }
     QCOMPARE(count("main"), 1);
     QCOMPARE(count("gas"), 1);
-    QCOMPARE(m_program->names(QStringLiteral("new")), QStringList("a.txt"));
+    QCOMPARE(program_->names(QStringLiteral("new")), QStringList("a.txt"));
 }
 
 QTEST_GUILESS_MAIN(TestDiveList)

@@ -36,13 +36,13 @@ class TestDatabase : public QObject {
 
 private slots:
     void init() {
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_path = m_directory->filePath(QStringLiteral("rb.mdb"));
-        makeStore(m_path, kTables);
-        m_database = std::make_unique<Database>();
-        m_database->open(m_path);
+        directory_ = std::make_unique<QTemporaryDir>();
+        path_ = directory_->filePath(QStringLiteral("rb.mdb"));
+        makeStore(path_, kTables);
+        database_ = std::make_unique<Database>();
+        database_->open(path_);
     }
-    void cleanup() { m_database.reset(); }
+    void cleanup() { database_.reset(); }
 
     void aMissingStoreIsAnErrorAndIsNeverCreated();
     void aFileThatIsNoStoreIsAnErrorWhenOpened();
@@ -95,16 +95,16 @@ private slots:
     void aClosedStoreIsAnErrorForItsRecordsetsChanges();
 
 private:
-    Recordset open(const Query& query) { return m_database->openRecordset(query); }
+    Recordset open(const Query& query) { return database_->openRecordset(query); }
     QString count() { return open("SELECT COUNT(*) FROM main").value(0).text(); }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<Database> m_database;
-    QString m_path;
+    std::unique_ptr<QTemporaryDir> directory_;
+    std::unique_ptr<Database> database_;
+    QString path_;
 };
 
 void TestDatabase::aMissingStoreIsAnErrorAndIsNeverCreated() {
-    const QString missing = m_directory->filePath(QStringLiteral("none.mdb"));
+    const QString missing = directory_->filePath(QStringLiteral("none.mdb"));
     Database database;
     QVERIFY_EXCEPTION_THROWN(database.open(missing), StoreError);
     QVERIFY(!QFile::exists(missing));
@@ -112,7 +112,7 @@ void TestDatabase::aMissingStoreIsAnErrorAndIsNeverCreated() {
 }
 
 void TestDatabase::aFileThatIsNoStoreIsAnErrorWhenOpened() {
-    const QString path = m_directory->filePath(QStringLiteral("text.mdb"));
+    const QString path = directory_->filePath(QStringLiteral("text.mdb"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(5000, 'x'));
@@ -128,18 +128,18 @@ void TestDatabase::aFileThatIsNoStoreIsAnErrorWhenOpened() {
 }
 
 void TestDatabase::aFailedOpenLeavesTheDatabaseClosed() {
-    QVERIFY_EXCEPTION_THROWN(m_database->open(m_directory->filePath(QStringLiteral("none.mdb"))), StoreError);
-    QVERIFY(!m_database->isOpen());
-    QCOMPARE(m_database->path(), QString());
+    QVERIFY_EXCEPTION_THROWN(database_->open(directory_->filePath(QStringLiteral("none.mdb"))), StoreError);
+    QVERIFY(!database_->isOpen());
+    QCOMPARE(database_->path(), QString());
     QVERIFY_EXCEPTION_THROWN(open("SELECT * FROM main"), StoreError);
 }
 
 void TestDatabase::theStoreHasARollbackJournalAndFullDurability() {
     QCOMPARE(open("PRAGMA journal_mode").value(0).text(), "delete");
     QVERIFY(open("PRAGMA synchronous").value(0).text().toInt() >= 2);
-    m_database->close();
-    makeStore(m_path, "PRAGMA journal_mode = WAL");
-    m_database->open(m_path);
+    database_->close();
+    makeStore(path_, "PRAGMA journal_mode = WAL");
+    database_->open(path_);
     QCOMPARE(open("PRAGMA journal_mode").value(0).text(), "delete");
 }
 
@@ -226,8 +226,7 @@ void TestDatabase::aDateTimeFieldReadsAsAMoment() {
     rows.edit();
     rows.set(2, QDateTime(QDate(2020, 12, 31), QTime(23, 59, 58)));
     rows.update();
-    QCOMPARE(askEngine(m_path, "SELECT startdate FROM main WHERE DiveID = 'D0000002'"),
-             "2020-12-31 23:59:58");
+    QCOMPARE(askEngine(path_, "SELECT startdate FROM main WHERE DiveID = 'D0000002'"), "2020-12-31 23:59:58");
     QVERIFY(Value(QDateTime()).isNull());
     QVERIFY(!Value(QStringLiteral("2020-13-31 23:59:58")).dateTime().isValid());
     QVERIFY(!Value(QStringLiteral("2020-12-31T23:59:58")).dateTime().isValid());
@@ -248,7 +247,7 @@ void TestDatabase::aCountIsReadAsText() {
 
 void TestDatabase::aRecordsetHoldsNothingInTheStore() {
     const Recordset rows = open("SELECT * FROM main");
-    makeStore(m_path, "BEGIN EXCLUSIVE; DELETE FROM main; COMMIT");
+    makeStore(path_, "BEGIN EXCLUSIVE; DELETE FROM main; COMMIT");
     QCOMPARE(rows.value(0).text(), "D0000001");
     QCOMPARE(count(), "0");
 }
@@ -267,11 +266,11 @@ void TestDatabase::addNewPutsARowBehindTheOthers() {
     rows.edit();
     rows.set(1, QStringLiteral("cave"));
     rows.update();
-    QCOMPARE(askEngine(m_path, "SELECT Location FROM main WHERE DiveID = 'D0000004'"), "cave");
+    QCOMPARE(askEngine(path_, "SELECT Location FROM main WHERE DiveID = 'D0000004'"), "cave");
 }
 
 void TestDatabase::anAppendOnlyRecordsetReadsNoRowsAndAddsOne() {
-    Recordset rows = m_database->openForAdding("MAIN");
+    Recordset rows = database_->openForAdding("MAIN");
     QCOMPARE(rows.recordCount(), 0);
     QVERIFY(rows.eof());
     rows.addNew();
@@ -280,18 +279,18 @@ void TestDatabase::anAppendOnlyRecordsetReadsNoRowsAndAddsOne() {
     rows.addNew();
     rows.update();
     QCOMPARE(count(), "5");
-    QCOMPARE(askEngine(m_path, "SELECT COUNT(*) FROM main WHERE DiveID IS NULL AND Location IS NULL"), "1");
+    QCOMPARE(askEngine(path_, "SELECT COUNT(*) FROM main WHERE DiveID IS NULL AND Location IS NULL"), "1");
 }
 
 void TestDatabase::editChangesOnlyTheFieldsThatWereSet() {
     Recordset rows = open("SELECT * FROM main WHERE DiveID = 'D0000001'");
-    makeStore(m_path, "UPDATE main SET startdate = '2001-01-01 00:00:00'");
+    makeStore(path_, "UPDATE main SET startdate = '2001-01-01 00:00:00'");
     rows.edit();
     rows.set(u"location", QStringLiteral("first"));
     rows.set(u"Location", QStringLiteral("second"));
     rows.update();
     QCOMPARE(rows.value(1).text(), "second");
-    QCOMPARE(askEngine(m_path, "SELECT group_concat(coalesce(Location, '-') || startdate) FROM main"),
+    QCOMPARE(askEngine(path_, "SELECT group_concat(coalesce(Location, '-') || startdate) FROM main"),
              "second2001-01-01 00:00:00,-2001-01-01 00:00:00,2001-01-01 00:00:00");
 }
 
@@ -311,7 +310,7 @@ void TestDatabase::movingOnDropsAChangeWithoutUpdate() {
     rows.set(1, QStringLiteral("x"));
     rows.moveNext();
     QVERIFY_EXCEPTION_THROWN(rows.update(), StoreError);
-    QCOMPARE(askEngine(m_path, "SELECT Location FROM main WHERE DiveID = 'D0000001'"), "reef");
+    QCOMPARE(askEngine(path_, "SELECT Location FROM main WHERE DiveID = 'D0000001'"), "reef");
 }
 
 void TestDatabase::deletingRowByRowEmptiesTheTable() {
@@ -336,7 +335,7 @@ void TestDatabase::aDeletedRowHasNoValuesUntilTheNextMove() {
 
 void TestDatabase::changingARowThatWasDeletedMeanwhileIsAnError() {
     Recordset rows = open("SELECT * FROM main WHERE DiveID = 'D0000002'");
-    makeStore(m_path, "DELETE FROM main WHERE DiveID = 'D0000002'");
+    makeStore(path_, "DELETE FROM main WHERE DiveID = 'D0000002'");
     rows.edit();
     rows.set(1, QStringLiteral("x"));
     QVERIFY_EXCEPTION_THROWN(rows.update(), StoreError);
@@ -346,12 +345,12 @@ void TestDatabase::changingARowThatWasDeletedMeanwhileIsAnError() {
 void TestDatabase::aLaterRowWithTheSameNumberIsNotMistakenForTheDeletedOne() {
     Recordset rows = open("SELECT * FROM main WHERE DiveID = 'D0000003'");
     makeStore(
-        m_path,
+        path_,
         "DELETE FROM main WHERE DiveID = 'D0000003'; INSERT INTO main VALUES ('D0000007', 'other', NULL)");
     rows.edit();
     rows.set(1, QStringLiteral("x"));
     QVERIFY_EXCEPTION_THROWN(rows.update(), StoreError);
-    QCOMPARE(askEngine(m_path, "SELECT Location FROM main WHERE DiveID = 'D0000007'"), "other");
+    QCOMPARE(askEngine(path_, "SELECT Location FROM main WHERE DiveID = 'D0000007'"), "other");
 }
 
 void TestDatabase::setWithoutEditIsAnError() {
@@ -369,10 +368,10 @@ void TestDatabase::aQueryOfSomeFieldsCannotBeChanged() {
 }
 
 void TestDatabase::aRefusedValueIsAnErrorThatSaysSo() {
-    m_database->close();
-    makeStore(m_path, "CREATE TABLE narrow (text TEXT CHECK (length(text) <= 3))");
-    m_database->open(m_path);
-    Recordset rows = m_database->openForAdding("narrow");
+    database_->close();
+    makeStore(path_, "CREATE TABLE narrow (text TEXT CHECK (length(text) <= 3))");
+    database_->open(path_);
+    Recordset rows = database_->openForAdding("narrow");
     rows.addNew();
     rows.set(0, QStringLiteral("long"));
     try {
@@ -440,15 +439,14 @@ void TestDatabase::aSetValueMayHoldAnything() {
 }
 
 void TestDatabase::tableFieldsAreCountedAndNamed() {
-    QCOMPARE(m_database->fieldCount(QStringLiteral("MAIN")), 3);
-    QCOMPARE(m_database->fieldNames(QStringLiteral("main")),
-             QStringList({"DiveID", "Location", "startdate"}));
-    QVERIFY(m_database->updatable(QStringLiteral("Main")));
+    QCOMPARE(database_->fieldCount(QStringLiteral("MAIN")), 3);
+    QCOMPARE(database_->fieldNames(QStringLiteral("main")), QStringList({"DiveID", "Location", "startdate"}));
+    QVERIFY(database_->updatable(QStringLiteral("Main")));
 }
 
 void TestDatabase::anAppendedFieldIsThereAtOnceInQueriesOfOld() {
     QCOMPARE(open("SELECT * FROM main").fieldCount(), 3);
-    m_database->appendField(QStringLiteral("main"), QStringLiteral("a \"new\" field"), 50);
+    database_->appendField(QStringLiteral("main"), QStringLiteral("a \"new\" field"), 50);
     Recordset rows = open("SELECT * FROM main");
     QCOMPARE(rows.fieldCount(), 4);
     QVERIFY(rows.value(3).isNull());
@@ -456,41 +454,41 @@ void TestDatabase::anAppendedFieldIsThereAtOnceInQueriesOfOld() {
     rows.set(u"A \"NEW\" FIELD", QStringLiteral("x"));
     rows.update();
     QCOMPARE(open("SELECT * FROM main").value(3).text(), "x");
-    QVERIFY_EXCEPTION_THROWN(m_database->appendField(QStringLiteral("main"), QStringLiteral("LOCATION"), 50),
+    QVERIFY_EXCEPTION_THROWN(database_->appendField(QStringLiteral("main"), QStringLiteral("LOCATION"), 50),
                              StoreError);
 }
 
 void TestDatabase::aViewIsNotUpdatable() {
-    m_database->close();
-    makeStore(m_path, "CREATE VIEW seen AS SELECT * FROM main");
-    m_database->open(m_path);
-    QVERIFY(!m_database->updatable(QStringLiteral("seen")));
-    QCOMPARE(m_database->fieldCount(QStringLiteral("seen")), 3);
+    database_->close();
+    makeStore(path_, "CREATE VIEW seen AS SELECT * FROM main");
+    database_->open(path_);
+    QVERIFY(!database_->updatable(QStringLiteral("seen")));
+    QCOMPARE(database_->fieldCount(QStringLiteral("seen")), 3);
     Recordset rows = open("SELECT * FROM seen");
     QCOMPARE(rows.fieldCount(), 3);
     QVERIFY_EXCEPTION_THROWN(rows.edit(), StoreError);
 }
 
 void TestDatabase::aTableThatIsNotThereIsAnError() {
-    QVERIFY_EXCEPTION_THROWN(m_database->fieldCount(QStringLiteral("none")), StoreError);
+    QVERIFY_EXCEPTION_THROWN(database_->fieldCount(QStringLiteral("none")), StoreError);
     QVERIFY_EXCEPTION_THROWN(open("SELECT * FROM none"), StoreError);
-    QVERIFY_EXCEPTION_THROWN(m_database->openForAdding("none"), StoreError);
-    QVERIFY(!m_database->updatable(QStringLiteral("none")));
+    QVERIFY_EXCEPTION_THROWN(database_->openForAdding("none"), StoreError);
+    QVERIFY(!database_->updatable(QStringLiteral("none")));
 }
 
 void TestDatabase::aCommittedTransactionStays() {
     {
-        Transaction transaction(*m_database);
-        m_database->execute(sqlWith("DELETE FROM main WHERE DiveID = '", QStringLiteral("D0000001"), "'"));
+        Transaction transaction(*database_);
+        database_->execute(sqlWith("DELETE FROM main WHERE DiveID = '", QStringLiteral("D0000001"), "'"));
         transaction.commit();
     }
-    QCOMPARE(askEngine(m_path, "SELECT COUNT(*) FROM main"), "2");
+    QCOMPARE(askEngine(path_, "SELECT COUNT(*) FROM main"), "2");
 }
 
 void TestDatabase::aTransactionWithoutCommitIsRolledBack() {
     {
-        const Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM main");
+        const Transaction transaction(*database_);
+        database_->execute("DELETE FROM main");
         QCOMPARE(count(), "0");
     }
     QCOMPARE(count(), "3");
@@ -498,17 +496,17 @@ void TestDatabase::aTransactionWithoutCommitIsRolledBack() {
 
 void TestDatabase::aNestedTransactionJoinsTheOuterOne() {
     {
-        const Transaction outer(*m_database);
-        Transaction inner(*m_database);
-        m_database->execute("DELETE FROM main");
+        const Transaction outer(*database_);
+        Transaction inner(*database_);
+        database_->execute("DELETE FROM main");
         inner.commit();
     }
     QCOMPARE(count(), "3");
     {
-        Transaction outer(*m_database);
+        Transaction outer(*database_);
         {
-            Transaction inner(*m_database);
-            m_database->execute("DELETE FROM main");
+            Transaction inner(*database_);
+            database_->execute("DELETE FROM main");
             inner.commit();
         }
         outer.commit();
@@ -518,16 +516,16 @@ void TestDatabase::aNestedTransactionJoinsTheOuterOne() {
 
 void TestDatabase::aNestedTransactionWithoutCommitBreaksTheOuterOne() {
     {
-        Transaction outer(*m_database);
+        Transaction outer(*database_);
         {
-            const Transaction inner(*m_database);
-            m_database->execute("DELETE FROM main");
+            const Transaction inner(*database_);
+            database_->execute("DELETE FROM main");
         }
         QVERIFY_EXCEPTION_THROWN(outer.commit(), StoreError);
     }
     QCOMPARE(count(), "3");
-    Transaction next(*m_database);
-    m_database->execute("DELETE FROM main");
+    Transaction next(*database_);
+    database_->execute("DELETE FROM main");
     next.commit();
     QCOMPARE(count(), "0");
 }
@@ -535,8 +533,8 @@ void TestDatabase::aNestedTransactionWithoutCommitBreaksTheOuterOne() {
 void TestDatabase::aCommitThatTheDiskRefusesKeepsNothing() {
     {
         const FaultInjection fault([](std::string_view step) { return step == "commit" ? ENOSPC : 0; });
-        Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM main");
+        Transaction transaction(*database_);
+        database_->execute("DELETE FROM main");
         QVERIFY_EXCEPTION_THROWN(transaction.commit(), StoreError);
     }
     QCOMPARE(count(), "3");
@@ -546,8 +544,8 @@ void TestDatabase::aFullDiskIsAnErrorAndKeepsNothing() {
     // The engine's own limit stands in for the disk's.
     open("PRAGMA max_page_count = 2");
     {
-        Transaction transaction(*m_database);
-        Recordset rows = m_database->openForAdding("main");
+        Transaction transaction(*database_);
+        Recordset rows = database_->openForAdding("main");
         const auto fill = [&] {
             for (int i = 0; i < 1000; ++i) {
                 rows.addNew();
@@ -558,23 +556,23 @@ void TestDatabase::aFullDiskIsAnErrorAndKeepsNothing() {
         QVERIFY_EXCEPTION_THROWN(fill(), StoreError);
     }
     QCOMPARE(count(), "3");
-    m_database->execute("DELETE FROM main");
+    database_->execute("DELETE FROM main");
     QCOMPARE(count(), "0");
 }
 
 void TestDatabase::closingRollsAnUnfinishedChangeBack() {
     {
-        const Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM main");
-        m_database->close();
+        const Transaction transaction(*database_);
+        database_->execute("DELETE FROM main");
+        database_->close();
     }
-    m_database->open(m_path);
+    database_->open(path_);
     QCOMPARE(count(), "3");
 }
 
 void TestDatabase::aClosedStoreIsAnErrorForItsRecordsetsChanges() {
     Recordset rows = open("SELECT * FROM main");
-    m_database->close();
+    database_->close();
     QCOMPARE(rows.value(0).text(), "D0000001");
     rows.edit();
     rows.set(1, QStringLiteral("x"));

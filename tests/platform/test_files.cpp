@@ -17,7 +17,7 @@ class TestFiles : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { m_directory = std::make_unique<QTemporaryDir>(); }
+    void init() { directory_ = std::make_unique<QTemporaryDir>(); }
 
     void aWrittenFileHoldsItsBytes();
     void writingReplacesWhatStoodThere();
@@ -46,7 +46,7 @@ private slots:
     void theLockOfAKilledProcessIsFree();
 
 private:
-    QString path(const char* name) const { return m_directory->filePath(QString::fromLatin1(name)); }
+    QString path(const char* name) const { return directory_->filePath(QString::fromLatin1(name)); }
     void make(const char* name, const QByteArray& bytes = "x") {
         QVERIFY(QDir().mkpath(QFileInfo(path(name)).absolutePath()));
         QFile file(path(name));
@@ -58,7 +58,7 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QTemporaryDir> directory_;
 };
 
 void TestFiles::aWrittenFileHoldsItsBytes() {
@@ -66,7 +66,7 @@ void TestFiles::aWrittenFileHoldsItsBytes() {
     QCOMPARE(bytes("a"), QByteArray("\0\r\n\xff", 4));
     QVERIFY(writeFileWhole(path("empty"), QByteArrayView()));
     QCOMPARE(bytes("empty"), QByteArray());
-    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a", "empty"}));
+    QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a", "empty"}));
 }
 
 void TestFiles::writingReplacesWhatStoodThere() {
@@ -140,7 +140,7 @@ void TestFiles::aFaultAtAnyStepLeavesTheOldFileWhole() {
     QCOMPARE(result.number, ENOSPC);
     QCOMPARE(bytes("to"), "old");
     QVERIFY(!writeFileWhole(path("to"), "new"));
-    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden), QStringList({"from", "to"}));
+    QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden), QStringList({"from", "to"}));
 }
 
 void TestFiles::aDraftThatACrashLeftIsTakenOver() {
@@ -157,7 +157,7 @@ void TestFiles::readingIsLimited() {
 }
 
 void TestFiles::readingAFolderOrNothingGivesNothing() {
-    QVERIFY(!readFile(m_directory->path()));
+    QVERIFY(!readFile(directory_->path()));
     QVERIFY(!readFile(path("none")));
 }
 
@@ -184,7 +184,7 @@ void TestFiles::filesAreListedByNameWithoutRegardToCase() {
         make(name);
     }
     QVERIFY(QDir().mkpath(path("new/folder.txt")));
-    const ProgramFolder folder(m_directory->path());
+    const ProgramFolder folder(directory_->path());
     QCOMPARE(folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")),
              QStringList({"A10.txt", "a2.txt", "B.txt", "b.txt", "C.txt"}));
     QCOMPARE(folder.path(u"new", u"a.txt"), path("new/a.txt"));
@@ -193,7 +193,7 @@ void TestFiles::filesAreListedByNameWithoutRegardToCase() {
 void TestFiles::patternsIgnoreCase() {
     make("new/UPPER.TXT");
     make("rb.mdb");
-    const ProgramFolder folder(m_directory->path());
+    const ProgramFolder folder(directory_->path());
     QCOMPARE(folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")), QStringList({"UPPER.TXT"}));
     QCOMPARE(folder.listFiles(QString(), QStringLiteral("RB.MDB")), QStringList({"rb.mdb"}));
 }
@@ -206,8 +206,8 @@ void TestFiles::aFolderThatIsNotThereHasNoFiles() {
 void TestFiles::theExecutablesFolderIsTakenWhenItCanBeWritten() {
     FileResult error;
     const ProgramFolder folder =
-        locateProgramFolder({m_directory->path(), path("data"), path("share")}, error);
-    QCOMPARE(folder.root(), m_directory->path());
+        locateProgramFolder({directory_->path(), path("data"), path("share")}, error);
+    QCOMPARE(folder.root(), directory_->path());
     QVERIFY(error.ok());
     QVERIFY(!QFile::exists(path("data")));
 }
@@ -248,11 +248,11 @@ void TestFiles::aFillThatFailsLeavesNoDataFolder() {
 }
 
 void TestFiles::aSecondLockOfTheSameFolderIsNotHeld() {
-    auto first = std::make_unique<InstanceLock>(m_directory->path());
+    auto first = std::make_unique<InstanceLock>(directory_->path());
     QVERIFY(first->held());
-    QVERIFY(!InstanceLock(m_directory->path()).held());
+    QVERIFY(!InstanceLock(directory_->path()).held());
     first.reset();
-    QVERIFY(InstanceLock(m_directory->path()).held());
+    QVERIFY(InstanceLock(directory_->path()).held());
     QVERIFY(InstanceLock(path("none")).held());
 }
 
@@ -261,7 +261,7 @@ void TestFiles::theLockOfAKilledProcessIsFree() {
     QCOMPARE(pipe(ready.data()), 0);
     const pid_t child = fork();
     if (child == 0) {
-        const InstanceLock lock(m_directory->path());
+        const InstanceLock lock(directory_->path());
         const char held = lock.held() ? '1' : '0';
         static_cast<void>(!write(ready[1], &held, 1));
         for (;;) {
@@ -271,10 +271,10 @@ void TestFiles::theLockOfAKilledProcessIsFree() {
     char held = ' ';
     QCOMPARE(read(ready[0], &held, 1), 1);
     QCOMPARE(held, '1');
-    QVERIFY(!InstanceLock(m_directory->path()).held());
+    QVERIFY(!InstanceLock(directory_->path()).held());
     kill(child, SIGKILL);
     QCOMPARE(waitpid(child, nullptr, 0), child);
-    QVERIFY(InstanceLock(m_directory->path()).held());
+    QVERIFY(InstanceLock(directory_->path()).held());
     close(ready[0]);
     close(ready[1]);
 }

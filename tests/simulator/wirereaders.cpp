@@ -8,14 +8,14 @@ namespace {
 class Bytes {
 public:
     explicit Bytes(const QByteArray& text)
-        : m_text(text) {}
+        : text_(text) {}
 
     /// Behind the end there are zero bytes.
-    char next() { return m_at < m_text.size() ? m_text[m_at++] : '\0'; }
+    char next() { return at_ < text_.size() ? text_[at_++] : '\0'; }
 
 private:
-    const QByteArray& m_text;
-    qsizetype m_at = 0;
+    const QByteArray& text_;
+    qsizetype at_ = 0;
 };
 
 QByteArray digitsAndPoint(const QByteArray& value) {

@@ -27,11 +27,11 @@ class TestAccess : public QObject {
 
 private slots:
     void init() {
-        m_program = std::make_unique<test::ProgramFixture>();
+        program_ = std::make_unique<test::ProgramFixture>();
         process().database.execute("INSERT INTO main (DiveID) VALUES ('D0000001'), ('D0000002')");
         process().currentdiveid = QStringLiteral("D0000002");
     }
-    void cleanup() { m_program.reset(); }
+    void cleanup() { program_.reset(); }
 
     void eachRoutineWritesItsFieldOfTheDiveInHand_data();
     void eachRoutineWritesItsFieldOfTheDiveInHand();
@@ -72,7 +72,7 @@ private:
         return test::ProgramFixture::rows("SELECT serial_no FROM serialno").join(QLatin1Char(' '));
     }
 
-    std::unique_ptr<test::ProgramFixture> m_program;
+    std::unique_ptr<test::ProgramFixture> program_;
 };
 
 using PutRoutine = void (*)(const QString&);
@@ -214,9 +214,9 @@ void TestAccess::gasAndTissueRowsAreAddedBehindTheOthers() {
     store::addgasrow({"0000", "79", "0", "660", "1\r"});
     store::addgasrow({"0001", "68", "", "465", "0\r"});
     store::addtissuerow({"0000", "79", "0\r"});
-    QCOMPARE(m_program->rows("SELECT * FROM GAS"),
+    QCOMPARE(program_->rows("SELECT * FROM GAS"),
              QStringList({"D0000002|0000|79|0|660|1\r", "D0000002|0001|68||465|0\r"}));
-    QCOMPARE(m_program->rows("SELECT * FROM tissue"), QStringList("D0000002|0000|79|0\r"));
+    QCOMPARE(program_->rows("SELECT * FROM tissue"), QStringList("D0000002|0000|79|0\r"));
 }
 
 void TestAccess::aNameWithASingleQuoteIsStoredAsItIs() {

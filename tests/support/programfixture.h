@@ -14,7 +14,7 @@ namespace benthor::test {
 class ProgramFixture {
 public:
     ProgramFixture()
-        : folder(m_directory.path()) {
+        : folder(directory_.path()) {
         process().importing = false;
         for (QString* const text : {&process().currentdiveid, &process().problemtext, &process().divesystem,
                                     &process().querytext}) {
@@ -93,7 +93,7 @@ private:
                QStringLiteral("/benthor-test-XXXXXX");
     }
 
-    QTemporaryDir m_directory{directoryTemplate()};
+    QTemporaryDir directory_{directoryTemplate()};
 
 public:
     platform::ProgramFolder folder;

@@ -6,7 +6,6 @@
 #include <Qt>
 #include <functional>
 
-
 namespace benthor::tour {
 
 /// What did not come as it must.

@@ -61,24 +61,24 @@ QPixmap rendered(const QString& name, int pixels, const QColor& colour) {
 class ThemeIconEngine : public QIconEngine {
 public:
     ThemeIconEngine(QString name, const QColor& colour)
-        : m_name(std::move(name))
-        , m_colour(colour) {}
+        : name_(std::move(name))
+        , colour_(colour) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
         const int side = std::min(rect.width(), rect.height());
         const qreal dpr = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
         const QPoint corner(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2);
-        painter->drawPixmap(corner, iconPixmap(m_name, side, colourFor(mode, state), dpr));
+        painter->drawPixmap(corner, iconPixmap(name_, side, colourFor(mode, state), dpr));
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return rendered(m_name, std::min(size.width(), size.height()), colourFor(mode, state));
+        return rendered(name_, std::min(size.width(), size.height()), colourFor(mode, state));
     }
 
     QIconEngine* clone() const override { return new ThemeIconEngine(*this); }
     QString key() const override { return QStringLiteral("benthor"); }
-    QString iconName() override { return m_name; }
-    bool isNull() override { return drawing(m_name).isEmpty(); }
+    QString iconName() override { return name_; }
+    bool isNull() override { return drawing(name_).isEmpty(); }
     QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
         const int side = std::min(size.width(), size.height());
         return {side, side};
@@ -90,14 +90,14 @@ private:
         if (mode == QIcon::Disabled) {
             return mixed(token.surface, token.textquiet, 0.6);
         }
-        if (m_colour.isValid()) {
-            return m_colour;
+        if (colour_.isValid()) {
+            return colour_;
         }
         return state == QIcon::On ? token.ontext : token.text;
     }
 
-    QString m_name;
-    QColor m_colour;
+    QString name_;
+    QColor colour_;
 };
 
 } // namespace

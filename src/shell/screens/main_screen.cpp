@@ -195,6 +195,7 @@ void MainScreen::changeEvent(QEvent* event) {
 
 void MainScreen::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
+    fitCards();
     if (!panelPicture_.isEmpty()) {
         showPanelPicture();
     }

@@ -7,6 +7,7 @@
 #include <memory>
 
 class QAction;
+class QBoxLayout;
 class QLabel;
 class QListWidget;
 class QMenu;
@@ -91,6 +92,7 @@ private:
     void selectEntry(int choice);
     void entryClicked(int choice);
     void showTipsPanel(bool shown);
+    void fitCards();
 
     // main_screen_actions.cpp
     void Command1_click();
@@ -131,6 +133,7 @@ private:
     QLabel* Lbldetails_ = nullptr;
     look::TotalsLabel* lbltotaldive_ = nullptr;
     QStackedWidget* foot_ = nullptr;
+    QBoxLayout* cards_ = nullptr;
     look::LampDot* lblstatus_ = nullptr;
     QLabel* Text14_ = nullptr;
     QLabel* waiting_ = nullptr;

@@ -83,7 +83,13 @@ public:
         screen_.sweep_->advance();
     }
     void yield() override { screen_.yieldEvents(); }
-    void stopenabled() override { screen_.stopimport_->setEnabled(screen_.isLoaded()); }
+    void stopenabled() override {
+        const bool first = !screen_.stopimport_->isEnabled();
+        screen_.stopimport_->setEnabled(screen_.isLoaded());
+        if (first) {
+            screen_.stopimport_->setFocus();
+        }
+    }
     void message(const QString& text) override {
         if (screen_.isLoaded()) {
             platform::dialogs().message(&screen_, text, platform::BoxKind::Information);
@@ -92,7 +98,7 @@ public:
     void lastfiledone() override { screen_.lblprogress_->clear(); }
     void showdives() override {
         if (screen_.isLoaded()) {
-            screen_.lbltotaldive_->show();
+            screen_.showinfopanel(); // the totals have changed
             screen_.mnucurrentmain_click();
         }
     }

@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kEntriesWidth = 236;
 constexpr int kTipsWidth = 264;
+constexpr int kTwoCardsWidth = 720;
 constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
 
 QLabel* named(QLabel* label, const char* name) {
@@ -78,11 +79,11 @@ void MainScreen::buildLayout() {
     card->body()->addWidget(buildFoot());
     down->addWidget(card, 1);
 
-    auto* cards = new QHBoxLayout;
-    cards->setSpacing(look::spaceBase);
-    cards->addWidget(buildLinkCard(), 1);
-    cards->addWidget(buildImportCard(), 1);
-    down->addLayout(cards);
+    cards_ = new QBoxLayout(QBoxLayout::LeftToRight);
+    cards_->setSpacing(look::spaceBase);
+    cards_->addWidget(buildLinkCard(), 1);
+    cards_->addWidget(buildImportCard(), 1);
+    down->addLayout(cards_);
 
     across->addWidget(right, 1);
     across->addWidget(buildTips());
@@ -299,8 +300,17 @@ QWidget* MainScreen::buildTips() {
     return Frame4_;
 }
 
+/// Where the tips leave no room for the two cards side by side they stand one above the other.
+void MainScreen::fitCards() {
+    const int room =
+        width() - look::scaled(kEntriesWidth) - (Frame4_->isHidden() ? 0 : look::scaled(kTipsWidth));
+    cards_->setDirection(room < look::scaled(kTwoCardsWidth) ? QBoxLayout::TopToBottom
+                                                             : QBoxLayout::LeftToRight);
+}
+
 void MainScreen::showTipsPanel(bool shown) {
     Frame4_->setVisible(shown);
+    fitCards();
     Label10_->setVisible(!shown);
     findChild<QWidget*>(QStringLiteral("Label6"))->setVisible(!shown);
 }

@@ -13,7 +13,7 @@ ActivitySweep::ActivitySweep(QWidget* parent)
 }
 
 bool ActivitySweep::isLit(int segment) const {
-    return (segment - m_position + segments) % segments < window;
+    return (segment - position_ + segments) % segments < window;
 }
 
 QSize ActivitySweep::sizeHint() const {
@@ -25,12 +25,12 @@ QSize ActivitySweep::minimumSizeHint() const {
 }
 
 void ActivitySweep::advance() {
-    m_position = (m_position + 1) % segments;
+    position_ = (position_ + 1) % segments;
     update();
 }
 
 void ActivitySweep::restart() {
-    m_position = 0;
+    position_ = 0;
     update();
 }
 

@@ -17,7 +17,7 @@ public:
     explicit ActivitySweep(QWidget* parent = nullptr);
 
     /// The first lit segment, from 0; the window wraps round at the end.
-    int position() const { return m_position; }
+    int position() const { return position_; }
     bool isLit(int segment) const;
 
     QSize sizeHint() const override;
@@ -31,7 +31,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int m_position = 0;
+    int position_ = 0;
 };
 
 } // namespace benthor::look

@@ -9,25 +9,25 @@ namespace benthor::look {
 
 Card::Card(QWidget* parent)
     : QFrame(parent)
-    , m_body(new QVBoxLayout(this)) {
-    m_body->setContentsMargins(spaceWide, spaceWide, spaceWide, spaceWide);
-    m_body->setSpacing(spaceBase);
+    , body_(new QVBoxLayout(this)) {
+    body_->setContentsMargins(spaceWide, spaceWide, spaceWide, spaceWide);
+    body_->setSpacing(spaceBase);
 }
 
 void Card::setRaised(bool raised) {
-    m_raised = raised;
+    raised_ = raised;
     update();
 }
 
 void Card::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    drawPanel(&painter, rect(), tokens().surface, m_raised ? tokens().edge : tokens().line);
+    drawPanel(&painter, rect(), tokens().surface, raised_ ? tokens().edge : tokens().line);
 }
 
 Pane::Pane(Qt::Edges lines, QWidget* parent)
     : QWidget(parent)
-    , m_lines(lines) {}
+    , lines_(lines) {}
 
 void Pane::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
@@ -35,16 +35,16 @@ void Pane::paintEvent(QPaintEvent* event) {
     painter.fillRect(rect(), tokens().surface);
     painter.setPen(tokens().line);
     const QRect edge = rect();
-    if (m_lines & Qt::TopEdge) {
+    if (lines_ & Qt::TopEdge) {
         painter.drawLine(edge.topLeft(), edge.topRight());
     }
-    if (m_lines & Qt::BottomEdge) {
+    if (lines_ & Qt::BottomEdge) {
         painter.drawLine(edge.bottomLeft(), edge.bottomRight());
     }
-    if (m_lines & Qt::LeftEdge) {
+    if (lines_ & Qt::LeftEdge) {
         painter.drawLine(edge.topLeft(), edge.bottomLeft());
     }
-    if (m_lines & Qt::RightEdge) {
+    if (lines_ & Qt::RightEdge) {
         painter.drawLine(edge.topRight(), edge.bottomRight());
     }
 }

@@ -14,7 +14,7 @@ public:
     explicit Card(QWidget* parent = nullptr);
 
     /// The column; its margins may be changed.
-    QVBoxLayout* body() const { return m_body; }
+    QVBoxLayout* body() const { return body_; }
     /// A stronger border, for a card that lies over others.
     void setRaised(bool raised);
 
@@ -22,8 +22,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QVBoxLayout* m_body;
-    bool m_raised = false;
+    QVBoxLayout* body_;
+    bool raised_ = false;
 };
 
 /// A band at an edge of the window (tool bar, head, foot, side column): surface, with a line at the edges
@@ -38,7 +38,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    Qt::Edges m_lines;
+    Qt::Edges lines_;
 };
 
 /// A thin line between groups.

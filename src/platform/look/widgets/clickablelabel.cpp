@@ -28,19 +28,19 @@ ClickableLabel::ClickableLabel(const QString& text, QWidget* parent)
 }
 
 void ClickableLabel::setIconName(const QString& name, int size) {
-    m_iconName = name;
-    m_iconSize = size;
+    iconName_ = name;
+    iconSize_ = size;
     updateGeometry();
     update();
 }
 
 void ClickableLabel::setInk(Ink ink) {
-    m_ink = ink;
+    ink_ = ink;
     update();
 }
 
 void ClickableLabel::setToldColour(const QColor& colour) {
-    m_told = colour;
+    told_ = colour;
     update();
 }
 
@@ -56,8 +56,8 @@ QSize ClickableLabel::sizeHint() const {
     if (!text().isEmpty()) {
         size = fontMetrics().size(0, text());
     }
-    if (!m_iconName.isEmpty()) {
-        const int side = scaled(m_iconSize);
+    if (!iconName_.isEmpty()) {
+        const int side = scaled(iconSize_);
         size.rwidth() += side + (text().isEmpty() ? 0 : gapBehindIcon);
         size.setHeight(std::max(size.height(), side));
     }
@@ -76,14 +76,14 @@ bool ClickableLabel::event(QEvent* event) {
 }
 
 void ClickableLabel::mousePressEvent(QMouseEvent* event) {
-    m_pressed = event->button() == Qt::LeftButton;
-    event->setAccepted(m_pressed);
+    pressed_ = event->button() == Qt::LeftButton;
+    event->setAccepted(pressed_);
 }
 
 void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
     const bool click =
-        m_pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
-    m_pressed = false;
+        pressed_ && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    pressed_ = false;
     event->accept();
     if (click) {
         emit clicked();
@@ -108,10 +108,10 @@ QColor ClickableLabel::currentInk() const {
     if (!isEnabled()) {
         return faintInk();
     }
-    if (m_told.isValid()) {
-        return legibleOn(m_told, tokens().surface);
+    if (told_.isValid()) {
+        return legibleOn(told_, tokens().surface);
     }
-    return m_hoverMark && underMouse() ? tokens().accent : inkColour(m_ink);
+    return hoverMark_ && underMouse() ? tokens().accent : inkColour(ink_);
 }
 
 void ClickableLabel::paintEvent(QPaintEvent* event) {
@@ -119,7 +119,7 @@ void ClickableLabel::paintEvent(QPaintEvent* event) {
         QLabel::paintEvent(event);
     }
     QPainter painter(this);
-    if (hasFocus() && m_focusMark) {
+    if (hasFocus() && focusMark_) {
         drawFocusRing(&painter, rect(), 4);
     }
     if (hasPicture()) {
@@ -127,10 +127,10 @@ void ClickableLabel::paintEvent(QPaintEvent* event) {
     }
     const QColor ink = currentInk();
     QRect room = contentsRect().adjusted(padding, 0, -padding, 0);
-    if (!m_iconName.isEmpty()) {
-        const int side = scaled(m_iconSize);
+    if (!iconName_.isEmpty()) {
+        const int side = scaled(iconSize_);
         QRect place = text().isEmpty() ? room : QRect(room.x(), room.y(), side, room.height());
-        drawIcon(&painter, m_iconName, QStyle::visualRect(layoutDirection(), room, place), side, ink);
+        drawIcon(&painter, iconName_, QStyle::visualRect(layoutDirection(), room, place), side, ink);
         room.setLeft(room.left() + side + gapBehindIcon);
     }
     if (!text().isEmpty()) {

@@ -18,18 +18,18 @@ public:
 
     /// Stands before the text, or alone where there is no text. `size` is in pixels of the layout.
     void setIconName(const QString& name, int size = 20);
-    QString iconName() const { return m_iconName; }
+    QString iconName() const { return iconName_; }
 
     /// Of text and icon. Told colours win over it; where one does not read on the surface, painting takes the
     /// nearest that does.
     void setInk(Ink ink);
     void setToldColour(const QColor& colour);
-    QColor toldColour() const { return m_told; }
+    QColor toldColour() const { return told_; }
 
     /// Off: text and icon keep their colour under the mouse, since something around them answers for it.
-    void setHoverMark(bool on) { m_hoverMark = on; }
+    void setHoverMark(bool on) { hoverMark_ = on; }
     /// Off: no ring of its own, since something around it shows the focus.
-    void setFocusMark(bool on) { m_focusMark = on; }
+    void setFocusMark(bool on) { focusMark_ = on; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -48,13 +48,13 @@ private:
     QColor currentInk() const;
     bool hasPicture() const;
 
-    QString m_iconName;
-    int m_iconSize = 20;
-    Ink m_ink = Ink::Text;
-    QColor m_told;
-    bool m_hoverMark = true;
-    bool m_focusMark = true;
-    bool m_pressed = false;
+    QString iconName_;
+    int iconSize_ = 20;
+    Ink ink_ = Ink::Text;
+    QColor told_;
+    bool hoverMark_ = true;
+    bool focusMark_ = true;
+    bool pressed_ = false;
 };
 
 } // namespace benthor::look

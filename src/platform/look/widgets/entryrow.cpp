@@ -11,30 +11,30 @@ namespace benthor::look {
 
 EntryRow::EntryRow(const QString& iconName, const QString& captionText, Kind kind, QWidget* parent)
     : QWidget(parent)
-    , m_kind(kind)
-    , m_layout(new QHBoxLayout(this))
-    , m_picture(new ClickableLabel(this))
-    , m_caption(new ClickableLabel(captionText, this)) {
+    , kind_(kind)
+    , layout_(new QHBoxLayout(this))
+    , picture_(new ClickableLabel(this))
+    , caption_(new ClickableLabel(captionText, this)) {
     const bool quiet = kind == Kind::Quiet;
     setFixedHeight(scaled(quiet ? 32 : 48));
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    m_layout->setContentsMargins(spaceBase, 2, spaceSmall, 2);
-    m_layout->setSpacing(spaceTight);
-    m_picture->setIconName(iconName, quiet ? 20 : 24);
+    layout_->setContentsMargins(spaceBase, 2, spaceSmall, 2);
+    layout_->setSpacing(spaceTight);
+    picture_->setIconName(iconName, quiet ? 20 : 24);
     // The caption is what the keyboard reaches; the picture beside it would only be a second stop for the
     // same act.
-    m_picture->setFocusPolicy(Qt::NoFocus);
-    m_picture->setAccessibleName(captionText.trimmed());
-    m_picture->setFixedWidth(scaled(32));
-    m_caption->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    m_picture->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    m_layout->addWidget(m_picture);
-    m_layout->addWidget(m_caption, 1);
-    setFocusProxy(m_caption);
-    joinIn(m_picture);
-    joinIn(m_caption);
+    picture_->setFocusPolicy(Qt::NoFocus);
+    picture_->setAccessibleName(captionText.trimmed());
+    picture_->setFixedWidth(scaled(32));
+    caption_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    picture_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    layout_->addWidget(picture_);
+    layout_->addWidget(caption_, 1);
+    setFocusProxy(caption_);
+    joinIn(picture_);
+    joinIn(caption_);
     setChosen(false);
 }
 
@@ -47,10 +47,10 @@ void EntryRow::joinIn(ClickableLabel* label) {
 
 void EntryRow::setNames(const QString& pictureName, const QString& captionName) {
     if (!pictureName.isEmpty()) {
-        m_picture->setObjectName(pictureName);
+        picture_->setObjectName(pictureName);
     }
     if (!captionName.isEmpty()) {
-        m_caption->setObjectName(captionName);
+        caption_->setObjectName(captionName);
     }
 }
 
@@ -59,23 +59,23 @@ ClickableLabel* EntryRow::addSign(const QString& objectName, const QString& icon
     sign->setObjectName(objectName);
     sign->setIconName(iconName, 18);
     sign->setFocusPolicy(Qt::NoFocus);
-    m_layout->addWidget(sign);
+    layout_->addWidget(sign);
     joinIn(sign);
     sign->hide();
     return sign;
 }
 
 void EntryRow::setChosen(bool chosen) {
-    m_chosen = chosen;
-    const Ink ink = chosen ? Ink::Accent : (m_kind == Kind::Quiet ? Ink::Quiet : Ink::Text);
-    m_picture->setInk(ink);
-    m_caption->setInk(ink);
-    m_caption->setFont(chosen ? strong(body()) : body());
+    chosen_ = chosen;
+    const Ink ink = chosen ? Ink::Accent : (kind_ == Kind::Quiet ? Ink::Quiet : Ink::Text);
+    picture_->setInk(ink);
+    caption_->setInk(ink);
+    caption_->setFont(chosen ? strong(body()) : body());
     update();
 }
 
 void EntryRow::setToldCaptionColour(const QColor& colour) {
-    m_caption->setToldColour(colour);
+    caption_->setToldColour(colour);
 }
 
 QSize EntryRow::sizeHint() const {
@@ -97,14 +97,14 @@ bool EntryRow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void EntryRow::mousePressEvent(QMouseEvent* event) {
-    m_pressed = event->button() == Qt::LeftButton;
-    event->setAccepted(m_pressed);
+    pressed_ = event->button() == Qt::LeftButton;
+    event->setAccepted(pressed_);
 }
 
 void EntryRow::mouseReleaseEvent(QMouseEvent* event) {
     const bool click =
-        m_pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
-    m_pressed = false;
+        pressed_ && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    pressed_ = false;
     event->accept();
     if (click) {
         emit clicked();
@@ -116,7 +116,7 @@ void EntryRow::paintEvent(QPaintEvent* event) {
     const Tokens& token = tokens();
     QPainter painter(this);
     const bool over = isEnabled() && underMouse();
-    if (m_chosen) {
+    if (chosen_) {
         drawPanel(&painter, rect(), token.accentsoft, QColor());
         painter.save();
         painter.setClipRect(QRect(0, 0, 3, height()));
@@ -125,7 +125,7 @@ void EntryRow::paintEvent(QPaintEvent* event) {
     } else if (over) {
         drawPanel(&painter, rect(), token.sunken, QColor());
     }
-    if (m_caption->hasFocus()) {
+    if (caption_->hasFocus()) {
         drawFocusRing(&painter, rect());
     }
 }

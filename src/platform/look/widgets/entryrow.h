@@ -21,17 +21,17 @@ public:
     /// The object names of the two controls; an empty one is left alone.
     void setNames(const QString& pictureName, const QString& captionName);
 
-    ClickableLabel* picture() const { return m_picture; }
-    ClickableLabel* caption() const { return m_caption; }
+    ClickableLabel* picture() const { return picture_; }
+    ClickableLabel* caption() const { return caption_; }
     /// A further picture at the row's end, hidden at first. It acts like the row.
     ClickableLabel* addSign(const QString& objectName, const QString& iconName);
 
     void setChosen(bool chosen);
-    bool isChosen() const { return m_chosen; }
+    bool isChosen() const { return chosen_; }
     /// Invalid: the default again. The property holds what was told; painting takes the nearest colour that
     /// reads.
     void setToldCaptionColour(const QColor& colour);
-    QColor toldCaptionColour() const { return m_caption->toldColour(); }
+    QColor toldCaptionColour() const { return caption_->toldColour(); }
 
     QSize sizeHint() const override;
 
@@ -48,12 +48,12 @@ protected:
 private:
     void joinIn(ClickableLabel* label);
 
-    Kind m_kind;
-    QHBoxLayout* m_layout;
-    ClickableLabel* m_picture;
-    ClickableLabel* m_caption;
-    bool m_chosen = false;
-    bool m_pressed = false;
+    Kind kind_;
+    QHBoxLayout* layout_;
+    ClickableLabel* picture_;
+    ClickableLabel* caption_;
+    bool chosen_ = false;
+    bool pressed_ = false;
 };
 
 } // namespace benthor::look

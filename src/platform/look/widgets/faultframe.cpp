@@ -18,22 +18,22 @@ constexpr int signSize = 24;
 
 FaultFrame::FaultFrame(const QString& textName, const QString& closeName, QWidget* parent)
     : QFrame(parent)
-    , m_title(new QLabel(this))
-    , m_text(new QLabel(this))
-    , m_close(new QPushButton(icon("close"), tr("Close"), this)) {
-    m_text->setObjectName(textName);
-    m_close->setObjectName(closeName);
-    m_title->setFont(strong(body()));
-    m_title->setTextFormat(Qt::PlainText);
-    m_text->setTextFormat(Qt::PlainText);
-    m_text->setWordWrap(true);
+    , title_(new QLabel(this))
+    , text_(new QLabel(this))
+    , close_(new QPushButton(icon("close"), tr("Close"), this)) {
+    text_->setObjectName(textName);
+    close_->setObjectName(closeName);
+    title_->setFont(strong(body()));
+    title_->setTextFormat(Qt::PlainText);
+    text_->setTextFormat(Qt::PlainText);
+    text_->setWordWrap(true);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(spaceWide + scaled(signSize) + spaceBase, spaceSmall, spaceSmall, spaceSmall);
     layout->setHorizontalSpacing(spaceWide);
     layout->setVerticalSpacing(2);
-    layout->addWidget(m_title, 0, 0);
-    layout->addWidget(m_text, 1, 0);
-    layout->addWidget(m_close, 0, 1, 2, 1, Qt::AlignVCenter);
+    layout->addWidget(title_, 0, 0);
+    layout->addWidget(text_, 1, 0);
+    layout->addWidget(close_, 0, 1, 2, 1, Qt::AlignVCenter);
     layout->setColumnStretch(0, 1);
 }
 

@@ -16,17 +16,17 @@ public:
     /// The object names of the text label and of the button.
     FaultFrame(const QString& textName, const QString& closeName, QWidget* parent = nullptr);
 
-    QLabel* title() const { return m_title; }
-    QLabel* text() const { return m_text; }
-    QPushButton* closeButton() const { return m_close; }
+    QLabel* title() const { return title_; }
+    QLabel* text() const { return text_; }
+    QPushButton* closeButton() const { return close_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QLabel* m_title;
-    QLabel* m_text;
-    QPushButton* m_close;
+    QLabel* title_;
+    QLabel* text_;
+    QPushButton* close_;
 };
 
 } // namespace benthor::look

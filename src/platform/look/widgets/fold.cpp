@@ -27,7 +27,7 @@ public:
     }
 
     void setOpen(bool open) {
-        m_open = open;
+        open_ = open;
         update();
     }
 
@@ -48,7 +48,7 @@ protected:
         const int side = scaled(18);
         painter.drawText(rect().adjusted(spaceTight, 0, -side - spaceSmall, 0),
                          Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic, text());
-        drawIcon(&painter, m_open ? QStringLiteral("chevron-up") : QStringLiteral("chevron-down"),
+        drawIcon(&painter, open_ ? QStringLiteral("chevron-up") : QStringLiteral("chevron-down"),
                  QRect(width() - side - spaceTight, 0, side, height()), side, ink);
         if (hasFocus()) {
             drawFocusRing(&painter, rect());
@@ -56,39 +56,39 @@ protected:
     }
 
 private:
-    bool m_open = false;
+    bool open_ = false;
 };
 
 Fold::Fold(const QString& title, QWidget* parent)
     : QWidget(parent)
-    , m_header(new Header(title, this))
-    , m_content(new QWidget(this))
-    , m_body(new QVBoxLayout(m_content)) {
+    , header_(new Header(title, this))
+    , content_(new QWidget(this))
+    , body_(new QVBoxLayout(content_)) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(m_header);
-    column->addWidget(m_content);
-    m_body->setContentsMargins(0, spaceSmall, 0, 0);
-    m_content->hide();
-    connect(m_header, &QAbstractButton::clicked, this, [this] { setOpen(!m_open); });
+    column->addWidget(header_);
+    column->addWidget(content_);
+    body_->setContentsMargins(0, spaceSmall, 0, 0);
+    content_->hide();
+    connect(header_, &QAbstractButton::clicked, this, [this] { setOpen(!open_); });
 }
 
 QWidget* Fold::header() const {
-    return m_header;
+    return header_;
 }
 
 QString Fold::title() const {
-    return m_header->text();
+    return header_->text();
 }
 
 void Fold::setOpen(bool open) {
-    if (open == m_open) {
+    if (open == open_) {
         return;
     }
-    m_open = open;
-    m_header->setOpen(open);
-    m_content->setVisible(open);
+    open_ = open;
+    header_->setOpen(open);
+    content_->setVisible(open);
     emit toggled(open);
 }
 

@@ -14,10 +14,10 @@ public:
     explicit Fold(const QString& title, QWidget* parent = nullptr);
 
     /// The column that is folded away.
-    QVBoxLayout* body() const { return m_body; }
+    QVBoxLayout* body() const { return body_; }
     QWidget* header() const;
 
-    bool isOpen() const { return m_open; }
+    bool isOpen() const { return open_; }
     void setOpen(bool open);
     QString title() const;
 
@@ -27,10 +27,10 @@ signals:
 private:
     class Header;
 
-    Header* m_header;
-    QWidget* m_content;
-    QVBoxLayout* m_body;
-    bool m_open = false;
+    Header* header_;
+    QWidget* content_;
+    QVBoxLayout* body_;
+    bool open_ = false;
 };
 
 } // namespace benthor::look

@@ -21,25 +21,25 @@ Gauge::Gauge(QWidget* parent)
 }
 
 void Gauge::setLit(quint32 mask) {
-    if (m_lit != mask) {
-        m_lit = mask;
+    if (lit_ != mask) {
+        lit_ = mask;
         update();
     }
 }
 
 void Gauge::setSeries(Series series) {
-    m_series = series;
+    series_ = series;
     update();
 }
 
 void Gauge::setColour(const QColor& colour) {
-    m_series.reset();
-    m_colour = colour;
+    series_.reset();
+    colour_ = colour;
     update();
 }
 
 void Gauge::setLimit(int index) {
-    m_limit = index;
+    limit_ = index;
     update();
 }
 
@@ -56,17 +56,17 @@ void Gauge::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const Tokens& token = tokens();
     const QColor own =
-        m_series ? seriesStyle(*m_series, theme()).colour : (m_colour.isValid() ? m_colour : token.accent);
+        series_ ? seriesStyle(*series_, theme()).colour : (colour_.isValid() ? colour_ : token.accent);
     const int start = footWidth + gap;
-    const int room = width() - start - (m_limit > 0 ? limitGap : 0) + gap;
+    const int room = width() - start - (limit_ > 0 ? limitGap : 0) + gap;
     for (int k = 0; k < segments; ++k) {
         QRect place(0, 0, footWidth, height());
         if (k > 0) {
             const int left = start + room * (k - 1) / (segments - 1);
             const int right = start + room * k / (segments - 1) - gap;
-            place = QRect(left + (m_limit > 0 && k > m_limit ? limitGap : 0), 0, right - left, height());
+            place = QRect(left + (limit_ > 0 && k > limit_ ? limitGap : 0), 0, right - left, height());
         }
-        const bool over = m_limit > 0 && k > m_limit;
+        const bool over = limit_ > 0 && k > limit_;
         if (isLit(k)) {
             drawPanel(&painter, place, over ? token.bad : own, QColor(), 1);
         } else {

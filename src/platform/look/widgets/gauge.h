@@ -21,8 +21,8 @@ public:
     explicit Gauge(QWidget* parent = nullptr);
 
     void setLit(quint32 mask);
-    quint32 lit() const { return m_lit; }
-    bool isLit(int index) const { return (m_lit >> index) & 1U; }
+    quint32 lit() const { return lit_; }
+    bool isLit(int index) const { return (lit_ >> index) & 1U; }
 
     /// In the colour of a curve, of the theme in force; or in a told colour.
     void setSeries(Series series);
@@ -37,10 +37,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    quint32 m_lit = 0;
-    std::optional<Series> m_series;
-    QColor m_colour;
-    int m_limit = 10;
+    quint32 lit_ = 0;
+    std::optional<Series> series_;
+    QColor colour_;
+    int limit_ = 10;
 };
 
 } // namespace benthor::look

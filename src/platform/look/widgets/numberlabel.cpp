@@ -109,33 +109,33 @@ NumberAndUnit splitNumberAndUnit(const QString& text) {
 
 NumberLabel::NumberLabel(int px, QWidget* parent)
     : QLabel(parent)
-    , m_px(px) {
+    , px_(px) {
     setTextFormat(Qt::PlainText);
 }
 
 void NumberLabel::setCaption(const QString& caption) {
-    m_caption = caption;
+    caption_ = caption;
     setAccessibleDescription(caption);
     updateGeometry();
     update();
 }
 
 void NumberLabel::setNumberSize(int px) {
-    m_px = px;
+    px_ = px;
     updateGeometry();
     update();
 }
 
 void NumberLabel::setToldColour(const QColor& colour) {
-    m_told = colour;
+    told_ = colour;
     update();
 }
 
 QSize NumberLabel::sizeHint() const {
-    QSize size = extent(splitNumberAndUnit(text()), facesFor(m_px));
-    if (!m_caption.isEmpty()) {
+    QSize size = extent(splitNumberAndUnit(text()), facesFor(px_));
+    if (!caption_.isEmpty()) {
         const QFontMetrics above(look::caption());
-        size.setWidth(std::max(size.width(), above.horizontalAdvance(m_caption)));
+        size.setWidth(std::max(size.width(), above.horizontalAdvance(caption_)));
         size.rheight() += above.height() + 1;
     }
     const QMargins margins = contentsMargins();
@@ -150,11 +150,11 @@ void NumberLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     const QRect room = contentsRect();
-    Faces faces = facesFor(m_px);
+    Faces faces = facesFor(px_);
     const NumberAndUnit parts = splitNumberAndUnit(text());
     const QSize size = extent(parts, faces);
     const QFontMetrics above(look::caption());
-    const int captionHeight = m_caption.isEmpty() ? 0 : above.height() + 1;
+    const int captionHeight = caption_.isEmpty() ? 0 : above.height() + 1;
     const int spare = std::max(0, room.height() - size.height() - captionHeight);
     int captionTop = room.y();
     int foot = room.y() + captionHeight + size.height();
@@ -163,17 +163,17 @@ void NumberLabel::paintEvent(QPaintEvent* event) {
         foot += spare;
     } else if (!(alignment() & Qt::AlignTop)) {
         // Beside a taller neighbour captions share their line above and numbers theirs below.
-        foot += m_caption.isEmpty() ? spare / 2 : spare;
+        foot += caption_.isEmpty() ? spare / 2 : spare;
     }
     faces.unitInk = isEnabled() ? tokens().textquiet : faintInk();
-    if (!m_caption.isEmpty()) {
+    if (!caption_.isEmpty()) {
         painter.setFont(look::caption());
         painter.setPen(faces.unitInk);
-        const int left = startOf(alignment(), room, above.horizontalAdvance(m_caption));
-        painter.drawText(left, captionTop + above.ascent(), m_caption);
+        const int left = startOf(alignment(), room, above.horizontalAdvance(caption_));
+        painter.drawText(left, captionTop + above.ascent(), caption_);
     }
     const QColor ink =
-        !isEnabled() ? faintInk() : (m_told.isValid() ? m_told : palette().color(foregroundRole()));
+        !isEnabled() ? faintInk() : (told_.isValid() ? told_ : palette().color(foregroundRole()));
     const QPoint at(startOf(alignment(), room, size.width()), foot - faces.descent());
     paintParts(painter, at, parts, faces, ink);
 }

@@ -26,11 +26,11 @@ public:
 
     /// A small quiet line above the number.
     void setCaption(const QString& caption);
-    QString caption() const { return m_caption; }
+    QString caption() const { return caption_; }
     void setNumberSize(int px);
     /// Of the number; invalid: the text colour.
     void setToldColour(const QColor& colour);
-    QColor toldColour() const { return m_told; }
+    QColor toldColour() const { return told_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -39,9 +39,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int m_px;
-    QString m_caption;
-    QColor m_told;
+    int px_;
+    QString caption_;
+    QColor told_;
 };
 
 /// A few lines of text as totals: the first, third, ... line is a small quiet caption, the line behind it its

@@ -14,28 +14,28 @@ namespace benthor::look {
 
 OverlayCard::OverlayCard(QWidget* area, int width)
     : QWidget(area)
-    , m_card(new Card(this)) {
+    , card_(new Card(this)) {
     setFocusPolicy(Qt::NoFocus);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(spaceWide, spaceWide, spaceWide, spaceWide);
-    layout->addWidget(m_card, 1, 1);
+    layout->addWidget(card_, 1, 1);
     for (const int side : {0, 2}) {
         layout->setRowStretch(side, 1);
         layout->setColumnStretch(side, 1);
     }
-    m_card->setRaised(true);
-    m_card->setMaximumWidth(scaled(width));
+    card_->setRaised(true);
+    card_->setMaximumWidth(scaled(width));
     // The card asks for its whole width and takes it wherever the area has it.
     layout->setColumnStretch(1, 1000);
-    m_card->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_card->body()->setContentsMargins(spaceRoom, spaceWide, spaceRoom, spaceWide);
+    card_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    card_->body()->setContentsMargins(spaceRoom, spaceWide, spaceRoom, spaceWide);
     area->installEventFilter(this);
     cover();
     hide();
 }
 
 QVBoxLayout* OverlayCard::body() const {
-    return m_card->body();
+    return card_->body();
 }
 
 void OverlayCard::cover() {
@@ -90,7 +90,7 @@ QWidget* OverlayCard::stopBeyond(QWidget* from, bool next) const {
 
 bool OverlayCard::focusNextPrevChild(bool next) {
     QWidget* now = QApplication::focusWidget();
-    QWidget* stop = stopBeyond(now && isAncestorOf(now) ? now : m_card, next);
+    QWidget* stop = stopBeyond(now && isAncestorOf(now) ? now : card_, next);
     if (stop) {
         stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     }
@@ -101,8 +101,8 @@ void OverlayCard::showEvent(QShowEvent* event) {
     cover();
     QWidget* now = window()->focusWidget();
     if (!now || !isAncestorOf(now)) {
-        m_before = now;
-        if (QWidget* first = stopBeyond(m_card, true)) {
+        before_ = now;
+        if (QWidget* first = stopBeyond(card_, true)) {
             first->setFocus(Qt::OtherFocusReason);
         } else if (const QWidget* area = parentWidget(); now && area && area->isAncestorOf(now)) {
             now->clearFocus(); // keys must not work what is covered
@@ -114,10 +114,10 @@ void OverlayCard::showEvent(QShowEvent* event) {
 void OverlayCard::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     QWidget* now = window()->focusWidget();
-    if (QWidget* before = m_before.data(); before && before->isVisible() && (!now || isAncestorOf(now))) {
+    if (QWidget* before = before_.data(); before && before->isVisible() && (!now || isAncestorOf(now))) {
         before->setFocus(Qt::OtherFocusReason);
     }
-    m_before.clear();
+    before_.clear();
 }
 
 void OverlayCard::paintEvent(QPaintEvent* event) {

@@ -21,7 +21,7 @@ public:
 
     /// The card's column.
     QVBoxLayout* body() const;
-    Card* card() const { return m_card; }
+    Card* card() const { return card_; }
 
 protected:
     bool event(QEvent* event) override;
@@ -35,8 +35,8 @@ private:
     void cover();
     QWidget* stopBeyond(QWidget* from, bool next) const;
 
-    Card* m_card;
-    QPointer<QWidget> m_before;
+    Card* card_;
+    QPointer<QWidget> before_;
 };
 
 } // namespace benthor::look

@@ -59,37 +59,37 @@ protected:
 
 SegmentedChoice::SegmentedChoice(QWidget* parent)
     : QWidget(parent)
-    , m_layout(new QHBoxLayout(this))
-    , m_group(new QButtonGroup(this)) {
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSpacing(0);
+    , layout_(new QHBoxLayout(this))
+    , group_(new QButtonGroup(this)) {
+    layout_->setContentsMargins(0, 0, 0, 0);
+    layout_->setSpacing(0);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(m_group, &QButtonGroup::idClicked, this, &SegmentedChoice::chosen);
+    connect(group_, &QButtonGroup::idClicked, this, &SegmentedChoice::chosen);
 }
 
 QAbstractButton* SegmentedChoice::addChoice(const QString& text, int id) {
     auto* segment = new Segment(text, this);
-    m_group->addButton(segment, id);
-    m_layout->addWidget(segment);
+    group_->addButton(segment, id);
+    layout_->addWidget(segment);
     return segment;
 }
 
 QAbstractButton* SegmentedChoice::button(int id) const {
-    return m_group->button(id);
+    return group_->button(id);
 }
 
 int SegmentedChoice::current() const {
-    return m_group->checkedId();
+    return group_->checkedId();
 }
 
 void SegmentedChoice::setCurrent(int id) {
-    if (QAbstractButton* wanted = m_group->button(id)) {
+    if (QAbstractButton* wanted = group_->button(id)) {
         wanted->setChecked(true);
-    } else if (QAbstractButton* held = m_group->checkedButton()) {
+    } else if (QAbstractButton* held = group_->checkedButton()) {
         // An exclusive group lets nobody out.
-        m_group->setExclusive(false);
+        group_->setExclusive(false);
         held->setChecked(false);
-        m_group->setExclusive(true);
+        group_->setExclusive(true);
     }
 }
 

@@ -32,8 +32,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QHBoxLayout* m_layout;
-    QButtonGroup* m_group;
+    QHBoxLayout* layout_;
+    QButtonGroup* group_;
 };
 
 } // namespace benthor::look

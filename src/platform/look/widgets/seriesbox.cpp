@@ -68,14 +68,14 @@ SeriesBox::SeriesBox(const QString& text, QWidget* parent)
 }
 
 void SeriesBox::setSwatch(Swatch swatch, const QList<Series>& series) {
-    m_swatch = swatch;
-    m_series = series;
+    swatch_ = swatch;
+    series_ = series;
     updateGeometry();
     update();
 }
 
 QSize SeriesBox::sizeHint() const {
-    const int extra = m_swatch == Swatch::None ? 0 : scaled(swatchWidth) + spaceSmall;
+    const int extra = swatch_ == Swatch::None ? 0 : scaled(swatchWidth) + spaceSmall;
     return QCheckBox::sizeHint() + QSize(extra, 0);
 }
 
@@ -85,7 +85,7 @@ QSize SeriesBox::minimumSizeHint() const {
 
 void SeriesBox::paintEvent(QPaintEvent* event) {
     QCheckBox::paintEvent(event);
-    if (m_swatch == Swatch::None) {
+    if (swatch_ == Swatch::None) {
         return;
     }
     QPainter painter(this);
@@ -94,14 +94,14 @@ void SeriesBox::paintEvent(QPaintEvent* event) {
     const QSize size(scaled(swatchWidth), scaled(swatchHeight));
     const QRect place(width() - size.width(), (height() - size.height()) / 2, size.width(), size.height());
     const QRectF room(QStyle::visualRect(layoutDirection(), rect(), place));
-    if (m_swatch == Swatch::Diamond) {
+    if (swatch_ == Swatch::Diamond) {
         paintDiamond(painter, room);
-    } else if (m_swatch == Swatch::Ramp) {
-        paintRamp(painter, room, m_series);
-    } else if (m_swatch == Swatch::Step && !m_series.isEmpty()) {
-        paintStep(painter, room, m_series.first());
+    } else if (swatch_ == Swatch::Ramp) {
+        paintRamp(painter, room, series_);
+    } else if (swatch_ == Swatch::Step && !series_.isEmpty()) {
+        paintStep(painter, room, series_.first());
     } else {
-        paintLines(painter, room, m_series);
+        paintLines(painter, room, series_);
     }
 }
 

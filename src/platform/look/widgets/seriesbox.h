@@ -31,8 +31,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    Swatch m_swatch = Swatch::None;
-    QList<Series> m_series;
+    Swatch swatch_ = Swatch::None;
+    QList<Series> series_;
 };
 
 } // namespace benthor::look

@@ -17,24 +17,24 @@ StatusChip::StatusChip(QWidget* parent)
 }
 
 void StatusChip::setToldBackground(const QColor& colour) {
-    m_told = colour;
+    told_ = colour;
     update();
 }
 
 void StatusChip::setIconName(const QString& name) {
-    m_iconName = name;
+    iconName_ = name;
     updateGeometry();
     update();
 }
 
 void StatusChip::setFixedChipHeight(int px) {
-    m_height = scaled(px);
-    setFixedHeight(m_height);
+    height_ = scaled(px);
+    setFixedHeight(height_);
 }
 
 QSize StatusChip::sizeHint() const {
-    const int icon = m_iconName.isEmpty() ? 0 : scaled(20) + spaceSmall;
-    return {fontMetrics().horizontalAdvance(text()) + icon + 2 * spaceWide, m_height};
+    const int icon = iconName_.isEmpty() ? 0 : scaled(20) + spaceSmall;
+    return {fontMetrics().horizontalAdvance(text()) + icon + 2 * spaceWide, height_};
 }
 
 QSize StatusChip::minimumSizeHint() const {
@@ -44,13 +44,13 @@ QSize StatusChip::minimumSizeHint() const {
 void StatusChip::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    const QColor fill = m_told.isValid() ? m_told : tokens().sunken;
+    const QColor fill = told_.isValid() ? told_ : tokens().sunken;
     drawPanel(&painter, rect(), fill, mixed(fill, readableOn(fill), 0.3));
     const QColor ink = readableOn(fill);
     QRect room = rect().adjusted(spaceWide, 0, -spaceWide, 0);
-    if (!m_iconName.isEmpty()) {
+    if (!iconName_.isEmpty()) {
         const int side = scaled(20);
-        drawIcon(&painter, m_iconName, QRect(room.x(), room.y(), side, room.height()), side, ink);
+        drawIcon(&painter, iconName_, QRect(room.x(), room.y(), side, room.height()), side, ink);
         room.setLeft(room.left() + side + spaceSmall);
     }
     painter.setPen(ink);
@@ -64,7 +64,7 @@ LampDot::LampDot(QWidget* parent)
 }
 
 void LampDot::setToldColour(const QColor& colour) {
-    m_told = colour;
+    told_ = colour;
     update();
 }
 
@@ -82,7 +82,7 @@ void LampDot::paintEvent(QPaintEvent* event) {
     const int side = scaled(12);
     const QRect room = contentsRect();
     const QRect lamp(room.x(), room.y() + (room.height() - side) / 2, side, side);
-    const QColor fill = m_told.isValid() ? m_told : tokens().sunken;
+    const QColor fill = told_.isValid() ? told_ : tokens().sunken;
     drawPanel(&painter, lamp, fill, mixed(fill, tokens().text, 0.45), side / 2.0);
     painter.setPen(isEnabled() ? palette().color(foregroundRole()) : faintInk());
     painter.drawText(room.adjusted(side + spaceSmall, 0, 0, 0),
@@ -91,12 +91,12 @@ void LampDot::paintEvent(QPaintEvent* event) {
 
 NoticeBand::NoticeBand(const QString& text, QWidget* parent)
     : QWidget(parent)
-    , m_label(new QLabel(text, this)) {
+    , label_(new QLabel(text, this)) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(spaceBase + scaled(18) + spaceBase, spaceSmall, spaceBase, spaceSmall);
-    layout->addWidget(m_label);
-    m_label->setWordWrap(true);
-    m_label->setFont(strong(body()));
+    layout->addWidget(label_);
+    label_->setWordWrap(true);
+    label_->setFont(strong(body()));
     setMinimumHeight(scaled(40));
     takeColours();
 }
@@ -109,10 +109,10 @@ void NoticeBand::changeEvent(QEvent* event) {
 }
 
 void NoticeBand::takeColours() {
-    QPalette colours = m_label->palette();
+    QPalette colours = label_->palette();
     if (colours.color(QPalette::WindowText) != tokens().notice) {
         colours.setColor(QPalette::WindowText, tokens().notice);
-        m_label->setPalette(colours);
+        label_->setPalette(colours);
     }
 }
 

@@ -15,7 +15,7 @@ public:
     explicit StatusChip(QWidget* parent = nullptr);
 
     void setToldBackground(const QColor& colour);
-    QColor toldBackground() const { return m_told; }
+    QColor toldBackground() const { return told_; }
     /// Before the words, in their colour; empty: none.
     void setIconName(const QString& name);
     void setFixedChipHeight(int px);
@@ -27,9 +27,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QColor m_told;
-    QString m_iconName;
-    int m_height = 40;
+    QColor told_;
+    QString iconName_;
+    int height_ = 40;
 };
 
 /// A small round lamp of a told colour, with its words behind it.
@@ -41,7 +41,7 @@ public:
     explicit LampDot(QWidget* parent = nullptr);
 
     void setToldColour(const QColor& colour);
-    QColor toldColour() const { return m_told; }
+    QColor toldColour() const { return told_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -50,7 +50,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QColor m_told;
+    QColor told_;
 };
 
 /// A line that must not be overlooked, on a tinted ground with the warning sign before it. `label()` holds
@@ -61,7 +61,7 @@ class NoticeBand : public QWidget {
 public:
     explicit NoticeBand(const QString& text, QWidget* parent = nullptr);
 
-    QLabel* label() const { return m_label; }
+    QLabel* label() const { return label_; }
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -70,7 +70,7 @@ protected:
 private:
     void takeColours();
 
-    QLabel* m_label;
+    QLabel* label_;
 };
 
 } // namespace benthor::look

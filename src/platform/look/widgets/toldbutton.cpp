@@ -15,15 +15,15 @@ ToldButton::ToldButton(const QString& text, QWidget* parent)
     : QPushButton(text, parent) {}
 
 void ToldButton::setToldBackground(const QColor& colour) {
-    if (m_told.isValid() != colour.isValid()) {
+    if (told_.isValid() != colour.isValid()) {
         updateGeometry();
     }
-    m_told = colour;
+    told_ = colour;
     update();
 }
 
 QSize ToldButton::sizeHint() const {
-    return QPushButton::sizeHint() + QSize(m_told.isValid() ? toldBlockWidth : 0, 0);
+    return QPushButton::sizeHint() + QSize(told_.isValid() ? toldBlockWidth : 0, 0);
 }
 
 QSize ToldButton::minimumSizeHint() const {
@@ -36,7 +36,7 @@ void ToldButton::paintEvent(QPaintEvent* event) {
     QStyleOptionButton option;
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
-    if (m_told.isValid()) {
+    if (told_.isValid()) {
         // Inside the edge, or inside the ring when focused, and parted from the rest by a line.
         const bool focus = option.state & QStyle::State_HasFocus;
         const int inset = focus ? focusWidth : 1;
@@ -47,7 +47,7 @@ void ToldButton::paintEvent(QPaintEvent* event) {
         painter.setRenderHint(QPainter::Antialiasing);
         const QRect block(0, 0, toldBlockWidth, height());
         painter.setClipRect(QStyle::visualRect(layoutDirection(), rect(), block));
-        painter.fillPath(shape, m_told);
+        painter.fillPath(shape, told_);
         painter.setClipRect(QStyle::visualRect(layoutDirection(), rect(),
                                                QRect(toldBlockWidth, inset, 1, height() - 2 * inset)));
         painter.fillRect(rect(), isEnabled() ? tokens().edge : tokens().line);

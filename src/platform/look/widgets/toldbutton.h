@@ -17,7 +17,7 @@ public:
 
     /// Invalid: no block.
     void setToldBackground(const QColor& colour);
-    QColor toldBackground() const { return m_told; }
+    QColor toldBackground() const { return told_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -26,7 +26,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QColor m_told;
+    QColor told_;
 };
 
 } // namespace benthor::look
