@@ -31,6 +31,7 @@ private slots:
     void aClickOnTheChartPicksTheSample();
     void theRowBeforeKeepsItsMarkOutsideColumns1To32();
     void aPressOnTheChartHidesTheLine();
+    void aPressShowsAPointerAtThePlaceUntilTheRelease();
     void aClickOnTheZoomedChartPicksTheSampleOfThePage();
     void anArrowKeyInTheGridPicksTheNextSample();
     void plottingHidesTheLineAndKeepsTheRow();
@@ -83,6 +84,23 @@ void TestRbinterfaceSelect::aPressOnTheChartHidesTheLine() {
     QCOMPARE(chart.row(), 0);
     emit chart.released(twipsOfRow(50.5, 200), 0); // the same row again
     QCOMPARE(chart.row(), 50);
+}
+
+void TestRbinterfaceSelect::aPressShowsAPointerAtThePlaceUntilTheRelease() {
+    DiveScreen bench;
+    bench.put(steadyDive(197));
+    auto& screen = bench.show();
+    auto& chart = control<Chart>(screen, "MSChart1");
+    auto& pointer = control<QWidget>(screen, "Text8");
+    QVERIFY(!pointer.isVisible());
+    const QPoint place(qRound(chart.xOfRow(60)), 100);
+    QTest::mousePress(&chart, Qt::LeftButton, {}, place);
+    QVERIFY(pointer.isVisible());
+    QVERIFY(std::abs(pointer.x() - place.x()) <= 1);
+    QCOMPARE(pointer.y(), place.y());
+    QCOMPARE(pointer.height(), 2); // 25 twips
+    QTest::mouseRelease(&chart, Qt::LeftButton, {}, place);
+    QVERIFY(!pointer.isVisible());
 }
 
 void TestRbinterfaceSelect::aClickOnTheZoomedChartPicksTheSampleOfThePage() {

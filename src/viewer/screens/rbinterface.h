@@ -9,6 +9,7 @@
 
 class QAction;
 class QBoxLayout;
+class QFrame;
 class QLabel;
 class QRadioButton;
 class QSplitter;
@@ -98,7 +99,7 @@ private:
     double interval() const;
 
     // rbinterface_select.cpp
-    void MSChart1_MouseDown();
+    void MSChart1_MouseDown(double x, double y);
     void MSChart1_MouseUp(double x);
     void MSFlexGrid1_SelChange();
     void selectrow(int row);
@@ -142,6 +143,7 @@ private:
     SeriesColumn* series_ = nullptr;
     look::Card* unitsCard_ = nullptr;
     GasStripView* txtGas = nullptr;
+    QFrame* Text8 = nullptr; ///< the pointer at the pressed place
     platform::Chart* MSChart1 = nullptr;
     TimeLabels* times_ = nullptr;
     ZoomBar* zoombar_ = nullptr;

@@ -8,6 +8,8 @@
 #include "viewer/screens/timelabels.h"
 #include "viewer/timeaxis.h"
 
+#include <QFrame>
+
 namespace benthor::viewer {
 
 using look::Series;
@@ -145,6 +147,7 @@ void rbinterface::plotgraph() {
     const ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
     MSChart1->setData(forChart(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive));
     MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftUnit(boxes, feet_));
+    Text8->hide();
     MSChart1->setCurrentRow(0);
     plotgasstrip();
 }

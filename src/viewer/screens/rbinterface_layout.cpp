@@ -9,6 +9,7 @@
 #include "viewer/screens/timelabels.h"
 #include "viewer/screens/zoombar.h"
 
+#include <QFrame>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
@@ -105,6 +106,12 @@ QWidget* rbinterface::makeChartCard() {
     MSChart1->hide();
     connect(MSChart1, &platform::Chart::pressed, this, &rbinterface::MSChart1_MouseDown);
     connect(MSChart1, &platform::Chart::released, this, &rbinterface::MSChart1_MouseUp);
+    Text8 = new QFrame(MSChart1);
+    Text8->setObjectName(QStringLiteral("Text8"));
+    Text8->setAutoFillBackground(true);
+    Text8->setBackgroundRole(QPalette::WindowText);
+    Text8->setAttribute(Qt::WA_TransparentForMouseEvents);
+    Text8->hide();
     txtGas = new GasStripView(*MSChart1);
     txtGas->setObjectName(QStringLiteral("txtGas"));
     times_ = new TimeLabels(*MSChart1);

@@ -5,15 +5,27 @@
 #include "viewer/screens/rbinterface.h"
 #include "viewer/selection.h"
 
+#include <QFrame>
 #include <QSignalBlocker>
 
 namespace benthor::viewer {
 
-void rbinterface::MSChart1_MouseDown() {
+namespace {
+constexpr double kTwipsPerPixel = 15;
+constexpr double kPointerHeight = 25; // twips
+constexpr int kPointerWidth = 10;     // pixels
+} // namespace
+
+/// A small pointer marks the place while the button is held.
+void rbinterface::MSChart1_MouseDown(double x, double y) {
     MSChart1->setCurrentRow(0);
+    Text8->setGeometry(qRound(MSChart1->xOfTwips(x)), qRound(y / kTwipsPerPixel), kPointerWidth,
+                       qRound(kPointerHeight / kTwipsPerPixel));
+    Text8->show();
 }
 
 void rbinterface::MSChart1_MouseUp(double x) {
+    Text8->hide();
     if (lastsample_ > 0) {
         selectrow(chartClickRow(x, lastsample_, zoom_));
     }
