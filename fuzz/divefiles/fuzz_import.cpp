@@ -17,7 +17,7 @@ constexpr int kBatches = 40;
 constexpr int kFilesOfABatch = 80;
 
 QByteArrayList goodTexts() {
-    QByteArrayList texts{test::goodDive()};
+    QByteArrayList texts{tests::goodDive()};
     const QDir vectors(QStringLiteral(BENTHOR_TEST_DATA "/dives"));
     for (const QString& name : vectors.entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name)) {
         if (const auto bytes = platform::readFile(vectors.filePath(name)); bytes && bytes->size() < 5000) {
@@ -71,7 +71,7 @@ void FuzzImport::anyFilesAreImportedAndNoSourceIsLost() {
     fuzz::DiveMutator mutator(kSeed + 1, goodTexts());
     int imported = 0;
     for (int batch = 0; batch < kBatches; ++batch) {
-        const test::ProgramFixture program;
+        const tests::ProgramFixture program;
         std::map<QString, QByteArray> files;
         for (int i = 0; i < kFilesOfABatch; ++i) {
             const QString name = QStringLiteral("%1 it's.txt").arg(i, 3, 10, QLatin1Char('0'));
@@ -79,7 +79,7 @@ void FuzzImport::anyFilesAreImportedAndNoSourceIsLost() {
             program.putWaiting(name, files[name]);
         }
         divefiles::ImportState state;
-        test::RecordingScreen screen;
+        tests::RecordingScreen screen;
         while (!program.names(QStringLiteral("new")).isEmpty()) {
             const qsizetype before = program.names(QStringLiteral("new")).size();
             const divefiles::ImportEnd end = divefiles::importdives(program.folder, state, screen);
@@ -94,7 +94,7 @@ void FuzzImport::anyFilesAreImportedAndNoSourceIsLost() {
         for (const auto& [name, bytes] : files) {
             QCOMPARE(program.bytesOf(QStringLiteral("old"), name), bytes);
         }
-        QCOMPARE(test::ProgramFixture::rows("PRAGMA integrity_check"), QStringList("ok"));
+        QCOMPARE(tests::ProgramFixture::rows("PRAGMA integrity_check"), QStringList("ok"));
         const logbook::DiveList list = logbook::filldivelist(process().database, program.folder, 0, u"Feet");
         imported += static_cast<int>(list.rows.size());
     }

@@ -27,16 +27,16 @@ bool isChecked(const SeriesBoxes& boxes, const SeriesSource& series) {
 
 void writeSeries(ChartMatrix& matrix, const SampleArray& array, int column) {
     const std::span<const float> values = array.values();
-    double* cells = &matrix.at(0, column);
-    for (int row = 1; row < matrix.rows; ++row) {
-        cells[row] = values.empty() ? 0.0 : static_cast<double>(values[static_cast<size_t>(row - 1)]);
+    for (int row = 1; row <= matrix.lastRow(); ++row) {
+        matrix.set(row, column,
+                   values.empty() ? 0.0 : static_cast<double>(values[static_cast<size_t>(row - 1)]));
     }
 }
 
 void writeAmbientCo2(ChartMatrix& matrix, const DiveProfile& profile, int column) {
-    for (int row = 1; row < matrix.rows; ++row) {
+    for (int row = 1; row <= matrix.lastRow(); ++row) {
         const double bar = static_cast<double>(profile.depthpos[row - 1]) * 0.1 + 1.01;
-        matrix.at(row, column) = static_cast<double>(profile.co2[row - 1]) * bar;
+        matrix.set(row, column, static_cast<double>(profile.co2[row - 1]) * bar);
     }
 }
 
@@ -95,7 +95,7 @@ constexpr std::array<SeriesSource, kSeriesSources> kSeriesTable = {{
 static_assert(kSeriesTable.back().column != 0, "the table is shorter than kSeriesSources");
 
 ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const SeriesBoxes& boxes) {
-    ChartMatrix matrix(std::clamp(lastsample, 0, kMostSamples) + 1, kChartColumns);
+    ChartMatrix matrix(std::clamp(lastsample, 0, kMostSamples));
     for (const SeriesSource& series : kSeriesTable) {
         if (!isChecked(boxes, series)) {
             continue;
@@ -113,11 +113,14 @@ ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomSt
     constexpr int kLastColumn = 39; // column 40 is not carried into the zoomed view
     const int rows = viewRows(lastsample, kZoomedFactor);
     const int offset = viewOffset(lastsample, zoom);
-    const int last = std::min(rows, matrix.rows - 1 - offset);
-    ChartMatrix zoomed(rows + 1, matrix.cols);
+    const int last = std::min(rows, matrix.lastRow() - offset);
+    ChartMatrix zoomed(rows);
     for (int column = 1; column <= kLastColumn; ++column) {
+        if (!matrix.hasSeries(column)) {
+            continue;
+        }
         for (int row = 1; row <= last; ++row) {
-            zoomed.at(row, column) = matrix.at(row + offset, column);
+            zoomed.set(row, column, matrix.at(row + offset, column));
         }
     }
     return zoomed;

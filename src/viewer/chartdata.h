@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/chartmatrix.h"
+#include "platform/chart/chartmatrix.h"
 #include "viewer/diveprofile.h"
 #include "viewer/zoom.h"
 
@@ -9,7 +9,7 @@
 
 namespace benthor::viewer {
 
-constexpr int kChartColumns = 41; ///< columns 0 to 40 of the matrix; column 0 stays empty
+using platform::ChartMatrix;
 
 /// Which boxes stand checked.
 struct SeriesBoxes {

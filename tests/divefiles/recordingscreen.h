@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace benthor::test {
+namespace benthor::tests {
 
 /// Writes down what an import asks of its screen; `at` gets each step as it comes.
 class RecordingScreen : public divefiles::ImportScreen {
@@ -47,4 +47,4 @@ private:
     }
 };
 
-} // namespace benthor::test
+} // namespace benthor::tests

@@ -12,8 +12,8 @@
 
 using namespace benthor;
 using divefiles::ImportEnd;
-using test::goodDive;
-using test::RecordingScreen;
+using tests::goodDive;
+using tests::RecordingScreen;
 
 namespace {
 
@@ -84,7 +84,7 @@ class TestImporter : public QObject {
 private slots:
     void init() {
         clock_ = std::make_unique<platform::FixedClock>(kMoment);
-        program_ = std::make_unique<test::ProgramFixture>();
+        program_ = std::make_unique<tests::ProgramFixture>();
         state_ = {};
     }
     void cleanup() {
@@ -142,12 +142,12 @@ private:
         return divefiles::importdives(program_->folder, state_, screen_);
     }
     static QStringList locations() {
-        return test::ProgramFixture::rows("SELECT Location FROM main ORDER BY DiveID");
+        return tests::ProgramFixture::rows("SELECT Location FROM main ORDER BY DiveID");
     }
     QStringList newFiles() const { return program_->names(QStringLiteral("new")); }
 
     std::unique_ptr<platform::FixedClock> clock_;
-    std::unique_ptr<test::ProgramFixture> program_;
+    std::unique_ptr<tests::ProgramFixture> program_;
     divefiles::ImportState state_;
     RecordingScreen screen_;
 };
@@ -227,9 +227,9 @@ void TestImporter::runsEndAsTheVectorsSay() {
                                                      run[QStringLiteral("serial_before")].toString(), "'"));
     }
     import();
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID FROM main"), texts(run[QStringLiteral("ids")]));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID FROM main"), texts(run[QStringLiteral("ids")]));
     QCOMPARE(locations(), texts(run[QStringLiteral("locations")]));
-    QCOMPARE(test::ProgramFixture::rows("SELECT serial_no FROM serialno"),
+    QCOMPARE(tests::ProgramFixture::rows("SELECT serial_no FROM serialno"),
              QStringList(run[QStringLiteral("serial_after")].toString()));
     QCOMPARE(newFiles(), texts(run[QStringLiteral("left_in_new")]));
     for (const char* const place : {"old", "dbtxt", "corrupt"}) {
@@ -372,7 +372,7 @@ void TestImporter::twoFilesWithTheSameLast20CharactersOverwriteOneAnotherInDbtxt
     program_->putWaiting(one, goodDive("812345678"));
     program_->putWaiting(two, goodDive("812345679"));
     import();
-    const QStringList names = test::ProgramFixture::rows("SELECT dbtxtname FROM main");
+    const QStringList names = tests::ProgramFixture::rows("SELECT dbtxtname FROM main");
     QCOMPARE(names, QStringList({"11A2B3Cmon-name-of-both.txt", "11A2B3Cmon-name-of-both.txt"}));
     QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), names.first()), goodDive("812345679"));
     QCOMPARE(program_->bytesOf(QStringLiteral("old"), one), goodDive("812345678"));
@@ -392,7 +392,7 @@ void TestImporter::theSameFileImportedAgainGetsANewIdentifier() {
     import();
     QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", u"a.txt")), QString());
     import();
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"),
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID, Location FROM main"),
              QStringList({"D0000001|a.txt", "D0000002|a.txt"}));
 }
 
@@ -405,7 +405,7 @@ void TestImporter::deletingTheHighestDiveThenImportingReusesItsIdentifier() {
     clock_ = std::make_unique<platform::FixedClock>(kMoment.addSecs(60));
     program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     import();
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
     QCOMPARE(program_->names(QStringLiteral("dbtxt")).size(), 2);
 }
 
@@ -414,14 +414,14 @@ void TestImporter::aHeaderLongerThanTheScanIsCut() {
                          "ver=V1\r\n" + QByteArray(1100, '-') + "\r\nTissue0000,1,2\r\n");
     import();
     QCOMPARE(locations(), QStringList("a.txt"));
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM tissue"), QStringList());
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM tissue"), QStringList());
 }
 
 void TestImporter::aNameWithASingleQuoteIsImportedAndRead() {
     const QString name = QStringLiteral("Devil's 'reef'.txt");
     program_->putWaiting(name, goodDive());
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Location, dbtxtname FROM main"),
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Location, dbtxtname FROM main"),
              QStringList(name + "|" + kStamp + name));
     QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), kStamp + name), goodDive());
 }
@@ -440,32 +440,32 @@ void TestImporter::highBytesComeBackAsTheyWere() {
     program_->putWaiting(QStringLiteral("a.txt"),
                          "ver=V1\rRecint=10\rSN=" + bytes + "\rGas" + bytes + ",1,2,3,4\r");
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Gastype FROM gas").first().toLatin1(), bytes);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Gastype FROM gas").first().toLatin1(), bytes);
 }
 
 void TestImporter::zeroBytesComeBackAsTheyWere() {
     const QByteArray bytes("A\0B\0", 4);
     program_->putWaiting(QStringLiteral("a.txt"), "ver=" + bytes + "\rRecint=10\rSN=" + bytes + "\r");
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Version FROM main").first().toLatin1(), bytes);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Version FROM main").first().toLatin1(), bytes);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Suit FROM main").first().toLatin1(), bytes);
 }
 
 void TestImporter::aFileWithoutVersionDoesNotWriteIntoTheDiveBefore() {
     program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     import();
-    const QStringList before = test::ProgramFixture::rows("SELECT * FROM main");
+    const QStringList before = tests::ProgramFixture::rows("SELECT * FROM main");
     program_->putWaiting(QStringLiteral("b.txt"), "SN=OTHER\rOTU,99\rGas0009,1,2,3,4\rTissue0009,1,2\r");
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM main"), before);
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM gas WHERE Gastype = '0009'"), QStringList());
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM main"), before);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM gas WHERE Gastype = '0009'"), QStringList());
 }
 
 void TestImporter::aStartDateBeyondTheYear9999LeavesTheDateNullAndGoesOn() {
     program_->putWaiting(QStringLiteral("a.txt"), goodDive("999999999999"));
     QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT Startcode, startdate, otu FROM main"),
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Startcode, startdate, otu FROM main"),
              QStringList("999999999999|(null)|12"));
     divefiles::checkdive(process().database);
     QCOMPARE(process().problemtext, "\rMain Profile - Error in Start Date format !");
@@ -479,7 +479,7 @@ void TestImporter::aGasLineOfTooManyFieldsSaysSoAndGoesToCorrupt() {
     QCOMPARE(screen_.messages, QStringList("Errors Gas - Too many parameters  !"));
     QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), bytes);
     QCOMPARE(newFiles(), QStringList("b.txt"));
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM gas"), QStringList("D0000001|0000|1|2|3|4\r"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM gas"), QStringList("D0000001|0000|1|2|3|4\r"));
     QVERIFY(!process().mainrecordset.isOpen());
     QVERIFY(!process().importing);
     QCOMPARE(screen_.steps.last(), "runends");
@@ -493,7 +493,7 @@ void TestImporter::aTissueLineOfTooManyFieldsSaysSoAndGoesToCorrupt() {
     QCOMPARE(screen_.messages, QStringList("Errors Tissue - Too many parametre  !"));
     QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
     QCOMPARE(newFiles(), QStringList());
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM tissue"), QStringList("D0000001|0000|1|2\r"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM tissue"), QStringList("D0000001|0000|1|2\r"));
 }
 
 void TestImporter::aMissingVersionAndIntervalSaysSoAndLeavesTheFile() {
@@ -517,7 +517,7 @@ void TestImporter::behindARunThatEndedTheNextStartsClean() {
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(screen_.steps.filter(QStringLiteral("filelisted")), QStringList("filelisted b.txt"));
     QCOMPARE(screen_.messages, QStringList(kEndMessage));
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
 }
 
 void TestImporter::aRefusedSerialSaysSoAndTheDiveStays() {
@@ -528,7 +528,7 @@ void TestImporter::aRefusedSerialSaysSoAndTheDiveStays() {
         screen_.messages,
         QStringList({"Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted..",
                      kEndMessage}));
-    QCOMPARE(test::ProgramFixture::rows("SELECT UserName, Suit, otu FROM main"),
+    QCOMPARE(tests::ProgramFixture::rows("SELECT UserName, Suit, otu FROM main"),
              QStringList(serial + "|(null)|12"));
     QCOMPARE(newFiles(), QStringList());
 }
@@ -538,7 +538,7 @@ void TestImporter::aFailedCopyIntoDbtxtIsPassedOver() {
     program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     QCOMPARE(import(), ImportEnd::Done);
     QCOMPARE(screen_.messages, QStringList(kEndMessage));
-    QCOMPARE(test::ProgramFixture::rows("SELECT dbtxtname FROM main"), QStringList("11A2B3Ca.txt"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT dbtxtname FROM main"), QStringList("11A2B3Ca.txt"));
 }
 
 void TestImporter::missingFoldersOldAndCorruptAreMade() {

@@ -10,8 +10,8 @@
 
 using namespace benthor;
 using divefiles::ImportEnd;
-using test::goodDive;
-using test::RecordingScreen;
+using tests::goodDive;
+using tests::RecordingScreen;
 
 namespace {
 
@@ -137,7 +137,7 @@ public:
         return twice;
     }
 
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
 };
 
 /// An import in a process of its own that is killed at its step number `last`. Returns false when it came to
@@ -267,7 +267,7 @@ void TestImportSafety::aDiskThatFailsFromAnyStepOnLosesNothing() {
 }
 
 void TestImportSafety::aFullStoreEndsTheRunAndKeepsTheRest() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     for (int i = 0; i < 200; ++i) {
         program.putWaiting(QStringLiteral("%1.txt").arg(i, 3, 10, QLatin1Char('0')), goodDive());
     }
@@ -277,9 +277,9 @@ void TestImportSafety::aFullStoreEndsTheRunAndKeepsTheRest() {
     divefiles::ImportState state;
     RecordingScreen screen;
     QCOMPARE(divefiles::importdives(program.folder, state, screen), ImportEnd::Failed);
-    const int stored = static_cast<int>(test::ProgramFixture::rows("SELECT * FROM main").size());
+    const int stored = static_cast<int>(tests::ProgramFixture::rows("SELECT * FROM main").size());
     QVERIFY(stored > 0 && stored < 200);
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM gas").size(), 2 * stored);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM gas").size(), 2 * stored);
     const QStringList waiting = program.names(QStringLiteral("new"));
     QCOMPARE(waiting.size(), 200 - stored);
     QCOMPARE(process().currentdiveid, QStringLiteral("D%1").arg(stored, 7, 10, QLatin1Char('0')));
@@ -290,7 +290,7 @@ void TestImportSafety::aFullStoreEndsTheRunAndKeepsTheRest() {
              qPrintable(screen.messages.first()));
     process().database.openRecordset("PRAGMA max_page_count = 100000");
     QCOMPARE(divefiles::importdives(program.folder, state, screen), ImportEnd::Done);
-    QCOMPARE(test::ProgramFixture::rows("SELECT * FROM main").size(), 200);
+    QCOMPARE(tests::ProgramFixture::rows("SELECT * FROM main").size(), 200);
 }
 
 void TestImportSafety::aCopyToOldThatFailsEndsTheRunBeforeAnythingIsStored() {
@@ -357,7 +357,7 @@ void TestImportSafety::aSourceThatVanishedIsTold() {
 
 void TestImportSafety::aSourceThatChangedBetweenThePassesIsCopiedAgain() {
     const platform::FixedClock clock(kMoment);
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     program.putWaiting(QStringLiteral("a.txt"), "half of what is still being wri");
     divefiles::ImportState state;
     RecordingScreen screen;

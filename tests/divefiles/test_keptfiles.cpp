@@ -18,7 +18,7 @@ private slots:
 };
 
 void TestKeptFiles::aWaitingFileIsKeptUnderItsName() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     program.putWaiting(QStringLiteral("a.txt"), "one");
     QVERIFY(divefiles::keepinold(program.folder, QStringLiteral("a.txt")));
     QCOMPARE(program.bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), "one");
@@ -26,7 +26,7 @@ void TestKeptFiles::aWaitingFileIsKeptUnderItsName() {
 }
 
 void TestKeptFiles::anotherFileOfThatNameIsNotWrittenOver() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     program.put(QStringLiteral("old"), QStringLiteral("a.txt"), "first");
     program.put(QStringLiteral("old"), QStringLiteral("a-2.txt"), "second");
     program.putWaiting(QStringLiteral("a.txt"), "third");
@@ -37,7 +37,7 @@ void TestKeptFiles::anotherFileOfThatNameIsNotWrittenOver() {
 }
 
 void TestKeptFiles::aFileThatIsKeptAlreadyIsNotKeptTwice() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     program.put(QStringLiteral("old"), QStringLiteral("a.txt"), "one");
     program.putWaiting(QStringLiteral("a.txt"), "one");
     QVERIFY(divefiles::keepinold(program.folder, QStringLiteral("a.txt")));
@@ -45,13 +45,13 @@ void TestKeptFiles::aFileThatIsKeptAlreadyIsNotKeptTwice() {
 }
 
 void TestKeptFiles::nothingWaitsNothingIsKept() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     QVERIFY(divefiles::keepinold(program.folder, QStringLiteral("a.txt")));
     QVERIFY(program.folder.listFiles(QStringLiteral("old"), QStringLiteral("*.txt")).isEmpty());
 }
 
 void TestKeptFiles::aManualFileDoesNotDestroyOneThatWaits() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     program.putWaiting(QStringLiteral("a.txt"), "waits");
     program.put(QStringLiteral("old"), QStringLiteral("a.txt"), "chosen");
     QCOMPARE(divefiles::takemanualfile(program.folder, program.folder.path(u"old", u"a.txt")), QString());
@@ -60,7 +60,7 @@ void TestKeptFiles::aManualFileDoesNotDestroyOneThatWaits() {
 }
 
 void TestKeptFiles::aDeletedDiveDoesNotTakeAWaitingFileWithIt() {
-    test::ProgramFixture program;
+    tests::ProgramFixture program;
     process().database.execute("INSERT INTO main (DiveID, Location) VALUES ('D0000001', 'a.txt')");
     program.put(QStringLiteral("old"), QStringLiteral("a.txt"), "the deleted dive");
     program.putWaiting(QStringLiteral("a.txt"), "a dive that was never imported");

@@ -54,7 +54,7 @@ QStringList messagesOf(const char* table, QStringList (*faults)(platform::Record
 /// What a validator says of the only row of a table, one field of it set.
 QStringList withField(const char* table, const char* row, const char* field, const platform::Value& value,
                       QStringList (*faults)(platform::Recordset&)) {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute(row);
     platform::Recordset changed =
         process().database.openRecordset((std::string("SELECT * FROM ") + table).c_str());
@@ -128,7 +128,7 @@ void TestValidators::rowsHaveTheFaultsThatTheVectorsSay_data() {
 
 void TestValidators::rowsHaveTheFaultsThatTheVectorsSay() {
     QFETCH(QJsonObject, check);
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addRows("main", check[QStringLiteral("main")].toArray());
     addRows("gas", check[QStringLiteral("gas")].toArray());
     addRows("tissue", check[QStringLiteral("tissue")].toArray());
@@ -263,7 +263,7 @@ const auto kNothingOfTheFirst =
 } // namespace
 
 void TestValidators::aGoodDiveLeavesTheProblemTextEmpty() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     process().problemtext = QStringLiteral("of the dive before");
     divefiles::checkdive(process().database);
@@ -271,7 +271,7 @@ void TestValidators::aGoodDiveLeavesTheProblemTextEmpty() {
 }
 
 void TestValidators::aDiveWithNoGasLinesIsAFault() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     process().database.execute("DELETE FROM gas");
     divefiles::checkdive(process().database);
@@ -279,7 +279,7 @@ void TestValidators::aDiveWithNoGasLinesIsAFault() {
 }
 
 void TestValidators::aDiveWithNoTissueLinesIsAFault() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     process().database.execute("DELETE FROM tissue");
     divefiles::checkdive(process().database);
@@ -296,7 +296,7 @@ void TestValidators::anIntervalOf10Point5IsTooLongAnd1Point5Passes() {
 }
 
 void TestValidators::theProblemTextGrowsUntilTheCallerEmptiesIt() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().currentdiveid = QStringLiteral("D0000009");
     divefiles::checkmain(process().database);
     divefiles::checkmain(process().database);
@@ -307,7 +307,7 @@ void TestValidators::theProblemTextGrowsUntilTheCallerEmptiesIt() {
 }
 
 void TestValidators::eachMessageGoesInBehindACr() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().currentdiveid = QStringLiteral("D0000009");
     divefiles::checkdive(process().database);
     QCOMPARE(process().problemtext,
@@ -315,7 +315,7 @@ void TestValidators::eachMessageGoesInBehindACr() {
 }
 
 void TestValidators::theFirstFaultOfARowEndsItsChecks() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute(
         "INSERT INTO gas VALUES ('D0000001', '0', 'x', '0', '660', 'x'),"
         "('D0000001', '0000', 'x', '0', '660', 'x'), ('D0000001', '0000', '1', '0', '660', '1')");
@@ -325,7 +325,7 @@ void TestValidators::theFirstFaultOfARowEndsItsChecks() {
 }
 
 void TestValidators::withoutACurrentDiveTheFirstDiveOfTheSystemIsChecked() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     process().currentdiveid.clear();
     process().divesystem = QStringLiteral("Rebrether");
@@ -338,7 +338,7 @@ void TestValidators::withoutACurrentDiveTheFirstDiveOfTheSystemIsChecked() {
 }
 
 void TestValidators::withoutAnyDiveOfTheSystemNothingIsFound() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().divesystem = QStringLiteral("Rebrether");
     divefiles::checkdive(process().database);
     QCOMPARE(process().problemtext,
@@ -346,7 +346,7 @@ void TestValidators::withoutAnyDiveOfTheSystemNothingIsFound() {
 }
 
 void TestValidators::theSharedRecordsetHoldsTheTissueRowsBehindAllThree() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     divefiles::checkdive(process().database);
     QCOMPARE(process().querytext, "SELECT * FROM tissue  where DiveID = 'D0000002'");
@@ -356,7 +356,7 @@ void TestValidators::theSharedRecordsetHoldsTheTissueRowsBehindAllThree() {
 }
 
 void TestValidators::anotherStoreCanBeLookedAt() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     addDives();
     const QString path = program.folder.path(u"other.mdb");
     store::createStore(path);

@@ -163,7 +163,7 @@ QWidget* widgetsPage() {
     row->addWidget(panelCard(), 1);
     row->addWidget(statesCard(), 1);
     column->addLayout(row, 1);
-    auto* fault = new FaultFrame(QStringLiteral("problem"), QStringLiteral("closeproblem"));
+    auto* fault = new FaultFrame(new QLabel, QStringLiteral("closeproblem"));
     fault->title()->setText(QStringLiteral("D0000012 cannot be read whole: download it again"));
     fault->text()->setText(QStringLiteral("Gas Profile - Error in Gas Type2 format !"));
     column->addWidget(fault);

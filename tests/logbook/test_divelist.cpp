@@ -67,7 +67,7 @@ class TestDiveList : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { program_ = std::make_unique<test::ProgramFixture>(); }
+    void init() { program_ = std::make_unique<tests::ProgramFixture>(); }
     void cleanup() { program_.reset(); }
 
     void theSortIsTheFirstLetterOfFourThatTheKeyHolds();
@@ -109,10 +109,10 @@ private:
     }
     static int count(const char* table) {
         return static_cast<int>(
-            test::ProgramFixture::rows((std::string("SELECT * FROM ") + table).c_str()).size());
+            tests::ProgramFixture::rows((std::string("SELECT * FROM ") + table).c_str()).size());
     }
 
-    std::unique_ptr<test::ProgramFixture> program_;
+    std::unique_ptr<tests::ProgramFixture> program_;
 };
 
 void TestDiveList::theSortIsTheFirstLetterOfFourThatTheKeyHolds() {
@@ -353,9 +353,9 @@ void TestDiveList::deletingADiveRemovesAllItsRows() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("b.txt"));
     logbook::deletedive(process().database, QStringLiteral("D0000001"));
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID FROM main"), QStringList("D0000002"));
-    QCOMPARE(test::ProgramFixture::rows("SELECT diveid FROM gas"), QStringList("D0000002"));
-    QCOMPARE(test::ProgramFixture::rows("SELECT diveid FROM tissue"), QStringList("D0000002"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID FROM main"), QStringList("D0000002"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT diveid FROM gas"), QStringList("D0000002"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT diveid FROM tissue"), QStringList("D0000002"));
 }
 
 void TestDiveList::deletingADiveKeepsItsFiles() {
@@ -385,16 +385,16 @@ void TestDiveList::deletingTheHighestDivePutsTheCounterBack() {
     addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("b.txt"));
     logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000002")});
-    QCOMPARE(test::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000001"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000001"));
     logbook::deletedives(process().database, program_->folder, {QStringLiteral("D0000001")});
-    QCOMPARE(test::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000000"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT serial_no FROM serialno"), QStringList("D0000000"));
 }
 
 void TestDiveList::starRowsAreCleanedUp() {
     addDive(QStringLiteral("*"), QStringLiteral("a.txt"));
     addDive(QStringLiteral("D0000001"), QStringLiteral("b.txt"));
     logbook::deletestarrows(process().database);
-    QCOMPARE(test::ProgramFixture::rows("SELECT DiveID FROM main"), QStringList("D0000001"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID FROM main"), QStringList("D0000001"));
     QCOMPARE(count("gas"), 1);
     addDive(QStringLiteral("*"), QStringLiteral("a.txt"));
     logbook::deletedives(process().database, program_->folder, {});

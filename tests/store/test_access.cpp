@@ -27,7 +27,7 @@ class TestAccess : public QObject {
 
 private slots:
     void init() {
-        program_ = std::make_unique<test::ProgramFixture>();
+        program_ = std::make_unique<tests::ProgramFixture>();
         process().database.execute("INSERT INTO main (DiveID) VALUES ('D0000001'), ('D0000002')");
         process().currentdiveid = QStringLiteral("D0000002");
     }
@@ -65,14 +65,14 @@ private slots:
 
 private:
     static QStringList main(const char* fields) {
-        return test::ProgramFixture::rows(
+        return tests::ProgramFixture::rows(
             (std::string("SELECT ") + fields + " FROM main ORDER BY DiveID").c_str());
     }
     static QString serial() {
-        return test::ProgramFixture::rows("SELECT serial_no FROM serialno").join(QLatin1Char(' '));
+        return tests::ProgramFixture::rows("SELECT serial_no FROM serialno").join(QLatin1Char(' '));
     }
 
-    std::unique_ptr<test::ProgramFixture> program_;
+    std::unique_ptr<tests::ProgramFixture> program_;
 };
 
 using PutRoutine = void (*)(const QString&);

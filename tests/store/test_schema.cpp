@@ -39,7 +39,7 @@ private slots:
     void theTotalsAreWordedAsShown();
 
 private:
-    static void reopen(const test::ProgramFixture& program, const char* sql) {
+    static void reopen(const tests::ProgramFixture& program, const char* sql) {
         process().database.close();
         SQLite::Database database(program.storePath().toStdString(), SQLite::OPEN_READWRITE);
         database.exec(sql);
@@ -47,7 +47,7 @@ private:
 };
 
 void TestSchema::fieldsOfMainStandInTheirPositions() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     QCOMPARE(process().database.fieldNames(QStringLiteral("main")),
              QStringList({"DiveID",    "UserName",     "Department", "site",     "Location", "weather",
                           "startdate", "finisheddate", "Duration",   "MaxDepth", "Suit",     "Startcode",
@@ -59,7 +59,7 @@ void TestSchema::fieldsOfMainStandInTheirPositions() {
 }
 
 void TestSchema::fieldsOfTheOtherTablesStandInTheirPositions() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     platform::Database& database = process().database;
     QCOMPARE(database.fieldNames(QStringLiteral("gas")),
              QStringList({"diveid", "Gastype", "GasN2", "GasHe", "gasmod", "Gasstat"}));
@@ -81,7 +81,7 @@ void TestSchema::fieldsOfTheOtherTablesStandInTheirPositions() {
 }
 
 void TestSchema::aFreshStoreHasItsSettingsAndNoDives() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     QCOMPARE(program.rows("SELECT * FROM SERIALNO"), QStringList("(null)|Open"));
     QCOMPARE(program.rows("SELECT display FROM Display "), QStringList("metre"));
     QCOMPARE(program.rows("SELECT * FROM MAIN"), QStringList());
@@ -98,13 +98,13 @@ void TestSchema::aStoreCanBeMadeWithTheGuideClosed() {
 }
 
 void TestSchema::textsCompareWithoutRegardToCase() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute("INSERT INTO site VALUES ('Blue Hole')");
     QCOMPARE(program.rows("SELECT COUNT(*) FROM site  WHERE site  = 'BLUE hole'"), QStringList("1"));
 }
 
 void TestSchema::identifiersAndStartCodesAreIndexed() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     const QStringList queries{
         "SELECT * FROM main WHERE DiveID = 'x'", "SELECT * FROM main WHERE Startcode = 'x'",
         "SELECT * FROM gas WHERE DiveID = 'x'", "SELECT * FROM tissue WHERE DiveID = 'x'",
@@ -117,7 +117,7 @@ void TestSchema::identifiersAndStartCodesAreIndexed() {
 }
 
 void TestSchema::aStoreThatIsThereIsNeverOverwritten() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute("INSERT INTO site VALUES ('kept')");
     QVERIFY_EXCEPTION_THROWN(store::createStore(program.storePath()), StoreError);
     QCOMPARE(program.rows("SELECT * FROM site"), QStringList("kept"));
@@ -143,7 +143,7 @@ void TestSchema::aJournalOfAnEarlierStoreIsNotPlayedIntoTheFreshOne() {
 }
 
 void TestSchema::aStoreOfAnOlderFormatWith26FieldsGetsDbtxtname() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute("INSERT INTO main (DiveID) VALUES ('D0000001')");
     reopen(program, "ALTER TABLE main DROP COLUMN dbtxtname");
     store::addmissingfields(program.storePath(), [](const QString& text) { QFAIL(qPrintable(text)); });
@@ -155,7 +155,7 @@ void TestSchema::aStoreOfAnOlderFormatWith26FieldsGetsDbtxtname() {
 }
 
 void TestSchema::anEvenShorterMainGetsNumberedNames() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     reopen(program, "ALTER TABLE main DROP COLUMN dbtxtname; ALTER TABLE main DROP COLUMN HPCylinder;"
                     "ALTER TABLE main DROP COLUMN descend");
     store::addmissingfields(program.storePath(), [](const QString& text) { QFAIL(qPrintable(text)); });
@@ -165,7 +165,7 @@ void TestSchema::anEvenShorterMainGetsNumberedNames() {
 }
 
 void TestSchema::profileIsWidenedTo50Fields() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     reopen(program, "DROP TABLE Profile; CREATE TABLE Profile (item0 TEXT, item1 TEXT)");
     store::addmissingfields(program.storePath(), [](const QString& text) { QFAIL(qPrintable(text)); });
     process().database.open(program.storePath());
@@ -176,7 +176,7 @@ void TestSchema::profileIsWidenedTo50Fields() {
 }
 
 void TestSchema::aWholeStoreIsLeftAsItIs() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.close();
     const QByteArray before = platform::readFile(program.storePath()).value();
     store::addmissingfields(program.storePath(), [](const QString& text) { QFAIL(qPrintable(text)); });
@@ -184,7 +184,7 @@ void TestSchema::aWholeStoreIsLeftAsItIs() {
 }
 
 void TestSchema::aTableThatIsNotUpdatableIsToldOnceAndLeftShort() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     reopen(program, "DROP TABLE Profile; CREATE VIEW Profile AS SELECT 1 AS item0;"
                     "ALTER TABLE main DROP COLUMN dbtxtname");
     QStringList messages;
@@ -210,14 +210,14 @@ void TestSchema::dbtxtIsMadeWithAnEmptyTestFile() {
 }
 
 void TestSchema::aDbtxtWithFilesIsLeftAsItIs() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     program.put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt"), "dive");
     QVERIFY(store::makedbtxt(program.folder));
     QCOMPARE(program.names(QStringLiteral("dbtxt")), QStringList("11A2B3Ca.txt"));
 }
 
 void TestSchema::getstartedIsReadFromTheStore() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     QCOMPARE(store::readgetstarted(process().database), "Open");
     QVERIFY(!store::guideisclosed(QStringLiteral("Open")));
     QVERIFY(store::guideisclosed(QStringLiteral("Close")));
@@ -226,7 +226,7 @@ void TestSchema::getstartedIsReadFromTheStore() {
 }
 
 void TestSchema::theSummaryCountsDivesAndTellsTheLast() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute(
         "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-02-11 08:58:33'),"
         "('D0000002', '2003-12-31 23:00:00'), ('D0000003', NULL)");
@@ -236,7 +236,7 @@ void TestSchema::theSummaryCountsDivesAndTellsTheLast() {
 }
 
 void TestSchema::theLastDiveGoesByTimeNotByText() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     process().database.execute(
         "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-09-01 00:00:00'),"
         "('D0000002', '2005-01-01 00:00:00'), ('D0000003', '2004-10-01 00:00:00')");
@@ -244,7 +244,7 @@ void TestSchema::theLastDiveGoesByTimeNotByText() {
 }
 
 void TestSchema::aStoreWithNoDivesHasNoSummary() {
-    const test::ProgramFixture program;
+    const tests::ProgramFixture program;
     QVERIFY_EXCEPTION_THROWN(store::readsummary(program.storePath()), StoreError);
     QVERIFY_EXCEPTION_THROWN(store::readsummary(program.folder.path(u"none.mdb")), StoreError);
 }

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-namespace benthor::test {
+namespace benthor::tests {
 
 /// A program folder of its own for one test, with a fresh store that the process has open.
 class ProgramFixture {
@@ -108,4 +108,4 @@ inline QByteArray goodDive(const QByteArray& startcode = "812345678") {
            "Tissue0001,101,12\r\nProfile\r\nTime,Depth,Mix\r\n,10,0,70,M0,T20,A500\r\nEnd\r\n";
 }
 
-} // namespace benthor::test
+} // namespace benthor::tests

@@ -44,7 +44,7 @@ private:
     void putRow(const char* table, const QList<std::pair<QString, platform::Value>>& fields);
 
     tests::TestSettings settings_;
-    test::ProgramFixture program_;
+    tests::ProgramFixture program_;
     platform::ProgramFolder before_;
     platform::ScreenSlot<rbinterface> slot_;
 };

@@ -33,8 +33,8 @@ SeriesBoxes checked(std::initializer_list<size_t> boxes, std::initializer_list<s
 /// Columns of the matrix that hold anything.
 std::set<int> filledColumns(const ChartMatrix& matrix) {
     std::set<int> columns;
-    for (int column = 0; column < matrix.cols; ++column) {
-        for (int row = 0; row < matrix.rows; ++row) {
+    for (int column = 0; column < ChartMatrix::columns; ++column) {
+        for (int row = 0; row < matrix.lastRow() + 1; ++row) {
             if (!std::isnan(matrix.at(row, column))) {
                 columns.insert(column);
             }
@@ -118,12 +118,12 @@ void TestChartData::theTableHasTheColumnsOfTheGrid() {
 
 void TestChartData::rowAndColumnZeroStayEmpty() {
     const ChartMatrix matrix = chartMatrix(dive(5), 8, checked({1, 2, 3, 5, 6, 7, 8, 9, 10, 11, 12, 14}));
-    QCOMPARE(matrix.rows, 9);
-    QCOMPARE(matrix.cols, 41);
-    for (int column = 0; column < matrix.cols; ++column) {
+    QCOMPARE(matrix.lastRow(), 8);
+    QCOMPARE(ChartMatrix::columns, 41);
+    for (int column = 0; column < ChartMatrix::columns; ++column) {
         QVERIFY(std::isnan(matrix.at(0, column)));
     }
-    for (int row = 0; row < matrix.rows; ++row) {
+    for (int row = 0; row < matrix.lastRow() + 1; ++row) {
         QVERIFY(std::isnan(matrix.at(row, 0)));
     }
 }
@@ -133,7 +133,7 @@ void TestChartData::everySampleGoesToTheChart() {
     const int lastsample = profile.lastsample - 1;
     QCOMPARE(lastsample, 25000);
     const ChartMatrix matrix = chartMatrix(profile, lastsample, checked({1, 5}));
-    QCOMPARE(matrix.rows, 25001);
+    QCOMPARE(matrix.lastRow(), 25000);
     for (int row = 1; row <= lastsample; ++row) {
         QCOMPARE(matrix.at(row, 1), static_cast<double>(sampleOf(profile.depthneg, row)));
     }
@@ -186,10 +186,10 @@ namespace {
 
 /// A matrix whose cells tell their row.
 ChartMatrix numbered(int lastsample) {
-    ChartMatrix matrix(lastsample + 1, kChartColumns);
-    for (int column = 1; column < kChartColumns; ++column) {
+    ChartMatrix matrix(lastsample);
+    for (int column = 1; column < ChartMatrix::columns; ++column) {
         for (int row = 1; row <= lastsample; ++row) {
-            matrix.at(row, column) = row;
+            matrix.set(row, column, row);
         }
     }
     return matrix;
@@ -208,7 +208,7 @@ void TestChartData::thePageOfAZoomedViewIsATenth() {
     const ChartMatrix matrix = numbered(400);
     for (int number = 1; number <= 10; ++number) {
         const ChartMatrix zoomed = zoomedMatrix(matrix, 400, page(number));
-        QCOMPARE(zoomed.rows, 41);
+        QCOMPARE(zoomed.lastRow(), 40);
         QVERIFY(std::isnan(zoomed.at(0, 1)));
         QCOMPARE(zoomed.at(1, 1), 40.0 * (number - 1) + 1.0);
         QCOMPARE(zoomed.at(40, 39), 40.0 * number);
@@ -217,14 +217,14 @@ void TestChartData::thePageOfAZoomedViewIsATenth() {
 
 void TestChartData::pageTenOf1005RowsLeavesTheLastFiveOut() {
     const ChartMatrix zoomed = zoomedMatrix(numbered(1005), 1005, page(10));
-    QCOMPARE(zoomed.rows, 101);
+    QCOMPARE(zoomed.lastRow(), 100);
     QCOMPARE(zoomed.at(1, 1), 901.0);
     QCOMPARE(zoomed.at(100, 1), 1000.0);
 }
 
 void TestChartData::aRoundedUpPageEndsWithEmptyRows() {
     const ChartMatrix zoomed = zoomedMatrix(numbered(1016), 1016, page(10)); // pages of 102 rows
-    QCOMPARE(zoomed.rows, 103);
+    QCOMPARE(zoomed.lastRow(), 102);
     QCOMPARE(zoomed.at(1, 1), 919.0);
     QCOMPARE(zoomed.at(98, 1), 1016.0);
     QVERIFY(std::isnan(zoomed.at(99, 1)));
@@ -233,7 +233,7 @@ void TestChartData::aRoundedUpPageEndsWithEmptyRows() {
 
 void TestChartData::columnFortyIsNotCarriedIntoTheZoomedView() {
     const ChartMatrix zoomed = zoomedMatrix(numbered(400), 400, page(1));
-    QCOMPARE(zoomed.cols, 41);
+    QCOMPARE(ChartMatrix::columns, 41);
     QCOMPARE(zoomed.at(1, 39), 1.0);
     QVERIFY(std::isnan(zoomed.at(1, 40)));
     QVERIFY(std::isnan(zoomed.at(1, 0)));
@@ -242,10 +242,10 @@ void TestChartData::columnFortyIsNotCarriedIntoTheZoomedView() {
 void TestChartData::anEmptyDiveHasAMatrixOfItsLead() {
     const DiveProfile profile = decodeProfile("", false);
     const ChartMatrix matrix = chartMatrix(profile, profile.lastsample - 1, checked({1}));
-    QCOMPARE(matrix.rows, 4);
+    QCOMPARE(matrix.lastRow(), 3);
     QCOMPARE(matrix.at(3, 1), 0.0);
-    QCOMPARE(chartMatrix(profile, -5, checked({1})).rows, 1);
-    QCOMPARE(zoomedMatrix(matrix, 3, page(1)).rows, 1);
+    QCOMPARE(chartMatrix(profile, -5, checked({1})).lastRow(), 0);
+    QCOMPARE(zoomedMatrix(matrix, 3, page(1)).lastRow(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestChartData)

@@ -42,16 +42,6 @@ QString emptyList() {
         "A dive file that is put into the folder \"new\" is imported as well.");
 }
 
-/// The frame's own label would run the messages together; it makes room for one that does not.
-QLabel* takePlaceOf(QLabel* label) {
-    auto* problems = new ProblemLabel(label->parentWidget());
-    problems->setObjectName(label->objectName());
-    delete label->parentWidget()->layout()->replaceWidget(label, problems);
-    label->setObjectName(QString());
-    label->hide();
-    return problems;
-}
-
 look::ClickableLabel* laterPicture(const char* name, const char* iconName, const QString& reason) {
     auto* picture = new look::ClickableLabel;
     picture->setObjectName(QLatin1String(name));
@@ -190,11 +180,12 @@ void rbmain::buildBody() {
     middle->setSpacing(look::spaceSmall);
     column->addLayout(middle, 1);
     middle->addWidget(new TableCard(MSFlexGrid1_), 1);
-    Frame2_ = new look::FaultFrame(QStringLiteral("Label16"), QStringLiteral("Command1"));
+    Label16_ = new ProblemLabel;
+    Label16_->setObjectName(QStringLiteral("Label16"));
+    Frame2_ = new look::FaultFrame(Label16_, QStringLiteral("Command1"));
     Frame2_->setObjectName(QStringLiteral("Frame2"));
     Frame2_->closeButton()->setAutoDefault(false);
     Frame2_->hide();
-    Label16_ = takePlaceOf(Frame2_->text());
     middle->addWidget(Frame2_);
 
     strip_ = new SummaryStrip;

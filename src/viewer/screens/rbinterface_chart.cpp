@@ -120,16 +120,6 @@ QString leftUnit(const SeriesBoxes& boxes, bool feet) {
     return common.value_or(QString());
 }
 
-platform::ChartMatrix forChart(const ChartMatrix& matrix) {
-    platform::ChartMatrix result(matrix.rows - 1);
-    for (int column = 1; column < matrix.cols; ++column) {
-        for (int row = 1; row < matrix.rows; ++row) {
-            result.set(row, column, matrix.at(row, column));
-        }
-    }
-    return result;
-}
-
 } // namespace
 
 double rbinterface::interval() const {
@@ -145,7 +135,7 @@ void rbinterface::plotgraph() {
     clampZoom(zoom_);
     const SeriesBoxes boxes = series_->boxes();
     const ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
-    MSChart1->setData(forChart(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive));
+    MSChart1->setData(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive);
     MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftUnit(boxes, feet_));
     Text8->hide();
     MSChart1->setCurrentRow(0);
@@ -165,7 +155,7 @@ void rbinterface::plotgasstrip() {
 }
 
 void rbinterface::takeSeriesStyles() {
-    for (int column = 1; column < platform::ChartMatrix::columns; ++column) {
+    for (int column = 1; column < ChartMatrix::columns; ++column) {
         MSChart1->setSeriesStyle(column, styleOf(column));
     }
 }

@@ -281,7 +281,9 @@ void TestLookWidgets::aGaugeIsRedAboveItsLimit() {
 }
 
 void TestLookWidgets::aFaultFrameNamesItsControls() {
-    FaultFrame frame(QStringLiteral("lblproblem"), QStringLiteral("cmdcloseproblem"));
+    auto* text = new QLabel;
+    text->setObjectName(QStringLiteral("lblproblem"));
+    FaultFrame frame(text, QStringLiteral("cmdcloseproblem"));
     frame.text()->setText(QStringLiteral("Gas Profile - Error in Gas Type2 format !"));
     QCOMPARE(frame.findChild<QLabel*>(QStringLiteral("lblproblem")), frame.text());
     QCOMPARE(frame.findChild<QAbstractButton*>(QStringLiteral("cmdcloseproblem")), frame.closeButton());

@@ -16,12 +16,11 @@ constexpr int signSize = 24;
 
 } // namespace
 
-FaultFrame::FaultFrame(const QString& textName, const QString& closeName, QWidget* parent)
+FaultFrame::FaultFrame(QLabel* text, const QString& closeName, QWidget* parent)
     : QFrame(parent)
     , title_(new QLabel(this))
-    , text_(new QLabel(this))
+    , text_(text)
     , close_(new QPushButton(icon("close"), tr("Close"), this)) {
-    text_->setObjectName(textName);
     close_->setObjectName(closeName);
     title_->setFont(strong(body()));
     title_->setTextFormat(Qt::PlainText);

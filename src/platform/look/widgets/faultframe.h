@@ -13,8 +13,8 @@ class FaultFrame : public QFrame {
     Q_OBJECT
 
 public:
-    /// The object names of the text label and of the button.
-    FaultFrame(const QString& textName, const QString& closeName, QWidget* parent = nullptr);
+    /// `text` shows what was told and becomes the frame's; `closeName` is the object name of the button.
+    FaultFrame(QLabel* text, const QString& closeName, QWidget* parent = nullptr);
 
     QLabel* title() const { return title_; }
     QLabel* text() const { return text_; }
