@@ -167,7 +167,10 @@ void MainScreen::fillPanel() {
     if (row != nullptr) {
         row->setChosen(true);
     }
-    foot_->setCurrentWidget(feet_.value(infochoice_, feet_.value(kNoEntry)));
+    foot_->setVisible(feet_.contains(infochoice_));
+    if (feet_.contains(infochoice_)) {
+        foot_->setCurrentWidget(feet_.value(infochoice_));
+    }
     const InfoPanel panel = infoPanel(infochoice_);
     if (row != nullptr && !panel.text.isEmpty()) {
         Label7_->setText(row->caption()->text());

@@ -75,7 +75,6 @@ void MainScreen::buildLayout() {
     card->body()->addWidget(buildPanel(), 1);
     card->body()->addWidget(new look::Rule);
     card->body()->addWidget(buildTotals());
-    card->body()->addWidget(new look::Rule);
     card->body()->addWidget(buildFoot());
     down->addWidget(card, 1);
 
@@ -179,8 +178,13 @@ QWidget* MainScreen::buildTotals() {
 QPushButton* MainScreen::footButton(int choice, const QString& name, const QString& caption,
                                     const QString& icon, const QString& words) {
     auto* row = new QWidget;
-    auto* across = new QHBoxLayout(row);
+    auto* down = new QVBoxLayout(row);
+    down->setContentsMargins({});
+    down->setSpacing(0);
+    down->addWidget(new look::Rule);
+    auto* across = new QHBoxLayout;
     across->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
+    down->addLayout(across);
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
     button->setProperty("primary", true);
@@ -218,10 +222,6 @@ QWidget* MainScreen::buildFoot() {
         add(kPocketPc, "cmdpdbsingle", "Download PDB", "pocketpc", "Not available on this computer");
     kd3->setEnabled(false);
     pdb->setEnabled(false);
-
-    auto* nothing = new QWidget;
-    feet_.insert(kNoEntry, nothing);
-    foot_->addWidget(nothing);
 
     auto* Command6 = new QPushButton(this);
     Command6->setObjectName(QStringLiteral("Command6"));
