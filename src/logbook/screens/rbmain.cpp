@@ -8,6 +8,7 @@
 #include "store/access.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 namespace benthor::logbook {
 

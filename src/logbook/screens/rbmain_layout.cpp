@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>

@@ -1,5 +1,7 @@
 #include "platform/chart/seriespainter.h"
 
+#include <QPainterPath>
+
 namespace benthor::platform {
 
 namespace {

@@ -3,6 +3,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/grid/flexpaint.h"
 
+#include <QEvent>
 #include <QScopedValueRollback>
 
 namespace benthor::platform {

@@ -3,6 +3,7 @@
 #include "platform/grid/flexpaint.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QPainter>
 #include <QScrollBar>
 

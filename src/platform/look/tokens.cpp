@@ -3,6 +3,7 @@
 #include "platform/look/theme_p.h"
 
 #include <QApplication>
+#include <QWidget>
 
 #include <optional>
 

@@ -2,6 +2,7 @@
 
 #include "platform/screen/screen.h"
 
+class QLabel;
 class QVBoxLayout;
 
 namespace benthor::platform {
@@ -21,7 +22,7 @@ protected:
 
 private:
     QVBoxLayout* content_ = nullptr;
-    class QLabel* title_ = nullptr;
+    QLabel* title_ = nullptr;
 };
 
 } // namespace benthor::platform

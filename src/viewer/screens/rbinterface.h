@@ -11,6 +11,7 @@ class QAction;
 class QBoxLayout;
 class QFrame;
 class QLabel;
+class QMenu;
 class QRadioButton;
 class QSplitter;
 class QStackedWidget;
@@ -70,7 +71,7 @@ private:
 
     // rbinterface_menus.cpp
     void makeMenus();
-    QAction* addEntry(class QMenu* menu, const char* name, const QString& caption);
+    QAction* addEntry(QMenu* menu, const char* name, const QString& caption);
     void leave();
     void mnuSpread_toggled(bool shown);
     void Option1_click();

@@ -3,9 +3,11 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/seriesbox.h"
 
+#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 namespace benthor::viewer {
 
