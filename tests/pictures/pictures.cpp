@@ -129,6 +129,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<TickTimer>("main", "Timer2")->expire();
     control<QAction>("main", "mnuTips")->trigger();
     album.add("main", QStringLiteral("main-tips"));
+    album.add("frmTip", QStringLiteral("frmTip"), {own});
     settle();
 
     album.add("rbmain", QStringLiteral("rbmain"));
@@ -160,6 +161,9 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
         control<QAction>("main", entry)->trigger();
         album.add(name, QLatin1String(name), {own});
     }
+    // The firmware screen comes last: the main screen goes for it.
+    control<QAction>("main", "mnuReprogIR")->trigger();
+    album.add("ReProg_Link", QStringLiteral("ReProg_Link"), {own});
 }
 
 } // namespace
