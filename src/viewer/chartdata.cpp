@@ -1,6 +1,7 @@
 #include "viewer/chartdata.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace benthor::viewer {
 
@@ -37,6 +38,28 @@ void writeAmbientCo2(ChartMatrix& matrix, const DiveProfile& profile, int column
     for (int row = 1; row <= matrix.lastRow(); ++row) {
         const double bar = static_cast<double>(profile.depthpos[row - 1]) * 0.1 + 1.01;
         matrix.set(row, column, static_cast<double>(profile.co2[row - 1]) * bar);
+    }
+}
+
+/// The unit of what a box draws by the left axis.
+QString leftUnitOf(int check, bool feet) {
+    switch (check) {
+    case 3:
+    case 9:
+    case 10:
+        return QStringLiteral("bar");
+    case 5:
+        return feet ? QStringLiteral("F") : QStringLiteral("C");
+    case 7:
+        return QStringLiteral("V");
+    case 8:
+        return feet ? QStringLiteral("psi") : QStringLiteral("bar");
+    case 12:
+        return QStringLiteral("%");
+    case 14:
+        return QStringLiteral("mB");
+    default:
+        return {};
     }
 }
 
@@ -124,6 +147,21 @@ ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomSt
         }
     }
     return zoomed;
+}
+
+QString leftAxisUnit(const SeriesBoxes& boxes, bool feet) {
+    std::optional<QString> common;
+    for (const SeriesSource& source : kSeriesTable) {
+        if (!isChecked(boxes, source) || source.column == kDepthColumn || source.column == kCeilingColumn) {
+            continue;
+        }
+        const QString unit = leftUnitOf(source.check, feet);
+        if (common && *common != unit) {
+            return {};
+        }
+        common = unit;
+    }
+    return common.value_or(QString());
 }
 
 void setCheck15(SeriesBoxes& boxes, int index, bool checked) {

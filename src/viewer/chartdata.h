@@ -4,12 +4,17 @@
 #include "viewer/diveprofile.h"
 #include "viewer/zoom.h"
 
+#include <QString>
 #include <array>
 #include <bitset>
 
 namespace benthor::viewer {
 
 using platform::ChartMatrix;
+
+// These two columns go by the depth axis, all others by the left one.
+constexpr int kDepthColumn = 1;
+constexpr int kCeilingColumn = 4;
 
 /// Which boxes stand checked.
 struct SeriesBoxes {
@@ -39,6 +44,10 @@ ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const Series
 /// The page of `matrix` that a zoomed view shows: rows 1 to viewRows(), columns 1 to 39. Rows behind the
 /// dive's last stay empty.
 ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom);
+
+/// The unit of all checked series that go by the left axis, that is all but depth and ceiling; nothing where
+/// their units differ or they have none.
+QString leftAxisUnit(const SeriesBoxes& boxes, bool feet);
 
 /// Checks or unchecks Check15(index). (1) and (2) exclude each other.
 void setCheck15(SeriesBoxes& boxes, int index, bool checked);

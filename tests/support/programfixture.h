@@ -89,8 +89,7 @@ private:
     /// In memory where the system has a place for that: a test need not wait for the disk.
     static QString directoryTemplate() {
         const QString memory = QStringLiteral("/dev/shm");
-        return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
-               QStringLiteral("/benthor-test-XXXXXX");
+        return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/benthor-test");
     }
 
     QTemporaryDir directory_{directoryTemplate()};

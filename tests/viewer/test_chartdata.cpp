@@ -63,6 +63,8 @@ private slots:
     void aRoundedUpPageEndsWithEmptyRows();
     void columnFortyIsNotCarriedIntoTheZoomedView();
     void anEmptyDiveHasAMatrixOfItsLead();
+    void theLeftAxisHasTheUnitThatAllItsSeriesShare_data();
+    void theLeftAxisHasTheUnitThatAllItsSeriesShare();
 };
 
 void TestChartData::eachBoxFillsItsColumns_data() {
@@ -246,6 +248,36 @@ void TestChartData::anEmptyDiveHasAMatrixOfItsLead() {
     QCOMPARE(matrix.at(3, 1), 0.0);
     QCOMPARE(chartMatrix(profile, -5, checked({1})).lastRow(), 0);
     QCOMPARE(zoomedMatrix(matrix, 3, page(1)).lastRow(), 0);
+}
+
+void TestChartData::theLeftAxisHasTheUnitThatAllItsSeriesShare_data() {
+    QTest::addColumn<QList<int>>("boxes");
+    QTest::addColumn<bool>("feet");
+    QTest::addColumn<QString>("unit");
+    QTest::newRow("nothing") << QList<int>{} << false << "";
+    QTest::newRow("depth and ceiling go by the other axis") << QList<int>{1, 11} << false << "";
+    QTest::newRow("oxygen") << QList<int>{1, 3, 9, 10, 11} << false << "bar";
+    QTest::newRow("temperature") << QList<int>{1, 5} << false << "C";
+    QTest::newRow("temperature with feet") << QList<int>{1, 5} << true << "F";
+    QTest::newRow("batteries") << QList<int>{7} << false << "V";
+    QTest::newRow("cylinders") << QList<int>{8} << false << "bar";
+    QTest::newRow("cylinders with feet") << QList<int>{8} << true << "psi";
+    QTest::newRow("filter") << QList<int>{12} << false << "%";
+    QTest::newRow("carbon dioxide") << QList<int>{13, 14} << false << "mB";
+    QTest::newRow("gas numbers have none") << QList<int>{2} << false << "";
+    QTest::newRow("two units") << QList<int>{3, 5} << false << "";
+    QTest::newRow("a unit and none") << QList<int>{2, 3} << false << "";
+}
+
+void TestChartData::theLeftAxisHasTheUnitThatAllItsSeriesShare() {
+    QFETCH(QList<int>, boxes);
+    QFETCH(bool, feet);
+    QFETCH(QString, unit);
+    SeriesBoxes series;
+    for (const int box : boxes) {
+        series.check.set(static_cast<size_t>(box));
+    }
+    QCOMPARE(leftAxisUnit(series, feet), unit);
 }
 
 QTEST_GUILESS_MAIN(TestChartData)

@@ -1,6 +1,7 @@
 #include "platform/grid/flexgrid.h"
 
 #include "platform/grid/flexpaint.h"
+#include "platform/look/contrast.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -8,17 +9,6 @@
 #include <QScrollBar>
 
 namespace benthor::platform {
-
-QColor contrastOn(const QColor& back) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    const double luminance =
-        0.2126 * linear(back.redF()) + 0.7152 * linear(back.greenF()) + 0.0722 * linear(back.blueF());
-    const double onWhite = 1.05 / (luminance + 0.05);
-    const double onBlack = (luminance + 0.05) / 0.05;
-    return onBlack >= onWhite ? QColor(Qt::black) : QColor(Qt::white);
-}
 
 FlexGrid::FlexGrid(QWidget* parent)
     : QTableView(parent)
@@ -123,7 +113,7 @@ void FlexGrid::setRowColours(int row, const QColor& back, const QColor& fore, in
 CellColours FlexGrid::paintedColours(int row, int col) const {
     CellColours told = cells_->colours(row, col);
     if (!told.fore.isValid())
-        told.fore = told.back.isValid() ? contrastOn(told.back) : colours_.text;
+        told.fore = told.back.isValid() ? look::readableOn(told.back) : colours_.text;
     if (!told.back.isValid())
         told.back = colours_.surface;
     return told;

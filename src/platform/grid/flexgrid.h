@@ -17,9 +17,6 @@ struct GridColours {
     bool operator==(const GridColours&) const = default;
 };
 
-/// Black or white, whichever is read more easily on `back`.
-QColor contrastOn(const QColor& back);
-
 /// A table addressed by cell. Row 0 is the header row, shown as the column headings; data rows count from 1.
 /// Columns count from 0 in the order shown. Writing outside the grid is ignored, reading there gives "" or an
 /// invalid colour.

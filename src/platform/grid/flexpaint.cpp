@@ -1,6 +1,7 @@
 #include "platform/grid/flexpaint.h"
 
 #include "platform/grid/flexgrid.h"
+#include "platform/look/contrast.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -72,7 +73,7 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (row == grid_->row() && col == grid_->col()) {
         const bool own = !grid_->backColour(row, col).isValid();
         const int width = grid_->hasFocus() ? 2 : 1;
-        painter->setPen(QPen(own ? grid_->gridColours().accent : contrastOn(colours.back), width,
+        painter->setPen(QPen(own ? grid_->gridColours().accent : look::readableOn(colours.back), width,
                              Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         painter->setBrush(Qt::NoBrush);
         const QRect inside = option.rect.adjusted(0, 0, -1, -1);
@@ -141,7 +142,7 @@ void HeadingBar::paintSection(QPainter* painter, const QRect& rect, int logicalI
     const bool sorted = logicalIndex == grid_->sortColumn();
     QColor ink = sorted ? own.text : own.headerText;
     if (fore.isValid() || back.isValid())
-        ink = fore.isValid() ? fore : contrastOn(back);
+        ink = fore.isValid() ? fore : look::readableOn(back);
     const Qt::Alignment side = grid_->cells().column(logicalIndex).alignment;
     QRect area = textArea(rect);
     if (sorted)

@@ -16,8 +16,6 @@ using look::Series;
 
 namespace {
 
-constexpr int kDepthColumn = 1;
-constexpr int kCeilingColumn = 4;
 constexpr size_t kMostRowLines = 60; ///< more changes of gas than that would hide the chart
 
 /// The curve of a column; columns that no box brings into the chart have none.
@@ -80,46 +78,6 @@ platform::SeriesStyle styleOf(int column) {
     return style;
 }
 
-/// The unit of what a box draws by the left axis.
-QString leftUnitOf(int check, bool feet) {
-    switch (check) {
-    case 3:
-    case 9:
-    case 10:
-        return QStringLiteral("bar");
-    case 5:
-        return feet ? QStringLiteral("F") : QStringLiteral("C");
-    case 7:
-        return QStringLiteral("V");
-    case 8:
-        return feet ? QStringLiteral("psi") : QStringLiteral("bar");
-    case 12:
-        return QStringLiteral("%");
-    case 14:
-        return QStringLiteral("mB");
-    default:
-        return {};
-    }
-}
-
-/// The unit of all that stands by the left axis, or nothing where units differ.
-QString leftUnit(const SeriesBoxes& boxes, bool feet) {
-    std::optional<QString> common;
-    for (const SeriesSource& source : kSeriesTable) {
-        const bool checked = source.check == 15 ? boxes.check15.test(static_cast<size_t>(source.index))
-                                                : boxes.check.test(static_cast<size_t>(source.check));
-        if (!checked || source.column == kDepthColumn || source.column == kCeilingColumn) {
-            continue;
-        }
-        const QString unit = leftUnitOf(source.check, feet);
-        if (common && *common != unit) {
-            return {};
-        }
-        common = unit;
-    }
-    return common.value_or(QString());
-}
-
 } // namespace
 
 double rbinterface::interval() const {
@@ -136,7 +94,7 @@ void rbinterface::plotgraph() {
     const SeriesBoxes boxes = series_->boxes();
     const ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
     MSChart1->setData(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive);
-    MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftUnit(boxes, feet_));
+    MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftAxisUnit(boxes, feet_));
     Text8->hide();
     MSChart1->setCurrentRow(0);
     plotgasstrip();

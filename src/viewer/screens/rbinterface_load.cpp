@@ -2,6 +2,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
+#include "platform/skiperrors.h"
 #include "platform/yield.h"
 #include "shell/process.h"
 #include "store/access.h"
@@ -19,8 +20,8 @@
 namespace benthor::viewer {
 
 using platform::Recordset;
+using platform::skipErrors;
 using platform::sqlWith;
-using platform::StoreError;
 using platform::Value;
 
 namespace {
@@ -34,17 +35,9 @@ constexpr qint64 kMostBytes = 64LL * 1024 * 1024;
 /// A name that was found has at least as many characters.
 constexpr qsizetype kShortestName = 3;
 
-/// The load runs with errors skipped: what a step cannot read stays as it was, and the next step goes on.
-template <typename Step> void skippingErrors(Step step) {
-    try {
-        step();
-    } catch (const StoreError&) {
-    }
-}
-
 std::optional<QString> fieldText(const Recordset& row, QStringView name) {
     std::optional<QString> text;
-    skippingErrors([&] {
+    skipErrors([&] {
         if (const Value value = row.value(name); !value.isNull()) {
             text = value.text();
         }
@@ -54,7 +47,7 @@ std::optional<QString> fieldText(const Recordset& row, QStringView name) {
 
 QDateTime fieldMoment(const Recordset& row, QStringView name) {
     QDateTime moment;
-    skippingErrors([&] { moment = row.value(name).dateTime(); });
+    skipErrors([&] { moment = row.value(name).dateTime(); });
     return moment;
 }
 
@@ -68,18 +61,19 @@ std::optional<QByteArray> diveFile(const QString& name) {
 
 } // namespace
 
+/// What a step cannot read stays as it was, and the next step goes on.
 void rbinterface::loading() {
     process().diveviewopen = true;
     resetControls();
-    skippingErrors([this] { adoptLastDive(); });
+    skipErrors([this] { adoptLastDive(); });
     DiveRow row;
-    skippingErrors([&] { row = readDiveRow(); });
-    skippingErrors([this] { process().depthunit = resolveDisplay(); });
+    skipErrors([&] { row = readDiveRow(); });
+    skipErrors([this] { process().depthunit = resolveDisplay(); });
     feet_ = isFeet(process().depthunit);
     header_ = headerBoxes(process().currentdiveid, row, feet_);
     showHeader();
 
-    skippingErrors([this] { readgaslist(); });
+    skipErrors([this] { readgaslist(); });
     if (isUnloaded()) {
         return;
     }

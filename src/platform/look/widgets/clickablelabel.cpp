@@ -76,16 +76,11 @@ bool ClickableLabel::event(QEvent* event) {
 }
 
 void ClickableLabel::mousePressEvent(QMouseEvent* event) {
-    pressed_ = event->button() == Qt::LeftButton;
-    event->setAccepted(pressed_);
+    press_.press(event);
 }
 
 void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
-    const bool click =
-        pressed_ && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
-    pressed_ = false;
-    event->accept();
-    if (click) {
+    if (press_.release(event, rect())) {
         emit clicked();
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/look/look.h"
+#include "platform/look/widgets/leftclick.h"
 
 #include <QLabel>
 
@@ -54,7 +55,7 @@ private:
     QColor told_;
     bool hoverMark_ = true;
     bool focusMark_ = true;
-    bool pressed_ = false;
+    LeftClick press_;
 };
 
 } // namespace benthor::look

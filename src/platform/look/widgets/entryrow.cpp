@@ -97,16 +97,11 @@ bool EntryRow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void EntryRow::mousePressEvent(QMouseEvent* event) {
-    pressed_ = event->button() == Qt::LeftButton;
-    event->setAccepted(pressed_);
+    press_.press(event);
 }
 
 void EntryRow::mouseReleaseEvent(QMouseEvent* event) {
-    const bool click =
-        pressed_ && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
-    pressed_ = false;
-    event->accept();
-    if (click) {
+    if (press_.release(event, rect())) {
         emit clicked();
     }
 }

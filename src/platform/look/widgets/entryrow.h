@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/leftclick.h"
 
 class QHBoxLayout;
 
@@ -53,7 +54,7 @@ private:
     ClickableLabel* picture_;
     ClickableLabel* caption_;
     bool chosen_ = false;
-    bool pressed_ = false;
+    LeftClick press_;
 };
 
 } // namespace benthor::look
