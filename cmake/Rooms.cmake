@@ -6,12 +6,12 @@
 set(ENV{CCACHE_SLOPPINESS} "pch_defines,time_macros")
 
 add_library(benthor_logic_base INTERFACE)
-target_link_libraries(benthor_logic_base INTERFACE benthor_warnings Qt6::Core SQLiteCpp)
+target_link_libraries(benthor_logic_base INTERFACE benthor_warnings Qt6::Core Qt6::SerialPort SQLiteCpp)
 target_include_directories(benthor_logic_base INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 
 add_library(benthor_screen_base INTERFACE)
 target_link_libraries(benthor_screen_base INTERFACE
-  benthor_warnings Qt6::Core SQLiteCpp Qt6::Widgets Qt6::Svg Qt6::SvgWidgets Qt6::PrintSupport Qt6::Network QCustomPlotQt6)
+  benthor_warnings Qt6::Core Qt6::SerialPort SQLiteCpp Qt6::Widgets Qt6::Svg Qt6::SvgWidgets Qt6::PrintSupport Qt6::Network QCustomPlotQt6)
 target_compile_definitions(benthor_screen_base INTERFACE QCUSTOMPLOT_USE_LIBRARY)
 target_include_directories(benthor_screen_base INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 

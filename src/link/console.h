@@ -1,0 +1,37 @@
+#pragma once
+
+#include "link/linkhost.h"
+#include "link/linkstate.h"
+
+namespace benthor::link {
+
+// The command console: what a choice puts into the command fields and how a command leaves. All commands of
+// the device go through sendcommand(). Everything is skipped silently while the port is closed.
+
+/// Fills the command fields from the selected choice.
+void preparecommand(LinkState& link);
+/// One write of command, prefix, data, trailer.
+void sendcommand(LinkState& link, LinkHost& host);
+/// The full Send: checks, command, the wait for the expected reply, the body.
+void Command2_click(LinkState& link, LinkHost& host);
+/// Sends the body.
+void Command5_click(LinkState& link, LinkHost& host);
+/// A choice by its label; 1 is Get Interval, 11 Get Readings.
+void Label19_click(LinkState& link, LinkHost& host, int index);
+void Picture14_click(LinkState& link, LinkHost& host, int index);
+/// Reads a file into the text to send.
+void mnuOpen_click(LinkState& link, LinkHost& host);
+/// Selects the choice Setup with its file box shown.
+void dooptioncheck(LinkState& link);
+/// The text to send as a setup, in one write.
+void send_data(LinkState& link, LinkHost& host);
+
+// Steps of the supervision's tick.
+
+/// The text to send, its file name, and whether the number beside it can be edited.
+void refreshtexttosend(LinkState& link);
+void replyecho(LinkState& link);
+/// The interval and the values of the head-up display, once behind each Get Interval click.
+void readinterval(LinkState& link);
+
+} // namespace benthor::link

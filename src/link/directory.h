@@ -1,0 +1,24 @@
+#pragma once
+
+#include "link/linkhost.h"
+#include "link/linkstate.h"
+
+namespace benthor::link {
+
+// The device's list of dives.
+
+/// Refresh: clears the directory and asks for it.
+void cmdstore_click(LinkState& link, LinkHost& host);
+/// Waits for the directory and then, from devices before the third version, for the setup.
+void Timer2_tick(LinkState& link, LinkHost& host);
+void resetgridheader(LinkState& link);
+/// Fills the directory from the receive view. A position that is told as skipped leaves from the last letter
+/// of a label.
+void parsedirectory(LinkState& link);
+/// Paints the rows whose start code is in the store.
+void markstoreddives(LinkState& link);
+/// A release of the mouse with rows `row` to `rowsel` selected, in either order; `shift` has bit 0 for Shift,
+/// bit 1 for Control. process().servedrow is the row that was clicked.
+void Mgrid_mouseup(LinkState& link, int row, int rowsel, int shift);
+
+} // namespace benthor::link

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/serialline.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace benthor::link {
+
+/// What the link's logic asks of the machine and of the screens around it. The link screen answers; a test
+/// may.
+class LinkHost {
+public:
+    virtual ~LinkHost() = default;
+
+    virtual platform::SerialLine& MSComm1() = 0;
+    /// Search port, 0 to 31.
+    virtual platform::SerialLine& MSComm2(int index) = 0;
+
+    virtual void message(const QString& text) = 0;
+    virtual bool confirm(const QString& text, const QString& title) = 0;
+    /// Path of the file, or empty when cancelled. `filter` is "Words (*.txt)|*.txt|All Files (*.*)|*.*".
+    virtual QString openFile(const QString& filter, const QString& name) = 0;
+    virtual QString saveFile(const QString& filter, const QString& name) = 0;
+
+    /// Paints what has changed; no input and no tick is served. False when the screen was closed: the routine
+    /// then ends, and nothing more is written to the line.
+    virtual bool repaint() = 0;
+    virtual void setHourglass(bool on) = 0;
+
+    /// The hint goes into the main screen's panel as well.
+    virtual void hintOnMain(const QString& text) = 0;
+    virtual bool tipsShowing() = 0;
+    virtual void showTips() = 0;
+    /// The main screen's entry for reprogramming.
+    virtual void openFirmware() = 0;
+    /// The device's setup has come.
+    virtual void setupReceived(const QByteArray& text) = 0;
+    /// The main screen's import entry.
+    virtual void runImport() = 0;
+    /// Unloads the link screen, brings the main screen forward and runs its import entry.
+    virtual void leaveAndImport() = 0;
+};
+
+} // namespace benthor::link

@@ -1,0 +1,152 @@
+#pragma once
+
+#include "link/markedtext.h"
+#include "platform/toldcolour.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace benthor::link {
+
+/// The link's own colours; the rest are the told ones.
+inline constexpr platform::ToldColour kLightRed = 0xC0C0FF;
+inline constexpr platform::ToldColour kLightGreen = 0xC0FFC0;
+inline constexpr platform::ToldColour kLightBlue = 0xFF8080;
+
+/// What a control of the screen shows, as far as the logic decides it.
+struct Control {
+    QString text;
+    bool visible = true;
+    bool enabled = true;
+};
+
+struct StatusCaption {
+    QString text;
+    platform::ToldColour colour = platform::kToldYellow;
+};
+
+enum class RowMark { None, Stored, Selected }; ///< grid's own, yellow, blue on white
+
+/// One row of the directory: column 0 to 11.
+struct DirectoryRow {
+    static constexpr int columns = 12;
+    std::array<QString, columns> cells;
+    RowMark mark = RowMark::None; ///< colours of columns 1 to 11; column 0 keeps the grid's own
+};
+
+/// The directory as its grid shows it. Row 0 is the header.
+struct Directory {
+    std::vector<DirectoryRow> rows{1};
+    int cols = 1;
+    int row = 0; ///< current cell
+    int col = 0;
+    QByteArray DStack; ///< value that no dive empties: it grows for as long as the screen is loaded
+
+    int rowCount() const { return static_cast<int>(rows.size()); }
+};
+
+/// The command in hand and what belongs to sending it.
+struct Console {
+    int option = 10;           ///< selected `Option1`
+    QString Text3;             ///< command
+    QString Text11;            ///< prefix
+    QString Text9;             ///< data
+    int Text9MaxLength = 0;    ///< limit of the data; part of the command
+    QString Text10;            ///< trailer
+    QString Text6;             ///< expected reply, empty for none
+    Control Text5{{}, false};  ///< file to send; hidden or empty: no body goes out
+    Control Text12{{}, false}; ///< index of the book, free number
+    Control TextResponse{{}, false};
+    Control Command2; ///< Send
+    bool Text9Visible = false;
+    bool AFLabel1Visible = false; ///< caption beside the free text
+    bool AFLabel4Visible = false; ///< caption of the reply
+    bool Label3Visible = false;   ///< caption of the data box
+    bool Label6Visible = false;
+    bool Label7Visible = false;
+    bool mnuEditEnabled = false;
+    bool Frame4Visible = false; ///< HUD and PO2 alarm
+    QString Text7;              ///< text to send
+    QString uploadfile;         ///< name of the last file opened
+    QString convertedlogo;      ///< default of the open dialog for a logo
+    QString username;           ///< stored name for "User ID"
+    QString freetext;           ///< stored text for "Other"
+    QByteArray replytag;
+    int replywidth = 0;
+    QString replysuffix;
+    bool intervalread = true;      ///< false from a Get Interval click until its reply was read
+    std::array<QString, 7> Text16; ///< 0 interval to send, 1 interval read, 2 to 6 HUD and alarm values
+    bool advanced = false;         ///< expert fields are shown
+    QString checkedEntry;          ///< checked entry of the command menu, by name
+};
+
+/// A download run.
+struct Download {
+    bool moreselected = false;
+    int selectedcount = 0;
+    int divesreceived = 0;
+    bool backupmode = false;
+    QByteArray divecommand;
+    MarkedText lastdivetext; ///< copy of what was received, for other screens
+    QString DiveSeriesName = QStringLiteral("MyLatestDives");
+    QString startdivenum;
+    QString DiveCount;
+    bool TXTWaitVisible = false; ///< wait frame: `Frame5` with `TXTWait(1)`
+    QString TXTWait;             ///< `TXTWait(0)`
+    int ProgressBar1 = 0;        ///< 0 to 300
+    QString lblBytes;
+    Control downloadingdive{{}, false}; ///< with its caption `Label5(2)`
+    bool Command3Enabled = false;       ///< Store Dive Text
+    QString Text1;                      ///< length of the text captured
+};
+
+/// All that the link screen holds: what its controls show and what its ticks count. The logic works on this,
+/// the screen paints it. Values that the whole process shares are in process().
+struct LinkState {
+    MarkedText rxbuf; ///< received on the working port since it was last emptied
+    MarkedText Text4; ///< copy taken at a tick, as the raw text box shows it
+
+    std::uint32_t rxcount = 0; ///< printable bytes that ended an arrival
+    std::uint32_t rxcountlast = 0;
+    int silentticks = 0;  ///< ticks since the last command, at most 100
+    int updatedticks = 0; ///< shows of "Data Updated" since the last command
+    int stallticks = 0;   ///< ticks in a row without an arrival that counts
+    int tickcount = 0;    ///< drives the lamps
+    bool linkwatch = false;
+    bool capturemode = false;
+    bool divesaved = false;
+
+    StatusCaption AFLabel3;
+    std::array<platform::ToldColour, 10> AFShape1{};
+    QString ComNum; ///< changed only by setcomnum(), which opens the port
+    platform::ToldColour ComNumColour = kLightRed;
+    bool downloadbuttons = false; ///< the three Get buttons are enabled and their pictures shown
+    bool cmdstoreEnabled = true;
+    bool Text14Visible = false; ///< hint box
+    bool txtstatus2Visible = false;
+
+    std::array<QByteArray, 36> scanbuf; ///< received on the search ports
+    int scanticks = 0;
+    bool tipshown = false;
+    QString Label8;
+
+    int hintstep = 0; ///< 1 to 5 from the first hint on
+    QString infotext;
+    QString Label20;
+
+    bool Timer2 = true; ///< enabled: waits for the directory
+    bool Timer3 = false;
+    bool Timer5 = false;
+    bool Timer6 = false;
+    bool Timer8 = true;
+
+    Directory Mgrid;
+    Console console;
+    Download download;
+};
+
+} // namespace benthor::link

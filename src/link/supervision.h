@@ -1,0 +1,43 @@
+#pragma once
+
+#include "link/linkhost.h"
+#include "link/linkstate.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace benthor::link {
+
+// The working port and the link's verdict.
+
+/// Any change of the text in `ComNum`: takes the text and runs opencomport().
+void setcomnum(LinkState& link, LinkHost& host, const QString& text);
+void opencomport(LinkState& link, LinkHost& host);
+/// The receive event: takes all that waits at the working port.
+void MSComm1_received(LinkState& link, LinkHost& host);
+/// Every 500 ms.
+void Timer1_tick(LinkState& link, LinkHost& host);
+/// Colours of the ten lamps; advances nothing but the wrap of `tickcount`.
+void linkstatuspaint(LinkState& link);
+
+// The search for the port on which a device talks.
+
+void mnuFindKD_click(LinkState& link, LinkHost& host);
+/// Every 5 s.
+void Timer8_tick(LinkState& link, LinkHost& host);
+/// Closes the search ports 1 to `last` that are open.
+void closesearchports(LinkHost& host, int last);
+
+// The remembered port: a record file with one record.
+
+/// The port number's text, or empty for a missing file, which is then made.
+QString readcomport();
+void writecomport(const QString& text);
+/// Writes the number when it is another than the remembered one.
+void remembercomport(const LinkState& link);
+
+/// Every 10 s: the next of five hints, and the clock while the screen can be seen.
+void Timer4_tick(LinkState& link, bool screenVisible);
+
+} // namespace benthor::link

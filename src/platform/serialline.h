@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <chrono>
+
+namespace benthor::platform {
+
+/// A serial line as the link works it. Bytes go through as they are, in both directions; none is converted.
+class SerialLine {
+public:
+    virtual ~SerialLine() = default;
+
+    /// Number of the port, from 1. Setting it counts for the next opening.
+    virtual int CommPort() const = 0;
+    virtual void setCommPort(int number) = 0;
+    /// "9600,n,8,1": bits a second, parity (n, e, o), data bits, stop bits.
+    virtual void setSettings(const QString& settings) = 0;
+    /// Bytes that one Input() takes at most; 0: all.
+    virtual void setInputLen(int bytes) = 0;
+    /// Bytes that must wait before the receive event comes; 0: it never comes.
+    virtual void setRThreshold(int bytes) = 0;
+
+    virtual bool PortOpen() const = 0;
+    /// Opens or closes. False when it could not be opened: it then stays closed, at once and without harm.
+    virtual bool setPortOpen(bool open) = 0;
+
+    /// Takes what has come; empty on a closed port.
+    virtual QByteArray Input() = 0;
+    virtual qsizetype InBufferCount() const = 0;
+    /// Puts the bytes on the line; returns once at most 512 of them still wait. Nothing on a closed port.
+    virtual void Output(QByteArrayView bytes) = 0;
+
+    /// Waits for something to come, for at most that long, without running events.
+    virtual void waitForInput(std::chrono::microseconds longest) = 0;
+};
+
+} // namespace benthor::platform

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "link/linkhost.h"
+
+#include <QStringList>
+#include <array>
+#include <deque>
+#include <functional>
+#include <set>
+
+namespace benthor::tests {
+
+/// A line without a wire: what goes out is kept, what shall come in is put there by the test.
+class FakeLine : public platform::SerialLine {
+public:
+    int CommPort() const override { return port; }
+    void setCommPort(int number) override { port = number; }
+    void setSettings(const QString& text) override { settings = text; }
+    void setInputLen(int bytes) override { inputLen = bytes; }
+    void setRThreshold(int bytes) override { threshold = bytes; }
+    bool PortOpen() const override { return open; }
+    bool setPortOpen(bool wanted) override {
+        open = wanted && (!portExists || portExists(port));
+        openings += wanted ? 1 : 0;
+        return open == wanted;
+    }
+    QByteArray Input() override { return open ? std::exchange(waiting, {}) : QByteArray(); }
+    qsizetype InBufferCount() const override { return open ? waiting.size() : 0; }
+    void Output(QByteArrayView bytes) override {
+        if (open) {
+            sent += bytes.toByteArray();
+            writes.push_back(bytes.toByteArray());
+            if (onOutput) {
+                onOutput(bytes.toByteArray());
+            }
+        }
+    }
+    void waitForInput(std::chrono::microseconds) override {
+        ++polls;
+        if (onPoll) {
+            onPoll();
+        }
+    }
+
+    int port = 0;
+    QString settings;
+    int inputLen = -1;
+    int threshold = -1;
+    bool open = false;
+    int openings = 0;
+    int polls = 0;
+    QByteArray waiting;                  ///< comes with the next Input()
+    QByteArray sent;                     ///< all that went out
+    std::deque<QByteArray> writes;       ///< the same, write by write
+    std::function<bool(int)> portExists; ///< null: each does
+    std::function<void(QByteArray)> onOutput;
+    std::function<void()> onPoll;
+};
+
+/// Keeps what the link asked for, answers with what the test laid out.
+class FakeHost : public link::LinkHost {
+public:
+    FakeLine& MSComm1() override { return line; }
+    FakeLine& MSComm2(int index) override { return scan.at(static_cast<std::size_t>(index)); }
+    void message(const QString& text) override { messages << text; }
+    bool confirm(const QString& text, const QString& title) override {
+        questions << text;
+        titles << title;
+        if (answers.empty()) {
+            return false;
+        }
+        const bool yes = answers.front();
+        answers.pop_front();
+        return yes;
+    }
+    QString openFile(const QString& filter, const QString& name) override {
+        filters << filter;
+        suggested << name;
+        return chosenFile;
+    }
+    QString saveFile(const QString& filter, const QString& name) override {
+        filters << filter;
+        suggested << name;
+        return chosenFile;
+    }
+    bool repaint() override {
+        ++repaints;
+        return !closed;
+    }
+    void setHourglass(bool on) override { hourglass = on; }
+    void hintOnMain(const QString& text) override { mainHints << text; }
+    bool tipsShowing() override { return tips; }
+    void showTips() override { ++tipsShown; }
+    void openFirmware() override { ++firmwareOpened; }
+    void setupReceived(const QByteArray& text) override { setups << text; }
+    void runImport() override { ++imports; }
+    void leaveAndImport() override { ++leavings; }
+
+    FakeLine line;
+    std::array<FakeLine, 32> scan;
+    QStringList messages, questions, titles, filters, suggested, mainHints;
+    std::deque<bool> answers;
+    QString chosenFile;
+    QByteArrayList setups;
+    bool closed = false, hourglass = false, tips = false;
+    int repaints = 0, tipsShown = 0, firmwareOpened = 0, imports = 0, leavings = 0;
+};
+
+} // namespace benthor::tests
