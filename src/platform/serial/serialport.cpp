@@ -1,0 +1,203 @@
+#include "platform/serial/serialport.h"
+#include "platform/serial/portnames.h"
+
+#include <QFileInfo>
+#include <QScopedValueRollback>
+#include <QStringList>
+#include <cerrno>
+#include <ctime>
+#include <poll.h>
+#include <unistd.h>
+
+namespace benthor::platform {
+
+namespace {
+
+constexpr qint64 kMostWaiting = 512; ///< bytes that Output() leaves behind
+constexpr int kStuckMilliseconds = 2000;
+
+bool hungUp(int handle) {
+    pollfd state{handle, 0, 0};
+    return ::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+} // namespace
+
+std::optional<LineSettings> lineSettings(const QString& text) {
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() != 4) {
+        return std::nullopt;
+    }
+    LineSettings settings;
+    bool number = false;
+    settings.baud = parts[0].toInt(&number);
+    const QString parity = parts[1].toLower();
+    if (!number || settings.baud <= 0 || parity.size() != 1 || !QStringLiteral("neo").contains(parity)) {
+        return std::nullopt;
+    }
+    settings.parity = parity == QLatin1String("e")   ? QSerialPort::EvenParity
+                      : parity == QLatin1String("o") ? QSerialPort::OddParity
+                                                     : QSerialPort::NoParity;
+    const int data = parts[2].toInt();
+    if (data < QSerialPort::Data5 || data > QSerialPort::Data8) {
+        return std::nullopt;
+    }
+    settings.dataBits = static_cast<QSerialPort::DataBits>(data);
+    if (parts[3] == QLatin1String("2")) {
+        settings.stopBits = QSerialPort::TwoStop;
+    } else if (parts[3] != QLatin1String("1")) {
+        return std::nullopt;
+    }
+    return settings;
+}
+
+QString rightsHint(int number, const QString& path, const QString& group) {
+    return QStringLiteral("Port %1 (%2) may be used by the group %3 only. To join it: "
+                          "sudo usermod -a -G %3 $USER, then log in anew.")
+        .arg(number)
+        .arg(path, group);
+}
+
+SerialPort::SerialPort(QObject* parent)
+    : QObject(parent) {
+    connect(&port_, &QSerialPort::readyRead, this, &SerialPort::arrived);
+    connect(&port_, &QSerialPort::errorOccurred, this, &SerialPort::broken);
+}
+
+SerialPort::~SerialPort() {
+    port_.disconnect(this);
+}
+
+void SerialPort::setSettings(const QString& settings) {
+    settings_ = lineSettings(settings).value_or(settings_);
+    if (port_.isOpen()) {
+        port_.setBaudRate(settings_.baud);
+        port_.setParity(settings_.parity);
+        port_.setDataBits(settings_.dataBits);
+        port_.setStopBits(settings_.stopBits);
+    }
+}
+
+bool SerialPort::failed(PortFault fault) {
+    fault_ = fault;
+    port_.close();
+    return false;
+}
+
+bool SerialPort::setPortOpen(bool open) {
+    if (open == port_.isOpen()) {
+        return true;
+    }
+    taken_.clear();
+    if (!open) {
+        port_.close();
+        return true;
+    }
+    return openPort();
+}
+
+bool SerialPort::openPort() {
+    fault_ = PortFault::None;
+    hint_.clear();
+    const QString path = portPath(number_);
+    // The device itself, not a link to it: by its path others are kept from opening it a second time.
+    const QString device = QFileInfo(path).canonicalFilePath();
+    if (device.isEmpty()) {
+        return failed(PortFault::Missing);
+    }
+    if (::access(QFile::encodeName(device).constData(), R_OK | W_OK) != 0 && errno == EACCES) {
+        hint_ = rightsHint(number_, device, QFileInfo(device).group());
+        return failed(PortFault::NoRights);
+    }
+    port_.setPortName(device);
+    port_.setBaudRate(settings_.baud);
+    port_.setParity(settings_.parity);
+    port_.setDataBits(settings_.dataBits);
+    port_.setStopBits(settings_.stopBits);
+    if (!port_.open(QIODevice::ReadWrite)) {
+        switch (port_.error()) {
+        case QSerialPort::DeviceNotFoundError:
+            return failed(PortFault::Missing);
+        case QSerialPort::PermissionError: // rights are there, so another holds it
+            return failed(PortFault::Busy);
+        default:
+            return failed(PortFault::Other);
+        }
+    }
+    return true;
+}
+
+QByteArray SerialPort::Input() {
+    if (!port_.isOpen()) {
+        return {};
+    }
+    pump();
+    const qsizetype most = inputLen_ > 0 ? inputLen_ : taken_.size();
+    const QByteArray bytes = taken_.first(std::min(most, taken_.size()));
+    taken_.remove(0, bytes.size());
+    return bytes;
+}
+
+qsizetype SerialPort::InBufferCount() const {
+    return port_.isOpen() ? taken_.size() + port_.bytesAvailable() : 0;
+}
+
+/// Takes over what the port has, without a receive event.
+void SerialPort::pump() {
+    const QScopedValueRollback<bool> hold(held_, true);
+    while (port_.isOpen() && port_.waitForReadyRead(0)) {
+        taken_ += port_.readAll();
+    }
+    if (port_.isOpen()) {
+        taken_ += port_.readAll();
+    }
+}
+
+void SerialPort::Output(QByteArrayView bytes) {
+    const QScopedValueRollback<bool> hold(held_, true);
+    if (!port_.isOpen()) {
+        return;
+    }
+    port_.write(bytes.data(), bytes.size());
+    while (port_.isOpen() && port_.bytesToWrite() > kMostWaiting) {
+        if (!port_.waitForBytesWritten(kStuckMilliseconds)) {
+            port_.clear(QSerialPort::Output);
+            return;
+        }
+    }
+    // A short text leaves now, not at the next turn of the event loop.
+    if (port_.isOpen()) {
+        port_.flush();
+    }
+}
+
+void SerialPort::waitForInput(std::chrono::microseconds longest) {
+    if (!port_.isOpen() || InBufferCount() > 0) {
+        return;
+    }
+    pollfd waiting{port_.handle(), POLLIN, 0};
+    const timespec time{longest.count() / 1'000'000, longest.count() % 1'000'000 * 1000};
+    if (::ppoll(&waiting, 1, &time, nullptr) > 0) {
+        pump();
+    }
+}
+
+void SerialPort::arrived() {
+    if (!held_ && threshold_ > 0 && InBufferCount() >= threshold_) {
+        emit received();
+    }
+}
+
+/// A device that is gone shows as an error of reading, or as a resource that failed, or only as a line that
+/// was hung up.
+void SerialPort::broken(QSerialPort::SerialPortError error) {
+    if (error == QSerialPort::NoError || !port_.isOpen()) {
+        return;
+    }
+    if (error == QSerialPort::ResourceError || hungUp(port_.handle())) {
+        port_.close();
+        taken_.clear();
+    }
+}
+
+} // namespace benthor::platform

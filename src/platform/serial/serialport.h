@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/serialline.h"
+
+#include <QObject>
+#include <QSerialPort>
+#include <optional>
+
+namespace benthor::platform {
+
+/// Bits a second, parity, data bits and stop bits.
+struct LineSettings {
+    qint32 baud = 9600;
+    QSerialPort::Parity parity = QSerialPort::NoParity;
+    QSerialPort::DataBits dataBits = QSerialPort::Data8;
+    QSerialPort::StopBits stopBits = QSerialPort::OneStop;
+    bool operator==(const LineSettings&) const = default;
+};
+
+/// "9600,N,8,1"; the parity's letter in either case. Nothing for a text that is no such setting.
+std::optional<LineSettings> lineSettings(const QString& text);
+
+/// Why a port is not open.
+enum class PortFault { None, Missing, Busy, NoRights, Other };
+
+/// What a user without rights on the device at `path` can do, in words: its group, and the command to join
+/// it.
+QString rightsHint(int number, const QString& path, const QString& group);
+
+/// A port of this machine. A device that vanishes closes it; it can be opened again when the device is back.
+class SerialPort : public QObject, public SerialLine {
+    Q_OBJECT
+
+public:
+    explicit SerialPort(QObject* parent = nullptr);
+    ~SerialPort() override;
+
+    int CommPort() const override { return number_; }
+    void setCommPort(int number) override { number_ = number; }
+    void setSettings(const QString& settings) override;
+    void setInputLen(int bytes) override { inputLen_ = bytes; }
+    void setRThreshold(int bytes) override { threshold_ = bytes; }
+    bool PortOpen() const override { return port_.isOpen(); }
+    bool setPortOpen(bool open) override;
+    QByteArray Input() override;
+    qsizetype InBufferCount() const override;
+    /// Gives up without a word when the line takes nothing for two seconds.
+    void Output(QByteArrayView bytes) override;
+    void waitForInput(std::chrono::microseconds longest) override;
+
+    /// Of the last opening.
+    PortFault fault() const { return fault_; }
+    /// What can be done about it; empty where nothing can be said.
+    QString faultHint() const { return hint_; }
+
+signals:
+    /// The receive event: at least as many bytes wait as the threshold says. Never emitted from within Input,
+    /// Output or waitForInput.
+    void received();
+
+private:
+    bool openPort();
+    bool failed(PortFault fault);
+    void pump();
+    void arrived();
+    void broken(QSerialPort::SerialPortError error);
+
+    mutable QSerialPort port_;
+    QByteArray taken_; ///< read by a wait and not yet by Input
+    LineSettings settings_;
+    int number_ = 0;
+    int inputLen_ = 0;
+    int threshold_ = 0;
+    bool held_ = false; ///< no receive event now
+    PortFault fault_ = PortFault::None;
+    QString hint_;
+};
+
+} // namespace benthor::platform

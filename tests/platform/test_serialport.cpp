@@ -1,0 +1,263 @@
+#include "platform/serial/portnames.h"
+#include "platform/serial/serialport.h"
+#include "tests/support/pseudoterminal.h"
+#include "tests/support/testfolder.h"
+
+#include <QSignalSpy>
+#include <QThread>
+#include <array>
+#include <atomic>
+
+using namespace benthor::platform;
+using namespace benthor::tests;
+
+namespace {
+
+/// Ports 1 to n of a program folder.
+struct Stage {
+    explicit Stage(int ports = 1) {
+        for (int number = 1; number <= ports; ++number) {
+            far.push_back(std::make_unique<PseudoTerminal>());
+            far.back()->link(folder.root(), number);
+        }
+    }
+    PseudoTerminal& line(int number = 1) { return *far.at(static_cast<std::size_t>(number - 1)); }
+
+    TestFolder folder{TestFolder::Store::Missing};
+    std::vector<std::unique_ptr<PseudoTerminal>> far;
+};
+
+bool open(SerialPort& port, int number = 1) {
+    port.setCommPort(number);
+    port.setSettings(QStringLiteral("9600,N,8,1"));
+    return port.setPortOpen(true);
+}
+
+QByteArray allBytes() {
+    QByteArray bytes;
+    for (int byte = 0; byte < 256; ++byte) {
+        bytes += static_cast<char>(byte);
+    }
+    return bytes;
+}
+
+} // namespace
+
+class TestSerialPort : public QObject {
+    Q_OBJECT
+
+private slots:
+    void settingsAreReadFromTheirText() {
+        QCOMPARE(lineSettings(QStringLiteral("9600,N,8,1")), LineSettings());
+        QCOMPARE(lineSettings(QStringLiteral("9600,n,8,1")), LineSettings());
+        QCOMPARE(lineSettings(QStringLiteral("38400,n,8,1"))->baud, 38400);
+        QCOMPARE(lineSettings(QStringLiteral("300,E,7,2")),
+                 (LineSettings{300, QSerialPort::EvenParity, QSerialPort::Data7, QSerialPort::TwoStop}));
+        QCOMPARE(lineSettings(QStringLiteral("300,o,7,1"))->parity, QSerialPort::OddParity);
+        for (const char* bad : {"", "9600", "9600,n,8", "x,n,8,1", "9600,x,8,1", "9600,n,9,1", "9600,n,8,3",
+                                "-1,n,8,1", "9600,ne,8,1"}) {
+            QVERIFY2(!lineSettings(QLatin1String(bad)), bad);
+        }
+    }
+
+    void usbAdaptersAreCountedFirstAndInNaturalOrder() {
+        QCOMPARE(inPortOrder({"ttyS10", "ttyUSB10", "ttyS2", "ttyUSB2", "ttyACM0", "ttyAMA0"}),
+                 QStringList({"ttyACM0", "ttyUSB2", "ttyUSB10", "ttyAMA0", "ttyS2", "ttyS10"}));
+    }
+
+    void aLinkInTheFolderNamesThePort() {
+        Stage stage;
+        QCOMPARE(portPath(1), stage.folder.path("ports/com1"));
+        QCOMPARE(portPath(0), "");
+        QCOMPARE(portPath(-3), "");
+        QCOMPARE(portPath(9999), "");
+    }
+
+    void allBytesGoThroughAsTheyAre() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        stage.line().send(allBytes());
+        QTRY_COMPARE(port.InBufferCount(), 256);
+        QCOMPARE(port.Input(), allBytes());
+        QCOMPARE(port.Input(), QByteArray());
+        port.Output(allBytes());
+        QByteArray received;
+        QTRY_COMPARE((received += stage.line().received()), allBytes());
+    }
+
+    void aMissingPortFailsAtOnceAndWithoutHarm() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(!open(port, 2));
+        QVERIFY(!port.PortOpen());
+        QCOMPARE(port.fault(), PortFault::Missing);
+        port.Output("x");
+        QCOMPARE(port.Input(), QByteArray());
+        QCOMPARE(port.InBufferCount(), 0);
+        QVERIFY(open(port));
+        QCOMPARE(port.fault(), PortFault::None);
+    }
+
+    void aLinkThatLeadsNowhereIsAMissingPort() {
+        Stage stage;
+        QVERIFY(QFile::link(stage.folder.path("none"), stage.folder.path("ports/com5")));
+        SerialPort port;
+        QVERIFY(!open(port, 5));
+        QCOMPARE(port.fault(), PortFault::Missing);
+    }
+
+    void aFileThatIsNoPortFails() {
+        Stage stage;
+        stage.folder.put("ports/com5", "no port");
+        SerialPort port;
+        QVERIFY(!open(port, 5));
+        QVERIFY(!port.PortOpen());
+        QCOMPARE(stage.folder.get("ports/com5"), QByteArray("no port"));
+    }
+
+    void aBusyPortFailsAtOnce() {
+        Stage stage;
+        SerialPort first;
+        SerialPort second;
+        QVERIFY(open(first));
+        QVERIFY(!open(second));
+        QCOMPARE(second.fault(), PortFault::Busy);
+        first.setPortOpen(false);
+        QVERIFY(open(second));
+    }
+
+    void seventeenPortsAreOpenTogether() {
+        Stage stage(17);
+        std::array<SerialPort, 17> ports;
+        for (int number = 1; number <= 17; ++number) {
+            QVERIFY(open(ports[static_cast<std::size_t>(number - 1)], number));
+            stage.line(number).send(QByteArray::number(number));
+        }
+        for (int number = 1; number <= 17; ++number) {
+            SerialPort& port = ports[static_cast<std::size_t>(number - 1)];
+            QByteArray received;
+            QTRY_COMPARE((received += port.Input()), QByteArray::number(number));
+        }
+    }
+
+    void theReceiveEventComesWhenEnoughWaits() {
+        Stage stage;
+        SerialPort port;
+        QSignalSpy events(&port, &SerialPort::received);
+        QVERIFY(open(port));
+        stage.line().send("ab");
+        QTRY_COMPARE(port.InBufferCount(), 2);
+        QCOMPARE(events.size(), 0); // no threshold, no event
+        port.setRThreshold(4);
+        stage.line().send("c");
+        QTRY_COMPARE(port.InBufferCount(), 3);
+        QCOMPARE(events.size(), 0);
+        stage.line().send("d");
+        QTRY_COMPARE(events.size(), 1);
+        QCOMPARE(port.Input(), QByteArray("abcd"));
+    }
+
+    void inputTakesAtMostItsLength() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        port.setInputLen(200);
+        stage.line().send(QByteArray(250, 'a'));
+        QTRY_COMPARE(port.InBufferCount(), 250);
+        QCOMPARE(port.Input().size(), 200);
+        QCOMPARE(port.Input().size(), 50);
+    }
+
+    void waitingRunsNoEventAndKeepsTheOrder() {
+        Stage stage;
+        SerialPort port;
+        QSignalSpy events(&port, &SerialPort::received);
+        QVERIFY(open(port));
+        port.setRThreshold(1);
+        stage.line().send("first ");
+        for (int poll = 0; port.InBufferCount() < 6 && poll < 1'000'000; ++poll) {
+            port.waitForInput(std::chrono::microseconds(100));
+        }
+        stage.line().send("second");
+        QByteArray received = port.Input();
+        for (int poll = 0; received.size() < 12 && poll < 1'000'000; ++poll) {
+            port.waitForInput(std::chrono::microseconds(100));
+            received += port.Input();
+        }
+        QCOMPARE(received, QByteArray("first second"));
+        QCOMPARE(events.size(), 0);
+    }
+
+    void waitingOnASilentLineEnds() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        for (int poll = 0; poll < 100; ++poll) {
+            port.waitForInput(std::chrono::microseconds(100));
+        }
+        QCOMPARE(port.InBufferCount(), 0);
+        port.setPortOpen(false);
+        port.waitForInput(std::chrono::microseconds(100));
+    }
+
+    void manySingleBytesReachASlowReaderInOrder() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        QByteArray sent;
+        for (int i = 0; sent.size() < 20000; ++i) {
+            sent += QByteArray::number(i);
+        }
+        QByteArray received;
+        std::atomic<bool> done = false;
+        const std::unique_ptr<QThread> reader(QThread::create([&] {
+            while (received.size() < sent.size() && !done) {
+                pollfd waiting{0, 0, 0};
+                ::poll(&waiting, 0, 1); // a reader that is slower than the writer
+                received += stage.line().received();
+            }
+        }));
+        reader->start();
+        for (const char byte : sent) {
+            port.Output(QByteArrayView(&byte, 1));
+        }
+        QTRY_VERIFY(reader->isFinished());
+        done = true;
+        reader->wait();
+        QCOMPARE(received, sent);
+    }
+
+    void aStuckLineIsGivenUp() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        port.Output(QByteArray(1'000'000, 'x')); // nobody reads
+        QVERIFY(port.PortOpen());
+    }
+
+    void aDeviceThatVanishesClosesThePortAndCanComeBack() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        stage.line().vanish();
+        QTRY_VERIFY(!port.PortOpen());
+        QCOMPARE(port.Input(), QByteArray());
+        port.Output("x");
+        stage.far[0] = std::make_unique<PseudoTerminal>();
+        stage.line().link(stage.folder.root(), 1);
+        QVERIFY(port.setPortOpen(true));
+        stage.line().send("back");
+        QTRY_COMPARE(port.InBufferCount(), 4);
+    }
+
+    void theHintNamesGroupAndCommand() {
+        QCOMPARE(
+            rightsHint(3, QStringLiteral("/dev/ttyUSB0"), QStringLiteral("dialout")),
+            "Port 3 (/dev/ttyUSB0) may be used by the group dialout only. To join it: sudo usermod -a -G "
+            "dialout $USER, then log in anew.");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSerialPort)
+#include "test_serialport.moc"

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+#include <QtTest>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace benthor::tests {
+
+/// The far end of a serial line: what is written here arrives at the device `path()`.
+class PseudoTerminal {
+public:
+    PseudoTerminal() {
+        fd_ = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+        if (fd_ < 0 || ::grantpt(fd_) != 0 || ::unlockpt(fd_) != 0) {
+            qFatal("no pseudo-terminal");
+        }
+        path_ = QString::fromLocal8Bit(::ptsname(fd_));
+        // Raw from the start, so that bytes that come before the device is opened come as they are.
+        termios settings{};
+        ::tcgetattr(fd_, &settings);
+        ::cfmakeraw(&settings);
+        ::tcsetattr(fd_, TCSANOW, &settings);
+    }
+    ~PseudoTerminal() { vanish(); }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    QString path() const { return path_; }
+    /// Becomes port `number` of the program folder `root`.
+    void link(const QString& root, int number) const {
+        const QString name = root + QStringLiteral("/ports/com%1").arg(number);
+        QFile::remove(name);
+        if (!QFile::link(path_, name)) {
+            qFatal("no link %s", qPrintable(name));
+        }
+    }
+    void send(const QByteArray& bytes) const {
+        if (::write(fd_, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size()) {
+            qFatal("the line takes no more");
+        }
+    }
+    /// What has come since the last time.
+    QByteArray received() const {
+        QByteArray bytes(65536, '\0');
+        const ssize_t length = ::read(fd_, bytes.data(), static_cast<size_t>(bytes.size()));
+        return length > 0 ? bytes.first(length) : QByteArray();
+    }
+    void vanish() {
+        if (fd_ >= 0) {
+            ::close(fd_);
+            fd_ = -1;
+        }
+    }
+
+private:
+    int fd_ = -1;
+    QString path_;
+};
+
+} // namespace benthor::tests
