@@ -14,6 +14,7 @@ namespace benthor::link {
 namespace {
 
 constexpr int kFieldHeight = 44;
+constexpr int kQuit = 10;
 
 QLineEdit* field(const char* name, int width) {
     auto* box = named(new QLineEdit, name);
@@ -223,6 +224,12 @@ void CommandCard::syncValues(const Console& console) {
     showVisible(Label6_, console.Label6Visible);
     showVisible(Label7_, console.Label7Visible);
 
+    const bool quits = console.option == kQuit;
+    if (Command2_->property("danger").toBool() != quits) {
+        Command2_->setProperty("danger", quits);
+        Command2_->setProperty("primary", !quits);
+        Command2_->setIcon(look::icon(quits ? "power" : "send"));
+    }
     if (Command2_->text() != console.Command2.text) {
         Command2_->setText(console.Command2.text);
     }

@@ -41,6 +41,11 @@ const char* iconOf(int index) {
     }
 }
 
+void redden(look::EntryRow& row) {
+    row.picture()->setInk(look::Ink::Bad);
+    row.caption()->setInk(look::Ink::Bad);
+}
+
 /// What cannot be undone stands in a red edge.
 class RedFrame : public QWidget {
 public:
@@ -74,6 +79,13 @@ CommandList::CommandList(QWidget* parent)
     body()->addWidget(buildOptions());
     body()->addStretch(1);
     body()->addWidget(buildRestart());
+    // A chosen entry is written bold and needs the most room.
+    for (look::EntryRow* row : std::as_const(rows_)) {
+        row->setChosen(true);
+        row->setMinimumWidth(row->layout()->minimumSize().width());
+        row->setChosen(false);
+    }
+    redden(*rows_.value(kRestart));
 }
 
 look::EntryRow* CommandList::addRow(QWidget* column, int index) {
@@ -112,8 +124,6 @@ QWidget* CommandList::buildRestart() {
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(1, 1, 1, 1);
     look::EntryRow* row = addRow(frame, kRestart);
-    row->picture()->setInk(look::Ink::Bad);
-    row->caption()->setInk(look::Ink::Bad);
     row->caption()->setToolTip(QStringLiteral("Ends PC Link mode; the device stores its data and restarts"));
     layout->addWidget(row);
     return frame;

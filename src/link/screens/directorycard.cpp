@@ -15,6 +15,7 @@ namespace benthor::link {
 namespace {
 
 constexpr int kRowTwips = 300;
+constexpr double kCellPoints = 8.5; // what a row of 20 pixels holds with room to spare
 constexpr int kDateTwips = 1800;
 constexpr int kStartCode = 1;
 constexpr int kFirstNumber = 4;
@@ -48,7 +49,8 @@ DirectoryCard::DirectoryCard(QWidget* parent)
     body()->addWidget(buildHead());
     body()->addWidget(Mgrid_, 1);
     Mgrid_->setAccessibleName(QStringLiteral("Dives of the device"));
-    Mgrid_->setFigureFont(look::numbers(13));
+    Mgrid_->setFontSize(kCellPoints * look::fontScale());
+    Mgrid_->setFigureFont(look::numbers(12));
     Mgrid_->setDefaultRowHeightPx(kRowTwips / 15);
     Mgrid_->setEmptyText(emptyDirectory());
     Mgrid_->setRowSigns([this](int row) { return signOf(row); });

@@ -15,6 +15,9 @@ namespace benthor::link {
 
 namespace {
 
+constexpr int kLeastWidth = 240;
+constexpr int kFourLetters = 4; // "Dive" before the number
+
 CommandButton* getButton(const char* caption, const char* iconName) {
     return new CommandButton(QLatin1String(caption), QLatin1String(iconName), CommandButton::Kind::Large);
 }
@@ -59,6 +62,10 @@ DownloadPanel::DownloadPanel(QWidget* parent)
     down->addWidget(buildSingle());
     down->addStretch(1);
     down->addWidget(buildReceived());
+    // The width that the open fold needs is kept while it is shut, so that nothing moves.
+    single_->setOpen(true);
+    setMinimumWidth(std::max(look::scaled(kLeastWidth), sizeHint().width()));
+    single_->setOpen(false);
 }
 
 QWidget* DownloadPanel::buildSeries() {
@@ -79,6 +86,7 @@ QWidget* DownloadPanel::buildSingle() {
     auto* card = new look::Card;
     card->body()->setContentsMargins(look::spaceSmall, look::spaceTight, look::spaceSmall, look::spaceTight);
     auto* fold = new look::Fold(QStringLiteral("Single dive"));
+    single_ = fold;
     card->body()->addWidget(fold);
     fold->body()->setSpacing(look::spaceSmall);
     fold->body()->setContentsMargins(look::spaceTight, look::spaceTight, look::spaceTight, look::spaceSmall);
@@ -148,13 +156,25 @@ void DownloadPanel::syncButtons(const LinkState& link) {
                                              : QStringLiteral("%1 dives picked").arg(picked));
 }
 
+/// The files that the picked dives will be, as far as the line has room.
+QString DownloadPanel::fileNames(const LinkState& link) const {
+    QStringList names;
+    for (const DirectoryRow& row : link.Mgrid.rows) {
+        if (row.mark == RowMark::Selected && names.size() < 2) {
+            names += link.download.DiveSeriesName + row.cells[0].mid(kFourLetters) + QLatin1String(".txt");
+        }
+    }
+    if (names.isEmpty()) {
+        names += link.download.DiveSeriesName + QLatin1String("1.txt");
+    }
+    return QLatin1String("saved as ") + names.join(QLatin1String(", "));
+}
+
 void DownloadPanel::sync(const LinkState& link) {
     syncButtons(link);
     const Download& run = link.download;
     showText(DiveSeriesName_, run.DiveSeriesName);
-    showText(fileName_, QStringLiteral("saved as %1%2.txt")
-                            .arg(run.DiveSeriesName,
-                                 run.startdivenum.isEmpty() ? QStringLiteral("1") : run.startdivenum));
+    showText(fileName_, fileNames(link));
     showText(startdivenum_, run.startdivenum);
     showEnabled(Command3_, run.Command3Enabled);
     showText(downloadingdive_, run.downloadingdive.text);

@@ -9,8 +9,9 @@ class QLineEdit;
 class QPushButton;
 
 namespace benthor::look {
+class Fold;
 class NumberLabel;
-}
+} // namespace benthor::look
 
 namespace benthor::link {
 
@@ -32,6 +33,7 @@ private:
     QWidget* buildSingle();
     QWidget* buildReceived();
     void syncButtons(const LinkState& link);
+    QString fileNames(const LinkState& link) const;
 
     CommandButton* cmddownload_;
     CommandButton* cmddownloadnew_;
@@ -44,6 +46,7 @@ private:
     QLabel* downloadingdive_;
     QLabel* Text1_;
     look::NumberLabel* DiveCount_;
+    look::Fold* single_ = nullptr;
 };
 
 } // namespace benthor::link

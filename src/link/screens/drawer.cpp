@@ -58,7 +58,7 @@ QWidget* Drawer::buildFields() {
     auto* grid = new QGridLayout(fields_);
     grid->setContentsMargins({});
     grid->setHorizontalSpacing(look::spaceSmall);
-    grid->setVerticalSpacing(2);
+    grid->setVerticalSpacing(look::spaceTight);
     grid->addWidget(title("Expert"), 0, 0, 1, 2);
     struct Field {
         QLineEdit* box;

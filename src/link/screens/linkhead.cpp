@@ -3,6 +3,7 @@
 #include "link/screens/lamprow.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
+#include "platform/look/style/paint.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
@@ -17,9 +18,9 @@ namespace benthor::link {
 namespace {
 
 constexpr int kHeadingWidth = 190;
-constexpr int kChipWidth = 196; // the longest caption, so that nothing beside it moves
+
 constexpr int kPortWidth = 52;
-constexpr int kRoomForPortCaption = 1080;
+constexpr int kRoomForPortCaption = 1000;
 constexpr int kBarWidth = 160;
 constexpr int kHintBlock = 10;
 constexpr int kProgressEnd = 300;
@@ -43,6 +44,24 @@ QString iconOf(const QString& caption) {
     return QStringLiteral("interval");
 }
 
+/// The way out looks like the button that it is.
+class EdgedBox : public QWidget {
+public:
+    explicit EdgedBox(QWidget* inside) {
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(look::spaceTight, 2, look::spaceTight, 2);
+        layout->addWidget(inside);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        Q_UNUSED(event)
+        QPainter painter(this);
+        look::drawPanel(&painter, rect(), look::tokens().surface, look::tokens().edge);
+    }
+};
+
 /// The hint with its colour as a block before it.
 class HintLabel : public QLabel {
 public:
@@ -54,7 +73,22 @@ public:
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     }
 
+    /// A long hint is written smaller, so that all of it can be read.
+    void fit() {
+        const int room = std::max(1, width() - kHintBlock - look::spaceSmall);
+        const QRect needed =
+            QFontMetrics(look::body()).boundingRect(0, 0, room, 10000, Qt::TextWordWrap, text());
+        const QFont wanted = needed.height() <= height() ? look::body() : look::caption();
+        if (font() != wanted) {
+            setFont(wanted);
+        }
+    }
+
 protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        fit();
+    }
     void paintEvent(QPaintEvent* event) override {
         if (!text().isEmpty()) {
             QPainter painter(this);
@@ -80,7 +114,10 @@ LinkHead::LinkHead(QWidget* parent)
     lblheading_->setFont(look::big(20));
     Label13_->setInk(look::Ink::Accent);
     AFLabel3_->setFont(look::heading());
-    AFLabel3_->setMinimumWidth(look::scaled(kChipWidth));
+    // As wide as the longest caption wants it, so that nothing beside it moves.
+    AFLabel3_->setIconName(QStringLiteral("interval"));
+    AFLabel3_->setText(QStringLiteral("Choose Com Port:"));
+    AFLabel3_->setMinimumWidth(AFLabel3_->sizeHint().width());
     AFLabel3_->setAccessibleName(QStringLiteral("Link status"));
     ComNum_->setFixedWidth(look::scaled(kPortWidth));
     ComNum_->setFont(look::strong(look::numbers(13)));
@@ -96,13 +133,14 @@ LinkHead::LinkHead(QWidget* parent)
     Label11_->setIconName(QStringLiteral("home"));
 
     auto* across = new QHBoxLayout(this);
-    across->setContentsMargins(look::spaceWide, look::spaceSmall, look::spaceWide, look::spaceSmall);
+    across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceWide, look::spaceSmall);
     across->setSpacing(look::spaceWide);
     auto* face = new QVBoxLayout;
     face->setSpacing(0);
     face->addWidget(lblheading_);
     face->addWidget(Label13_, 0, Qt::AlignLeft);
     lblheading_->setMinimumWidth(look::scaled(kHeadingWidth));
+    lblheading_->setContentsMargins(look::spaceTight, 0, 0, 0);
     across->addLayout(face);
     across->addWidget(AFLabel3_);
     auto* activity = new QVBoxLayout;
@@ -119,7 +157,7 @@ LinkHead::LinkHead(QWidget* parent)
     auto* rule = new look::Rule(Qt::Vertical);
     rule->setFixedHeight(look::scaled(30));
     across->addWidget(rule);
-    across->addWidget(Label11_);
+    across->addWidget(new EdgedBox(Label11_));
 }
 
 void LinkHead::layFace(bool dive) {
@@ -211,7 +249,11 @@ void LinkFoot::sync(const LinkState& link) {
     if (ProgressBar1_->value() != link.download.ProgressBar1) {
         ProgressBar1_->setValue(link.download.ProgressBar1);
     }
-    showText(infotext_, link.infotext);
+    if (infotext_->text() != link.infotext) {
+        infotext_->setText(link.infotext);
+        infotext_->setToolTip(link.infotext);
+        static_cast<HintLabel*>(infotext_)->fit();
+    }
     showVisible(txtstatus2_, link.txtstatus2Visible);
     showText(Label20_, link.Label20);
 }

@@ -20,11 +20,23 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kLeftWidth = 240;
+/// Where the window is too low, or the font large, the column scrolls; its width stays whole.
+class ColumnArea : public QScrollArea {
+public:
+    ColumnArea() {
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { updateGeometry(); });
+    }
 
-/// Where the window is too low, or the font large, the column scrolls.
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override {
+        const int bar = verticalScrollBar()->maximum() > 0 ? verticalScrollBar()->sizeHint().width() : 0;
+        const int content = std::max(widget()->minimumSizeHint().width(), widget()->minimumWidth());
+        return {content + bar, look::scaled(200)};
+    }
+};
+
 QScrollArea* scrolling(QWidget* column) {
-    auto* area = new QScrollArea;
+    auto* area = new ColumnArea;
     area->setWidget(column);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
@@ -49,7 +61,7 @@ void PC_Link_1::buildBody() {
     across->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
     across->setSpacing(look::spaceBase);
     left_ = new QStackedWidget;
-    left_->setFixedWidth(look::scaled(kLeftWidth));
+    left_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     download_ = new DownloadPanel;
     commands_ = new CommandList;
     left_->addWidget(scrolling(download_));
