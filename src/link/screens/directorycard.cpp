@@ -17,6 +17,7 @@ namespace {
 constexpr int kRowTwips = 300;
 constexpr double kCellPoints = 8.5; // what a row of 20 pixels holds with room to spare
 constexpr int kDateTwips = 1800;
+constexpr int kNarrowTwips = 600; // the rest are as wide as what they show
 constexpr int kStartCode = 1;
 constexpr int kFirstNumber = 4;
 
@@ -80,11 +81,8 @@ void DirectoryCard::setUpColumns(int cols) {
     Mgrid_->setCols(cols);
     for (int col = 0; col < cols; ++col) {
         Mgrid_->setColumnAlignment(col, col >= kFirstNumber ? Qt::AlignRight : Qt::AlignLeft);
-        if (col == kStartCode) {
-            Mgrid_->setColumnWidthTwips(col, 0);
-        } else if (col == kStartCode + 1 || col == kStartCode + 2) {
-            Mgrid_->setColumnWidthTwips(col, kDateTwips);
-        }
+        const bool date = col == kStartCode + 1 || col == kStartCode + 2;
+        Mgrid_->setColumnWidthTwips(col, col == kStartCode ? 0 : (date ? kDateTwips : kNarrowTwips));
     }
 }
 

@@ -17,11 +17,11 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kHeadingWidth = 190;
+constexpr int kHeadingWidth = 180;
 
 constexpr int kPortWidth = 52;
-constexpr int kRoomForPortCaption = 1000;
-constexpr int kBarWidth = 160;
+constexpr int kRoomForPortCaption = 1080;
+constexpr int kBarWidth = 96;
 constexpr int kHintBlock = 10;
 constexpr int kProgressEnd = 300;
 
@@ -236,7 +236,9 @@ LinkFoot::LinkFoot(QWidget* parent)
     across->addWidget(infotext_, 1);
     across->addWidget(txtstatus2_);
     across->addWidget(Label20_);
-    setFixedHeight(2 * fontMetrics().lineSpacing() + 2 * look::spaceSmall + 2);
+    setFixedHeight(
+        std::max(2 * fontMetrics().lineSpacing(), 3 * QFontMetrics(look::caption()).lineSpacing()) +
+        2 * look::spaceSmall + 2);
 }
 
 void LinkFoot::layFace(bool dive) {

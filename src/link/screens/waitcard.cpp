@@ -13,7 +13,7 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kWidth = 520;
+constexpr int kWidth = 560;
 
 } // namespace
 
