@@ -8,8 +8,22 @@ namespace benthor::link {
 // The command console: what a choice puts into the command fields and how a command leaves. All commands of
 // the device go through sendcommand(). Everything is skipped silently while the port is closed.
 
+// Choices by the index of `Option1`; 3 and 4 ask for summaries, 7 has no function.
+inline constexpr int kChoiceLogo = 0;
+inline constexpr int kChoiceIntervalGet = 1;
+inline constexpr int kChoiceIntervalSend = 2;
+inline constexpr int kChoiceSummaries = 3;
+inline constexpr int kChoiceSetup = 5;
+inline constexpr int kChoiceBook = 6;
+inline constexpr int kChoiceUserId = 8;
+inline constexpr int kChoiceOther = 9;
+inline constexpr int kChoiceQuit = 10;
+inline constexpr int kChoiceReadings = 11;
+
 /// Fills the command fields from the selected choice.
 void preparecommand(LinkState& link);
+/// The user has typed data. Name and free text are kept for the next time.
+void Text9_change(LinkState& link, const QString& text);
 /// One write of command, prefix, data, trailer.
 void sendcommand(LinkState& link, LinkHost& host);
 /// The full Send: checks, command, the wait for the expected reply, the body.

@@ -72,6 +72,7 @@ struct Console {
     bool Frame4Visible = false; ///< HUD and PO2 alarm
     QString Text7;              ///< text to send
     QString uploadfile;         ///< name of the last file opened
+    QString filenameshown;      ///< what stands for it on the screen: at first a hint to open one
     QString convertedlogo;      ///< default of the open dialog for a logo
     QString username;           ///< stored name for "User ID"
     QString freetext;           ///< stored text for "Other"

@@ -39,6 +39,8 @@ private slots:
     void theLinkStaysShutWhileTheProgressFrameIsUp();
     void bothLinkEntriesSetTheirFace();
     void theStatusMirrorsTheLink();
+    void theLinkCanHaveItsStatusShownAtOnce();
+    void aHintStandsInThePlaceOfTheTotalsUntilTheyAreShownAgain();
     void theDiveListOpensOnceAfterTheStart();
     void aFailingDiveListDoesNotBringTheMainScreenDown();
     void theHandHeldRoutineTellsWhyItCannotOpen();
@@ -324,6 +326,26 @@ void TestMainScreen::theStatusMirrorsTheLink() {
     stage.neighbours.downloading = true;
     stage.main->Timer2_tick();
     QCOMPARE(status->text(), "Downloading");
+}
+
+void TestMainScreen::theLinkCanHaveItsStatusShownAtOnce() {
+    MainStage stage;
+    stage.main->load();
+    stage.neighbours.linkCaption = QStringLiteral("Checking..");
+    stage.main->showLinkStatus();
+    QCOMPARE(stage.control<QLabel>("lblstatus")->text(), "Checking..");
+    QVERIFY(stage.control("Text14")->isEnabled());
+}
+
+void TestMainScreen::aHintStandsInThePlaceOfTheTotalsUntilTheyAreShownAgain() {
+    MainStage stage;
+    stage.main->showScreen();
+    auto* totals = stage.control<QLabel>("lbltotaldive");
+    stage.main->showHint(QStringLiteral("Modify Gas list as required."));
+    QVERIFY(totals->isVisible());
+    QCOMPARE(totals->text(), "Modify Gas list as required.");
+    stage.click("lblppc");
+    QVERIFY(!totals->isVisible() || totals->text() != "Modify Gas list as required.");
 }
 
 void TestMainScreen::theDiveListOpensOnceAfterTheStart() {

@@ -239,10 +239,16 @@ void MainScreen::entryClicked(int choice) {
     }
 }
 
-void MainScreen::Timer2_tick() {
-    if (process().importing) {
-        return;
-    }
+void MainScreen::lblmdu_click() {
+    entryClicked(kDatabaseUpdate);
+}
+
+void MainScreen::showHint(const QString& hint) {
+    lbltotaldive_->setText(hint);
+    lbltotaldive_->show();
+}
+
+void MainScreen::showLinkStatus() {
     const link::LinkStatus& link = neighbours_.linkStatus();
     if (link.isDownloading()) {
         lblstatus_->setText(QStringLiteral("Downloading"));
@@ -250,6 +256,14 @@ void MainScreen::Timer2_tick() {
         lblstatus_->setText(link.caption());
         lblstatus_->setToldColour(platform::toQColor(link.captionColour()));
     }
+}
+
+void MainScreen::Timer2_tick() {
+    if (process().importing) {
+        return;
+    }
+    showLinkStatus();
+    const link::LinkStatus& link = neighbours_.linkStatus();
     Text14_->setEnabled(link.caption() != QLatin1String("Connected"));
     showUnits(); // the dive screen may have changed them
 }

@@ -52,6 +52,17 @@ public:
     void Timer2_tick();
     void Timer4_tick();
 
+    // What the link asks of the main screen.
+
+    /// The entry for importing.
+    void lblmdu_click();
+    /// The entry for reprogramming. An import in hand ends after its file.
+    void mnuReprogIR_click();
+    /// Shows a hint in the place of the totals.
+    void showHint(const QString& hint);
+    /// Takes over the link's caption and colour.
+    void showLinkStatus();
+
 protected:
     void loading() override;
     void unloading() override;
@@ -107,7 +118,6 @@ private:
     void mnuGets_click();
     void mnuTips_click();
     void mnuHTMLhelp_click();
-    void mnuReprogIR_click();
     void showSetupAndGas();
 
     // main_screen_import.cpp

@@ -181,9 +181,21 @@ void NumberLabel::paintEvent(QPaintEvent* event) {
 TotalsLabel::TotalsLabel(QWidget* parent)
     : QLabel(parent) {
     setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+}
+
+bool TotalsLabel::isPlain() const {
+    return !text().contains(QLatin1Char('\n'));
+}
+
+int TotalsLabel::heightForWidth(int width) const {
+    return isPlain() ? QLabel::heightForWidth(width) : sizeHint().height();
 }
 
 QSize TotalsLabel::sizeHint() const {
+    if (isPlain()) {
+        return QLabel::sizeHint();
+    }
     int width = 0;
     for (const Total& total : totalsOf(text())) {
         width += total.width() + 2 * spaceRoom;
@@ -193,11 +205,14 @@ QSize TotalsLabel::sizeHint() const {
 }
 
 QSize TotalsLabel::minimumSizeHint() const {
-    return sizeHint();
+    return isPlain() ? QLabel::minimumSizeHint() : sizeHint();
 }
 
 void TotalsLabel::paintEvent(QPaintEvent* event) {
-    Q_UNUSED(event)
+    if (isPlain()) {
+        QLabel::paintEvent(event);
+        return;
+    }
     QPainter painter(this);
     const QRect room = contentsRect();
     const QFontMetrics small(caption());

@@ -45,7 +45,8 @@ private:
 };
 
 /// A few lines of text as totals: the first, third, ... line is a small quiet caption, the line behind it its
-/// value in large numbers. The pairs stand side by side with a line between them.
+/// value in large numbers. The pairs stand side by side with a line between them. A text of a single line is
+/// no total: it is shown as a plain one, wrapped.
 class TotalsLabel : public QLabel {
     Q_OBJECT
 
@@ -54,9 +55,13 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool isPlain() const;
 };
 
 } // namespace benthor::look

@@ -1,0 +1,82 @@
+#include "link/console.h"
+#include "platform/files.h"
+#include "shell/process.h"
+
+#include <QFile>
+
+namespace benthor::link {
+
+namespace {
+
+constexpr qint64 kMostBytes = 20000;
+
+const QString& textFilter() {
+    static const QString filter = QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+    return filter;
+}
+
+QString askForFile(const Console& console, LinkHost& host) {
+    switch (console.option) {
+    case kChoiceLogo:
+        return host.openFile(QStringLiteral("BMPText Files (*.bmt)|*.bmt|All Files (*.*)|*.*"),
+                             console.convertedlogo);
+    case kChoiceSetup:
+        return host.openFile(QStringLiteral("Gas Files (*.mit)|*.mit|All Files (*.*)|*.*"),
+                             QStringLiteral("default.mit"));
+    default:
+        return host.openFile(textFilter(), {});
+    }
+}
+
+/// Byte by byte: whenever the text so far holds two blanks in a row it is emptied.
+QByteArray behindLastDoubleBlank(const QByteArray& bytes) {
+    QByteArray text;
+    for (const char byte : bytes) {
+        text += byte;
+        if (text.endsWith("  ")) {
+            text.clear();
+        }
+    }
+    return text;
+}
+
+void offerToKeepTheRest(LinkHost& host, const QByteArray& rest) {
+    if (!host.confirm(QStringLiteral("Not all text sent. Do you want to save remaining text in new file?"),
+                      QStringLiteral("Save Text"))) {
+        return;
+    }
+    const QString path = host.saveFile(textFilter(), {});
+    if (path.isEmpty()) {
+        return;
+    }
+    const platform::FileResult written = platform::writeFileWhole(path, rest);
+    if (!written) {
+        host.message(QStringLiteral("The rest of the text can't be saved: ") + written.error);
+    }
+}
+
+} // namespace
+
+void mnuOpen_click(LinkState& link, LinkHost& host) {
+    Console& console = link.console;
+    const QString path = askForFile(console, host);
+    if (path.isEmpty()) {
+        return;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        host.message(QStringLiteral("The file can't be read: %1\n%2").arg(path, file.errorString()));
+        return;
+    }
+    console.Text5.text = path;
+    console.uploadfile = path;
+    console.filenameshown = path;
+    const QByteArray bytes = file.read(kMostBytes);
+    process().uploadtext =
+        QString::fromLatin1(console.option == kChoiceLogo ? behindLastDoubleBlank(bytes) : bytes);
+    if (bytes.size() == kMostBytes) {
+        offerToKeepTheRest(host, file.readAll());
+    }
+}
+
+} // namespace benthor::link
