@@ -9,14 +9,17 @@ platform::FileResult keepinold(const platform::ProgramFolder& folder, const QStr
     if (!QFileInfo::exists(waiting)) {
         return {};
     }
-    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
-    QString place = folder.path(u"old", name);
+    const QString base = QFileInfo(waiting).fileName();
+    const qsizetype point = base.lastIndexOf(QLatin1Char('.'));
+    QString place = folder.path(u"old", base);
     for (int number = 2; QFileInfo::exists(place); ++number) {
-        if (platform::sameContents(waiting, place)) {
+        // A file that lies in `old` itself is no copy of itself.
+        const bool itself = QFileInfo(place).canonicalFilePath() == QFileInfo(waiting).canonicalFilePath();
+        if (!itself && platform::sameContents(waiting, place)) {
             return {};
         }
         place = folder.path(u"old",
-                            name.left(point) + QLatin1Char('-') + QString::number(number) + name.mid(point));
+                            base.left(point) + QLatin1Char('-') + QString::number(number) + base.mid(point));
     }
     return platform::copyFile(waiting, place);
 }

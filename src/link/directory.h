@@ -9,11 +9,14 @@ namespace benthor::link {
 
 /// Refresh: clears the directory and asks for it.
 void cmdstore_click(LinkState& link, LinkHost& host);
+/// Asks for the directory alone.
+void senddirectorycommand(LinkState& link, LinkHost& host);
 /// Waits for the directory and then, from devices before the third version, for the setup.
 void Timer2_tick(LinkState& link, LinkHost& host);
 void resetgridheader(LinkState& link);
-/// Fills the directory from the receive view. A position that is told as skipped leaves from the last letter
-/// of a label.
+/// Fills the directory from the receive view: each "ver" opens a row, labelled values fill it in any order.
+/// Values are found by the distance from their label. A value without a carriage return within its longest
+/// length, the return counted, leaves its cell empty.
 void parsedirectory(LinkState& link);
 /// Paints the rows whose start code is in the store.
 void markstoreddives(LinkState& link);

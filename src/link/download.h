@@ -14,8 +14,17 @@ void mnubackdive_click(LinkState& link, LinkHost& host);
 void Timer3_tick(LinkState& link, LinkHost& host);
 void Timer5_tick(LinkState& link);
 
+/// Asks for the dive of process().servedrow when its row is selected. Throws DownloadError, as the next.
 void requestcurrentrow(LinkState& link, LinkHost& host);
 void senddiverequest(LinkState& link, LinkHost& host);
+/// "D" and the character with code 47 + n. Throws DownloadError for a number without a code, above 208.
+QByteArray diverequest(const QString& number);
+/// Number of the dive asked for, which is shown beside it too.
+void setstartdivenum(LinkState& link, const QString& number);
+/// The first selected row, or 0.
+int nextselectedrow(const LinkState& link);
+/// Place of the bar, 0 to 300, for that many bytes: thousands, and fifths of them above 300.
+int downloadprogress(qsizetype length);
 
 // A single dive by its number.
 

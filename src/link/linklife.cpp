@@ -14,20 +14,6 @@ namespace {
 
 constexpr int kLastSearchPort = 31;
 constexpr qint64 kMostToSend = 500;
-constexpr int kQuit = 10;
-constexpr int kDiveSummary = 3;
-
-/// The directory is asked for; the grid and the wait for the answer stay as they are.
-void senddirectorycommand(LinkState& link, LinkHost& host) {
-    Console& console = link.console;
-    console.option = kDiveSummary;
-    console.Text3 = QStringLiteral("M");
-    console.Text6.clear();
-    console.Text5 = {{}, false};
-    console.Command2.visible = false;
-    console.uploadfile.clear();
-    Command2_click(link, host);
-}
 
 QString texttosend() {
     QFile file(QStringLiteral("gdata.txt"));
@@ -41,12 +27,13 @@ void loadlink(LinkState& link, LinkHost& host) {
     process().linkidle = true;
     Console& console = link.console;
     console.username = QStringLiteral("Insert your namehere. Max 32char");
-    console.uploadfile = QStringLiteral("Find file to open using File menu");
+    console.uploadfile = QStringLiteral("shark2aa.txt");
+    console.filenameshown = QStringLiteral("Find file to open using File menu");
     link.Text14Visible = true;
     // As the menu's Quit does, but for its hint: no one asked for that.
-    console.option = kQuit;
+    console.option = kChoiceQuit;
     preparecommand(link);
-    console.checkedEntry = commandEntry(kQuit)->name;
+    console.checkedEntry = commandEntry(kChoiceQuit)->name;
     setcomnum(link, host, readcomport());
     link.silentticks = 100;
     link.rxcount = 0;

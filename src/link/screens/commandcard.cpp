@@ -238,10 +238,10 @@ void CommandCard::syncValues(const Console& console) {
     showVisible(Shape1_, console.Command2.visible);
 }
 
-/// While no file can be sent the box says what to do.
+/// While no file can be sent the box shows the last one, at first what to do.
 void CommandCard::syncFile(const Console& console) {
     const bool file = console.Text5.visible;
-    showText(Text5_, file && !console.Text5.text.isEmpty() ? console.Text5.text : console.uploadfile);
+    showText(Text5_, file && !console.Text5.text.isEmpty() ? console.Text5.text : console.filenameshown);
     showEnabled(Text5_, file);
     showEnabled(open_, file);
     showEnabled(Command5_, file && !console.Text5.text.isEmpty());

@@ -106,11 +106,7 @@ void PC_Link_1::act(const std::function<void()>& work) {
 }
 
 void PC_Link_1::sync() {
-    Download& run = link_.download;
-    if (run.startdivenum != startdivenumSeen_) {
-        startdivenumSeen_ = run.startdivenum;
-        run.downloadingdive.text = run.startdivenum;
-    }
+    const Download& run = link_.download;
     syncTimers();
     syncMenus();
     head_->sync(link_);

@@ -107,15 +107,13 @@ private:
     void Label13_click();
     void Label11_click();
     void DiveSeriesName_change(const QString& text);
-    void Text9_change(const QString& text);
     void chooseCommand(int index, const std::function<void()>& work);
     void Mgrid_keydown(QKeyEvent* event);
 
     LinkState link_;
     std::unique_ptr<Host> host_;
     std::function<bool()> tipsShowing_;
-    bool raw_ = false;         ///< the raw text boxes are wanted
-    QString startdivenumSeen_; ///< a change is copied to `downloadingdive`
+    bool raw_ = false; ///< the raw text boxes are wanted
 
     LinkHead* head_ = nullptr;
     LinkFoot* foot_ = nullptr;

@@ -25,8 +25,6 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kUserId = 8;
-constexpr int kOther = 9;
 constexpr int kShiftBit = 1;
 constexpr int kControlBit = 2;
 
@@ -135,9 +133,9 @@ void PC_Link_1::connectBoxes() {
     Console& console = link_.console;
     onEdit("ComNum", [this](const QString& text) { setcomnum(link_, *host_, text); });
     onEdit("DiveSeriesName", [this](const QString& text) { DiveSeriesName_change(text); });
-    onEdit("startdivenum", [this](const QString& text) { link_.download.startdivenum = text; });
+    onEdit("startdivenum", [this](const QString& text) { setstartdivenum(link_, text); });
     onEdit("Text16(0)", [&console](const QString& text) { console.Text16[0] = text; });
-    onEdit("Text9", [this](const QString& text) { Text9_change(text); });
+    onEdit("Text9", [this](const QString& text) { Text9_change(link_, text); });
     onEdit("Text12", [&console](const QString& text) { console.Text12.text = text; });
     onEdit("Text3", [&console](const QString& text) { console.Text3 = text; });
     onEdit("Text11", [&console](const QString& text) { console.Text11 = text; });
@@ -198,17 +196,6 @@ void PC_Link_1::DiveSeriesName_change(const QString& text) {
     link_.download.DiveSeriesName = text;
     link_.infotext = seriesHint();
     host_->hintOnMain(seriesHint());
-}
-
-/// What was typed for a choice is there again when the choice is taken up anew.
-void PC_Link_1::Text9_change(const QString& text) {
-    Console& console = link_.console;
-    console.Text9 = text;
-    if (console.option == kUserId) {
-        console.username = text;
-    } else if (console.option == kOther) {
-        console.freetext = text;
-    }
 }
 
 } // namespace benthor::link

@@ -1,0 +1,537 @@
+#include "link/directory.h"
+#include "link/divefile.h"
+#include "link/download.h"
+#include "shell/process.h"
+#include "tests/link/fakehost.h"
+#include "tests/link/vectors.h"
+#include "tests/support/testfolder.h"
+
+#include <QJsonArray>
+
+using namespace benthor;
+using namespace benthor::link;
+using namespace benthor::tests;
+
+namespace {
+
+const QString kExpected = QStringLiteral("directory/expected.json");
+const QString kFailed = QStringLiteral("Error downloading.. Click Refresh and try again!");
+
+struct Stage {
+    explicit Stage(int dives = 3) {
+        host.line.open = true;
+        resetgridheader(link);
+        for (int dive = 1; dive <= dives; ++dive) {
+            link.Mgrid.rows.emplace_back().cells[0] = QStringLiteral("Dive%1").arg(dive);
+        }
+    }
+    RowMark& mark(int row) { return link.Mgrid.rows[static_cast<std::size_t>(row)].mark; }
+    void select(std::initializer_list<int> rows) {
+        for (const int row : rows) {
+            mark(row) = RowMark::Selected;
+        }
+    }
+    void receive(const QByteArray& bytes) { link.rxbuf.append(bytes); }
+    void tick() { Timer3_tick(link, host); }
+    QStringList waiting() const {
+        return platform::ProgramFolder::current().listFiles(QStringLiteral("new"), QStringLiteral("*"));
+    }
+
+    TestFolder folder;
+    LinkState link;
+    FakeHost host;
+};
+
+} // namespace
+
+class TestDownload : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theRequestAgreesWithTheVectors() {
+        for (const auto& each : vectors(kExpected)[QLatin1String("dive_requests")].toArray()) {
+            QCOMPARE(QString::fromLatin1(diverequest(QString::number(each[0].toInt()))), each[1].toString());
+        }
+    }
+
+    void theFileNameAgreesWithTheVectors() {
+        for (const auto& each : vectors(kExpected)[QLatin1String("dive_files")].toArray()) {
+            QCOMPARE(divefilename(each[0].toString(), QString::number(each[1].toInt())), each[2].toString());
+        }
+        QCOMPARE(divefilename(QStringLiteral("S"), QStringLiteral("007")), "S7.txt");
+    }
+
+    void theBarAgreesWithTheVectors() {
+        for (const auto& each : vectors(kExpected)[QLatin1String("progress_bar")].toArray()) {
+            QCOMPARE(downloadprogress(each[0].toInteger()), each[1].toInt());
+        }
+        QCOMPARE(downloadprogress(100'000'000), 300);
+        QCOMPARE(downloadprogress(500), 0); // a tie goes to the even one
+        QCOMPARE(downloadprogress(1500), 2);
+    }
+
+    void theDivesInARowAgreeWithTheVectors() {
+        for (const auto& each : vectors(kExpected)[QLatin1String("bulk_bodies")].toArray()) {
+            const QJsonArray bodies = each[QLatin1String("bodies")].toArray();
+            const auto dives = divesinrow(each[QLatin1String("text")].toString().toLatin1());
+            QCOMPARE(static_cast<qsizetype>(dives.size()), bodies.size());
+            for (qsizetype dive = 0; dive < bodies.size(); ++dive) {
+                QCOMPARE(QString::fromLatin1(dives[static_cast<std::size_t>(dive)]), bodies[dive].toString());
+            }
+        }
+    }
+
+    void withoutABlueRowNothingGoesOut() {
+        Stage stage;
+        cmddownload_click(stage.link, stage.host);
+        QCOMPARE(stage.host.messages, QStringList("No dive(s) selected"));
+        QVERIFY(stage.host.line.writes.empty());
+        QVERIFY(stage.link.Timer5);
+        QVERIFY(!stage.link.Timer3);
+    }
+
+    void getSelectedAsksForTheFirstBlueRow() {
+        Stage stage;
+        stage.select({2, 3});
+        stage.receive("PPP");
+        cmddownload_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D1"));
+        QCOMPARE(stage.link.download.selectedcount, 2);
+        QCOMPARE(stage.link.download.startdivenum, "2");
+        QCOMPARE(stage.link.download.downloadingdive.text, "2");
+        QCOMPARE(process().servedrow, 2);
+        QVERIFY(!process().linkidle);
+        QVERIFY(stage.link.Timer3);
+        QVERIFY(stage.link.Timer5);
+        QVERIFY(stage.link.rxbuf.isEmpty());
+        QCOMPARE(stage.link.silentticks, 0);
+        QVERIFY(!stage.link.divesaved);
+        QVERIFY(stage.host.messages.isEmpty());
+    }
+
+    void getAllPaintsAllAndAsksForRowOne() {
+        Stage stage;
+        stage.mark(2) = RowMark::Stored;
+        cmddownloadall_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+        for (const int row : {1, 2, 3}) {
+            QCOMPARE(stage.mark(row), RowMark::Selected);
+        }
+        QCOMPARE(stage.link.download.selectedcount, 3);
+        QVERIFY(stage.link.Timer5);
+    }
+
+    void getNewLeavesYellowRows() {
+        Stage stage;
+        stage.mark(2) = RowMark::Stored;
+        cmddownloadnew_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+        QCOMPARE(stage.mark(2), RowMark::Stored);
+        QCOMPARE(stage.mark(3), RowMark::Selected);
+    }
+
+    void getNewWithAStoredFirstRowAsksForNothing() {
+        Stage stage(2);
+        stage.mark(1) = RowMark::Stored;
+        cmddownloadnew_click(stage.link, stage.host);
+        QVERIFY(stage.host.line.writes.empty());
+        QVERIFY(stage.host.messages.isEmpty());
+        QVERIFY(!stage.link.Timer3);
+        QVERIFY(!process().linkidle); // the run stays open
+        QVERIFY(stage.link.Timer5);
+    }
+
+    void aRowBeyondTheLastAsksForNothing() {
+        Stage stage(1);
+        process().servedrow = 2;
+        requestcurrentrow(stage.link, stage.host);
+        QVERIFY(stage.host.line.writes.empty());
+    }
+
+    void aNumberWithoutACodeSaysSoAndSendsNothing() {
+        Stage stage(1);
+        stage.link.Mgrid.rows[1].cells[0] = QStringLiteral("Dive209");
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        QCOMPARE(stage.host.messages, QStringList(kFailed));
+        QVERIFY(stage.host.line.writes.empty());
+        QVERIFY(!stage.link.Timer3);
+    }
+
+    void aClosedPortStartsTheWaitAllTheSame() {
+        Stage stage;
+        stage.host.line.open = false;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        QVERIFY(stage.host.line.writes.empty());
+        QVERIFY(stage.link.Timer3);
+        QCOMPARE(stage.link.download.divecommand, QByteArray("D0"));
+    }
+
+    void aTickShowsWhatHasCome() {
+        Stage stage;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.link.downloadbuttons = true;
+        stage.receive(QByteArray(2400, 'x'));
+        stage.tick();
+        QVERIFY(!stage.link.downloadbuttons);
+        QVERIFY(!stage.link.cmdstoreEnabled);
+        QVERIFY(stage.link.download.TXTWaitVisible);
+        QCOMPARE(stage.link.download.TXTWait, "Downloading\nPlease wait..\n");
+        QCOMPARE(stage.link.download.ProgressBar1, 2);
+        QCOMPARE(stage.link.download.lblBytes, "2400  Bytes received");
+        QCOMPARE(stage.link.Text4.size(), 2400);
+        QCOMPARE(stage.link.download.lastdivetext.size(), 2400);
+        QVERIFY(stage.link.Timer3);
+    }
+
+    void aReplyBeyond300000BytesShowsAFifth() {
+        Stage stage;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive(QByteArray(400000, 'x'));
+        stage.tick();
+        QCOMPARE(stage.link.download.ProgressBar1, 80);
+    }
+
+    void aStoredFileHoldsExactlyTheBytesThatCameAndALineEnd() {
+        Stage stage;
+        QByteArray text("beacon PP ver=V2.31\r\n");
+        for (int byte = 0; byte < 256; ++byte) {
+            text += static_cast<char>(byte);
+        }
+        text += "End\r\nPPP";
+        stage.select({2});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive(text.first(100));
+        stage.tick();
+        QVERIFY(stage.waiting().isEmpty());
+        stage.receive(text.sliced(100));
+        stage.tick();
+        QCOMPARE(stage.waiting(), QStringList("MyLatestDives2.txt"));
+        QCOMPARE(stage.folder.get("new/MyLatestDives2.txt"), text + "\r\n");
+    }
+
+    void aRunServesTheBlueRowsInOrderAndEndsWithTheQuestion() {
+        Stage stage;
+        stage.select({1, 3});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("ver=one End");
+        stage.tick();
+        QCOMPARE(stage.mark(1), RowMark::None);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0D2"));
+        QCOMPARE(process().servedrow, 3);
+        QVERIFY(stage.link.Timer3);
+        QVERIFY(stage.link.rxbuf.isEmpty());
+        QVERIFY(stage.host.messages.isEmpty());
+        QCOMPARE(stage.link.download.DiveCount, "1");
+        stage.receive("ver=three End");
+        stage.link.txtstatus2Visible = true;
+        stage.link.silentticks = 9;
+        stage.tick();
+        QVERIFY(!stage.link.Timer3);
+        QVERIFY(!stage.link.download.TXTWaitVisible);
+        QVERIFY(stage.link.downloadbuttons);
+        QVERIFY(stage.link.cmdstoreEnabled);
+        QCOMPARE(stage.host.questions,
+                 QStringList("It is advised to import downloaded dives into database now. Proceed?"));
+        QCOMPARE(stage.host.titles, QStringList("Import to database"));
+        QCOMPARE(stage.host.messages,
+                 QStringList({"2  Dives Downloaded.",
+                              "To put dives into database manually, close this PC_Link window. Dives will "
+                              "not be updated while link screen is open!"}));
+        QCOMPARE(stage.host.leavings, 0);
+        QCOMPARE(stage.link.silentticks, 0);
+        QVERIFY(!stage.link.txtstatus2Visible);
+        QCOMPARE(stage.folder.get("new/MyLatestDives1.txt"), QByteArray("ver=one End\r\n"));
+        QCOMPARE(stage.folder.get("new/MyLatestDives3.txt"), QByteArray("ver=three End\r\n"));
+    }
+
+    void yesLeavesAndImports() {
+        Stage stage;
+        stage.host.answers = {true};
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.leavings, 1);
+        QCOMPARE(stage.host.messages, QStringList("1  Dives Downloaded."));
+    }
+
+    void aDiveBrokenOffIntoTheBeaconIsDroppedAndCounted() {
+        Stage stage;
+        stage.select({1, 2});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("ver=V2.31 half PPPPPPP");
+        stage.tick();
+        QVERIFY(stage.link.Timer3);
+        stage.receive("P");
+        stage.tick();
+        QVERIFY(stage.waiting().isEmpty());
+        QCOMPARE(stage.link.download.divesreceived, 1);
+        QCOMPARE(stage.mark(1), RowMark::None);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0D1"));
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.messages.first(), "2  Dives Downloaded.");
+        QCOMPARE(stage.waiting(), QStringList("MyLatestDives2.txt"));
+    }
+
+    void aSilentDeviceKeepsTheRunOpen() {
+        Stage stage;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        for (int tick = 0; tick < 1000; ++tick) {
+            stage.tick();
+        }
+        QVERIFY(stage.link.Timer3);
+        QVERIFY(stage.link.download.TXTWaitVisible);
+        QVERIFY(stage.host.messages.isEmpty());
+    }
+
+    void whileTheLinkIsIdleNothingIsSavedOrAskedFor() {
+        Stage stage;
+        stage.select({1, 2});
+        cmddownload_click(stage.link, stage.host);
+        process().linkidle = true;
+        stage.receive("End");
+        stage.tick();
+        QVERIFY(stage.waiting().isEmpty());
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+        QVERIFY(stage.host.messages.isEmpty());
+        QCOMPARE(stage.link.download.divesreceived, 1);
+    }
+
+    void twoSeriesInOneRunDoNotCollide() {
+        Stage stage;
+        for (const char* series : {"Reef", "Wreck"}) {
+            stage.link.download.DiveSeriesName = QLatin1String(series);
+            stage.select({1});
+            cmddownload_click(stage.link, stage.host);
+            stage.receive(QByteArray(series) + "End");
+            stage.tick();
+        }
+        QCOMPARE(stage.waiting(), QStringList({"Reef1.txt", "Wreck1.txt"}));
+    }
+
+    void aYellowDiveCanBeDownloadedAgain() {
+        Stage stage;
+        stage.mark(1) = RowMark::Stored;
+        process().servedrow = 1;
+        Mgrid_mouseup(stage.link, 1, 1, 0);
+        cmddownload_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+    }
+
+    void aFileThatWaitsIsKeptBeforeItIsOverwritten() {
+        Stage stage;
+        stage.folder.put("new/MyLatestDives1.txt", "first");
+        stage.folder.put("old/MyLatestDives1.txt", "older");
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.folder.get("new/MyLatestDives1.txt"), QByteArray("End\r\n"));
+        QCOMPARE(stage.folder.get("old/MyLatestDives1.txt"), QByteArray("older"));
+        QCOMPARE(stage.folder.get("old/MyLatestDives1-2.txt"), QByteArray("first"));
+    }
+
+    void aSeriesThatLeadsIntoAnotherFolderIsUsedAsToldAndDestroysNothing() {
+        Stage stage;
+        stage.folder.put("old/Reef1.txt", "the only copy");
+        stage.link.download.DiveSeriesName = QStringLiteral("..\\old\\Reef");
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.folder.get("old/Reef1.txt"), QByteArray("End\r\n"));
+        QCOMPARE(stage.folder.get("old/Reef1-2.txt"), QByteArray("the only copy"));
+    }
+
+    void aSeriesThatIsNoFileNameSaysSo_data() {
+        QTest::addColumn<QString>("series");
+        QTest::newRow("missing folder") << "none\\Reef";
+        QTest::newRow("missing folder, slash") << "none/Reef";
+        QTest::newRow("too long") << QString(300, QLatin1Char('x'));
+        QTest::newRow("with a null") << QString(QLatin1String("a\0b", 3));
+    }
+
+    void aSeriesThatIsNoFileNameSaysSo() {
+        QFETCH(QString, series);
+        Stage stage;
+        stage.link.download.DiveSeriesName = series;
+        stage.select({1, 2});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.messages, QStringList(kFailed));
+        QVERIFY(stage.waiting().isEmpty());
+        QVERIFY(!stage.link.Timer3);
+        QCOMPARE(stage.mark(1), RowMark::Selected);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+    }
+
+    void aMissingFolderOfWaitingDivesSaysSo() {
+        Stage stage;
+        QVERIFY(QDir(stage.folder.path("new")).removeRecursively());
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.messages, QStringList(kFailed));
+    }
+
+    void theCountOfFilesStopsItsTimer() {
+        Stage stage;
+        stage.link.Timer5 = true;
+        stage.link.download.selectedcount = 2;
+        stage.folder.put("new/a1.txt", "x");
+        Timer5_tick(stage.link);
+        QVERIFY(stage.link.Timer5);
+        stage.folder.put("new/b1.TXT", "x");
+        stage.folder.put("new/other.dat", "x");
+        Timer5_tick(stage.link);
+        QVERIFY(!stage.link.Timer5);
+        stage.link.Timer5 = true;
+        stage.link.download.selectedcount = 0;
+        Timer5_tick(stage.link);
+        QVERIFY(stage.link.Timer5);
+    }
+
+    // --- back-up
+
+    void theBackupNeedsTheConnection() {
+        Stage stage;
+        stage.link.AFLabel3.text = QStringLiteral("Command Sent..");
+        mnubackdive_click(stage.link, stage.host);
+        QCOMPARE(stage.host.messages, QStringList("KD not connected\nCheck connection tips"));
+        QVERIFY(stage.host.line.writes.empty());
+        QVERIFY(!stage.link.Timer3);
+    }
+
+    void theBackupStoresEachDiveAndImportsWithoutAQuestion() {
+        Stage stage;
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        mnubackdive_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Dy"));
+        QVERIFY(stage.link.Timer3);
+        QCOMPARE(stage.link.silentticks, 1);
+        const QByteArray first = "ver=V2.31\r\nfirst\r\nEnd";
+        const QByteArray second = "ver=V2.31\r\nsecond\r\nEnd";
+        stage.receive("x" + first + "\r\n" + second);
+        stage.tick();
+        QVERIFY(stage.link.Timer3);
+        QVERIFY(stage.waiting().isEmpty());
+        stage.receive("\r\nbacksenddone" + QByteArray(60, 'P'));
+        stage.tick();
+        QCOMPARE(stage.waiting(), QStringList({"backdive1.txt", "backdive2.txt"}));
+        QCOMPARE(stage.folder.get("new/backdive1.txt"), first + "\r\n");
+        QCOMPARE(stage.folder.get("new/backdive2.txt"), second + "\r\n");
+        QCOMPARE(stage.host.messages, QStringList("2  Dives Downloaded."));
+        QVERIFY(stage.host.questions.isEmpty());
+        QCOMPARE(stage.host.leavings, 1);
+        QVERIFY(!stage.link.Timer3);
+        QVERIFY(!stage.link.download.TXTWaitVisible);
+        QVERIFY(!stage.link.download.backupmode);
+    }
+
+    void aBackupWithoutAnyDiveEndsSilentlyWithItsFrameUp() {
+        Stage stage;
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        mnubackdive_click(stage.link, stage.host);
+        stage.receive(QByteArray(100, 'P'));
+        stage.tick();
+        QVERIFY(!stage.link.Timer3);
+        QVERIFY(stage.link.download.TXTWaitVisible);
+        QVERIFY(stage.host.messages.isEmpty());
+        QCOMPARE(stage.host.leavings, 0);
+        QVERIFY(stage.waiting().isEmpty());
+    }
+
+    void anOlderBackupThatWaitsIsKept() {
+        Stage stage;
+        stage.folder.put("new/backdive1.txt", "older");
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        mnubackdive_click(stage.link, stage.host);
+        stage.receive("ver=End" + QByteArray(100, 'P'));
+        stage.tick();
+        QCOMPARE(stage.folder.get("old/backdive1.txt"), QByteArray("older"));
+        QCOMPARE(stage.folder.get("new/backdive1.txt"), QByteArray("ver=End\r\n"));
+    }
+
+    // --- a single dive
+
+    void getDiveAsksForTheNumberTyped() {
+        Stage stage;
+        stage.link.rxbuf.append("PPP");
+        stage.host.line.waiting = "PP";
+        setstartdivenum(stage.link, QStringLiteral("11"));
+        Command1_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D:"));
+        QCOMPARE(stage.link.Text4.bytes(), QByteArray("D:"));
+        QVERIFY(stage.link.capturemode);
+        QVERIFY(stage.link.rxbuf.isEmpty());
+        QVERIFY(stage.host.line.waiting.isEmpty());
+        QVERIFY(!stage.link.Timer3);
+    }
+
+    void getDivesAsksForDiveNull() {
+        Stage stage;
+        setstartdivenum(stage.link, QStringLiteral("11"));
+        Command9_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D/"));
+        QCOMPARE(stage.link.download.startdivenum, "0");
+    }
+
+    void aCapturedDiveIsStoredAtItsEnd() {
+        Stage stage;
+        setstartdivenum(stage.link, QStringLiteral("7"));
+        Command1_click(stage.link, stage.host);
+        stage.receive("ver=V2.31\r\n");
+        capturestep(stage.link, stage.host);
+        QVERIFY(!stage.link.download.Command3Enabled);
+        QVERIFY(stage.link.download.downloadingdive.visible);
+        QCOMPARE(stage.link.download.Text1, "11");
+        QVERIFY(stage.waiting().isEmpty());
+        stage.receive("Profile\r\n");
+        capturestep(stage.link, stage.host);
+        QVERIFY(stage.link.download.Command3Enabled);
+        stage.receive("End");
+        capturestep(stage.link, stage.host);
+        QCOMPARE(stage.folder.get("new/MyLatestDives7.txt"), QByteArray("ver=V2.31\r\nProfile\r\nEnd\r\n"));
+        QVERIFY(!stage.link.capturemode);
+        QVERIFY(!stage.link.divesaved);
+        QCOMPARE(stage.link.silentticks, 0);
+        QCOMPARE(stage.link.download.DiveCount, "1");
+        QCOMPARE(stage.host.line.sent, QByteArray("D6"));
+    }
+
+    void aCapturedDiveThatCannotBeStoredIsToldOnce() {
+        Stage stage;
+        stage.link.download.DiveSeriesName = QStringLiteral("none/Reef");
+        setstartdivenum(stage.link, QStringLiteral("7"));
+        Command1_click(stage.link, stage.host);
+        stage.receive("End");
+        capturestep(stage.link, stage.host);
+        QCOMPARE(stage.host.messages, QStringList(kFailed));
+        QVERIFY(!stage.link.capturemode);
+        QCOMPARE(stage.link.Text4.bytes(), QByteArray("End"));
+    }
+
+    void theTextOfADiveCanBeStoredUnderAName() {
+        Stage stage;
+        stage.link.Text4.assign("Profile");
+        stage.host.chosenFile = stage.folder.path("mine.txt");
+        Command3_click(stage.link, stage.host);
+        QCOMPARE(stage.folder.get("mine.txt"), QByteArray("Profile\r\n"));
+        QCOMPARE(stage.host.filters, QStringList("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
+        QCOMPARE(stage.host.suggested, QStringList("new"));
+        stage.host.chosenFile.clear();
+        Command3_click(stage.link, stage.host);
+        QVERIFY(stage.host.messages.isEmpty());
+    }
+};
+
+QTEST_APPLESS_MAIN(TestDownload)
+#include "test_download.moc"
