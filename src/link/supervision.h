@@ -26,6 +26,8 @@ void linkstatuspaint(LinkState& link);
 void mnuFindKD_click(LinkState& link, LinkHost& host);
 /// Every 5 s.
 void Timer8_tick(LinkState& link, LinkHost& host);
+/// The receive event of a search port.
+void MSComm2_received(LinkState& link, LinkHost& host, int index);
 /// Closes the search ports 1 to `last` that are open.
 void closesearchports(LinkHost& host, int last);
 
@@ -34,9 +36,11 @@ void closesearchports(LinkHost& host, int last);
 /// The port number's text, or empty for a missing file, which is then made.
 QString readcomport();
 void writecomport(const QString& text);
-/// Writes the number when it is another than the remembered one.
+/// Writes the number when there is one and it is another than the remembered one.
 void remembercomport(const LinkState& link);
 
+/// Hint 1 to 5.
+const QString& hint(int step);
 /// Every 10 s: the next of five hints, and the clock while the screen can be seen.
 void Timer4_tick(LinkState& link, bool screenVisible);
 

@@ -131,8 +131,9 @@ void takeSetup(const std::function<void(QWidget*, const char*)>& take) {
     take(stage.screen.get(), "PC_Link_1-setup-name");
     stage.control<QAction>("mnuHud")->trigger();
     stage.control<QAction>("mnuAdvancedOption")->trigger();
+    process().deviceconnected = 1;
+    QTest::mouseClick(stage.control<QWidget>("Label19(1)"), Qt::LeftButton);
     stage.control<QAction>("mnuIntget")->trigger();
-    stage.control<QAbstractButton>("Command2")->click();
     stage.receive("r,,010 A006 B040 C070 D140 E160 ");
     stage.tick("Timer1");
     take(stage.screen.get(), "PC_Link_1-setup");

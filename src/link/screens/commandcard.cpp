@@ -178,6 +178,7 @@ QWidget* CommandCard::buildFile() {
     fileCaption_->setMinimumWidth(look::scaled(70));
     across->addWidget(fileCaption_);
     Text5_->setReadOnly(true);
+    Text5_->setPlaceholderText(QStringLiteral("No file opened"));
     Text5_->setAccessibleName(QStringLiteral("File"));
     across->addWidget(Text5_, 1);
     across->addWidget(open_);

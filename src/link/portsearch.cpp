@@ -1,0 +1,112 @@
+#include "link/supervision.h"
+
+namespace benthor::link {
+
+namespace {
+
+constexpr int kLastSearched = 16;
+constexpr int kLastPort = 31;
+constexpr int kTicksUntilAnew = 10;
+
+const QByteArray kBeacon = QByteArrayLiteral("PPP");
+const QByteArray kLoaderSmall = QByteArrayLiteral("ooooooooooo");
+const QByteArray kLoaderLarge = QByteArrayLiteral("OOOOOOOOO");
+
+enum class Heard { Nothing, Device, Loader };
+
+Heard heard(const QByteArray& text) {
+    if (text.contains(kBeacon)) {
+        return Heard::Device;
+    }
+    return text.contains(kLoaderSmall) || text.contains(kLoaderLarge) ? Heard::Loader : Heard::Nothing;
+}
+
+void takefound(LinkState& link, LinkHost& host, int port, Heard what) {
+    host.MSComm2(port).setPortOpen(false);
+    link.Timer8 = false;
+    link.Label8.clear();
+    closesearchports(host, kLastSearched);
+    setcomnum(link, host, QString::number(port));
+    remembercomport(link);
+    if (what == Heard::Loader) {
+        host.openFirmware();
+    }
+}
+
+void searchon(LinkState& link, LinkHost& host) {
+    link.Label8 = QStringLiteral("Scanning..");
+    ++link.scanticks;
+    if (link.scanticks <= kTicksUntilAnew) {
+        return;
+    }
+    mnuFindKD_click(link, host);
+    if (!host.tipsShowing() && !link.tipshown) {
+        link.tipshown = true;
+        host.showTips();
+    }
+}
+
+} // namespace
+
+void closesearchports(LinkHost& host, int last) {
+    for (int index = 1; index <= last; ++index) {
+        if (host.MSComm2(index).PortOpen()) {
+            host.MSComm2(index).setPortOpen(false);
+        }
+    }
+}
+
+void MSComm2_received(LinkState& link, LinkHost& host, int index) {
+    platform::SerialLine& port = host.MSComm2(index);
+    while (port.InBufferCount() > 0) {
+        link.scanbuf[static_cast<std::size_t>(index)] += port.Input();
+    }
+}
+
+void mnuFindKD_click(LinkState& link, LinkHost& host) {
+    link.Mgrid.rows.assign(1, {});
+    link.Mgrid.cols = 1;
+    link.Mgrid.row = 0;
+    link.Mgrid.col = 0;
+    closesearchports(host, kLastPort);
+    setcomnum(link, host, QString());
+    for (int number = 1; number <= kLastSearched; ++number) {
+        link.scanbuf[static_cast<std::size_t>(number)].clear();
+        platform::SerialLine& port = host.MSComm2(number);
+        port.setCommPort(number);
+        if (!port.setPortOpen(true)) {
+            continue; // no such port
+        }
+        port.setPortOpen(false);
+        port.setSettings(QStringLiteral("9600,n,8,1"));
+        port.setInputLen(0);
+        port.setPortOpen(true);
+    }
+    link.Timer8 = true;
+    link.AFLabel3.text = QStringLiteral("Searching..");
+    link.Text4.clear();
+    link.rxbuf.clear();
+    link.scanticks = 0;
+}
+
+void Timer8_tick(LinkState& link, LinkHost& host) {
+    try {
+        for (int number = 1; number <= kLastSearched; ++number) {
+            QByteArray& text = link.scanbuf[static_cast<std::size_t>(number)];
+            if (host.MSComm2(number).PortOpen()) {
+                text += host.MSComm2(number).Input();
+            }
+            // A port that has closed meanwhile has still said what it said.
+            const Heard what = heard(text);
+            if (what != Heard::Nothing) {
+                takefound(link, host, number, what);
+                return;
+            }
+        }
+        searchon(link, host);
+    } catch (const std::exception&) {
+        closesearchports(host, kLastSearched);
+    }
+}
+
+} // namespace benthor::link

@@ -1,0 +1,520 @@
+#include "link/console.h"
+#include "link/directory.h"
+#include "link/download.h"
+#include "link/supervision.h"
+#include "platform/clock.h"
+#include "shell/process.h"
+#include "tests/link/fakehost.h"
+#include "tests/link/vectors.h"
+#include "tests/support/testfolder.h"
+
+#include <QJsonArray>
+
+using namespace benthor;
+using namespace benthor::link;
+using namespace benthor::tests;
+
+namespace {
+
+const QString kVectors = QStringLiteral("link/link.json");
+
+QString colourText(platform::ToldColour colour) {
+    return QStringLiteral("%1").arg(colour, 6, 16, QLatin1Char('0')).toUpper();
+}
+
+/// The port is open and nothing has arrived.
+struct Stage {
+    explicit Stage(int gridRows = 4, const QString& interval = QStringLiteral("10")) {
+        host.line.open = true;
+        link.ComNum = QStringLiteral("1");
+        resetgridheader(link);
+        link.Mgrid.rows.resize(static_cast<std::size_t>(gridRows));
+        link.console.Text16[1] = interval;
+        link.silentticks = 100;
+        link.linkwatch = true;
+    }
+    void receive(const QByteArray& bytes) {
+        host.line.waiting += bytes;
+        MSComm1_received(link, host);
+    }
+    void tick(int count = 1) {
+        for (int i = 0; i < count; ++i) {
+            Timer1_tick(link, host);
+        }
+    }
+    QString caption() const { return link.AFLabel3.text; }
+
+    TestFolder folder;
+    LinkState link;
+    FakeHost host;
+};
+
+void send(Stage& stage, const QString& command) {
+    static const QHash<QString, int> options{{"Q", 10}, {"S", 2}, {"L", 0}, {"M", 3}};
+    stage.link.console.option = options.value(command, -1);
+    QVERIFY(stage.link.console.option >= 0);
+    preparecommand(stage.link);
+    // The verdict does not go by the choice, but a selected Interval Send reads the interval back.
+    stage.link.console.option = 10;
+    stage.link.console.Text6.clear();
+    Command2_click(stage.link, stage.host);
+}
+
+void runStep(Stage& stage, const QJsonObject& step) {
+    if (step.contains(QLatin1String("receive"))) {
+        stage.receive(step[QLatin1String("receive")].toString().toLatin1());
+    }
+    if (step.contains(QLatin1String("send"))) {
+        send(stage, step[QLatin1String("send")].toString());
+        QCOMPARE(stage.caption(), step[QLatin1String("caption")].toString());
+        QCOMPARE(colourText(stage.link.AFLabel3.colour), step[QLatin1String("colour")].toString());
+    }
+    for (int tick = 0; tick < step[QLatin1String("ticks")].toInt(); ++tick) {
+        stage.receive(step[QLatin1String("receive_before_each")].toString().toLatin1());
+        stage.host.line.writes.clear();
+        stage.tick();
+        QCOMPARE(stage.caption(), step[QLatin1String("caption")].toString());
+        QCOMPARE(colourText(stage.link.AFLabel3.colour), step[QLatin1String("colour")].toString());
+        if (step[QLatin1String("buttons")].isBool()) {
+            QCOMPARE(stage.link.downloadbuttons, step[QLatin1String("buttons")].toBool());
+        }
+        if (step[QLatin1String("hint")].isBool()) {
+            QCOMPARE(stage.link.Text14Visible, step[QLatin1String("hint")].toBool());
+        }
+        QJsonArray sent;
+        for (const QByteArray& write : stage.host.line.writes) {
+            sent.append(QString::fromLatin1(write));
+        }
+        QCOMPARE(sent, step[QLatin1String("sent")].toArray());
+    }
+}
+
+} // namespace
+
+class TestSupervision : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theVerdictAgreesWithTheVectors_data() {
+        QTest::addColumn<QJsonObject>("sequence");
+        for (const auto& each : vectors(kVectors)[QLatin1String("sequences")].toArray()) {
+            QTest::newRow(each[QLatin1String("about")].toString().toUtf8()) << each.toObject();
+        }
+    }
+
+    void theVerdictAgreesWithTheVectors() {
+        QFETCH(QJsonObject, sequence);
+        const QJsonObject start = sequence[QLatin1String("start")].toObject();
+        Stage stage(start[QLatin1String("grid_rows")].toInt(), start[QLatin1String("Text16(1)")].toString());
+        stage.link.silentticks = start[QLatin1String("silentticks")].toInt();
+        for (const auto& step : sequence[QLatin1String("steps")].toArray()) {
+            runStep(stage, step.toObject());
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
+    }
+
+    void theLampsAgreeWithTheVectors() {
+        for (const auto& each : vectors(kVectors)[QLatin1String("lamps")].toArray()) {
+            LinkState link;
+            link.tickcount = each[0].toInt();
+            linkstatuspaint(link);
+            for (qsizetype lamp = 0; lamp < 10; ++lamp) {
+                QCOMPARE(colourText(link.AFShape1[static_cast<std::size_t>(lamp)]), each[1][lamp].toString());
+            }
+        }
+    }
+
+    void theLampsCountWrapsAbove40() {
+        LinkState link;
+        link.tickcount = 40;
+        linkstatuspaint(link);
+        QCOMPARE(link.tickcount, 40);
+        link.tickcount = 41;
+        linkstatuspaint(link);
+        QCOMPARE(link.tickcount, 0);
+        Stage stage;
+        stage.host.line.open = false;
+        stage.link.tickcount = 20001;
+        stage.tick();
+        QCOMPARE(stage.link.tickcount, 1);
+    }
+
+    void aBeaconLeftOverHoldsForTwelveTicksThenTheCommandsAgeDecides() {
+        Stage stage;
+        stage.receive("PPP");
+        stage.link.silentticks = 30;
+        stage.tick(13);
+        QCOMPARE(stage.caption(), "Connected");
+        stage.tick();
+        QCOMPARE(stage.caption(), "Command Sent..");
+        stage.tick(7);
+        QCOMPARE(stage.caption(), "Not Connected");
+    }
+
+    void silentTicksEndAt100() {
+        Stage stage;
+        stage.link.silentticks = 99;
+        stage.tick(3);
+        QCOMPARE(stage.link.silentticks, 100);
+    }
+
+    void anArrivalCountsByItsLastCharacter_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<int>("counted");
+        QTest::newRow("letter") << QByteArray("\r\nx") << 1;
+        QTest::newRow("line end") << QByteArray("xxx\r\n") << 0;
+        QTest::newRow("blank") << QByteArray(" ") << 0;
+        QTest::newRow("33") << QByteArray("!") << 1;
+        QTest::newRow("191") << QByteArray("\xBF") << 1;
+        QTest::newRow("192") << QByteArray("\xC0") << 0;
+    }
+
+    void anArrivalCountsByItsLastCharacter() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, counted);
+        Stage stage;
+        stage.receive(bytes);
+        QCOMPARE(static_cast<int>(stage.link.rxcount), counted);
+        QCOMPARE(stage.link.rxbuf.bytes(), bytes);
+    }
+
+    void withoutAnOpenPortTheVerdictRests() {
+        Stage stage;
+        stage.host.line.open = false;
+        stage.link.AFLabel3.text = QStringLiteral("Searching..");
+        stage.tick(20);
+        QCOMPARE(stage.caption(), "Searching..");
+        QVERIFY(stage.link.Text14Visible);
+    }
+
+    void theIntervalIsAskedForUntilAValueStandsAtMostTenTimes() {
+        Stage stage(4, QString());
+        process().deviceconnected = 1;
+        int asked = 0;
+        stage.host.line.onOutput = [&asked](const QByteArray& bytes) { asked += bytes == "R" ? 1 : 0; };
+        for (int tick = 0; tick < 40; ++tick) {
+            stage.receive("PPP");
+            stage.tick();
+        }
+        QCOMPARE(asked, 10);
+        QCOMPARE(stage.link.console.Text16[1], "1");
+    }
+
+    void anIntervalThatHasComeEndsTheAsking() {
+        Stage stage(4, QString());
+        process().deviceconnected = 1;
+        stage.receive("PPP");
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("R"));
+        QCOMPARE(stage.link.console.Text16[1], "0.1");
+        stage.receive("r00010 PPP");
+        stage.tick(); // asks once more, and empties what came
+        stage.receive("r00010");
+        stage.tick();
+        QCOMPARE(stage.link.console.Text16[1], "10");
+        QCOMPARE(stage.link.console.Text16[0], "10");
+        stage.host.line.sent.clear();
+        stage.receive("PPP");
+        stage.tick(3);
+        QVERIFY(stage.host.line.sent.isEmpty());
+    }
+
+    void anUpdateBehindAnIntervalSendReadsItBack() {
+        Stage stage;
+        stage.link.console.option = kChoiceIntervalSend;
+        stage.receive("+^+00005");
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("R"));
+        QCOMPARE(stage.link.console.option, kChoiceIntervalGet);
+    }
+
+    void anUpdatedSetupSeenWhileConnectedRefreshesTheDirectory() {
+        Stage stage;
+        stage.link.updatedticks = 5;
+        stage.receive("+=+PPP");
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("M"));
+        QCOMPARE(stage.link.Mgrid.rowCount(), 1);
+    }
+
+    void aDirectoryWithoutDivesKeepsTheButtonsOff() {
+        Stage stage(1);
+        stage.receive("PPP");
+        stage.tick();
+        QVERIFY(!stage.link.downloadbuttons);
+    }
+
+    void theHintBoxStaysAwayBehindTheWaitFrame() {
+        Stage stage;
+        stage.link.download.TXTWaitVisible = true;
+        stage.tick();
+        QVERIFY(!stage.link.Text14Visible);
+        stage.link.download.TXTWaitVisible = false;
+        stage.tick();
+        QVERIFY(stage.link.Text14Visible);
+    }
+
+    void aCapturedDiveIsFollowedByTheTick() {
+        Stage stage;
+        setstartdivenum(stage.link, QStringLiteral("3"));
+        Command1_click(stage.link, stage.host);
+        stage.receive("Profile");
+        stage.tick();
+        QVERIFY(stage.link.download.downloadingdive.visible);
+        QVERIFY(stage.link.download.Command3Enabled);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.folder.get("new/MyLatestDives3.txt"), QByteArray("ProfileEnd\r\n"));
+        stage.tick();
+        QVERIFY(!stage.link.download.downloadingdive.visible);
+    }
+
+    // --- the port
+
+    void typingANumberOpensThePort() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("27"));
+        QCOMPARE(stage.host.line.port, 27);
+        QCOMPARE(stage.host.line.settings, "9600,N,8,1");
+        QCOMPARE(stage.host.line.inputLen, 0);
+        QCOMPARE(stage.host.line.threshold, 1);
+        QVERIFY(stage.host.line.open);
+        QCOMPARE(stage.caption(), "Connecting..");
+        QCOMPARE(stage.link.ComNumColour, kLightGreen);
+        QVERIFY(stage.link.console.Command2.enabled);
+    }
+
+    void anEmptyNumberClosesThePort() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        setcomnum(stage.link, stage.host, QString());
+        QVERIFY(!stage.host.line.open);
+        QCOMPARE(stage.caption(), "Choose Com Port:");
+        QCOMPARE(stage.link.AFLabel3.colour, kLightRed);
+        QCOMPARE(stage.link.ComNumColour, kLightRed);
+    }
+
+    void aPortThatCannotBeOpenedSaysNothing() {
+        Stage stage;
+        stage.link.linkwatch = false;
+        stage.link.AFLabel3.text = QStringLiteral("Searching..");
+        stage.host.line.portExists = [](int) { return false; };
+        setcomnum(stage.link, stage.host, QStringLiteral("5"));
+        QVERIFY(!stage.host.line.open);
+        QCOMPARE(stage.caption(), "Searching..");
+        QVERIFY(!stage.link.linkwatch);
+        QVERIFY(stage.host.messages.isEmpty());
+    }
+
+    // --- the search
+
+    void theSearchOpensPorts1To16Together() {
+        Stage stage;
+        for (FakeLine& line : stage.host.scan) {
+            line.portExists = [](int port) { return port != 4; };
+        }
+        stage.host.scan[20].open = true;
+        stage.receive("PPP");
+        mnuFindKD_click(stage.link, stage.host);
+        for (int number = 0; number < 32; ++number) {
+            QCOMPARE(stage.host.scan[static_cast<std::size_t>(number)].open,
+                     number >= 1 && number <= 16 && number != 4);
+        }
+        QCOMPARE(stage.host.scan[7].settings, "9600,n,8,1");
+        QCOMPARE(stage.host.scan[7].port, 7);
+        QCOMPARE(stage.host.scan[7].openings, 2);
+        QVERIFY(!stage.host.line.open);
+        QCOMPARE(stage.link.ComNum, "");
+        QCOMPARE(stage.caption(), "Searching..");
+        QVERIFY(stage.link.rxbuf.isEmpty());
+        QVERIFY(stage.link.Timer8);
+        QCOMPARE(stage.link.Mgrid.rowCount(), 1);
+        QCOMPARE(stage.link.Mgrid.cols, 1);
+    }
+
+    void theSearchAgreesWithTheVectors_data() {
+        QTest::addColumn<QJsonObject>("vector");
+        int number = 0;
+        for (const auto& each : vectors(kVectors)[QLatin1String("port_search")].toArray()) {
+            QTest::addRow("%d", number++) << each.toObject();
+        }
+    }
+
+    void theSearchAgreesWithTheVectors() {
+        QFETCH(QJsonObject, vector);
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        const QJsonObject received = vector[QLatin1String("received_by_port")].toObject();
+        for (const QString& port : received.keys()) {
+            stage.host.scan[port.toUInt()].waiting = received[port].toString().toLatin1();
+        }
+        Timer8_tick(stage.link, stage.host);
+        const int port = vector[QLatin1String("port")].toInt();
+        const QString kind = vector[QLatin1String("kind")].toString();
+        QCOMPARE(stage.link.ComNum, port == 0 ? QString() : QString::number(port));
+        QCOMPARE(stage.link.Timer8, port == 0);
+        QCOMPARE(stage.host.firmwareOpened, kind == QLatin1String("loader") ? 1 : 0);
+        QCOMPARE(stage.link.Label8, port == 0 ? "Scanning.." : "");
+        for (int index = 1; index <= 16; ++index) {
+            QCOMPARE(stage.host.scan[static_cast<std::size_t>(index)].open, port == 0);
+        }
+        QCOMPARE(stage.host.line.open, port != 0);
+    }
+
+    void aDeviceOnPort9IsRememberedAsSoonAsItIsHeard() {
+        Stage stage;
+        writecomport(QStringLiteral("3"));
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[9].waiting = "PP";
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(readcomport(), "3");
+        stage.host.scan[9].waiting = "P";
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(readcomport(), "9");
+        QCOMPARE(stage.folder.get("comport.txt"), QByteArray("\x01\x00"
+                                                             "9",
+                                                             3));
+    }
+
+    void tenLettersOfALoaderAreNoHit() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[2].waiting = "oooooooooo";
+        stage.host.scan[3].waiting = "OOOOOOOO";
+        Timer8_tick(stage.link, stage.host);
+        QVERIFY(stage.link.Timer8);
+        stage.host.scan[2].waiting = "o";
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.ComNum, "2");
+        QCOMPARE(stage.host.firmwareOpened, 1);
+    }
+
+    void aPortThatClosedIsStillHeardByWhatItSaid() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.link.scanbuf[6] = "PPP";
+        stage.host.scan[6].open = false;
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.ComNum, "6");
+    }
+
+    void theReceiveEventOfASearchPortGathers() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[6].waiting = "PP";
+        MSComm2_received(stage.link, stage.host, 6);
+        stage.host.scan[6].waiting = "P";
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.ComNum, "6");
+    }
+
+    void after55SecondsTheSearchBeginsAnewAndTheTipsComeOnce() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        const int openings = stage.host.scan[1].openings;
+        for (int tick = 0; tick < 10; ++tick) {
+            Timer8_tick(stage.link, stage.host);
+        }
+        QCOMPARE(stage.host.tipsShown, 0);
+        QCOMPARE(stage.link.scanticks, 10);
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.host.tipsShown, 1);
+        QCOMPARE(stage.link.scanticks, 0);
+        QCOMPARE(stage.host.scan[1].openings, openings + 2);
+        for (int tick = 0; tick < 50; ++tick) {
+            Timer8_tick(stage.link, stage.host);
+        }
+        QCOMPARE(stage.host.tipsShown, 1);
+        QVERIFY(stage.link.Timer8);
+    }
+
+    void tipsThatShowAlreadyAreNotOpened() {
+        Stage stage;
+        stage.host.tips = true;
+        for (int tick = 0; tick < 11; ++tick) {
+            Timer8_tick(stage.link, stage.host);
+        }
+        QCOMPARE(stage.host.tipsShown, 0);
+        QVERIFY(!stage.link.tipshown);
+    }
+
+    void anErrorInTheTickClosesTheSearchPortsAndTheSearchComesBack() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[5].waiting = "PPP";
+        stage.host.line.portExists = [](int) -> bool { throw std::runtime_error("the line fails"); };
+        Timer8_tick(stage.link, stage.host);
+        for (int index = 1; index <= 16; ++index) {
+            QVERIFY(!stage.host.scan[static_cast<std::size_t>(index)].open);
+        }
+    }
+
+    // --- the remembered port
+
+    void theRememberedPortIsReadAsTheVectorsSay() {
+        const TestFolder folder;
+        for (const auto& each : vectors(kVectors)[QLatin1String("comport_read")].toArray()) {
+            folder.put("comport.txt", QByteArray::fromBase64(each[0].toString().toLatin1()));
+            QCOMPARE(readcomport(), each[1].toString());
+        }
+    }
+
+    void theRememberedPortIsWrittenAsTheVectorsSay() {
+        for (const auto& each : vectors(kVectors)[QLatin1String("comport_written")].toArray()) {
+            const TestFolder folder;
+            writecomport(each[0].toString());
+            QCOMPARE(folder.get("comport.txt"), QByteArray::fromBase64(each[1].toString().toLatin1()));
+        }
+    }
+
+    void aMissingRecordIsMadeEmpty() {
+        const TestFolder folder;
+        QCOMPARE(readcomport(), "");
+        QVERIFY(folder.has("comport.txt"));
+        QCOMPARE(folder.get("comport.txt"), QByteArray());
+    }
+
+    void aLongerRecordKeepsItsRest() {
+        const TestFolder folder;
+        folder.put("comport.txt", QByteArray("\x02\x00"
+                                             "12",
+                                             4) +
+                                      QByteArray(124, ' '));
+        writecomport(QStringLiteral("3"));
+        QCOMPARE(folder.get("comport.txt").size(), 128);
+        QCOMPARE(readcomport(), "3");
+    }
+
+    void anEmptyNumberLeavesTheRecordAlone() {
+        const TestFolder folder;
+        writecomport(QStringLiteral("3"));
+        LinkState link;
+        remembercomport(link);
+        QCOMPARE(readcomport(), "3");
+        link.ComNum = QStringLiteral("101");
+        remembercomport(link);
+        QCOMPARE(readcomport(), "101");
+    }
+
+    // --- the hints
+
+    void fiveHintsComeInTurn() {
+        LinkState link;
+        const platform::FixedClock clock(QDateTime(QDate(2019, 9, 15), QTime(18, 4, 31)));
+        const QStringList beginnings{"Choose the name of the dive under", "Items highlighted in yellow",
+                                     "Get selected dives - Download the highlighted Dives",
+                                     "Get all dives - Downloaded all the Dives",
+                                     "Ensure KD or Morvalien is in PC Link mode"};
+        for (int turn = 0; turn < 7; ++turn) {
+            Timer4_tick(link, turn > 0);
+            QVERIFY(link.infotext.startsWith(beginnings[turn % 5]));
+            QCOMPARE(link.Label20, turn == 0 ? "" : "Sep 15 2019  18:04:31");
+        }
+        QVERIFY(hint(5).endsWith(QLatin1String("for part number abd price")));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestSupervision)
+#include "test_supervision.moc"
