@@ -7,6 +7,7 @@
 #include "platform/screen/toldqcolor.h"
 
 #include <QEvent>
+#include <QHeaderView>
 #include <QPainterPath>
 #include <QVBoxLayout>
 
@@ -54,6 +55,7 @@ DirectoryCard::DirectoryCard(QWidget* parent)
     Mgrid_->setFigureFont(look::numbers(12));
     Mgrid_->setDefaultRowHeightPx(kRowTwips / 15);
     Mgrid_->setEmptyText(emptyDirectory());
+    setUpColumns(1);
     Mgrid_->setRowSigns([this](int row) { return signOf(row); });
     takeTheme();
 }
@@ -79,6 +81,8 @@ QWidget* DirectoryCard::buildHead() {
 /// Setting the number of columns anew forgets what they were told.
 void DirectoryCard::setUpColumns(int cols) {
     Mgrid_->setCols(cols);
+    // One column is the grid before its headings are laid.
+    Mgrid_->horizontalHeader()->setVisible(cols > 1);
     for (int col = 0; col < cols; ++col) {
         Mgrid_->setColumnAlignment(col, col >= kFirstNumber ? Qt::AlignRight : Qt::AlignLeft);
         const bool date = col == kStartCode + 1 || col == kStartCode + 2;
