@@ -64,7 +64,7 @@ struct House::Rooms : Neighbours {
     }
 
     // Made from the top of the layers down, so that the ones below go last.
-    ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return make<link::PC_Link_1>(); }};
+    ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return makeLink(); }};
     ScreenSlot<gas::GasBlend> GasBlend{[this] { return make<gas::GasBlend>(); }};
     ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
     ScreenSlot<logbook::rbdetails> rbdetails{[this] { return make<logbook::rbdetails>(); }};
@@ -137,6 +137,26 @@ struct House::Rooms : Neighbours {
         QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house,
                          [this] { rbdetails.showInFront(); });
         QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
+        return screen;
+    }
+
+    // --- the link screen: its other face, the way back, the tips
+
+    link::PC_Link_1* makeLink() {
+        auto* screen = make<link::PC_Link_1>();
+        screen->setTipsQuery([this] { return frmTip.isVisible(); });
+        QObject::connect(screen, &link::PC_Link_1::swapWanted, &house, [this](const QString& screenmode) {
+            const Handover handover(*this);
+            PC_Link_1.unload();
+            process().screenmode = screenmode;
+            PC_Link_1.showInFront();
+        });
+        QObject::connect(screen, &link::PC_Link_1::menuWanted, &house, [this] {
+            const Handover handover(*this);
+            PC_Link_1.unload();
+            main.showInFront();
+        });
+        QObject::connect(screen, &link::PC_Link_1::tipsWanted, &house, [this] { showTips(); });
         return screen;
     }
 

@@ -8,6 +8,7 @@
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/house.h"
+#include "tests/pictures/linkpictures.h"
 #include "tests/support/scripteddialogs.h"
 
 #include <QAbstractButton>
@@ -25,6 +26,7 @@ using platform::TickTimer;
 namespace {
 
 const QList<QSize> kSizes{{1024, 700}, {1920, 1080}};
+const QList<QSize> kLinkSizes{{1024, 700}, {1180, 760}};
 
 Screen* screen(const char* name) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -57,7 +59,10 @@ public:
 
     /// The screen as it stands, in each size and theme.
     void add(const char* screenName, const QString& name, const QList<QSize>& sizes = kSizes) {
-        QWidget* window = screen(screenName);
+        add(screen(screenName), name, sizes);
+    }
+
+    void add(QWidget* window, const QString& name, const QList<QSize>& sizes) {
         for (const look::Theme theme : {look::Theme::Light, look::Theme::Dark}) {
             look::setTheme(theme);
             for (const QSize& size : sizes) {
@@ -155,12 +160,13 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     settle();
 
-    for (const auto& [entry, name] :
-         {std::pair{"cmdcommandsend", "PC_Link_1"}, std::pair{"mnuSetupGas", "GasBlend"},
-          std::pair{"mnuAbout", "frmAbout"}, std::pair{"mnuGets", "frmGetS"}}) {
+    for (const auto& [entry, name] : {std::pair{"mnuSetupGas", "GasBlend"}, std::pair{"mnuAbout", "frmAbout"},
+                                      std::pair{"mnuGets", "frmGetS"}}) {
         control<QAction>("main", entry)->trigger();
         album.add(name, QLatin1String(name), {own});
     }
+    tests::takeLinkScreens(
+        [&album](QWidget* window, const char* name) { album.add(window, QLatin1String(name), kLinkSizes); });
     // The firmware screen comes last: the main screen goes for it.
     control<QAction>("main", "mnuReprogIR")->trigger();
     album.add("ReProg_Link", QStringLiteral("ReProg_Link"), {own});

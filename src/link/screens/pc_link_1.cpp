@@ -1,30 +1,143 @@
 #include "link/screens/pc_link_1.h"
 
+#include "link/linklife.h"
+#include "link/screens/commandbutton.h"
+#include "link/screens/commandcard.h"
+#include "link/screens/commandlist.h"
+#include "link/screens/directorycard.h"
+#include "link/screens/downloadpanel.h"
+#include "link/screens/drawer.h"
+#include "link/screens/hudcard.h"
+#include "link/screens/linkhead.h"
+#include "link/screens/pc_link_1_host.h"
+#include "link/screens/showing.h"
+#include "link/screens/waitcard.h"
+#include "platform/look/widgets/status.h"
+#include "platform/programfolder.h"
+#include "platform/screen/ticktimer.h"
 #include "shell/process.h"
 
-#include <QLabel>
-#include <QVBoxLayout>
+#include <QImage>
+#include <QMenuBar>
+#include <QStackedWidget>
 
 namespace benthor::link {
 
-PC_Link_1::PC_Link_1()
-    : EmptyScreen(QStringLiteral("PC_Link_1"), QString()) {
-    AFLabel3_ = new QLabel(QStringLiteral("Not Connected"));
-    AFLabel3_->setObjectName(QStringLiteral("AFLabel3"));
-    content()->insertWidget(1, AFLabel3_);
+namespace {
+
+QString firstHint() {
+    return QStringLiteral(
+        "Put the device into PC Link mode. It is looked for on all ports, so nothing need be "
+        "chosen.");
 }
 
-QString PC_Link_1::caption() const {
-    return AFLabel3_->text();
+QString nothingHeard() {
+    return QStringLiteral(
+        "Nothing is heard from the device. Check that it is switched on and in PC Link mode, "
+        "that the infra-red adapter faces it or the cable is plugged in, and that the adapter "
+        "is connected to this computer.");
 }
+
+} // namespace
+
+PC_Link_1::PC_Link_1(LinkLines lines)
+    : Screen(QStringLiteral("PC_Link_1"))
+    , host_(std::make_unique<Host>(*this, std::move(lines))) {
+    buildTimers();
+    buildBody();
+    buildMenus();
+    connectControls();
+    link_.AFLabel3.text = QStringLiteral("Not Connected");
+    link_.infotext = firstHint();
+    link_.AFShape1.fill(kLightBlue);
+    layFace();
+}
+
+PC_Link_1::~PC_Link_1() = default;
 
 void PC_Link_1::loading() {
-    setTitle(process().screenmode == QLatin1String("Dive") ? QStringLiteral("Dive Download")
-                                                           : QStringLiteral("Setup Utilities"));
+    commands_->setSaverPicture(QImage(platform::ProgramFolder::current().path(u"screensave2.bmp")));
+    loadlink(link_, *host_);
+    layFace();
 }
 
 void PC_Link_1::unloading() {
-    process().screenmode.clear();
+    unloadlink(link_, *host_);
+    link_.download.TXTWaitVisible = false;
+    host_->setHourglass(false);
+}
+
+void PC_Link_1::closePorts() {
+    closeallports(*host_);
+}
+
+void PC_Link_1::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        layFace();
+    }
+    Screen::showEvent(event);
+}
+
+void PC_Link_1::layFace() {
+    const bool dive = process().screenmode == QLatin1String("Dive");
+    setWindowTitle(dive ? QStringLiteral("Dive Download") : QStringLiteral("Setup Utilities"));
+    head_->layFace(dive);
+    foot_->layFace(dive);
+    left_->setCurrentIndex(dive ? 0 : 1);
+    middle_->setCurrentIndex(dive ? 0 : 1);
+    raw_ = !dive;
+    if (dive) {
+        download_->series()->setFocus();
+        download_->series()->selectAll();
+    }
+    sync();
+}
+
+/// One event: the work on the state, then the painting. The screen may be gone after the work.
+void PC_Link_1::act(const std::function<void()>& work) {
+    if (isUnloaded()) {
+        return;
+    }
+    const Routine routine(*this);
+    work();
+    if (!isUnloaded()) {
+        sync();
+    }
+}
+
+void PC_Link_1::sync() {
+    const Download& run = link_.download;
+    syncTimers();
+    syncMenus();
+    head_->sync(link_);
+    head_->setDownloading(run.TXTWaitVisible);
+    showEnabled(menuBar(), !run.TXTWaitVisible);
+    foot_->sync(link_);
+    download_->sync(link_);
+    directory_->sync(link_.Mgrid);
+    showEnabled(directory_->refresh(), link_.cmdstoreEnabled);
+    commands_->sync(link_.console);
+    command_->sync(link_.console);
+    hud_->sync(link_.console);
+    drawer_->sync(link_, raw_);
+    if (link_.Text14Visible) {
+        const QString hint = host_->portHint();
+        showText(hintBox_->label(), hint.isEmpty() ? nothingHeard() : nothingHeard() + u'\n' + hint);
+    }
+    showVisible(hintBox_, link_.Text14Visible);
+    wait_->setWords(run.TXTWait);
+    wait_->setShown(run.TXTWaitVisible);
+}
+
+void PC_Link_1::syncTimers() {
+    if (!isLoaded()) {
+        return;
+    }
+    for (const auto& [name, enabled] : {std::pair{"Timer2", link_.Timer2}, std::pair{"Timer3", link_.Timer3},
+                                        std::pair{"Timer5", link_.Timer5}, std::pair{"Timer6", link_.Timer6},
+                                        std::pair{"Timer8", link_.Timer8}}) {
+        timers_.value(QLatin1String(name))->setEnabled(enabled);
+    }
 }
 
 } // namespace benthor::link

@@ -1,31 +1,139 @@
 #pragma once
 
+#include "link/linkstate.h"
 #include "link/linkstatus.h"
-#include "platform/screen/emptyscreen.h"
+#include "link/screens/linklines.h"
+#include "platform/screen/screen.h"
 
+#include <QHash>
+
+class QAction;
+class QKeyEvent;
 class QLabel;
+class QMenu;
+class QStackedWidget;
+
+namespace benthor::look {
+class NoticeBand;
+}
+
+namespace benthor::platform {
+class TickTimer;
+}
 
 namespace benthor::link {
 
-/// The link screen. No line is opened yet, so its status is that nothing is connected.
-class PC_Link_1 : public platform::EmptyScreen, public LinkStatus {
+class CommandCard;
+class CommandList;
+class DirectoryCard;
+class DownloadPanel;
+class Drawer;
+class HudCard;
+class LinkFoot;
+class LinkHead;
+class WaitCard;
+
+/// The link screen. Its controls show a LinkState; each event hands that to the link's logic and paints what
+/// has changed. It has two faces, "Dive Download" and "Setup Utilities"; process().screenmode says which is
+/// wanted whenever it is shown.
+class PC_Link_1 : public platform::Screen, public LinkStatus {
     Q_OBJECT
 
 public:
-    PC_Link_1();
+    explicit PC_Link_1(LinkLines lines = {});
+    ~PC_Link_1() override;
 
-    QString caption() const override;
-    platform::ToldColour captionColour() const override { return platform::kToldYellow; }
+    QString caption() const override { return link_.AFLabel3.text; }
+    platform::ToldColour captionColour() const override { return link_.AFLabel3.colour; }
     bool isOnScreen() const override { return isVisible(); }
-    bool isDownloading() const override { return false; }
-    void closePorts() override {}
+    bool isDownloading() const override { return link_.download.TXTWaitVisible; }
+    void closePorts() override;
+
+    /// Lays the face that is wanted.
+    void layFace();
+    /// Who knows whether the connection tips can be seen.
+    void setTipsQuery(std::function<bool()> showing) { tipsShowing_ = std::move(showing); }
+    const LinkState& state() const { return link_; }
+
+signals:
+    /// The other face is wanted: unload, then show anew with this as `screenmode`.
+    void swapWanted(const QString& screenmode);
+    void menuWanted();         ///< unload; the main screen comes forward
+    void tipsWanted();         ///< the connection tips
+    void firmwareWanted();     ///< the main screen's entry for reprogramming
+    void importWanted();       ///< the main screen's import entry
+    void importAfterLeaving(); ///< unload, the main screen comes forward, its import entry
+    void setupArrived(const QByteArray& text);
+    void hintForMain(const QString& text); ///< for `lbltotaldive` of the main screen
+    void statusPainted();                  ///< the status label of the main screen may follow
 
 protected:
     void loading() override;
     void unloading() override;
+    QSize firstSize() const override { return {1180, 760}; }
+    void showEvent(QShowEvent* event) override;
 
 private:
-    QLabel* AFLabel3_;
+    class Host;
+
+    // pc_link_1.cpp
+    void act(const std::function<void()>& work);
+    void sync();
+    void syncTimers();
+
+    // pc_link_1_layout.cpp
+    void buildBody();
+    QWidget* buildMiddle();
+
+    // pc_link_1_menus.cpp
+    void buildMenus();
+    QMenu* menu(const char* name, const char* caption);
+    QAction* entry(QMenu* menu, const char* name, const char* caption, const std::function<void()>& work);
+    void buildCommandMenu();
+    void buildViewMenu();
+    void showDetails(bool shown);
+    void syncMenus();
+
+    // pc_link_1_events.cpp
+    void buildTimers();
+    void connectControls();
+    void connectButtons();
+    void connectBoxes();
+    void connectDirectory();
+    void onClick(const char* name, const std::function<void()>& work);
+    void onEdit(const char* name, const std::function<void(const QString&)>& work);
+    void Timer1_tick();
+    void Timer3_tick();
+    void Label13_click();
+    void Label11_click();
+    void DiveSeriesName_change(const QString& text);
+    void chooseCommand(int index, const std::function<void()>& work);
+    void Mgrid_keydown(QKeyEvent* event);
+
+    LinkState link_;
+    std::unique_ptr<Host> host_;
+    std::function<bool()> tipsShowing_;
+    bool raw_ = false; ///< the raw text boxes are wanted
+
+    LinkHead* head_ = nullptr;
+    LinkFoot* foot_ = nullptr;
+    QStackedWidget* left_ = nullptr;
+    QStackedWidget* middle_ = nullptr;
+    DownloadPanel* download_ = nullptr;
+    DirectoryCard* directory_ = nullptr;
+    CommandList* commands_ = nullptr;
+    CommandCard* command_ = nullptr;
+    HudCard* hud_ = nullptr;
+    Drawer* drawer_ = nullptr;
+    look::NoticeBand* hintBox_ = nullptr; ///< `Text14` is its label
+    WaitCard* wait_ = nullptr;
+    QHash<QString, QAction*> commandActions_;
+    QAction* mnuEdit_ = nullptr;
+    QAction* mnuHud_ = nullptr;
+    QAction* mnuAdvancedOption_ = nullptr;
+    QAction* mnuDetOn_ = nullptr;
+    QAction* mnuDetOff_ = nullptr;
+    QHash<QString, platform::TickTimer*> timers_;
 };
 
 } // namespace benthor::link

@@ -59,7 +59,11 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(option.rect, colours.back);
     drawLines(painter, option.rect, grid_->gridColours().line);
 
-    const QString text = grid_->text(row, col);
+    // A line end that a cell keeps takes no room.
+    QString text = grid_->text(row, col);
+    while (text.endsWith(u'\r') || text.endsWith(u'\n')) {
+        text.chop(1);
+    }
     const QRect area = textArea(option.rect);
     if (!text.isEmpty()) {
         const QFont font = grid_->cellFont(col);

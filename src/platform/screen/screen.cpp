@@ -11,6 +11,30 @@
 
 namespace benthor::platform {
 
+namespace {
+
+/// Swallows what the user does but closing a window.
+class InputFilter : public QObject {
+public:
+    InputFilter() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        Q_UNUSED(watched)
+        switch (event->type()) {
+        case QEvent::Shortcut:
+        case QEvent::InputMethod:
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+            return true;
+        default:
+            return event->isInputEvent();
+        }
+    }
+};
+
+} // namespace
+
 Screen::Routine::Routine(Screen& screen)
     : screen_(screen) {
     ++screen_.routines_;
@@ -78,6 +102,17 @@ bool Screen::yieldEvents() {
     }
     const Routine routine(*this);
     QCoreApplication::processEvents();
+    return !isUnloaded();
+}
+
+bool Screen::yieldPainting() {
+    if (isUnloaded()) {
+        return false;
+    }
+    const Routine routine(*this);
+    const TickHold hold;
+    const InputFilter filter;
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
     return !isUnloaded();
 }
 

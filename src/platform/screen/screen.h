@@ -54,6 +54,11 @@ protected:
     /// routine that asked then ends.
     bool yieldEvents();
 
+    /// Lets painting catch up inside a busy loop: no input, no tick and no line is served, and input that
+    /// falls into that time is dropped. A window that the user closes meanwhile is closed. False when it was
+    /// this one: the routine that asked then ends.
+    bool yieldPainting();
+
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -36,6 +36,20 @@ public:
         return goneOn;
     }
 
+    /// Paints until `done` or until the screen is closed. Says whether it was told to go on to the end.
+    bool busyLoop(const std::function<bool()>& done) {
+        const Routine routine(*this);
+        QElapsedTimer time;
+        time.start();
+        while (!done() && time.elapsed() < 5000) {
+            if (!yieldPainting()) {
+                aliveAtTheEnd = destroyed == 0;
+                return false;
+            }
+        }
+        return true;
+    }
+
     QLabel* label;
     bool unloadWhileLoading = false;
     int loads = 0;
@@ -69,6 +83,8 @@ private slots:
     void closingTheWindowUnloads();
     void aScreenMayUnloadItselfWhileItLoads();
     void aRoutineEndsAtItsNextYieldAfterAnUnload();
+    void aBusyLoopPaintsAndServesNeitherInputNorTick();
+    void aBusyLoopEndsWhenTheScreenIsClosed();
     void timersStopWhenAScreenIsUnloaded();
     void unloadingTwiceRunsOnce();
     void aWindowOpensInTheMiddleAtFirst();
@@ -136,6 +152,58 @@ void TestScreen::aRoutineEndsAtItsNextYieldAfterAnUnload() {
     QCOMPARE(screen.longRoutine([&slot] { slot.unload(); }), 0);
     QVERIFY(!slot.isLoaded());
     QVERIFY(Sample::aliveAtTheEnd);
+    QTRY_COMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::aBusyLoopPaintsAndServesNeitherInputNorTick() {
+    class Watched : public QLabel {
+    public:
+        int painted = 0;
+        int keys = 0;
+
+    protected:
+        void paintEvent(QPaintEvent* event) override {
+            ++painted;
+            QLabel::paintEvent(event);
+        }
+        void keyPressEvent(QKeyEvent*) override { ++keys; }
+    };
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    auto* label = new Watched;
+    slot.get().setCentralWidget(label);
+    slot.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&slot.get()));
+    QTRY_VERIFY(label->painted > 0);
+    label->painted = 0;
+    TickTimer timer(QStringLiteral("Timer1"), 1, TickTimer::Start::Enabled, nullptr);
+    int ticks = 0;
+    connect(&timer, &TickTimer::tick, this, [&ticks] { ++ticks; });
+    int beats = 0;
+    QTimer beat;
+    connect(&beat, &QTimer::timeout, this, [&beats] { ++beats; });
+    beat.start(1);
+    QCoreApplication::postEvent(
+        label, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a")));
+    label->update();
+    QVERIFY(slot.get().busyLoop([&] { return label->painted > 0 && beats > 5; }));
+    QVERIFY(label->painted > 0);
+    QVERIFY(beats > 5);
+    QCOMPARE(ticks, 0);
+    QCOMPARE(label->keys, 0);
+    timer.expire();
+    QCOMPARE(ticks, 1);
+    QTest::keyClick(label, Qt::Key_B);
+    QCOMPARE(label->keys, 1);
+}
+
+void TestScreen::aBusyLoopEndsWhenTheScreenIsClosed() {
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.show();
+    Sample& screen = slot.get();
+    QMetaObject::invokeMethod(&screen, &QWidget::close, Qt::QueuedConnection);
+    QVERIFY(!screen.busyLoop([] { return false; }));
+    QVERIFY(Sample::aliveAtTheEnd);
+    QVERIFY(!slot.isLoaded());
     QTRY_COMPARE(Sample::destroyed, 1);
 }
 

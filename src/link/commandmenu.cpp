@@ -1,0 +1,117 @@
+#include "link/commandmenu.h"
+
+#include "link/console.h"
+
+namespace benthor::link {
+
+QString optionCaption(int index) {
+    static const std::array<const char*, optionCount> captions{
+        "Logo Upload",  "Interval Get", "Interval Send", "Dive Summary",
+        "Summary Last", "Setup",        "Book Upload",   "",
+        "User ID",      "Other",        "Quit",          "Status"};
+    return index >= 0 && index < optionCount ? QLatin1String(captions.at(static_cast<size_t>(index)))
+                                             : QString();
+}
+
+QString listCaption(int index) {
+    switch (index) {
+    case 0:
+        return QStringLiteral("Screen Saver");
+    case 1:
+        return QStringLiteral("Get Record Interval secs");
+    case 2:
+        return QStringLiteral("Send Record Interval secs");
+    case 5:
+        return QStringLiteral("Setup + Gas");
+    case 6:
+        return QStringLiteral("Book Send");
+    case 8:
+        return QStringLiteral("Personal Details");
+    case 10:
+        return QStringLiteral("Restart Morvalien");
+    case 11:
+        return QStringLiteral("Get Readings");
+    default:
+        return optionCaption(index);
+    }
+}
+
+const std::vector<CommandEntry>& commandEntries() {
+    static const std::vector<CommandEntry> entries{
+        {QStringLiteral("mnuLogo"), 0, QStringLiteral("Logo Send"),
+         QStringLiteral("Select Logo file name and check it appears in File Name box. Make sure KD is in PC "
+                        "Link and Connected appears in com port window. Then Click Logo Send.")},
+        {QStringLiteral("mnuIntget"), 1, QStringLiteral("Interval Get"),
+         QStringLiteral(
+             "Click Interval Get. Response Box then shows the current recording interval for dive profile "
+             "data. The values of the HUD and of the PO2 alarms come with it, where their frame is open. "
+             "(Make sure KD is in PC Link and IR connection chows 'Connected')")},
+        {QStringLiteral("mnuIntSend"), 2, QStringLiteral("Interval Send"),
+         QStringLiteral(
+             "Choose the required interval in the range 001 to 240 seconds. Click Interval Send to send to "
+             "KD. Response Box then shows updated value. Make sure KD is in PC Link and Connected appears in "
+             "com port window. To see what the recording interval is currently set to use Interval Get "
+             "command.")},
+        {QStringLiteral("mnuDiveSum"), 3, QStringLiteral("Dive Summary"), {}},
+        {QStringLiteral("mnuSumLast"), 4, QStringLiteral("Summary Last"), {}},
+        {QStringLiteral("mnuGasUp"), 5, QStringLiteral("Gas Upload"),
+         QStringLiteral(
+             "Modify Gas list as required. Make sure KD is in PC Link and Connected appears in com "
+             "port window. Then Click Gas Upload.")},
+        {QStringLiteral("mnuBookUp"), 6, QStringLiteral("Book Send"),
+         QStringLiteral(
+             "Select Book file name and check it appears in File Name box. Maximum size of file is 20K "
+             "bytes. Make sure KD is in PC Link and Connected appears in com port window. Then Click Book "
+             "Send.")},
+        {QStringLiteral("mnuPersSend"), 8, QStringLiteral("Info Send"),
+         QStringLiteral("Type appropriate personal details into Text box. Maximum length is 32 characters. "
+                        "Make sure KD is in PC Link and Connected appears in com port window. Then Click "
+                        "Info Send.")},
+        {QStringLiteral("mnuOther"), 9, QStringLiteral("Other"), {}},
+        {QStringLiteral("mnuQuitKD"), 10, QStringLiteral("Quit KD"),
+         QStringLiteral("Quit KD brings the KD out of PC link mode and stores data to EE memory. The KD may "
+                        "take upto 30 seconds to come out of PC Link.")},
+    };
+    return entries;
+}
+
+const CommandEntry* commandEntry(int option) {
+    for (const CommandEntry& entry : commandEntries()) {
+        if (entry.option == option) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+void mnuCommand_click(LinkState& link, LinkHost& host, QStringView name) {
+    for (const CommandEntry& entry : commandEntries()) {
+        if (entry.name != name) {
+            continue;
+        }
+        Console& console = link.console;
+        console.checkedEntry = entry.name;
+        console.option = entry.option;
+        preparecommand(link);
+        console.Command2.text = entry.caption;
+        console.Command2.visible = true;
+        if (!entry.hint.isEmpty()) {
+            link.infotext = entry.hint;
+            host.hintOnMain(entry.hint);
+        }
+        return;
+    }
+}
+
+void mnuAdvancedOption_click(LinkState& link) {
+    Console& console = link.console;
+    console.advanced = !console.advanced;
+    console.Text9Visible = console.advanced;
+    console.TextResponse.visible = console.advanced;
+    console.Command2.visible = console.advanced;
+    if (!console.advanced) {
+        console.Text5.visible = false;
+    }
+}
+
+} // namespace benthor::link

@@ -1,0 +1,126 @@
+#include "link/screens/commandbutton.h"
+
+#include "platform/look/look.h"
+#include "platform/look/style/paint.h"
+
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace benthor::link {
+
+namespace {
+
+/// Lies over a part of the button, which paints; this takes the clicks.
+class ClickArea : public QAbstractButton {
+public:
+    explicit ClickArea(QPushButton* button)
+        : QAbstractButton(button) {
+        setFocusPolicy(Qt::NoFocus);
+        connect(this, &QAbstractButton::pressed, button, [button] { button->setDown(true); });
+        connect(this, &QAbstractButton::released, button, [button] { button->setDown(false); });
+        connect(this, &QAbstractButton::clicked, button, &QAbstractButton::click);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {}
+};
+
+constexpr int kLargeHeight = 52;
+constexpr int kLargeIcon = 24;
+constexpr int kSmallIcon = 18;
+constexpr int kSide = 14; // between the button's edge and its picture
+
+} // namespace
+
+CommandButton::CommandButton(const QString& caption, const QString& iconName, Kind kind, QWidget* parent)
+    : QPushButton(caption, parent)
+    , iconName_(iconName)
+    , kind_(kind)
+    , picture_(new ClickArea(this))
+    , label_(new ClickArea(this)) {
+    setAutoDefault(false);
+    setAccessibleName(caption);
+    if (kind == Kind::Large) {
+        setFixedHeight(look::scaled(kLargeHeight));
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+}
+
+void CommandButton::setNames(const char* button, const char* picture, const char* label) {
+    setObjectName(QLatin1String(button));
+    picture_->setObjectName(QLatin1String(picture));
+    picture_->setAccessibleName(text());
+    label_->setObjectName(QLatin1String(label));
+    label_->setAccessibleName(text());
+    label_->setVisible(!label_->objectName().isEmpty());
+}
+
+void CommandButton::setPictureShown(bool shown) {
+    if (shown == picture_->isHidden()) {
+        picture_->setVisible(shown);
+        update();
+    }
+}
+
+bool CommandButton::isPictureShown() const {
+    return !picture_->isHidden();
+}
+
+void CommandButton::setQuietLine(const QString& text) {
+    if (text != quietLine_) {
+        quietLine_ = text;
+        label_->setText(text);
+        setAccessibleDescription(text);
+        update();
+    }
+}
+
+int CommandButton::textLeft() const {
+    const int icon = kind_ == Kind::Large ? kLargeIcon : kSmallIcon;
+    return look::scaled(kSide + icon) + (kind_ == Kind::Large ? look::spaceBase : look::spaceSmall);
+}
+
+QSize CommandButton::sizeHint() const {
+    const int title = QFontMetrics(look::strong(look::body())).horizontalAdvance(text());
+    const int quiet = QFontMetrics(look::caption()).horizontalAdvance(quietLine_);
+    return {textLeft() + std::max(title, quiet) + look::scaled(kSide),
+            kind_ == Kind::Large ? look::scaled(kLargeHeight) : QPushButton::sizeHint().height()};
+}
+
+void CommandButton::resizeEvent(QResizeEvent* event) {
+    QPushButton::resizeEvent(event);
+    picture_->setGeometry(0, 0, textLeft(), height());
+    label_->setGeometry(textLeft(), 0, std::max(0, width() - textLeft()), height());
+}
+
+void CommandButton::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.drawControl(QStyle::CE_PushButtonBevel, option);
+    const QColor ink = look::buttonInk(option, this);
+    const bool large = kind_ == Kind::Large;
+    if (isPictureShown()) {
+        const int side = look::scaled(large ? kLargeIcon : kSmallIcon);
+        look::drawIcon(&painter, iconName_, QRect(look::scaled(kSide), 0, side, height()), side, ink);
+    }
+    const QRect room(textLeft(), 0, width() - textLeft() - look::spaceSmall, height());
+    painter.setPen(ink);
+    painter.setFont(large ? look::strong(look::body()) : look::body());
+    if (!large || quietLine_.isEmpty()) {
+        painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
+        return;
+    }
+    const QFontMetrics above = painter.fontMetrics();
+    const QFontMetrics below(look::caption());
+    const int top = (height() - above.height() - below.height()) / 2;
+    painter.drawText(room.left(), top + above.ascent(), text());
+    painter.setFont(look::caption());
+    const bool filled = look::flagged(this, "primary") || !isEnabled();
+    painter.setPen(filled ? ink : look::tokens().textquiet);
+    painter.drawText(room.left(), top + above.height() + below.ascent(),
+                     below.elidedText(quietLine_, Qt::ElideRight, room.width()));
+}
+
+} // namespace benthor::link

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "link/linkstate.h"
+#include "platform/look/widgets/card.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace benthor::look {
+class ClickableLabel;
+class NumberLabel;
+} // namespace benthor::look
+
+namespace benthor::link {
+
+/// The chosen command: its value, its file, the reply, Send.
+class CommandCard : public look::Card {
+    Q_OBJECT
+
+public:
+    explicit CommandCard(QWidget* parent = nullptr);
+
+    void sync(const Console& console);
+
+private:
+    QWidget* buildTitle();
+    QWidget* buildValues();
+    QWidget* buildFile();
+    void syncTitle(const Console& console);
+    void syncValues(const Console& console);
+    void syncFile(const Console& console);
+
+    look::ClickableLabel* icon_;
+    QLabel* title_;
+    QLabel* hint_;
+    QWidget* interval_;
+    QLineEdit* valueToSend_;          ///< `Text16(0)`
+    look::NumberLabel* intervalRead_; ///< `Text16(1)`
+    QLabel* Label3_;
+    QLineEdit* Text9_;
+    QLabel* AFLabel1_;
+    QLineEdit* Text12_;
+    QLabel* AFLabel4_;
+    QLineEdit* TextResponse_;
+    QLabel* Label6_;
+    QLabel* Label7_;
+    QWidget* Shape1_;
+    QPushButton* Command2_;
+    QLabel* fileCaption_;
+    QLineEdit* Text5_;
+    QPushButton* open_;
+    QPushButton* Command5_;
+};
+
+} // namespace benthor::link

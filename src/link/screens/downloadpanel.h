@@ -1,0 +1,52 @@
+#pragma once
+
+#include "link/linkstate.h"
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace benthor::look {
+class Fold;
+class NumberLabel;
+} // namespace benthor::look
+
+namespace benthor::link {
+
+class CommandButton;
+
+/// Left side of the face "Dive Download", `Frame2`: what fetches dives, under which name they are saved, a
+/// single dive, and what has come.
+class DownloadPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DownloadPanel(QWidget* parent = nullptr);
+
+    void sync(const LinkState& link);
+    QLineEdit* series() const { return DiveSeriesName_; }
+
+private:
+    QWidget* buildSeries();
+    QWidget* buildSingle();
+    QWidget* buildReceived();
+    void syncButtons(const LinkState& link);
+    QString fileNames(const LinkState& link) const;
+
+    CommandButton* cmddownload_;
+    CommandButton* cmddownloadnew_;
+    CommandButton* cmddownloadall_;
+    QLineEdit* DiveSeriesName_;
+    QLabel* fileName_;
+    QLineEdit* startdivenum_;
+    QPushButton* Command3_;
+    QLabel* Label5_;
+    QLabel* downloadingdive_;
+    QLabel* Text1_;
+    look::NumberLabel* DiveCount_;
+    look::Fold* single_ = nullptr;
+};
+
+} // namespace benthor::link

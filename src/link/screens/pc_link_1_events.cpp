@@ -1,0 +1,201 @@
+// What the user and the clock do, handed to the link's logic.
+
+#include "link/commandmenu.h"
+#include "link/console.h"
+#include "link/directory.h"
+#include "link/download.h"
+#include "link/screens/commandlist.h"
+#include "link/screens/directorycard.h"
+#include "link/screens/drawer.h"
+#include "link/screens/linkhead.h"
+#include "link/screens/pc_link_1.h"
+#include "link/screens/pc_link_1_host.h"
+#include "link/screens/waitcard.h"
+#include "link/supervision.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/ticktimer.h"
+#include "shell/process.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace benthor::link {
+
+namespace {
+
+constexpr int kShiftBit = 1;
+constexpr int kControlBit = 2;
+
+QString seriesHint() {
+    return QStringLiteral("Choose the name of the dive under which the dives will be saved, by typing in the "
+                          "name of the series on the dive series box.");
+}
+
+int shiftBits(Qt::KeyboardModifiers modifiers) {
+    return (modifiers & Qt::ShiftModifier ? kShiftBit : 0) |
+           (modifiers & Qt::ControlModifier ? kControlBit : 0);
+}
+
+} // namespace
+
+void PC_Link_1::buildTimers() {
+    struct Beat {
+        const char* name;
+        int interval;
+        bool enabled;
+        std::function<void()> tick;
+    };
+    const std::vector<Beat> beats{
+        {"Timer1", 500, true, [this] { Timer1_tick(); }},
+        {"Timer2", 500, true, [this] { link::Timer2_tick(link_, *host_); }},
+        {"Timer3", 500, false, [this] { Timer3_tick(); }},
+        {"Timer4", 10000, true, [this] { link::Timer4_tick(link_, isVisible()); }},
+        {"Timer5", 2000, false, [this] { link::Timer5_tick(link_); }},
+        {"Timer6", 1000, false, [this] { link_.Text4.follow(link_.rxbuf); }},
+        {"Timer8", 5000, true, [this] { link::Timer8_tick(link_, *host_); }},
+    };
+    using platform::TickTimer;
+    for (const Beat& one : beats) {
+        auto* timer =
+            new TickTimer(QLatin1String(one.name), one.interval,
+                          one.enabled ? TickTimer::Start::Enabled : TickTimer::Start::Disabled, this);
+        connect(timer, &TickTimer::tick, this, [this, tick = one.tick] { act(tick); });
+        timers_.insert(timer->objectName(), timer);
+    }
+}
+
+void PC_Link_1::Timer1_tick() {
+    link::Timer1_tick(link_, *host_);
+    if (!isUnloaded()) {
+        sync();
+        emit statusPainted();
+    }
+}
+
+void PC_Link_1::Timer3_tick() {
+    link::Timer3_tick(link_, *host_);
+    if (!isUnloaded() && link_.download.TXTWaitVisible) {
+        wait_->setShown(true);
+        wait_->step(link_.rxbuf.size());
+    }
+}
+
+void PC_Link_1::onClick(const char* name, const std::function<void()>& work) {
+    auto* button = findChild<QAbstractButton*>(QLatin1String(name));
+    connect(button, &QAbstractButton::clicked, this, [this, work] { act(work); });
+}
+
+void PC_Link_1::onEdit(const char* name, const std::function<void(const QString&)>& work) {
+    auto* box = findChild<QLineEdit*>(QLatin1String(name));
+    connect(box, &QLineEdit::textEdited, this,
+            [this, work](const QString& text) { act([&work, &text] { work(text); }); });
+}
+
+void PC_Link_1::connectControls() {
+    connectButtons();
+    connectBoxes();
+    connectDirectory();
+    connect(head_->swap(), &look::ClickableLabel::clicked, this,
+            [this] { act([this] { Label13_click(); }); });
+    connect(head_->menuScreen(), &look::ClickableLabel::clicked, this,
+            [this] { act([this] { Label11_click(); }); });
+    connect(commands_, &CommandList::captionClicked, this, [this](int index) {
+        chooseCommand(index, [this, index] { Label19_click(link_, *host_, index); });
+    });
+    connect(commands_, &CommandList::pictureClicked, this, [this](int index) {
+        chooseCommand(index, [this, index] { Picture14_click(link_, *host_, index); });
+    });
+    connect(commands_, &CommandList::optionClicked, this, [this](int index) {
+        chooseCommand(index, [this, index] {
+            link_.console.option = index;
+            preparecommand(link_);
+        });
+    });
+}
+
+void PC_Link_1::connectButtons() {
+    onClick("cmddownload", [this] { cmddownload_click(link_, *host_); });
+    onClick("cmddownloadall", [this] { cmddownloadall_click(link_, *host_); });
+    onClick("cmddownloadnew", [this] { cmddownloadnew_click(link_, *host_); });
+    onClick("cmdstore", [this] { cmdstore_click(link_, *host_); });
+    onClick("savetodatabase", [this] { host_->runImport(); });
+    onClick("Command1", [this] { Command1_click(link_, *host_); });
+    onClick("Command9", [this] { Command9_click(link_, *host_); });
+    onClick("Command3", [this] { Command3_click(link_, *host_); });
+    onClick("Command2", [this] { Command2_click(link_, *host_); });
+    onClick("Command5", [this] { Command5_click(link_, *host_); });
+    onClick("openFile", [this] { mnuOpen_click(link_, *host_); });
+}
+
+void PC_Link_1::connectBoxes() {
+    Console& console = link_.console;
+    onEdit("ComNum", [this](const QString& text) { setcomnum(link_, *host_, text); });
+    onEdit("DiveSeriesName", [this](const QString& text) { DiveSeriesName_change(text); });
+    onEdit("startdivenum", [this](const QString& text) { setstartdivenum(link_, text); });
+    onEdit("Text16(0)", [&console](const QString& text) { console.Text16[0] = text; });
+    onEdit("Text9", [this](const QString& text) { Text9_change(link_, text); });
+    onEdit("Text12", [&console](const QString& text) { console.Text12.text = text; });
+    onEdit("Text3", [&console](const QString& text) { console.Text3 = text; });
+    onEdit("Text11", [&console](const QString& text) { console.Text11 = text; });
+    onEdit("Text10", [&console](const QString& text) {
+        console.Text10 = QString(text).replace(QStringLiteral("↵"), QLatin1String("\r\n"));
+    });
+    onEdit("Text6", [&console](const QString& text) { console.Text6 = text; });
+    connect(drawer_, &Drawer::textToSendEdited, this,
+            [this](const QString& text) { act([this, &text] { link_.console.Text7 = text; }); });
+}
+
+void PC_Link_1::connectDirectory() {
+    using platform::FlexGrid;
+    FlexGrid* Mgrid = directory_->grid();
+    connect(Mgrid, &FlexGrid::cellClicked, this, [](int row) { process().servedrow = row; });
+    connect(Mgrid, &FlexGrid::headerClicked, this, [] { process().servedrow = 0; });
+    connect(Mgrid, &FlexGrid::mouseReleased, this,
+            [this](int row, int rowSel, Qt::KeyboardModifiers modifiers) {
+                act([&] { Mgrid_mouseup(link_, row, rowSel, shiftBits(modifiers)); });
+            });
+    connect(Mgrid, &FlexGrid::keyPressed, this, &PC_Link_1::Mgrid_keydown);
+}
+
+/// Space does at the current row what a click does there, with the same modifiers.
+void PC_Link_1::Mgrid_keydown(QKeyEvent* event) {
+    const platform::FlexGrid* Mgrid = directory_->grid();
+    if (event->key() != Qt::Key_Space || Mgrid->row() < 1) {
+        return;
+    }
+    event->accept();
+    act([&] {
+        process().servedrow = Mgrid->row();
+        Mgrid_mouseup(link_, Mgrid->row(), Mgrid->rowSel(), shiftBits(event->modifiers()));
+    });
+}
+
+/// Send bears the caption of what it sends.
+void PC_Link_1::chooseCommand(int index, const std::function<void()>& work) {
+    act([this, index, &work] {
+        if (const CommandEntry* entry = commandEntry(index)) {
+            link_.console.Command2.text = entry->caption;
+        }
+        work();
+    });
+}
+
+void PC_Link_1::Label13_click() {
+    const bool download = windowTitle().contains(QLatin1String("Download"));
+    emit swapWanted(download ? QStringLiteral("Command") : QStringLiteral("Dive"));
+}
+
+void PC_Link_1::Label11_click() {
+    process().linkidle = true;
+    emit menuWanted();
+}
+
+void PC_Link_1::DiveSeriesName_change(const QString& text) {
+    link_.download.DiveSeriesName = text;
+    link_.infotext = seriesHint();
+    host_->hintOnMain(seriesHint());
+}
+
+} // namespace benthor::link

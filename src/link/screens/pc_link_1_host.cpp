@@ -1,0 +1,136 @@
+#include "link/screens/pc_link_1_host.h"
+
+#include "link/supervision.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+
+#include <QDir>
+#include <QGuiApplication>
+
+namespace benthor::link {
+
+namespace {
+
+constexpr int kPaintPause = 15; // milliseconds; a busy loop asks far more often
+
+/// Stands where no serial lines were given: it never opens.
+class NoLine : public platform::SerialLine {
+public:
+    int CommPort() const override { return port_; }
+    void setCommPort(int number) override { port_ = number; }
+    void setSettings(const QString&) override {}
+    void setInputLen(int) override {}
+    void setRThreshold(int) override {}
+    bool PortOpen() const override { return false; }
+    bool setPortOpen(bool open) override { return !open; }
+    QByteArray Input() override { return {}; }
+    qsizetype InBufferCount() const override { return 0; }
+    void Output(QByteArrayView) override {}
+    void waitForInput(std::chrono::microseconds) override {}
+
+private:
+    int port_ = 0;
+};
+
+/// The name as told, in the program folder unless it says where.
+QString startingPlace(const QString& name) {
+    return QDir(platform::ProgramFolder::current().root()).filePath(QString(name).replace(u'\\', u'/'));
+}
+
+} // namespace
+
+PC_Link_1::Host::Host(PC_Link_1& screen, LinkLines lines)
+    : screen_(screen)
+    , portHint_(std::move(lines.portHint)) {
+    const auto make = [&](std::function<void()> received) -> std::unique_ptr<platform::SerialLine> {
+        return lines.make ? lines.make(&screen, std::move(received)) : std::make_unique<NoLine>();
+    };
+    working_ = make([this] { screen_.act([this] { MSComm1_received(screen_.link_, *this); }); });
+    for (size_t i = 0; i < search_.size(); ++i) {
+        search_.at(i) = make([this, i] { screen_.link_.scanbuf.at(i) += search_.at(i)->Input(); });
+    }
+    painted_.start();
+}
+
+PC_Link_1::Host::~Host() {
+    setHourglass(false);
+}
+
+void PC_Link_1::Host::message(const QString& text) {
+    if (screen_.isUnloaded()) {
+        return;
+    }
+    screen_.sync();
+    platform::dialogs().message(&screen_, text);
+}
+
+bool PC_Link_1::Host::confirm(const QString& text, const QString& title) {
+    if (screen_.isUnloaded()) {
+        return false;
+    }
+    screen_.sync();
+    return platform::dialogs().confirm(&screen_, text, title);
+}
+
+QString PC_Link_1::Host::openFile(const QString& filter, const QString& name) {
+    return platform::dialogs().openFile(&screen_, QStringLiteral("Open"), startingPlace(name), filter);
+}
+
+QString PC_Link_1::Host::saveFile(const QString& filter, const QString& name) {
+    return platform::dialogs().saveFile(&screen_, QStringLiteral("Save As"), startingPlace(name), filter);
+}
+
+bool PC_Link_1::Host::repaint() {
+    if (screen_.isUnloaded()) {
+        return false;
+    }
+    if (painted_.elapsed() < kPaintPause) {
+        return true;
+    }
+    screen_.sync();
+    const bool goOn = screen_.yieldPainting();
+    painted_.start();
+    return goOn;
+}
+
+void PC_Link_1::Host::setHourglass(bool on) {
+    if (on == hourglass_) {
+        return;
+    }
+    hourglass_ = on;
+    if (on) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+void PC_Link_1::Host::hintOnMain(const QString& text) {
+    emit screen_.hintForMain(text);
+}
+
+bool PC_Link_1::Host::tipsShowing() {
+    return screen_.tipsShowing_ && screen_.tipsShowing_();
+}
+
+void PC_Link_1::Host::showTips() {
+    emit screen_.tipsWanted();
+}
+
+void PC_Link_1::Host::openFirmware() {
+    emit screen_.firmwareWanted();
+}
+
+void PC_Link_1::Host::setupReceived(const QByteArray& text) {
+    emit screen_.setupArrived(text);
+}
+
+void PC_Link_1::Host::runImport() {
+    emit screen_.importWanted();
+}
+
+void PC_Link_1::Host::leaveAndImport() {
+    emit screen_.importAfterLeaving();
+}
+
+} // namespace benthor::link

@@ -1,0 +1,109 @@
+// What stands where.
+
+#include "link/screens/commandcard.h"
+#include "link/screens/commandlist.h"
+#include "link/screens/directorycard.h"
+#include "link/screens/downloadpanel.h"
+#include "link/screens/drawer.h"
+#include "link/screens/hudcard.h"
+#include "link/screens/linkhead.h"
+#include "link/screens/pc_link_1.h"
+#include "link/screens/waitcard.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/status.h"
+
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+
+namespace benthor::link {
+
+namespace {
+
+/// Where the window is too low, or the font large, the column scrolls; its width stays whole.
+class ColumnArea : public QScrollArea {
+public:
+    ColumnArea() {
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { updateGeometry(); });
+    }
+
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override {
+        const int bar = verticalScrollBar()->maximum() > 0 ? verticalScrollBar()->sizeHint().width() : 0;
+        const int content = std::max(widget()->minimumSizeHint().width(), widget()->minimumWidth());
+        return {content + bar, look::scaled(200)};
+    }
+};
+
+QScrollArea* scrolling(QWidget* column) {
+    auto* area = new ColumnArea;
+    area->setWidget(column);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setAutoFillBackground(false);
+    column->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+void PC_Link_1::buildBody() {
+    auto* ground = new QWidget;
+    auto* down = new QVBoxLayout(ground);
+    down->setContentsMargins({});
+    down->setSpacing(0);
+    head_ = new LinkHead;
+    foot_ = new LinkFoot;
+    auto* area = new QWidget;
+    auto* across = new QHBoxLayout(area);
+    across->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
+    across->setSpacing(look::spaceBase);
+    left_ = new QStackedWidget;
+    left_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    download_ = new DownloadPanel;
+    commands_ = new CommandList;
+    left_->addWidget(scrolling(download_));
+    left_->addWidget(scrolling(commands_));
+    across->addWidget(left_);
+    across->addWidget(buildMiddle(), 1);
+    down->addWidget(head_);
+    down->addWidget(area, 1);
+    down->addWidget(foot_);
+    setCentralWidget(ground);
+    setMinimumSize(960, 620);
+    wait_ = new WaitCard(area);
+}
+
+QWidget* PC_Link_1::buildMiddle() {
+    auto* middle = new QWidget;
+    auto* down = new QVBoxLayout(middle);
+    down->setContentsMargins({});
+    down->setSpacing(look::spaceBase);
+    hintBox_ = new look::NoticeBand(QString());
+    hintBox_->label()->setObjectName(QStringLiteral("Text14"));
+    hintBox_->label()->setFont(look::body());
+    hintBox_->label()->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    down->addWidget(hintBox_);
+
+    middle_ = new QStackedWidget;
+    directory_ = new DirectoryCard;
+    command_ = new CommandCard;
+    hud_ = new HudCard;
+    auto* setup = new QWidget;
+    auto* cards = new QVBoxLayout(setup);
+    cards->setContentsMargins({});
+    cards->setSpacing(look::spaceBase);
+    cards->addWidget(command_);
+    cards->addWidget(hud_);
+    cards->addStretch(1);
+    middle_->addWidget(directory_);
+    middle_->addWidget(scrolling(setup));
+    down->addWidget(middle_, 1);
+    drawer_ = new Drawer;
+    down->addWidget(drawer_);
+    return middle;
+}
+
+} // namespace benthor::link

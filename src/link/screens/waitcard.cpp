@@ -1,0 +1,109 @@
+#include "link/screens/waitcard.h"
+
+#include "platform/look/look.h"
+#include "platform/look/widgets/activitysweep.h"
+#include "platform/look/widgets/card.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/look/widgets/status.h"
+
+#include <QVBoxLayout>
+
+namespace benthor::link {
+
+namespace {
+
+constexpr int kWidth = 560;
+
+} // namespace
+
+WaitCard::WaitCard(QWidget* area)
+    : look::OverlayCard(area, kWidth)
+    , words_(look::makeHeading(QString()))
+    , bytes_(new look::NumberLabel(28))
+    , sweep_(new look::ActivitySweep)
+    , silence_(look::makeCaption(QString())) {
+    setObjectName(QStringLiteral("Frame5"));
+    auto* head = new QHBoxLayout;
+    head->setSpacing(look::spaceBase);
+    auto* icon = new look::ClickableLabel;
+    icon->setIconName(QStringLiteral("download"), 24);
+    icon->setInk(look::Ink::Accent);
+    icon->setFocusPolicy(Qt::NoFocus);
+    icon->setAttribute(Qt::WA_TransparentForMouseEvents);
+    head->addWidget(icon);
+    words_->setObjectName(QStringLiteral("TXTWait(0)"));
+    // Two lines are seen; the text ends in a line end.
+    words_->setAlignment(Qt::AlignTop);
+    words_->setFixedHeight(2 * words_->fontMetrics().lineSpacing());
+    head->addWidget(words_, 1);
+    auto* count = new QVBoxLayout;
+    count->setSpacing(0);
+    bytes_->setAlignment(Qt::AlignRight);
+    count->addWidget(bytes_);
+    QLabel* unit = look::makeCaption(QStringLiteral("Bytes received"));
+    unit->setAlignment(Qt::AlignRight);
+    count->addWidget(unit);
+    head->addLayout(count);
+
+    auto* band = new look::NoticeBand(QStringLiteral("DO NOT CLOSE OR USE KEYBOARD  WHILE DOWNLOADING"));
+    warning_ = band->label();
+    warning_->setObjectName(QStringLiteral("TXTWait(1)"));
+    warning_->setEnabled(false);
+    silence_->setWordWrap(true);
+
+    body()->setSpacing(look::spaceBase);
+    body()->addLayout(head);
+    body()->addWidget(sweep_);
+    body()->addWidget(band);
+    body()->addWidget(silence_);
+    // Said by the words above it; the card itself has nothing that takes the keyboard.
+    card()->setAccessibleName(warning_->text());
+}
+
+void WaitCard::setShown(bool shown) {
+    if (shown == !isHidden()) {
+        return;
+    }
+    warning_->setEnabled(shown);
+    if (shown) {
+        received_ = 0;
+        sinceLastByte_.start();
+        sweep_->restart();
+        bytes_->setText(QStringLiteral("0"));
+        tellSilence();
+    }
+    setVisible(shown);
+}
+
+void WaitCard::setWords(const QString& text) {
+    const QString shown = QString(text).remove(u'\r');
+    if (words_->text() != shown) {
+        words_->setText(shown);
+    }
+}
+
+void WaitCard::step(qsizetype bytes) {
+    if (bytes != received_) {
+        received_ = bytes;
+        sinceLastByte_.start();
+        bytes_->setText(QString::number(bytes));
+    }
+    sweep_->advance();
+    tellSilence();
+}
+
+void WaitCard::tellSilence() {
+    const qint64 seconds = sinceLastByte_.elapsed() / 1000;
+    QString when = QStringLiteral("The device is sending.");
+    if (seconds >= 2) {
+        when = received_ == 0 ? QStringLiteral("Nothing has come for %1 s.").arg(seconds)
+                              : QStringLiteral("The last byte came %1 s ago.").arg(seconds);
+    } else if (received_ == 0) {
+        when = QStringLiteral("Waiting for the first byte.");
+    }
+    silence_->setText(when +
+                      QStringLiteral(" Menu Screen leaves; a dive that is not complete is not stored."));
+}
+
+} // namespace benthor::link

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/look/widgets/overlaycard.h"
+
+#include <QElapsedTimer>
+
+class QLabel;
+
+namespace benthor::look {
+class ActivitySweep;
+class NumberLabel;
+} // namespace benthor::look
+
+namespace benthor::link {
+
+/// The wait frame `Frame5` over the screen's middle while a dive comes. Head and foot stay free: status, byte
+/// count, and the way out.
+class WaitCard : public look::OverlayCard {
+    Q_OBJECT
+
+public:
+    explicit WaitCard(QWidget* area);
+
+    /// Shows or hides it; `TXTWait(1)` is enabled only while it is shown.
+    void setShown(bool shown);
+    void setWords(const QString& text);
+    /// One step of the work: the sweep moves on. `bytes`: received so far.
+    void step(qsizetype bytes);
+
+private:
+    void tellSilence();
+
+    QLabel* words_;
+    look::NumberLabel* bytes_;
+    look::ActivitySweep* sweep_;
+    QLabel* warning_;
+    QLabel* silence_;
+    qsizetype received_ = 0;
+    QElapsedTimer sinceLastByte_;
+};
+
+} // namespace benthor::link
