@@ -1,3 +1,4 @@
+#include "link/screens/seriallines.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
 #include "platform/screen/application.h"
@@ -20,7 +21,7 @@ int main(int argc, char** argv) {
     platform::ProgramFolder::setCurrent(folder);
     QDir::setCurrent(folder.root());
 
-    shell::House house;
+    shell::House house(link::serialLines());
     QObject::connect(&house, &shell::House::ended, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
     house.start();

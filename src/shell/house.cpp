@@ -28,11 +28,13 @@ using platform::Screen;
 using platform::ScreenSlot;
 
 struct House::Rooms : Neighbours {
-    explicit Rooms(House& owner)
+    Rooms(House& owner, link::LinkLines serialLines)
         : house(owner)
+        , lines(std::move(serialLines))
         , lock(platform::ProgramFolder::current().root()) {}
 
     House& house;
+    link::LinkLines lines;
     platform::InstanceLock lock;
     bool ending = false; ///< the main screen goes: nothing shows it again
     bool ended = false;
@@ -143,7 +145,7 @@ struct House::Rooms : Neighbours {
     // --- the link screen: its other face, the way back, the tips
 
     link::PC_Link_1* makeLink() {
-        auto* screen = make<link::PC_Link_1>();
+        auto* screen = make<link::PC_Link_1>(lines);
         screen->setTipsQuery([this] { return frmTip.isVisible(); });
         QObject::connect(screen, &link::PC_Link_1::swapWanted, &house, [this](const QString& screenmode) {
             const Handover handover(*this);
@@ -157,7 +159,34 @@ struct House::Rooms : Neighbours {
             main.showInFront();
         });
         QObject::connect(screen, &link::PC_Link_1::tipsWanted, &house, [this] { showTips(); });
+        connectLinkToMain(screen);
         return screen;
+    }
+
+    void connectLinkToMain(link::PC_Link_1* screen) {
+        QObject::connect(screen, &link::PC_Link_1::firmwareWanted, &house, [this] {
+            const Handover handover(*this);
+            main.get().mnuReprogIR_click();
+        });
+        QObject::connect(screen, &link::PC_Link_1::importWanted, &house,
+                         [this] { main.get().lblmdu_click(); });
+        QObject::connect(screen, &link::PC_Link_1::importAfterLeaving, &house, [this] {
+            const Handover handover(*this);
+            PC_Link_1.unload();
+            main.showInFront();
+            main.get().lblmdu_click();
+        });
+        QObject::connect(screen, &link::PC_Link_1::hintForMain, &house, [this](const QString& hint) {
+            if (main.isLoaded()) {
+                main.get().showHint(hint);
+            }
+        });
+        QObject::connect(screen, &link::PC_Link_1::statusPainted, &house, [this] {
+            // One that is on its way out is not addressed: that would load another.
+            if (main.isLoaded() && PC_Link_1.isLoaded()) {
+                main.get().showLinkStatus();
+            }
+        });
     }
 
     // --- what the main screen asks
@@ -228,8 +257,8 @@ struct House::Rooms : Neighbours {
     }
 };
 
-House::House()
-    : rooms_(std::make_unique<Rooms>(*this)) {}
+House::House(link::LinkLines lines)
+    : rooms_(std::make_unique<Rooms>(*this, std::move(lines))) {}
 
 House::~House() {
     rooms_->ending = true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/screens/linklines.h"
+
 #include <QObject>
 #include <memory>
 
@@ -11,8 +13,8 @@ class House : public QObject {
     Q_OBJECT
 
 public:
-    /// Takes the lock of the current program folder.
-    House();
+    /// Takes the lock of the current program folder. `lines`: the serial lines of the link; none by default.
+    explicit House(link::LinkLines lines = {});
     ~House() override;
 
     /// Shows the first screen; the rest follows from it.

@@ -96,9 +96,9 @@ void Actor::act(QWidget* control, QPoint at, const std::function<void(QPoint)>& 
     look([] {});
 }
 
-void Actor::click(QWidget* control, const QPoint& at) const {
-    act(control, at, [control](QPoint point) {
-        QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, {}, point);
+void Actor::click(QWidget* control, const QPoint& at, Qt::KeyboardModifiers modifiers) const {
+    act(control, at, [control, modifiers](QPoint point) {
+        QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, modifiers, point);
     });
 }
 

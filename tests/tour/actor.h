@@ -51,7 +51,7 @@ public:
     }
 
     /// A left click, in the middle or at a point of the control. It may open a box.
-    void click(QWidget* control, const QPoint& at = {-1, -1}) const;
+    void click(QWidget* control, const QPoint& at = {-1, -1}, Qt::KeyboardModifiers modifiers = {}) const;
     void doubleClick(QWidget* control, const QPoint& at) const;
     void drag(QWidget* control, const QPoint& from, const QPoint& to) const;
     void key(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;

@@ -17,6 +17,7 @@ private slots:
     void theLabelGrowsWithItsText();
     void totalsTakeAnyLineEnd_data();
     void totalsTakeAnyLineEnd();
+    void aSingleLineIsWrappedAsAPlainText();
     void emptyTotalsTakeNoRoomAcross();
 };
 
@@ -116,6 +117,15 @@ void TestLookNumbers::totalsTakeAnyLineEnd() {
     QVERIFY(one.sizeHint().width() > 0);
     QVERIFY(both.sizeHint().width() > one.sizeHint().width() + 200);
     QCOMPARE(both.sizeHint().height(), one.sizeHint().height());
+}
+
+void TestLookNumbers::aSingleLineIsWrappedAsAPlainText() {
+    TotalsLabel label;
+    label.setText(
+        QStringLiteral("Modify Gas list as required. Make sure KD is in PC Link and Connected appears."));
+    QVERIFY(label.heightForWidth(150) > label.heightForWidth(2000));
+    label.setText(QStringLiteral("System has a total of : \n147 dives"));
+    QCOMPARE(label.heightForWidth(150), label.heightForWidth(2000));
 }
 
 void TestLookNumbers::emptyTotalsTakeNoRoomAcross() {

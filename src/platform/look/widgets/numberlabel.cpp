@@ -185,7 +185,7 @@ TotalsLabel::TotalsLabel(QWidget* parent)
 }
 
 bool TotalsLabel::isPlain() const {
-    return !text().contains(QLatin1Char('\n'));
+    return !text().isEmpty() && !text().contains(QLatin1Char('\n')) && !text().contains(QLatin1Char('\r'));
 }
 
 int TotalsLabel::heightForWidth(int width) const {
