@@ -8,6 +8,7 @@
 #include "platform/look/widgets/entryrow.h"
 
 #include <QButtonGroup>
+#include <QEvent>
 #include <QPainter>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -144,9 +145,17 @@ void CommandList::sync(const Console& console) {
 }
 
 void CommandList::setSaverPicture(const QImage& picture) {
+    saver_ = picture;
     if (!picture.isNull()) {
         rows_.value(0)->picture()->setPixmap(
             look::picturePixmap(picture, QSize(kSaverPicture, kSaverPicture), devicePixelRatioF()));
+    }
+}
+
+void CommandList::changeEvent(QEvent* event) {
+    look::Card::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !saver_.isNull()) {
+        setSaverPicture(QImage(saver_));
     }
 }
 

@@ -4,9 +4,9 @@
 #include "platform/look/widgets/card.h"
 
 #include <QHash>
+#include <QImage>
 
 class QButtonGroup;
-class QImage;
 
 namespace benthor::look {
 class EntryRow;
@@ -26,6 +26,9 @@ public:
     /// The screen saver's picture, in the place of its icon; null leaves that.
     void setSaverPicture(const QImage& picture);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 signals:
     void captionClicked(int index); ///< `Label19`
     void pictureClicked(int index); ///< `Picture14`, or `Image1` for 0
@@ -38,6 +41,7 @@ private:
 
     QHash<int, look::EntryRow*> rows_;
     QButtonGroup* options_;
+    QImage saver_;
 };
 
 } // namespace benthor::link
