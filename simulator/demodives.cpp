@@ -126,7 +126,33 @@ DivePlan quarryDive() {
     return plan;
 }
 
+/// Short ones, so that they are down in a few seconds.
+std::vector<DivePlan> newDives() {
+    std::vector<DivePlan> plans;
+    for (std::uint64_t day = 0; day < 3; ++day) {
+        DivePlan plan = namedDive(120 + day, QStringLiteral("House reef"), 1, startAt(6710 - day, 9, 10));
+        plan.maxdepthmetres = 18.0 + 3.0 * static_cast<double>(day);
+        plan.bottomminutes = 24;
+        plan.intervalseconds = 20;
+        water(plan, 26, 22, 14);
+        plans.push_back(plan);
+    }
+    return plans;
+}
+
 } // namespace
+
+std::vector<QByteArray> deviceDives() {
+    std::vector<DivePlan> plans = newDives();
+    for (const DivePlan& plan : {deepWall(), longCave(), bailoutWreck(), trimixWreck(), airWreck()}) {
+        plans.push_back(plan);
+    }
+    std::vector<QByteArray> texts;
+    for (const DivePlan& plan : plans) {
+        texts.push_back(diveText(simulate(plan)));
+    }
+    return texts;
+}
 
 std::vector<DemoDive> demoDives() {
     std::vector<DemoDive> dives;

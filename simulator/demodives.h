@@ -16,4 +16,8 @@ struct DemoDive {
 /// so that the checks of the stored rows find it. Always the same bytes.
 std::vector<DemoDive> demoDives();
 
+/// The dives that the demonstration's device has logged, the newest first: three that are not in the
+/// demonstration folder yet, and behind them those of the same diver that are.
+std::vector<QByteArray> deviceDives();
+
 } // namespace benthor::simulator

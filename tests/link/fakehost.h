@@ -60,8 +60,8 @@ public:
 /// Keeps what the link asked for, answers with what the test laid out.
 class FakeHost : public link::LinkHost {
 public:
-    FakeLine& MSComm1() override { return line; }
-    FakeLine& MSComm2(int index) override { return scan.at(static_cast<std::size_t>(index)); }
+    platform::SerialLine& MSComm1() override { return line; }
+    platform::SerialLine& MSComm2(int index) override { return scan.at(static_cast<std::size_t>(index)); }
     void message(const QString& text) override { messages << text; }
     bool confirm(const QString& text, const QString& title) override {
         questions << text;

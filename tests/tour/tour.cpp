@@ -2,13 +2,16 @@
 // step, leaves a picture of each screen, and ends with 1 when anything does not come as it must. Usage:
 // benthor-tour <program folder> <folder for pictures>
 
+#include "link/screens/seriallines.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
 #include "platform/screen/application.h"
 #include "platform/screen/toldqcolor.h"
 #include "shell/house.h"
+#include "simulator/demodives.h"
 #include "tests/tour/actor.h"
+#include "tests/tour/linkroad.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -25,7 +28,7 @@ using tour::TourError;
 
 namespace {
 
-constexpr int kSteps = 14;
+constexpr int kSteps = 14 + tour::kLinkSteps;
 
 void require(bool holds, const QString& what) {
     if (!holds) {
@@ -192,12 +195,13 @@ void leave(Actor& actor) {
     actor.click(actor.control<QWidget>(main, QStringLiteral("lblexit")));
 }
 
-void walk(Actor& actor) {
+void walk(Actor& actor, simulator::KdPort& device) {
     startAndImport(actor);
     QWidget* list = readTheList(actor);
     QWidget* dive = openADive(actor, list, QStringLiteral("Wreck2.txt"));
     workTheChart(actor, dive);
     inFeet(actor, dive);
+    tour::downloadDives(actor, device);
     otherScreens(actor);
     leave(actor);
 }
@@ -219,14 +223,16 @@ int main(int argc, char** argv) {
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
     QDir::setCurrent(folder);
 
-    shell::House house;
+    constexpr int kDevicePort = 3;
+    simulator::KdPort device(folder, kDevicePort, simulator::Kd(simulator::deviceDives()));
+    shell::House house(link::serialLines());
     bool ended = false;
     QString failure;
     QObject::connect(&house, &shell::House::ended, &application, [&] { ended = true; });
     Actor actor(pictures, kSteps);
     const std::unique_ptr<QThread> person(QThread::create([&] {
         try {
-            walk(actor);
+            walk(actor, device);
             actor.waitFor(QStringLiteral("the program's end"), [&] { return ended; });
         } catch (const std::exception& error) {
             failure = QString::fromUtf8(error.what());

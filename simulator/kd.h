@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+namespace benthor::simulator {
+
+/// What a device does wrong, or does otherwise than most.
+struct Faults {
+    bool silent = false;        ///< hears nothing, says nothing
+    int breakOffAfter = -1;     ///< a dive's text ends after so many bytes, and the beacon goes on; -1: never
+    int dropEvery = 0;          ///< every n-th byte sent is lost; 0: none
+    int flipEvery = 0;          ///< every n-th byte sent has its lowest bit turned; 0: none
+    int pieces = 0;             ///< a reply comes in pieces of that many bytes; 0: as one
+    int pauseMilliseconds = 60; ///< between two pieces
+    int delayMilliseconds = 0;  ///< before each reply
+    bool operator==(const Faults&) const = default;
+};
+
+/// What the diver has sent to a device; it keeps that over a restart.
+struct KdMemory {
+    int interval = 10; ///< seconds between two samples
+    QByteArray username;
+    QByteArray setup; ///< the 226 characters
+    QByteArray book;
+    QByteArray logo;
+};
+
+/// The setup of a new device: air in gas 0, diluents and bail-out gases behind, ended by "Z" and ESC.
+QByteArray newSetup();
+
+/// The device's side of the conversation, without a wire and without a clock: bytes go in, time passes, bytes
+/// come out. In PC Link mode it sends a run of "P" while nobody asks it anything.
+class Kd {
+public:
+    /// `dives`: dive texts, the newest first; dive 1 is the newest. `version`: what stands behind "ver=".
+    explicit Kd(std::vector<QByteArray> dives = {}, QByteArray version = "V2.31");
+
+    void receive(QByteArrayView bytes);
+    /// Lets so much time pass and returns what is put on the line in it.
+    QByteArray advance(int milliseconds);
+
+    /// Lets time pass in which the line still carries what came before: nothing is put on it.
+    void hold(int milliseconds);
+
+    Faults faults;
+    KdMemory memory;
+    QByteArray productWord; ///< "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory
+
+    /// Commands as they were understood, one entry each: "M", "D 1", "S 5", "L 120 bytes", ...
+    const std::vector<QByteArray>& log() const { return log_; }
+
+    static constexpr int beaconMilliseconds = 250;
+    static constexpr int quietMilliseconds = 500; ///< between a reply and the next beacon
+    static constexpr int restartMilliseconds = 6000;
+    static constexpr int bodyMilliseconds = 30000; ///< a body that goes no further is given up
+
+private:
+    enum class Body { None, Logo, Setup, Book };
+
+    struct Piece {
+        std::int64_t due;
+        QByteArray bytes;
+    };
+
+    bool takeCommand();
+    bool takeDive();
+    bool takeInterval();
+    bool takeName();
+    bool takeBody();
+    void endBody(const QByteArray& body);
+    void reply(const QByteArray& bytes, int afterMilliseconds = 0);
+    void sendDive(int number);
+    QByteArray directory(std::size_t dives) const;
+    QByteArray interval() const;
+    bool thirdVersion() const;
+    QByteArray spoilt(const QByteArray& bytes);
+
+    std::vector<QByteArray> dives_;
+    QByteArray version_;
+    QByteArray received_;
+    std::deque<Piece> pieces_;
+    std::vector<QByteArray> log_;
+    Body body_ = Body::None;
+    std::int64_t now_ = 0;
+    std::int64_t lastReceived_ = 0;
+    std::int64_t nextBeacon_ = 0;
+    std::int64_t asleepUntil_ = 0;
+    std::uint64_t sent_ = 0;
+};
+
+} // namespace benthor::simulator

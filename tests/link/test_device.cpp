@@ -1,0 +1,297 @@
+// The link's logic against a device in software, over a real pseudo-terminal. The ticks are the test's own.
+
+#include "link/console.h"
+#include "link/directory.h"
+#include "link/download.h"
+#include "link/supervision.h"
+#include "platform/serial/serialport.h"
+#include "shell/process.h"
+#include "simulator/demodives.h"
+#include "simulator/kdport.h"
+#include "tests/link/fakehost.h"
+#include "tests/support/testfolder.h"
+
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::link;
+using namespace benthor::tests;
+using simulator::Faults;
+using simulator::Kd;
+using simulator::KdPort;
+
+namespace {
+
+constexpr int kPort = 3;
+
+/// Real lines in the place of the fake ones.
+class SerialHost : public FakeHost {
+public:
+    platform::SerialPort& MSComm1() override { return working; }
+    platform::SerialPort& MSComm2(int index) override { return search.at(static_cast<std::size_t>(index)); }
+
+    platform::SerialPort working;
+    std::array<platform::SerialPort, 32> search;
+};
+
+struct Stage {
+    explicit Stage(Kd kd = Kd(simulator::deviceDives()), int speed = KdPort::unpaced)
+        : device(folder.root(), kPort, std::move(kd), speed) {
+        process().database.open(folder.path("rb.mdb"));
+        QObject::connect(&host.working, &platform::SerialPort::received,
+                         [this] { MSComm1_received(link, host); });
+        resetgridheader(link);
+        link.console.Text16[1] = QStringLiteral("10"); // the interval is known
+    }
+    ~Stage() { process().database.close(); }
+
+    /// Opens the port and takes the directory.
+    void connect() {
+        device.start();
+        setcomnum(link, host, QString::number(kPort));
+        QVERIFY(host.working.PortOpen());
+        cmdstore_click(link, host);
+        QTRY_VERIFY(tickUntil([this] { return link.Mgrid.rowCount() > 1; }));
+        link.Timer2 = false;
+    }
+    /// One tick of each timer that is enabled; for QTRY.
+    bool tickUntil(const std::function<bool()>& done) {
+        if (link.Timer2) {
+            Timer2_tick(link, host);
+        }
+        if (link.Timer3) {
+            Timer3_tick(link, host);
+        }
+        return done();
+    }
+    void select(std::initializer_list<std::size_t> rows) {
+        for (const std::size_t row : rows) {
+            link.Mgrid.rows.at(row).mark = RowMark::Selected;
+        }
+    }
+    /// The whole run, up to its last message.
+    void download(std::initializer_list<std::size_t> rows) {
+        select(rows);
+        cmddownload_click(link, host);
+        QTRY_VERIFY_WITH_TIMEOUT(tickUntil([this] { return !link.Timer3; }), 20000);
+    }
+    QByteArray stored(int dive) const {
+        return folder.get(QStringLiteral("new/MyLatestDives%1.txt").arg(dive));
+    }
+    void fault(const Faults& faults) {
+        device.with([&faults](Kd& kd) { kd.faults = faults; });
+    }
+
+    TestFolder folder;
+    KdPort device;
+    LinkState link;
+    SerialHost host;
+};
+
+QByteArray dive(std::size_t number) {
+    static const std::vector<QByteArray> dives = simulator::deviceDives();
+    return dives.at(number - 1);
+}
+
+} // namespace
+
+class TestDevice : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theSearchHearsTheDeviceOnItsPort() {
+        Stage stage;
+        stage.device.start();
+        mnuFindKD_click(stage.link, stage.host);
+        QVERIFY(stage.host.search[kPort].PortOpen());
+        QTRY_VERIFY((Timer8_tick(stage.link, stage.host), stage.link.ComNum == QLatin1String("3")));
+        QVERIFY(stage.host.working.PortOpen());
+        QVERIFY(!stage.host.search[kPort].PortOpen());
+        QCOMPARE(readcomport(), "3");
+        QTRY_VERIFY(stage.link.rxbuf.holds("PPP"));
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.AFLabel3.text, "Checking.."); // connected, and asking for the directory
+        QTRY_VERIFY(stage.device.received().contains('M'));
+    }
+
+    void theDirectoryComesAndTheSetupBehindIt() {
+        Stage stage;
+        stage.connect();
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        QCOMPARE(stage.link.Mgrid.rowCount(), 9);
+        QCOMPARE(stage.link.Mgrid.rows[4].cells[0], "Dive4");
+        QVERIFY(dive(4).contains(stage.link.Mgrid.rows[4].cells[1].toLatin1()));
+        stage.link.Timer2 = true;
+        QTRY_VERIFY(stage.tickUntil([&stage] { return !stage.host.setups.isEmpty(); }));
+        QVERIFY(stage.host.setups.first().contains("A079 000 0660 1 B001"));
+    }
+
+    void aDeviceOfTheThirdVersionIsNotAskedForItsSetup() {
+        Stage stage(Kd(simulator::deviceDives(), "V3.12"));
+        stage.connect();
+        QCOMPARE(stage.device.received(), QByteArray("M"));
+    }
+
+    void divesComeDownByteForByte() {
+        Stage stage;
+        stage.connect();
+        stage.download({1, 3});
+        QVERIFY(stage.stored(1).contains(dive(1).chopped(2)));
+        QVERIFY(stage.stored(3).contains(dive(3).chopped(2)));
+        QCOMPARE(stage.host.messages.first(), "2  Dives Downloaded.");
+        QVERIFY(stage.device.received().endsWith("D0D2"));
+    }
+
+    void aPacedLineBringsTheSameBytes() {
+        Stage stage(
+            Kd({"ver=V2.31\r\nStart     , 521974517\r\nProfile\r\n" + QByteArray(1500, 'x') + "\r\nEnd\r\n"}),
+            KdPort::lineSpeed);
+        stage.connect();
+        stage.download({1});
+        QVERIFY(stage.stored(1).contains(QByteArray(1500, 'x') + "\r\nEnd"));
+    }
+
+    void aReplySplitAtEveryByteIsReadTheSame() {
+        Stage stage(Kd({"ver=V2.31\r\nStart     , 521974517\r\nProfile\r\nEnd\r\n"}));
+        Faults faults;
+        faults.pieces = 1;
+        faults.pauseMilliseconds = 2;
+        stage.fault(faults);
+        stage.connect();
+        QCOMPARE(stage.link.Mgrid.rows[1].cells[1], "521974517");
+        stage.download({1});
+        QVERIFY(stage.stored(1).contains("ver=V2.31\r\nStart     , 521974517\r\nProfile\r\nEnd"));
+    }
+
+    void aLateAnswerIsTaken() {
+        Stage stage;
+        Faults faults;
+        faults.delayMilliseconds = 700;
+        stage.fault(faults);
+        stage.connect();
+        QCOMPARE(stage.link.Mgrid.rowCount(), 9);
+    }
+
+    void aDiveBrokenOffIntoTheBeaconIsNotStored() {
+        Stage stage;
+        stage.connect();
+        Faults faults;
+        faults.breakOffAfter = 1000;
+        stage.fault(faults);
+        stage.download({1});
+        QVERIFY(stage.stored(1).isEmpty());
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+    }
+
+    void lostAndTurnedBytesAreStoredAsTheyCame() {
+        for (const bool lost : {true, false}) {
+            Stage stage;
+            stage.connect();
+            Faults faults;
+            (lost ? faults.dropEvery : faults.flipEvery) = 1009;
+            stage.fault(faults);
+            stage.download({2});
+            if (stage.stored(2).isEmpty()) {
+                continue; // its end mark was hit
+            }
+            QVERIFY(!stage.stored(2).contains(dive(2).chopped(2)));
+            QCOMPARE(stage.stored(2), stage.link.download.lastdivetext.bytes() + "\r\n");
+        }
+    }
+
+    void aDeviceWithoutDivesLeavesTheButtonsOff() {
+        Stage stage((Kd()));
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        cmdstore_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.tickUntil([&stage] { return stage.device.received().contains('H'); }));
+        QCOMPARE(stage.link.Mgrid.rowCount(), 1);
+        Timer1_tick(stage.link, stage.host);
+        QVERIFY(!stage.link.downloadbuttons);
+    }
+
+    void aSilentDeviceIsNotConnected() {
+        Stage stage;
+        Faults faults;
+        faults.silent = true;
+        stage.fault(faults);
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        stage.link.console.option = 10;
+        preparecommand(stage.link);
+        Command2_click(stage.link, stage.host);
+        for (int tick = 0; tick < 50; ++tick) {
+            Timer1_tick(stage.link, stage.host);
+            QCOMPARE(stage.link.AFLabel3.text, "Command Sent..");
+        }
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
+    }
+
+    void aDeviceThatVanishesClosesThePortAndIsFoundAgain() {
+        Stage stage;
+        stage.connect();
+        stage.device.stop();
+        QTRY_VERIFY(!stage.host.working.PortOpen());
+        QVERIFY(!stage.folder.has(QStringLiteral("ports/com3")));
+        Timer1_tick(stage.link, stage.host);
+        cmdstore_click(stage.link, stage.host); // skipped silently
+        stage.device.start();
+        mnuFindKD_click(stage.link, stage.host);
+        QTRY_VERIFY((Timer8_tick(stage.link, stage.host), stage.host.working.PortOpen()));
+    }
+
+    void settingsAreSentAndAnswered() {
+        Stage stage;
+        stage.connect();
+        stage.link.console.option = kChoiceIntervalSend;
+        preparecommand(stage.link);
+        Text9_change(stage.link, QStringLiteral("5"));
+        Command2_click(stage.link, stage.host);
+        QVERIFY(stage.host.messages.isEmpty());
+        QTRY_VERIFY(stage.link.rxbuf.holds("+^+00005"));
+        Timer1_tick(stage.link, stage.host);
+        QTRY_VERIFY(stage.link.rxbuf.holds("r00005"));
+        stage.device.with([](Kd& kd) { QCOMPARE(kd.memory.interval, 5); });
+    }
+
+    void aLogoAndABookArriveWhole() {
+        Stage stage;
+        stage.connect();
+        QByteArray text;
+        for (int line = 0; text.size() < 6000; ++line) {
+            text += "line " + QByteArray::number(line) + "\r\n";
+        }
+        for (const int option : {kChoiceLogo, kChoiceBook}) {
+            stage.link.console.option = option;
+            preparecommand(stage.link);
+            stage.link.console.Text5.text = QStringLiteral("a.bmt");
+            process().uploadtext = QString::fromLatin1(text);
+            Command2_click(stage.link, stage.host);
+            QVERIFY(stage.host.messages.isEmpty());
+            QTRY_VERIFY(stage.link.rxbuf.holds("+++"));
+        }
+        stage.device.with([&text](Kd& kd) {
+            QCOMPARE(kd.memory.logo, text);
+            QCOMPARE(kd.memory.book, text);
+        });
+    }
+
+    void allDivesAreBackedUp() {
+        Stage stage;
+        stage.connect();
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        mnubackdive_click(stage.link, stage.host);
+        QTRY_VERIFY_WITH_TIMEOUT(stage.tickUntil([&stage] { return !stage.link.Timer3; }), 20000);
+        QCOMPARE(stage.host.messages.last(), "8  Dives Downloaded.");
+        for (std::size_t number = 1; number <= 8; ++number) {
+            QCOMPARE(stage.folder.get(QStringLiteral("new/backdive%1.txt").arg(number)), dive(number));
+        }
+        QCOMPARE(stage.host.leavings, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDevice)
+#include "test_device.moc"

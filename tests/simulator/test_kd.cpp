@@ -1,0 +1,220 @@
+#include "simulator/demodives.h"
+#include "simulator/kd.h"
+
+#include <QtTest>
+
+using namespace benthor::simulator;
+
+namespace {
+
+const QByteArray kDive = "ver=V2.31\r\nRecint=10\r\nStart     , 521974517\r\nProfile\r\n1,2,3\r\nEnd\r\n";
+const QByteArray kOlder = "ver=V2.31\r\nStart     , 521000000\r\nProfile\r\nEnd\r\n";
+
+/// What comes in `milliseconds`, without the beacon that stands around it.
+QByteArray answer(Kd& device, const QByteArray& command, int milliseconds = 3000) {
+    device.receive(command);
+    QByteArray came;
+    for (int passed = 0; passed < milliseconds; passed += 50) {
+        came += device.advance(50);
+    }
+    while (came.endsWith('P')) {
+        came.chop(1);
+    }
+    return came;
+}
+
+Kd device() {
+    return Kd({kDive, kOlder});
+}
+
+} // namespace
+
+class TestKd : public QObject {
+    Q_OBJECT
+
+private slots:
+    void anIdleDeviceSendsItsBeacon() {
+        Kd kd = device();
+        QByteArray came;
+        for (int turn = 0; turn < 10; ++turn) {
+            came += kd.advance(100);
+        }
+        QVERIFY(came.size() >= 6);
+        QCOMPARE(came.count('P'), came.size());
+    }
+
+    void eachCommandIsAnswered_data() {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QByteArray>("expected");
+        const QByteArray first = "ver=V2.31\r\nRecint=10\r\nStart     , 521974517\r\n";
+        const QByteArray second = "ver=V2.31\r\nStart     , 521000000\r\n";
+        QTest::newRow("directory") << QByteArray("M") << first + second + "End";
+        QTest::newRow("last summary") << QByteArray("C") << first + "End";
+        QTest::newRow("interval") << QByteArray("R") << QByteArray("r00010A006B040C070D140E160");
+        QTest::newRow("set interval") << QByteArray("S005F\r\n") << QByteArray("sWait..+^+00005");
+        QTest::newRow("set interval, unpadded") << QByteArray("S5F\r\n") << QByteArray("sWait..+^+00005");
+        QTest::newRow("interval out of range") << QByteArray("S241F\r\n") << QByteArray("s");
+        QTest::newRow("interval that is none") << QByteArray("S0abF\r\n") << QByteArray("s");
+        QTest::newRow("dive 1") << QByteArray("D0") << kDive;
+        QTest::newRow("dive 2") << QByteArray("D1") << kOlder;
+        QTest::newRow("no such dive") << QByteArray("D9") << QByteArray();
+        QTest::newRow("dive null") << QByteArray("D/") << QByteArray();
+        QTest::newRow("all dives") << QByteArray("Dy") << kDive + kOlder + "backsenddone";
+        QTest::newRow("logo") << QByteArray("L") << QByteArray("l");
+        QTest::newRow("logo with body") << QByteArray("Lbits\x1B") << QByteArray("lWait..+++");
+        QTest::newRow("setup in one piece")
+            << QByteArray("G   A079\x1B\x1B\x1B\r\n") << QByteArray("gWait..+=+");
+        QTest::newRow("book") << QByteArray("Btext\x1B * * ") << QByteArray("bWait..+++");
+        QTest::newRow("name") << "A^" + QByteArray("Ada").leftJustified(32) + "B*@ " + QByteArray(30, 'C') +
+                                     "\r\n"
+                              << QByteArray("aWait..+++");
+        QTest::newRow("nothing it knows") << QByteArray("?x\r\n") << QByteArray();
+    }
+
+    void eachCommandIsAnswered() {
+        QFETCH(QByteArray, command);
+        QFETCH(QByteArray, expected);
+        Kd kd = device();
+        QCOMPARE(answer(kd, command), expected);
+    }
+
+    void aCommandMayComeByteByByte_data() { eachCommandIsAnswered_data(); }
+
+    void aCommandMayComeByteByByte() {
+        QFETCH(QByteArray, command);
+        QFETCH(QByteArray, expected);
+        Kd kd = device();
+        for (qsizetype at = 0; at + 1 < command.size(); ++at) {
+            kd.receive(command.mid(at, 1));
+        }
+        QCOMPARE(answer(kd, command.last(1)), expected);
+    }
+
+    void theSetupEndsAtItsLastSetting() {
+        Kd kd = device();
+        const QByteArray setup = answer(kd, "H");
+        QCOMPARE(newSetup().size(), 226);
+        QCOMPARE(newSetup().at(221), 'Y');
+        QCOMPARE(setup, newSetup().first(223));
+        QVERIFY(setup.startsWith("A079 000 0660 1 B001 000 0060 1 "));
+    }
+
+    void aDeviceOfTheThirdVersionHasNoSetupToRead() {
+        Kd kd({kDive}, "V3.12");
+        QCOMPARE(answer(kd, "H"), QByteArray());
+        QVERIFY(answer(kd, "M").startsWith("ver=V3.12\r\n"));
+    }
+
+    void whatIsSentIsKept() {
+        Kd kd = device();
+        answer(kd, "S020F\r\n");
+        answer(kd, "Lbits\x1B");
+        answer(kd, "Btext\x1B * * ");
+        answer(kd, "G   A079\x1B\x1B\x1B\r\n");
+        answer(kd, "A^" + QByteArray("Ada").leftJustified(32) + "B*@\r\n");
+        QCOMPARE(kd.memory.interval, 20);
+        QCOMPARE(kd.memory.logo, QByteArray("bits"));
+        QCOMPARE(kd.memory.book, QByteArray("text"));
+        QCOMPARE(kd.memory.setup, QByteArray("A079\x1B"));
+        QCOMPARE(kd.memory.username, QByteArray("Ada").leftJustified(32));
+        QCOMPARE(answer(kd, "R"), QByteArray("r00020A006B040C070D140E160"));
+        const std::vector<QByteArray> expected{
+            "S 020", "L", "logo 4 bytes", "B", "book 4 bytes", "G", "setup 7 bytes", "A", "R"};
+        QVERIFY(kd.log() == expected);
+    }
+
+    void aRestartIsSilentForAWhile() {
+        Kd kd = device();
+        QCOMPARE(answer(kd, "Q", 1000), QByteArray("Wait.."));
+        kd.receive("M");
+        QVERIFY(kd.advance(1000).isEmpty());
+        QVERIFY(!kd.advance(Kd::restartMilliseconds).isEmpty());
+        QVERIFY(answer(kd, "M").endsWith("End"));
+    }
+
+    void aBodyThatGoesNoFurtherIsGivenUp() {
+        Kd kd = device();
+        QCOMPARE(answer(kd, "Lhalf"), QByteArray("l"));
+        QVERIFY(kd.advance(1000).isEmpty());
+        kd.advance(Kd::bodyMilliseconds + 1);
+        QVERIFY(kd.memory.logo.isEmpty());
+        QVERIFY(answer(kd, "M").endsWith("End"));
+    }
+
+    // --- faults
+
+    void aSilentDeviceSaysNothing() {
+        Kd kd = device();
+        kd.faults.silent = true;
+        kd.receive("M");
+        QCOMPARE(kd.advance(60000), QByteArray());
+        kd.faults.silent = false;
+        QVERIFY(kd.advance(1000).startsWith("PP"));
+    }
+
+    void aDiveBreaksOffIntoTheBeacon() {
+        Kd kd = device();
+        kd.faults.breakOffAfter = 20;
+        kd.receive("D0");
+        QCOMPARE(kd.advance(1), kDive.first(20) + "PPPPPPPPPPPP");
+    }
+
+    void bytesAreLostAndTurned() {
+        Kd kd = device();
+        kd.faults.dropEvery = 10;
+        kd.receive("D0");
+        QCOMPARE(kd.advance(1).size(), kDive.size() - kDive.size() / 10);
+        Kd other = device();
+        other.faults.flipEvery = 7;
+        other.receive("D0");
+        const QByteArray came = other.advance(1);
+        QCOMPARE(came.size(), kDive.size());
+        for (qsizetype at = 0; at < came.size(); ++at) {
+            QCOMPARE(came[at], (at + 1) % 7 == 0 ? static_cast<char>(kDive[at] ^ 1) : kDive[at]);
+        }
+    }
+
+    void aReplyComesInPiecesAndLate() {
+        Kd kd = device();
+        kd.faults.pieces = 1;
+        kd.faults.delayMilliseconds = 500;
+        kd.receive("R");
+        QVERIFY(!kd.advance(400).contains('r'));
+        QCOMPARE(kd.advance(100), QByteArray("r"));
+        QCOMPARE(kd.advance(kd.faults.pauseMilliseconds), QByteArray("0"));
+        QCOMPARE(answer(kd, ""), QByteArray("0010A006B040C070D140E160"));
+    }
+
+    void aProductStandsInTheDirectory() {
+        for (const char* word : {"KD3", "KDX", "2010", "HALV", "TRAX"}) {
+            Kd kd = device();
+            kd.productWord = word;
+            QVERIFY(answer(kd, "M").startsWith(QByteArray(word) + "\r\n"));
+        }
+    }
+
+    void aDeviceWithoutDivesSendsTheEndAlone() {
+        Kd kd;
+        QCOMPARE(answer(kd, "M"), QByteArray("End"));
+        QCOMPARE(answer(kd, "D0"), QByteArray());
+    }
+
+    void theDemonstrationsDeviceHasNewAndStoredDives() {
+        const std::vector<QByteArray> dives = deviceDives();
+        QCOMPARE(dives.size(), 8U);
+        int stored = 0;
+        for (const QByteArray& dive : dives) {
+            QCOMPARE(dive.count("End"), 1);
+            for (const DemoDive& demo : demoDives()) {
+                stored += demo.text == dive ? 1 : 0;
+            }
+        }
+        QCOMPARE(stored, 5);
+        for (std::size_t dive = 0; dive < 3; ++dive) {
+            QVERIFY(dives[dive].size() < 20000);
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestKd)
+#include "test_kd.moc"

@@ -1,0 +1,205 @@
+// A KD device in software, on a pseudo-terminal that stands as a serial port of a program folder. For people
+// who work on the program, and for the demonstration.
+
+#include "simulator/demodives.h"
+#include "simulator/kdport.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+#include <QThread>
+
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+
+using namespace benthor::simulator;
+
+namespace {
+
+volatile std::sig_atomic_t stopped = 0;
+
+void stop(int) {
+    stopped = 1;
+}
+
+struct Options {
+    QString folder;
+    int port = 3;
+    int speed = KdPort::lineSpeed;
+    int dives = -1;
+    QByteArray version = "V2.31";
+    QByteArray product;
+    QString keep;
+    int vanishAfter = 0;
+    Faults faults;
+};
+
+const QCommandLineOption kPort("port", "Stands as port <n> of the folder (3).", "n", "3");
+const QCommandLineOption kUnpaced("unpaced", "Sends as fast as it can, not at 9600 baud.");
+const QCommandLineOption kDives("dives", "Has logged only the newest <n> of its dives; 0 for none at all.",
+                                "n");
+const QCommandLineOption kThird("third-version",
+                                "Has firmware of the third version, without a setup to read.");
+const QCommandLineOption kProduct("product", "Prints KD3, KDX, 2010, HALV or TRAX ahead of its directory.",
+                                  "word");
+const QCommandLineOption
+    kKeep("keep", "Writes what it was sent into <folder>, and begins with what lies there.", "folder");
+const QCommandLineOption kSilent("silent", "Hears nothing and says nothing.");
+const QCommandLineOption kBreak("break-off", "Ends each dive after <n> bytes in the beacon.", "n");
+const QCommandLineOption kDrop("drop", "Loses every <n>th byte that it sends.", "n");
+const QCommandLineOption kFlip("flip", "Turns the lowest bit of every <n>th byte that it sends.", "n");
+const QCommandLineOption kPieces("pieces", "Sends replies in pieces of <n> bytes with a pause between them.",
+                                 "n");
+const QCommandLineOption kDelay("delay", "Waits <ms> milliseconds before each reply.", "ms");
+const QCommandLineOption kVanish("vanish",
+                                 "Goes off the line every <s> seconds, and comes back after as many.", "s");
+
+bool number(const QCommandLineParser& parser, const QCommandLineOption& option, int& value) {
+    if (!parser.isSet(option) && option.defaultValues().isEmpty()) {
+        return true;
+    }
+    bool good = false;
+    const int given = parser.value(option).toInt(&good);
+    if (good && given >= 0) {
+        value = given;
+    }
+    return good && given >= 0;
+}
+
+bool read(const QCommandLineParser& parser, Options& options) {
+    if (parser.positionalArguments().size() != 1) {
+        return false;
+    }
+    options.folder = QDir(parser.positionalArguments().first()).absolutePath();
+    options.speed = parser.isSet(kUnpaced) ? KdPort::unpaced : KdPort::lineSpeed;
+    options.version = parser.isSet(kThird) ? "V3.12" : "V2.31";
+    options.product = parser.value(kProduct).toLatin1();
+    options.keep = parser.value(kKeep);
+    options.faults.silent = parser.isSet(kSilent);
+    return number(parser, kPort, options.port) && number(parser, kDives, options.dives) &&
+           number(parser, kBreak, options.faults.breakOffAfter) &&
+           number(parser, kDrop, options.faults.dropEvery) &&
+           number(parser, kFlip, options.faults.flipEvery) &&
+           number(parser, kPieces, options.faults.pieces) &&
+           number(parser, kDelay, options.faults.delayMilliseconds) &&
+           number(parser, kVanish, options.vanishAfter);
+}
+
+// --- what the device was sent, as files that a person can look at
+
+QByteArray load(const QString& folder, const char* name, const QByteArray& otherwise) {
+    QFile file(folder + QLatin1Char('/') + QLatin1String(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : otherwise;
+}
+
+void save(const QString& folder, const char* name, const QByteArray& bytes) {
+    QFile file(folder + QLatin1Char('/') + QLatin1String(name));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(bytes);
+    }
+}
+
+void loadMemory(const QString& folder, KdMemory& memory) {
+    memory.interval = load(folder, "interval.txt", QByteArray::number(memory.interval)).trimmed().toInt();
+    memory.username = load(folder, "name.txt", memory.username);
+    memory.setup = load(folder, "setup.txt", memory.setup);
+    memory.book = load(folder, "book.txt", memory.book);
+    memory.logo = load(folder, "logo.txt", memory.logo);
+}
+
+void saveMemory(const QString& folder, const Kd& device) {
+    QDir().mkpath(folder);
+    save(folder, "interval.txt", QByteArray::number(device.memory.interval));
+    save(folder, "name.txt", device.memory.username);
+    save(folder, "setup.txt", device.memory.setup);
+    save(folder, "book.txt", device.memory.book);
+    save(folder, "logo.txt", device.memory.logo);
+    save(
+        folder, "commands.txt", device.log().empty() ? QByteArray() : [&device] {
+            QByteArray lines;
+            for (const QByteArray& command : device.log()) {
+                lines += command + '\n';
+            }
+            return lines;
+        }());
+}
+
+Kd makeDevice(const Options& options) {
+    std::vector<QByteArray> dives = deviceDives();
+    if (options.dives >= 0) {
+        dives.resize(std::min(dives.size(), static_cast<std::size_t>(options.dives)));
+    }
+    Kd device(std::move(dives), options.version);
+    device.productWord = options.product;
+    device.faults = options.faults;
+    if (!options.keep.isEmpty()) {
+        loadMemory(options.keep, device.memory);
+    }
+    return device;
+}
+
+void tell(QTextStream& out, KdPort& port, std::size_t& told, const QString& keep) {
+    port.with([&](Kd& device) {
+        if (told == device.log().size()) {
+            return;
+        }
+        for (; told < device.log().size(); ++told) {
+            out << "heard " << device.log()[told] << Qt::endl;
+        }
+        if (!keep.isEmpty()) {
+            saveMemory(keep, device);
+        }
+    });
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("kdsim"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("A KD device in software. It stands as a serial port of a program folder (the link "
+                       "ports/com<n> there)\n"
+                       "until it is interrupted, and prints each command that it hears."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The program folder."));
+    parser.addOptions({kPort, kUnpaced, kDives, kThird, kProduct, kKeep, kSilent, kBreak, kDrop, kFlip,
+                       kPieces, kDelay, kVanish});
+    parser.process(application);
+    Options options;
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    if (!read(parser, options)) {
+        err << parser.helpText();
+        return 2;
+    }
+    std::signal(SIGINT, stop);
+    std::signal(SIGTERM, stop);
+    try {
+        KdPort port(options.folder, options.port, makeDevice(options), options.speed);
+        port.start();
+        out << "a device stands as port " << options.port << " of " << options.folder << Qt::endl;
+        std::size_t told = 0;
+        const std::time_t began = std::time(nullptr);
+        bool there = true;
+        while (stopped == 0) {
+            QThread::msleep(100);
+            tell(out, port, told, options.keep);
+            const auto passed = static_cast<int>(std::time(nullptr) - began);
+            const bool wanted = options.vanishAfter == 0 || passed / options.vanishAfter % 2 == 0;
+            if (wanted != there) {
+                wanted ? port.start() : port.stop();
+                there = wanted;
+                out << (there ? "back on the line" : "off the line") << Qt::endl;
+            }
+        }
+    } catch (const std::runtime_error& error) {
+        err << error.what() << Qt::endl;
+        return 1;
+    }
+    return 0;
+}
