@@ -7,10 +7,6 @@ namespace benthor::link {
 namespace {
 const QByteArray kProfile = QByteArrayLiteral("Profile");
 const QByteArray kEnd = QByteArrayLiteral("End");
-
-QString failed() {
-    return QStringLiteral("Error downloading.. Click Refresh and try again!");
-}
 } // namespace
 
 void Command1_click(LinkState& link, LinkHost& host) {
@@ -18,7 +14,7 @@ void Command1_click(LinkState& link, LinkHost& host) {
     try {
         command = diverequest(link.download.startdivenum);
     } catch (const DownloadError&) {
-        host.message(failed());
+        host.message(downloadfailed());
         return;
     }
     if (host.MSComm1().PortOpen()) {
@@ -65,7 +61,7 @@ void capturestep(LinkState& link, LinkHost& host) {
         } catch (const DownloadError&) {
             // Told once: the text stays in the view, from where it can be stored under another name.
             link.capturemode = false;
-            host.message(failed());
+            host.message(downloadfailed());
         }
     }
     link.divesaved = false;

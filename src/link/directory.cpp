@@ -51,11 +51,15 @@ void takesetup(LinkState& link, LinkHost& host) {
 
 } // namespace
 
-void cmdstore_click(LinkState& link, LinkHost& host) {
+void cleardirectory(LinkState& link) {
     link.Mgrid.rows.assign(1, {});
     link.Mgrid.cols = 1;
     link.Mgrid.row = 0;
     link.Mgrid.col = 0;
+}
+
+void cmdstore_click(LinkState& link, LinkHost& host) {
+    cleardirectory(link);
     senddirectorycommand(link, host);
     resetgridheader(link);
     link.Timer2 = true;

@@ -7,6 +7,8 @@ namespace benthor::link {
 
 // The device's list of dives.
 
+/// One row and one column are left.
+void cleardirectory(LinkState& link);
 /// Refresh: clears the directory and asks for it.
 void cmdstore_click(LinkState& link, LinkHost& host);
 /// Asks for the directory alone.

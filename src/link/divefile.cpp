@@ -20,6 +20,10 @@ void demand(const platform::FileResult& result) {
 }
 } // namespace
 
+QString downloadfailed() {
+    return QStringLiteral("Error downloading.. Click Refresh and try again!");
+}
+
 QString waitingpath(const QString& name) {
     return platform::ProgramFolder::current().path(u"new", withSlashes(name));
 }

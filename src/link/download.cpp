@@ -14,10 +14,6 @@ constexpr int kCodeOfDiveZero = 47;
 constexpr int kLargestCode = 255;
 constexpr qsizetype kDiveWord = 4; ///< "Dive" ahead of the number in column 0
 
-QString downloadFailed() {
-    return QStringLiteral("Error downloading.. Click Refresh and try again!");
-}
-
 void beginrun(LinkState& link) {
     link.download.divesreceived = 0;
     link.download.selectedcount = 0;
@@ -29,7 +25,7 @@ void request(LinkState& link, LinkHost& host) {
     try {
         requestcurrentrow(link, host);
     } catch (const DownloadError&) {
-        host.message(downloadFailed());
+        host.message(downloadfailed());
     }
 }
 

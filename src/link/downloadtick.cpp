@@ -129,7 +129,7 @@ void Timer3_tick(LinkState& link, LinkHost& host) {
             divetick(link, host);
         }
     } catch (const DownloadError&) {
-        host.message(QStringLiteral("Error downloading.. Click Refresh and try again!"));
+        host.message(downloadfailed());
     }
 }
 

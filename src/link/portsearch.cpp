@@ -1,3 +1,4 @@
+#include "link/directory.h"
 #include "link/supervision.h"
 
 namespace benthor::link {
@@ -64,10 +65,7 @@ void MSComm2_received(LinkState& link, LinkHost& host, int index) {
 }
 
 void mnuFindKD_click(LinkState& link, LinkHost& host) {
-    link.Mgrid.rows.assign(1, {});
-    link.Mgrid.cols = 1;
-    link.Mgrid.row = 0;
-    link.Mgrid.col = 0;
+    cleardirectory(link);
     closesearchports(host, kLastPort);
     setcomnum(link, host, QString());
     for (int number = 1; number <= kLastSearched; ++number) {

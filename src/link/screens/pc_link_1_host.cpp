@@ -47,7 +47,7 @@ PC_Link_1::Host::Host(PC_Link_1& screen, LinkLines lines)
     };
     working_ = make([this] { screen_.act([this] { MSComm1_received(screen_.link_, *this); }); });
     for (size_t i = 0; i < search_.size(); ++i) {
-        search_.at(i) = make([this, i] { screen_.link_.scanbuf.at(i) += search_.at(i)->Input(); });
+        search_.at(i) = make([this, i] { MSComm2_received(screen_.link_, *this, static_cast<int>(i)); });
     }
     painted_.start();
 }
