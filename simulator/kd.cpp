@@ -232,7 +232,9 @@ void Kd::endBody(const QByteArray& body) {
 
 void Kd::reply(const QByteArray& bytes, int afterMilliseconds) {
     std::int64_t due = now_ + faults.delayMilliseconds + afterMilliseconds;
-    if (!pieces_.empty()) {
+    if (pieces_.empty()) {
+        sent_ = 0;
+    } else {
         due = std::max(due, pieces_.back().due);
     }
     if (faults.pieces < 1) {

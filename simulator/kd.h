@@ -14,8 +14,8 @@ namespace benthor::simulator {
 struct Faults {
     bool silent = false;        ///< hears nothing, says nothing
     int breakOffAfter = -1;     ///< a dive's text ends after so many bytes, and the beacon goes on; -1: never
-    int dropEvery = 0;          ///< every n-th byte sent is lost; 0: none
-    int flipEvery = 0;          ///< every n-th byte sent has its lowest bit turned; 0: none
+    int dropEvery = 0;          ///< every n-th byte from a reply's first on is lost; 0: none
+    int flipEvery = 0;          ///< every n-th byte has its lowest bit turned; 0: none
     int pieces = 0;             ///< a reply comes in pieces of that many bytes; 0: as one
     int pauseMilliseconds = 60; ///< between two pieces
     int delayMilliseconds = 0;  ///< before each reply
@@ -91,7 +91,7 @@ private:
     std::int64_t lastReceived_ = 0;
     std::int64_t nextBeacon_ = 0;
     std::int64_t asleepUntil_ = 0;
-    std::uint64_t sent_ = 0;
+    std::uint64_t sent_ = 0; ///< bytes since the last reply began
 };
 
 } // namespace benthor::simulator

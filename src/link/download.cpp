@@ -29,6 +29,18 @@ void request(LinkState& link, LinkHost& host) {
     }
 }
 
+/// What comes back is waited for at each tick until one of its end marks has come.
+void sendandwait(LinkState& link, LinkHost& host, const QByteArray& command) {
+    link.Text4.clear();
+    link.rxbuf.clear();
+    link.silentticks = 1;
+    link.download.divecommand = command;
+    link.Timer3 = true;
+    if (host.MSComm1().PortOpen()) {
+        host.MSComm1().Output(command);
+    }
+}
+
 void getrows(LinkState& link, LinkHost& host, bool storedToo) {
     beginrun(link);
     for (std::size_t row = 1; row < link.Mgrid.rows.size(); ++row) {
@@ -108,14 +120,7 @@ QByteArray diverequest(const QString& number) {
 }
 
 void senddiverequest(LinkState& link, LinkHost& host) {
-    link.Text4.clear();
-    link.rxbuf.clear();
-    link.silentticks = 1;
-    link.download.divecommand = diverequest(link.download.startdivenum);
-    link.Timer3 = true;
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output(link.download.divecommand);
-    }
+    sendandwait(link, host, diverequest(link.download.startdivenum));
 }
 
 void mnubackdive_click(LinkState& link, LinkHost& host) {
@@ -124,14 +129,7 @@ void mnubackdive_click(LinkState& link, LinkHost& host) {
         return;
     }
     link.download.backupmode = true;
-    link.Text4.clear();
-    link.rxbuf.clear();
-    link.silentticks = 1;
-    link.download.divecommand = "Dy";
-    link.Timer3 = true;
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output(link.download.divecommand);
-    }
+    sendandwait(link, host, "Dy");
 }
 
 void Timer5_tick(LinkState& link) {

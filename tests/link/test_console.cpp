@@ -1,44 +1,10 @@
-#include "link/console.h"
-#include "shell/process.h"
-#include "tests/link/fakehost.h"
-
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "tests/link/consolestage.h"
 
 using namespace benthor;
 using namespace benthor::link;
-using namespace benthor::tests;
+using benthor::tests::ConsoleStage;
 
 namespace {
-
-struct Stage {
-    Stage() {
-        process() = Process();
-        host.line.open = true;
-    }
-    void choose(int option) {
-        link.console.option = option;
-        preparecommand(link);
-    }
-    void answer(const QByteArray& reply) {
-        host.line.onPoll = [this, reply] { host.line.waiting = reply; };
-    }
-    QString file(const QByteArray& bytes, const QString& name) {
-        QFile out(folder.filePath(name));
-        if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size()) {
-            qFatal("no file to open");
-        }
-        return out.fileName();
-    }
-
-    QTemporaryDir folder;
-    LinkState link;
-    FakeHost host;
-};
 
 const QByteArray kNameTrailer = "B*@ " + QByteArray(30, 'C') + "\r\n";
 
@@ -71,7 +37,7 @@ private slots:
         QFETCH(int, option);
         QFETCH(QByteArray, sent);
         QFETCH(QString, expected);
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(option);
         QCOMPARE(stage.link.console.Text6, expected);
         sendcommand(stage.link, stage.host);
@@ -81,14 +47,14 @@ private slots:
     }
 
     void aChoiceWithoutFunctionLeavesTheFieldsAlone() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(10);
         stage.choose(7);
         QCOMPARE(stage.link.console.Text3, "Q");
     }
 
     void theBookKeepsThePrefixThatStoodThere() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(8);
         stage.choose(6);
         QCOMPARE(stage.link.console.Text11, "^");
@@ -114,7 +80,7 @@ private slots:
     void aChoiceShowsTheBoxesThatItUses() {
         QFETCH(int, option);
         QFETCH(QString, shown);
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(9); // shows most of them
         stage.link.console.TextResponse.text = QStringLiteral("10 secs");
         stage.choose(option);
@@ -130,7 +96,7 @@ private slots:
     }
 
     void anIntervalTypedAs5LeavesAs005ThroughSend() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(2);
         Text9_change(stage.link, QStringLiteral("5"));
         stage.answer("s");
@@ -140,7 +106,7 @@ private slots:
     }
 
     void anIntervalTypedAs5LeavesUnpaddedThroughItsPicture() {
-        Stage stage;
+        ConsoleStage stage;
         stage.link.console.Text16[0] = QStringLiteral("5");
         Picture14_click(stage.link, stage.host, 2);
         QCOMPARE(stage.host.line.sent, QByteArray("S5F\r\n"));
@@ -148,7 +114,7 @@ private slots:
     }
 
     void aNameCannotBeLongerThan32AndAShorterOneIsPadded() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(8);
         Text9_change(stage.link, QString(40, QLatin1Char('x')));
         QCOMPARE(stage.link.console.Text9.size(), 32);
@@ -158,7 +124,7 @@ private slots:
     }
 
     void nameAndFreeTextAreKeptForTheNextTime() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(8);
         Text9_change(stage.link, QStringLiteral("Ada"));
         stage.choose(9);
@@ -170,7 +136,7 @@ private slots:
     }
 
     void aCommandEmptiesWhatWasReceived() {
-        Stage stage;
+        ConsoleStage stage;
         stage.link.rxbuf.append("PPP");
         stage.host.line.waiting = "late";
         stage.link.capturemode = true;
@@ -191,7 +157,7 @@ private slots:
 
     void nothingLeavesAClosedPort() {
         QFETCH(int, option);
-        Stage stage;
+        ConsoleStage stage;
         stage.host.line.open = false;
         stage.host.answers = {true};
         process().deviceconnected = 1;
@@ -219,7 +185,7 @@ private slots:
     void aLogoThatIsNoBmtIsRefused() {
         QFETCH(QString, name);
         QFETCH(bool, taken);
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(0);
         stage.link.console.Text5.text = name;
         stage.answer("l");
@@ -230,7 +196,7 @@ private slots:
     }
 
     void anIntervalThatIsNoNumberIsToldAndSentAllTheSame() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(2);
         Text9_change(stage.link, QStringLiteral("ab"));
         stage.answer("s");
@@ -240,7 +206,7 @@ private slots:
     }
 
     void anIntervalThatIsNoNumberIsNotToldWhileTheAlarmFrameIsUp() {
-        Stage stage;
+        ConsoleStage stage;
         stage.link.console.Frame4Visible = true;
         stage.choose(2);
         Text9_change(stage.link, QStringLiteral("ab"));
@@ -250,7 +216,7 @@ private slots:
     }
 
     void sendingBeginsTheCountsAnew() {
-        Stage stage;
+        ConsoleStage stage;
         stage.link.silentticks = 70;
         stage.link.updatedticks = 5;
         stage.choose(10);
@@ -263,7 +229,7 @@ private slots:
     }
 
     void withoutAReplyThePollsEndAndSaySo() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(2);
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.polls, 100000);
@@ -275,7 +241,7 @@ private slots:
     }
 
     void whatThePollsReadReplacesTheViewAndNeverReachesTheBuffer() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(2);
         stage.host.line.onPoll = [&stage] {
             stage.host.line.waiting = stage.host.line.polls < 3 ? QByteArray("PPPP") : QByteArray("xsx");
@@ -287,7 +253,7 @@ private slots:
     }
 
     void closingTheScreenEndsThePolls() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(0);
         stage.link.console.Text5.text = QStringLiteral("a.bmt");
         process().uploadtext = QStringLiteral("body");
@@ -299,7 +265,7 @@ private slots:
     }
 
     void aBodyGoesOutCharacterByCharacterAndEndsInEscape() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(0);
         stage.link.console.Text5.text = QStringLiteral("a.bmt");
         process().uploadtext = QString::fromLatin1("a*;\xE9");
@@ -311,7 +277,7 @@ private slots:
     }
 
     void aSecondSendAppendsASecondEscape() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(0);
         stage.link.console.Text5.text = QStringLiteral("a.bmt");
         process().uploadtext = QStringLiteral("x");
@@ -323,7 +289,7 @@ private slots:
     }
 
     void withoutAFileNoBodyGoesOut() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(5); // its file box is hidden
         process().uploadtext = QStringLiteral("text");
         stage.link.console.Text5.text = QStringLiteral("some.mit");
@@ -334,7 +300,7 @@ private slots:
     }
 
     void aBookIsCutAtItsIndexAndItsMarksBecomeColons() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(6);
         stage.link.console.Text5.text = QStringLiteral("book.txt");
         stage.link.console.Text12.text = QStringLiteral("2");
@@ -346,7 +312,7 @@ private slots:
     }
 
     void aBookIndexBeyondTheTextSendsTheEndOnly() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(6);
         stage.link.console.Text5.text = QStringLiteral("book.txt");
         stage.link.console.Text12.text = QStringLiteral("100");
@@ -357,7 +323,7 @@ private slots:
     }
 
     void closingTheScreenEndsTheBody() {
-        Stage stage;
+        ConsoleStage stage;
         stage.choose(6);
         stage.link.console.Text5.text = QStringLiteral("book.txt");
         process().uploadtext = QString(5000, QLatin1Char('x'));
@@ -369,7 +335,7 @@ private slots:
     }
 
     void theSetupLeavesInOnePiece() {
-        Stage stage;
+        ConsoleStage stage;
         process().uploadtext = QStringLiteral("A079\x1B");
         send_data(stage.link, stage.host);
         QCOMPARE(stage.host.line.writes.size(), 1U);
@@ -377,7 +343,7 @@ private slots:
     }
 
     void theSetupsFieldsAreSelectedWithItsFileBox() {
-        Stage stage;
+        ConsoleStage stage;
         dooptioncheck(stage.link);
         QCOMPARE(stage.link.console.option, 5);
         QCOMPARE(stage.link.console.Text3, "G");
@@ -401,7 +367,7 @@ private slots:
         QFETCH(QString, caption);
         QFETCH(int, connected);
         QFETCH(bool, sent);
-        Stage stage;
+        ConsoleStage stage;
         stage.link.AFLabel3.text = caption;
         process().deviceconnected = connected;
         Label19_click(stage.link, stage.host, 1);
@@ -412,7 +378,7 @@ private slots:
     }
 
     void getReadingsStartsItsTimer() {
-        Stage stage;
+        ConsoleStage stage;
         process().deviceconnected = 1;
         Label19_click(stage.link, stage.host, 11);
         QVERIFY(stage.link.Timer6);
@@ -420,7 +386,7 @@ private slots:
     }
 
     void restartAsksFirst() {
-        Stage stage;
+        ConsoleStage stage;
         stage.host.answers = {false, true};
         Label19_click(stage.link, stage.host, 10);
         QCOMPARE(stage.host.questions, QStringList("Are you sure you want to restart KD/Tolby"));
@@ -432,191 +398,15 @@ private slots:
 
     void theOtherChoicesShowSendAndWait() {
         for (const int index : {0, 6, 8}) {
-            Stage stage;
+            ConsoleStage stage;
             stage.link.console.Command2.visible = false;
             Label19_click(stage.link, stage.host, index);
             QVERIFY(stage.link.console.Command2.visible);
             QVERIFY(stage.host.line.writes.empty());
         }
-        Stage stage;
+        ConsoleStage stage;
         Label19_click(stage.link, stage.host, 5);
         QVERIFY(!stage.link.console.Command2.visible);
-    }
-
-    void theFilterOfTheOpenDialogGoesByTheChoice() {
-        Stage stage;
-        stage.link.console.convertedlogo = QStringLiteral("sharka.bmt");
-        for (const int option : {0, 5, 9}) {
-            stage.choose(option);
-            mnuOpen_click(stage.link, stage.host);
-        }
-        QCOMPARE(stage.host.filters, QStringList({"BMPText Files (*.bmt)|*.bmt|All Files (*.*)|*.*",
-                                                  "Gas Files (*.mit)|*.mit|All Files (*.*)|*.*",
-                                                  "Text Files (*.txt)|*.txt|All Files (*.*)|*.*"}));
-        QCOMPARE(stage.host.suggested, QStringList({"sharka.bmt", "default.mit", ""}));
-        QCOMPARE(process().uploadtext, "");
-    }
-
-    void aFileIsReadAsItsBytes() {
-        Stage stage;
-        stage.choose(6);
-        stage.host.chosenFile = stage.file("two  blanks\r\n\xFF", QStringLiteral("book.txt"));
-        mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, QString::fromLatin1("two  blanks\r\n\xFF"));
-        QCOMPARE(stage.link.console.Text5.text, stage.host.chosenFile);
-        QCOMPARE(stage.link.console.uploadfile, stage.host.chosenFile);
-        QVERIFY(stage.host.questions.isEmpty());
-    }
-
-    void ofALogoOnlyWhatStandsBehindTheLastDoubleBlankStays_data() {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("none") << QByteArray("0 1 2") << "0 1 2";
-        QTest::newRow("one") << QByteArray("head  body") << "body";
-        QTest::newRow("in the last line") << QByteArray("head  body\r\nx  end") << "end";
-        QTest::newRow("three blanks") << QByteArray("head   body") << " body";
-        QTest::newRow("at the end") << QByteArray("head  ") << "";
-    }
-
-    void ofALogoOnlyWhatStandsBehindTheLastDoubleBlankStays() {
-        QFETCH(QByteArray, file);
-        QFETCH(QString, text);
-        Stage stage;
-        stage.choose(0);
-        stage.host.chosenFile = stage.file(file, QStringLiteral("a.bmt"));
-        mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, text);
-    }
-
-    void aLongFileIsCutAndItsRestCanBeSaved() {
-        Stage stage;
-        stage.choose(6);
-        QByteArray bytes;
-        for (int i = 0; bytes.size() < 20100; ++i) {
-            bytes += QByteArray::number(i);
-        }
-        stage.host.chosenFile = stage.file(bytes, QStringLiteral("long.txt"));
-        stage.host.answers = {true};
-        mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext.toLatin1(), bytes.first(20000));
-        QCOMPARE(stage.host.questions,
-                 QStringList("Not all text sent. Do you want to save remaining text in new file?"));
-        QCOMPARE(stage.host.titles, QStringList("Save Text"));
-        QFile rest(stage.host.chosenFile); // the fake gives the same name for both dialogs
-        QVERIFY(rest.open(QIODevice::ReadOnly));
-        QCOMPARE(rest.readAll(), bytes.sliced(20000));
-    }
-
-    void aFileThatCannotBeReadChangesNothing() {
-        Stage stage;
-        stage.choose(6);
-        process().uploadtext = QStringLiteral("kept");
-        stage.host.chosenFile = stage.folder.filePath(QStringLiteral("none.txt"));
-        mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, "kept");
-        QCOMPARE(stage.host.messages.size(), 1);
-        QVERIFY(stage.host.messages.first().contains(QLatin1String("none.txt")));
-    }
-
-    void theTextToSendFollowsItsBoxExceptForBookAndLogo() {
-        Stage stage;
-        for (int option = 0; option <= 11; ++option) {
-            stage.choose(option);
-            process().uploadtext = QStringLiteral("file");
-            stage.link.console.Text7 = QStringLiteral("box");
-            refreshtexttosend(stage.link);
-            QCOMPARE(process().uploadtext, option == 0 || option == 6 ? "file" : "box");
-            QCOMPARE(stage.link.console.Text12.enabled, option == 6 || option == 9);
-        }
-    }
-
-    void theFileBoxFollowsTheFileNameThatIsShown() {
-        Stage stage;
-        stage.link.console.uploadfile = QStringLiteral("a.bmt");
-        stage.link.console.Text5.text = QStringLiteral("old");
-        refreshtexttosend(stage.link);
-        QCOMPARE(stage.link.console.Text5.text, "old");
-        stage.link.console.filenameshown = QStringLiteral("a.bmt");
-        refreshtexttosend(stage.link);
-        QCOMPARE(stage.link.console.Text5.text, "a.bmt");
-    }
-
-    void theReplyIsEchoedFromTheThirdPlaceBehindItsTag() {
-        Stage stage;
-        stage.choose(1);
-        stage.link.Text4.assign("PPr00010PP");
-        replyecho(stage.link);
-        QCOMPARE(stage.link.console.TextResponse.text, "10 secs");
-        stage.choose(2);
-        stage.link.Text4.assign("PP+^+00005PP");
-        replyecho(stage.link);
-        QCOMPARE(stage.link.console.TextResponse.text, "5 secs");
-        stage.link.Text4.assign("nothing");
-        replyecho(stage.link);
-        QCOMPARE(stage.link.console.TextResponse.text, "5 secs");
-        stage.choose(11);
-        stage.link.Text4.assign("R0000,");
-        replyecho(stage.link);
-        QCOMPARE(stage.link.console.TextResponse.text, "0 secs");
-        stage.choose(10);
-        replyecho(stage.link);
-        QCOMPARE(stage.link.console.TextResponse.text, "");
-    }
-
-    void theIntervalReplyAgreesWithTheVectors_data() {
-        QTest::addColumn<QJsonObject>("vector");
-        QFile file(QStringLiteral(BENTHOR_TEST_DATA "/link/interval.json"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QJsonArray all =
-            QJsonDocument::fromJson(file.readAll())[QLatin1String("interval_replies")].toArray();
-        QVERIFY(!all.isEmpty());
-        for (const auto& vector : all) {
-            QTest::newRow(vector[QLatin1String("about")].toString().toUtf8()) << vector.toObject();
-        }
-    }
-
-    void theIntervalReplyAgreesWithTheVectors() {
-        QFETCH(QJsonObject, vector);
-        Stage stage;
-        stage.choose(1);
-        stage.link.console.intervalread = false;
-        stage.link.console.Frame4Visible = true;
-        stage.link.console.Text16.fill(QStringLiteral("(kept)"));
-        stage.link.Text4.assign(vector[QLatin1String("reply")].toString().toLatin1());
-        readinterval(stage.link);
-        const QString interval = vector[QLatin1String("interval")].toVariant().toString();
-        QCOMPARE(stage.link.console.Text16[1], interval);
-        QCOMPARE(stage.link.console.Text16[0], interval);
-        const QJsonObject boxes = vector[QLatin1String("boxes")].toObject();
-        for (std::size_t box = 2; box <= 6; ++box) {
-            QCOMPARE(stage.link.console.Text16[box],
-                     boxes.value(QString::number(box)).toString(QStringLiteral("(kept)")));
-        }
-        QCOMPARE(stage.link.console.intervalread, interval != QLatin1String("(kept)"));
-    }
-
-    void theIntervalIsReadOnceBehindEachClick() {
-        Stage stage;
-        stage.choose(1);
-        stage.link.console.intervalread = false;
-        stage.link.Text4.assign("r00010");
-        readinterval(stage.link);
-        QCOMPARE(stage.link.console.Text16[1], "10");
-        stage.link.Text4.assign("r00020");
-        readinterval(stage.link);
-        QCOMPARE(stage.link.console.Text16[1], "10");
-        Label19_click(stage.link, stage.host, 1);
-        readinterval(stage.link);
-        QCOMPARE(stage.link.console.Text16[1], "20");
-    }
-
-    void theIntervalIsReadForItsChoiceOnly() {
-        Stage stage;
-        stage.choose(2);
-        stage.link.console.intervalread = false;
-        stage.link.Text4.assign("+^+00010");
-        readinterval(stage.link);
-        QCOMPARE(stage.link.console.Text16[1], "");
     }
 };
 

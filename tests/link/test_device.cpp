@@ -9,6 +9,7 @@
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
 #include "tests/link/fakehost.h"
+#include "tests/support/pseudoterminal.h"
 #include "tests/support/testfolder.h"
 
 #include <QtTest>
@@ -30,8 +31,14 @@ public:
     platform::SerialPort& MSComm1() override { return working; }
     platform::SerialPort& MSComm2(int index) override { return search.at(static_cast<std::size_t>(index)); }
 
+    bool repaint() override {
+        closed = closed || (repaintsLeft > 0 && --repaintsLeft == 0);
+        return FakeHost::repaint();
+    }
+
     platform::SerialPort working;
     std::array<platform::SerialPort, 32> search;
+    int repaintsLeft = 0; ///< the screen is closed in the last of them; 0: never
 };
 
 struct Stage {
@@ -91,6 +98,20 @@ struct Stage {
 QByteArray dive(std::size_t number) {
     static const std::vector<QByteArray> dives = simulator::deviceDives();
     return dives.at(number - 1);
+}
+
+/// A stride of which no multiple meets the marks that a dive is known by.
+int strideBeside(const QByteArray& text) {
+    const auto meets = [&text](int stride, const char* mark) {
+        const qsizetype begin = text.indexOf(mark);
+        const qsizetype end = begin + static_cast<qsizetype>(std::strlen(mark));
+        return begin / stride != end / stride;
+    };
+    int stride = 997;
+    while (meets(stride, "Profile") || meets(stride, "End")) {
+        ++stride;
+    }
+    return stride;
 }
 
 } // namespace
@@ -185,20 +206,80 @@ private slots:
         QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
     }
 
+    void lostAndTurnedBytesAreStoredAsTheyCame_data() {
+        QTest::addColumn<int>("dropEvery");
+        QTest::addColumn<int>("flipEvery");
+        QTest::newRow("lost") << strideBeside(dive(2)) << 0;
+        QTest::newRow("turned") << 0 << strideBeside(dive(2));
+    }
+
     void lostAndTurnedBytesAreStoredAsTheyCame() {
-        for (const bool lost : {true, false}) {
-            Stage stage;
-            stage.connect();
-            Faults faults;
-            (lost ? faults.dropEvery : faults.flipEvery) = 1009;
-            stage.fault(faults);
-            stage.download({2});
-            if (stage.stored(2).isEmpty()) {
-                continue; // its end mark was hit
+        QFETCH(int, dropEvery);
+        QFETCH(int, flipEvery);
+        Stage stage(Kd({dive(2)}, "V3.12"));
+        stage.connect();
+        Faults faults;
+        faults.dropEvery = dropEvery;
+        faults.flipEvery = flipEvery;
+        stage.fault(faults);
+        stage.download({1});
+        QByteArray expected;
+        for (qsizetype at = 0; at < dive(2).size(); ++at) {
+            const bool hit = (at + 1) % (dropEvery + flipEvery) == 0;
+            if (!hit || dropEvery == 0) {
+                expected += static_cast<char>(hit ? dive(2).at(at) ^ 1 : dive(2).at(at));
             }
-            QVERIFY(!stage.stored(2).contains(dive(2).chopped(2)));
-            QCOMPARE(stage.stored(2), stage.link.download.lastdivetext.bytes() + "\r\n");
         }
+        QVERIFY(expected.contains("End"));
+        QCOMPARE(stage.stored(1), stage.link.download.lastdivetext.bytes() + "\r\n");
+        // A beacon may stand ahead, and the last line end may still be on its way.
+        QVERIFY(stage.stored(1).contains(expected.chopped(2)));
+    }
+
+    void aDiveWhoseEndMarkIsHurtIsDroppedWhenTheBeaconComes() {
+        Stage stage(Kd({"ver=V3.12\r\nStart     , 521974517\r\nProfile\r\n1,2,3\r\nEnd\r\n"}, "V3.12"));
+        stage.connect();
+        Faults faults;
+        faults.flipEvery = 1;
+        stage.fault(faults);
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.link.rxbuf.size() > 40); // all of it, and nothing that can be read
+        QVERIFY(!stage.tickUntil([&stage] { return !stage.link.Timer3; }));
+        stage.fault(Faults());
+        QTRY_VERIFY(stage.tickUntil([&stage] { return !stage.link.Timer3; }));
+        QVERIFY(stage.stored(1).isEmpty());
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+    }
+
+    void garbageOnTheLineIsNeitherADeviceNorADirectory() {
+        const TestFolder folder;
+        const PseudoTerminal far;
+        far.link(folder.root(), kPort);
+        LinkState link;
+        SerialHost host;
+        mnuFindKD_click(link, host);
+        QByteArray garbage;
+        for (int i = 0; i < 2000; ++i) {
+            garbage += static_cast<char>(i * 7919 % 256);
+        }
+        QVERIFY(!garbage.contains("PPP"));
+        far.send(garbage);
+        QTRY_VERIFY((Timer8_tick(link, host), link.scanbuf[kPort].size() == garbage.size()));
+        QCOMPARE(link.ComNum, "");
+        QCOMPARE(link.Label8, "Scanning..");
+        setcomnum(link, host, QString::number(kPort));
+        QVERIFY(!host.working.PortOpen()); // the search holds it
+        closesearchports(host, 31);
+        opencomport(link, host);
+        QObject::connect(&host.working, &platform::SerialPort::received,
+                         [&] { MSComm1_received(link, host); });
+        far.send(garbage);
+        QTRY_COMPARE(link.rxbuf.size(), garbage.size());
+        Timer2_tick(link, host);
+        Timer1_tick(link, host);
+        QCOMPARE(link.Mgrid.rowCount(), 1);
+        QCOMPARE(link.AFLabel3.text, "Command Sent..");
     }
 
     void aDeviceWithoutDivesLeavesTheButtonsOff() {
@@ -277,6 +358,119 @@ private slots:
             QCOMPARE(kd.memory.logo, text);
             QCOMPARE(kd.memory.book, text);
         });
+    }
+
+    void aNameArrivesPaddedAndIsTakenUp() {
+        Stage stage;
+        stage.connect();
+        stage.link.console.option = kChoiceUserId;
+        preparecommand(stage.link);
+        Text9_change(stage.link, QStringLiteral("Ada"));
+        Command2_click(stage.link, stage.host);
+        QVERIFY(stage.host.messages.isEmpty());
+        QTRY_VERIFY(stage.device.received().endsWith("A^Ada" + QByteArray(29, ' ') + "B*@ " +
+                                                     QByteArray(30, 'C') + "\r\n"));
+        stage.device.with([](Kd& kd) { QCOMPARE(kd.memory.username.trimmed(), QByteArray("Ada")); });
+    }
+
+    void theIntervalIsReadAndEchoed() {
+        Stage stage;
+        stage.connect();
+        stage.link.console.Text16[1] = QStringLiteral("0.1");
+        stage.link.AFLabel3.text = QStringLiteral("Command Sent..");
+        Label19_click(stage.link, stage.host, kChoiceIntervalGet);
+        QTRY_VERIFY(stage.link.rxbuf.holds("r00010"));
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.TextResponse.text, "10 secs");
+        QCOMPARE(stage.link.console.Text16[1], "10");
+    }
+
+    void halfAReplyIsNoReply() {
+        Stage stage(Kd(simulator::deviceDives(), "V3.12"));
+        stage.connect();
+        Faults faults;
+        faults.pieces = 3;
+        faults.pauseMilliseconds = 700;
+        stage.fault(faults);
+        stage.link.console.Text16[1] = QStringLiteral("0.1");
+        stage.link.AFLabel3.text = QStringLiteral("Command Sent..");
+        Label19_click(stage.link, stage.host, kChoiceIntervalGet);
+        QTRY_COMPARE(stage.link.rxbuf.bytes(), QByteArray("r00"));
+        replyecho(stage.link);
+        readinterval(stage.link);
+        QCOMPARE(stage.link.console.Text16[1], "0.1");
+        QTRY_VERIFY(stage.link.rxbuf.holds("r00010"));
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.Text16[1], "10");
+    }
+
+    void aRestartSilencesTheDeviceUntilItsBeaconIsBack() {
+        Stage stage(Kd(simulator::deviceDives(), "V3.12"));
+        stage.connect();
+        stage.host.answers = {true};
+        Label19_click(stage.link, stage.host, kChoiceQuit);
+        QCOMPARE(stage.host.questions, QStringList({"Are you sure you want to restart KD/Tolby"}));
+        QTRY_VERIFY(stage.device.received().endsWith('Q'));
+        QTest::qWait(100); // what was on its way has come
+        const qsizetype before = stage.link.rxbuf.size();
+        QTest::qWait(1000);
+        QCOMPARE(stage.link.rxbuf.size(), before);
+        QTRY_VERIFY_WITH_TIMEOUT(stage.link.rxbuf.holds("PPP"), 2 * Kd::restartMilliseconds);
+    }
+
+    void withoutItsReplyACommandSaysSo() {
+        Stage stage;
+        stage.connect();
+        Faults faults;
+        faults.silent = true;
+        stage.fault(faults);
+        stage.link.console.option = kChoiceBook;
+        preparecommand(stage.link);
+        stage.link.console.Text5.text = QStringLiteral("book.txt");
+        process().uploadtext = QStringLiteral("a book");
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.messages, QStringList({"No Response - Check Connection"}));
+        QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
+        QTRY_VERIFY(stage.device.received().endsWith('B')); // and nothing behind
+        QCOMPARE(process().uploadtext, "a book");
+    }
+
+    void aCloseInTheMiddleOfABodyEndsItThere() {
+        Stage stage;
+        stage.connect();
+        stage.link.console.option = kChoiceLogo;
+        preparecommand(stage.link);
+        stage.link.console.Text5.text = QStringLiteral("a.bmt");
+        process().uploadtext = QString(20000, QLatin1Char('x'));
+        stage.host.repaintsLeft = 3;
+        Command2_click(stage.link, stage.host);
+        QVERIFY(stage.host.closed);
+        QTest::qWait(200);
+        const QByteArray body = stage.device.received().mid(stage.device.received().lastIndexOf('L') + 1);
+        QVERIFY(body.size() > 0);
+        QVERIFY(body.size() < 20000);
+        QCOMPARE(body, QByteArray(body.size(), 'x')); // no end mark either
+    }
+
+    void aDeviceThatVanishesInTheMiddleOfADiveLeavesTheRunOpenAndNothingStored() {
+        Stage stage(Kd(simulator::deviceDives()), KdPort::lineSpeed);
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        stage.link.Mgrid.rows.resize(2);
+        stage.link.Mgrid.rows[1].cells[0] = QStringLiteral("Dive1");
+        stage.link.Timer2 = false;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.link.rxbuf.size() > 100);
+        stage.device.stop();
+        QTRY_VERIFY(!stage.host.working.PortOpen());
+        for (int tick = 0; tick < 20; ++tick) {
+            Timer3_tick(stage.link, stage.host);
+        }
+        QVERIFY(stage.link.Timer3);
+        QVERIFY(stage.link.download.TXTWaitVisible);
+        QVERIFY(stage.host.messages.isEmpty());
+        QVERIFY(stage.stored(1).isEmpty());
     }
 
     void allDivesAreBackedUp() {

@@ -3,10 +3,12 @@
 #include "tests/support/pseudoterminal.h"
 #include "tests/support/testfolder.h"
 
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <QThread>
 #include <array>
 #include <atomic>
+#include <sys/stat.h>
 
 using namespace benthor::platform;
 using namespace benthor::tests;
@@ -32,6 +34,30 @@ bool open(SerialPort& port, int number = 1) {
     port.setSettings(QStringLiteral("9600,N,8,1"));
     return port.setPortOpen(true);
 }
+
+/// For as long as it lives the process has no more rights than anybody.
+class Nobody {
+public:
+    Nobody() {
+        if (::geteuid() == 0 && ::setresuid(kNobody, kNobody, 0) != 0) {
+            qFatal("the rights can't be given up");
+        }
+    }
+    ~Nobody() {
+        uid_t real = 0;
+        uid_t effective = 0;
+        uid_t saved = 0;
+        ::getresuid(&real, &effective, &saved);
+        if (saved == 0 && ::setresuid(0, 0, 0) != 0) {
+            qFatal("the rights don't come back");
+        }
+    }
+    Nobody(const Nobody&) = delete;
+    Nobody& operator=(const Nobody&) = delete;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+};
 
 QByteArray allBytes() {
     QByteArray bytes;
@@ -249,6 +275,24 @@ private slots:
         QVERIFY(port.setPortOpen(true));
         stage.line().send("back");
         QTRY_COMPARE(port.InBufferCount(), 4);
+    }
+
+    void aPortThatTheUserMayNotUseSaysHowToComeByIt() {
+        Stage stage;
+        QCOMPARE(::chmod(QFile::encodeName(stage.folder.root()).constData(), 0755), 0);
+        const QString device = stage.line().path();
+        QCOMPARE(::chmod(QFile::encodeName(device).constData(), 0), 0);
+        SerialPort port;
+        {
+            const Nobody nobody;
+            QVERIFY(!open(port));
+        }
+        QVERIFY(!port.PortOpen());
+        QCOMPARE(port.fault(), PortFault::NoRights);
+        QCOMPARE(port.faultHint(), rightsHint(1, device, QFileInfo(device).group()));
+        QCOMPARE(::chmod(QFile::encodeName(device).constData(), 0600), 0);
+        QVERIFY(open(port));
+        QCOMPARE(port.faultHint(), "");
     }
 
     void theHintNamesGroupAndCommand() {

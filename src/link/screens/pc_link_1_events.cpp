@@ -28,10 +28,7 @@ namespace {
 constexpr int kShiftBit = 1;
 constexpr int kControlBit = 2;
 
-QString seriesHint() {
-    return QStringLiteral("Choose the name of the dive under which the dives will be saved, by typing in the "
-                          "name of the series on the dive series box.");
-}
+constexpr int kSeriesHint = 1;
 
 int shiftBits(Qt::KeyboardModifiers modifiers) {
     return (modifiers & Qt::ShiftModifier ? kShiftBit : 0) |
@@ -194,8 +191,8 @@ void PC_Link_1::Label11_click() {
 
 void PC_Link_1::DiveSeriesName_change(const QString& text) {
     link_.download.DiveSeriesName = text;
-    link_.infotext = seriesHint();
-    host_->hintOnMain(seriesHint());
+    link_.infotext = hint(kSeriesHint);
+    host_->hintOnMain(link_.infotext);
 }
 
 } // namespace benthor::link

@@ -1,0 +1,254 @@
+#include "link/screens/waitcard.h"
+#include "platform/look/widgets/status.h"
+#include "platform/screen/toldqcolor.h"
+#include "tests/link/linkstage.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QSignalSpy>
+
+using benthor::process;
+using benthor::link::PC_Link_1;
+using benthor::platform::FlexGrid;
+using benthor::platform::toQColor;
+using benthor::tests::LinkStage;
+
+class TestPcLink1Layout : public QObject {
+    Q_OBJECT
+
+private slots:
+    // what is there
+    void aListOfControlsCanBeFoundByName_data();
+    void aListOfControlsCanBeFoundByName();
+    void captionsAreAsTold_data();
+    void captionsAreAsTold();
+    void theCommandMenuHasItsEntries();
+    void convertingALogoIsGreyedAndSaysWhy();
+    void timersHaveTheirBeats();
+
+    // faces
+    void theDownloadFaceIsLaidForDive();
+    void theSetupFaceIsLaidOtherwise();
+    void aScreenLoadedHiddenTakesTheFaceThatIsWantedWhenShown();
+    void theSwapLabelAsksForTheOtherFace();
+    void menuScreenLeavesTheLinkIdle();
+};
+
+void TestPcLink1Layout::aListOfControlsCanBeFoundByName_data() {
+    QTest::addColumn<QString>("name");
+    QStringList names{"AFLabel3",        "ComNum",
+                      "Command6",        "Label8",
+                      "Label11",         "Label13",
+                      "lblheading",      "cmddownload",
+                      "cmddownloadall",  "cmddownloadnew",
+                      "Picture5(1)",     "Picture2(1)",
+                      "Picture1(1)",     "Label16",
+                      "Label12",         "cmdstore",
+                      "Picture3",        "Label10",
+                      "Mgrid",           "DiveSeriesName",
+                      "startdivenum",    "Command1",
+                      "Command9",        "Command3",
+                      "Option2(0)",      "Option2(1)",
+                      "Option2(2)",      "Label5(2)",
+                      "downloadingdive", "Text1",
+                      "DiveCount",       "savetodatabase",
+                      "lblBytes",        "ProgressBar1(0)",
+                      "infotext",        "Label20",
+                      "Text14",          "Frame2",
+                      "Frame4",          "Frame5",
+                      "TXTWait(0)",      "TXTWait(1)",
+                      "Text3",           "Text4",
+                      "Text5",           "Text6",
+                      "Text7",           "Text9",
+                      "Text10",          "Text11",
+                      "Text12",          "TextResponse",
+                      "Command2",        "Command5",
+                      "Shape1",          "AFLabel1",
+                      "AFLabel4",        "Label3",
+                      "Label6",          "Label7",
+                      "txtstatus2",      "Image1",
+                      "mnuFindKD",       "mnuCommand",
+                      "mnuOpen",         "mnuEdit",
+                      "mnuDetOn",        "mnuDetOff",
+                      "mnuTips",         "mnuGas",
+                      "mnuHud",          "mnuLogoConv",
+                      "mnubackdive",     "mnuAdvancedOption"};
+    for (int i = 0; i < 12; ++i) {
+        names << QStringLiteral("Option1(%1)").arg(i);
+    }
+    for (int i = 0; i < 10; ++i) {
+        names << QStringLiteral("AFShape1(%1)").arg(i);
+    }
+    for (int i = 0; i < 7; ++i) {
+        names << QStringLiteral("Text16(%1)").arg(i);
+    }
+    for (const int i : {0, 1, 2, 5, 6, 8, 10, 11}) {
+        names << QStringLiteral("Label19(%1)").arg(i) << QStringLiteral("Picture14(%1)").arg(i);
+    }
+    for (const QString& name : std::as_const(names)) {
+        QTest::newRow(qPrintable(name)) << name;
+    }
+}
+
+void TestPcLink1Layout::aListOfControlsCanBeFoundByName() {
+    QFETCH(QString, name);
+    LinkStage stage;
+    QCOMPARE(stage.screen->findChildren<QObject*>(name).size(), 1);
+}
+
+void TestPcLink1Layout::captionsAreAsTold_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("caption");
+    const auto row = [](const char* name, const char* caption) {
+        QTest::newRow(name) << QByteArray(name) << QString::fromLatin1(caption);
+    };
+    row("cmddownload", "Get Selected Dives");
+    row("cmddownloadall", "Get All Dives");
+    row("cmddownloadnew", "Get New Dives");
+    row("cmdstore", "Refresh");
+    row("savetodatabase", "Save to Database");
+    row("Command1", "Get Dive");
+    row("Command9", "Get Dives");
+    row("Command3", "Store Dive Text");
+    row("Command5", "Send File/Text");
+    row("Command6", "Set Port");
+    row("Label11", "Menu Screen");
+    row("Option2(0)", "Last one");
+    row("Option2(1)", "All");
+    row("Option2(2)", "Latest");
+    row("Label19(0)", "Screen Saver");
+    row("Label19(1)", "Get Record Interval secs");
+    row("Label19(2)", "Send Record Interval secs");
+    row("Label19(5)", "Setup + Gas");
+    row("Label19(6)", "Book Send");
+    row("Label19(8)", "Personal Details");
+    row("Label19(10)", "Restart Morvalien");
+    row("Label19(11)", "Get Readings");
+    row("Option1(0)", "Logo Upload");
+    row("Option1(1)", "Interval Get");
+    row("Option1(2)", "Interval Send");
+    row("Option1(3)", "Dive Summary");
+    row("Option1(4)", "Summary Last");
+    row("Option1(5)", "Setup");
+    row("Option1(6)", "Book Upload");
+    row("Option1(8)", "User ID");
+    row("Option1(9)", "Other");
+    row("Option1(10)", "Quit");
+    row("Option1(11)", "Status");
+    row("mnuFindKD", "F&ind KD/Morvalien");
+    row("TXTWait(1)", "DO NOT CLOSE OR USE KEYBOARD  WHILE DOWNLOADING");
+    row("DiveSeriesName", "MyLatestDives");
+}
+
+void TestPcLink1Layout::captionsAreAsTold() {
+    QFETCH(QByteArray, name);
+    QFETCH(QString, caption);
+    LinkStage stage;
+    QCOMPARE(stage.text(name.constData()), caption);
+}
+
+void TestPcLink1Layout::theCommandMenuHasItsEntries() {
+    LinkStage stage;
+    QStringList captions;
+    for (const char* name : {"mnuLogo", "mnuIntget", "mnuIntSend", "mnuDiveSum", "mnuSumLast", "mnuGasUp",
+                             "mnuBookUp", "mnuPersSend", "mnuOther", "mnuQuitKD"}) {
+        captions << stage.control<QAction>(name)->text();
+    }
+    QCOMPARE(captions,
+             (QStringList{"Logo Send", "Interval Get", "Interval Send", "Dive Summary", "Summary Last",
+                          "Gas Upload", "Book Send", "Info Send", "Other", "Quit KD"}));
+}
+
+void TestPcLink1Layout::convertingALogoIsGreyedAndSaysWhy() {
+    LinkStage stage;
+    const QAction* entry = stage.control<QAction>("mnuLogoConv");
+    QVERIFY(!entry->isEnabled());
+    QCOMPARE(entry->toolTip(), "Converting a logo is not there yet.");
+}
+
+void TestPcLink1Layout::timersHaveTheirBeats() {
+    LinkStage stage;
+    const auto beat = [&stage](const char* name) {
+        return stage.control<benthor::platform::TickTimer>(name)->interval();
+    };
+    QCOMPARE(beat("Timer1"), 500);
+    QCOMPARE(beat("Timer2"), 500);
+    QCOMPARE(beat("Timer3"), 500);
+    QCOMPARE(beat("Timer4"), 10000);
+    QCOMPARE(beat("Timer5"), 2000);
+    QCOMPARE(beat("Timer6"), 1000);
+    QCOMPARE(beat("Timer8"), 5000);
+    QVERIFY(stage.ticking("Timer1"));
+    QVERIFY(stage.ticking("Timer2"));
+    QVERIFY(!stage.ticking("Timer3"));
+    QVERIFY(stage.ticking("Timer4"));
+    QVERIFY(!stage.ticking("Timer5"));
+    QVERIFY(!stage.ticking("Timer6"));
+    QVERIFY(stage.ticking("Timer8"));
+}
+
+void TestPcLink1Layout::theDownloadFaceIsLaidForDive() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.screen->showScreen();
+    QCOMPARE(stage.text("lblheading"), "Dive Download");
+    QCOMPARE(stage.text("Label13"), "Setup Utilities");
+    QVERIFY(stage.control("Frame2")->isVisible());
+    QVERIFY(stage.control("Mgrid")->isVisible());
+    QVERIFY(!stage.control("Text4")->isVisible());
+    QVERIFY(!stage.control("Text7")->isVisible());
+    QVERIFY(!stage.control("Label19(0)")->isVisible());
+    QCOMPARE(stage.control<QLineEdit>("DiveSeriesName")->selectedText(), "MyLatestDives");
+}
+
+void TestPcLink1Layout::theSetupFaceIsLaidOtherwise() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.screen->showScreen();
+    QCOMPARE(stage.text("lblheading"), "Setup Utilities");
+    QCOMPARE(stage.text("Label13"), "Dive Download");
+    QVERIFY(!stage.control("Frame2")->isVisible());
+    QVERIFY(stage.control("Label19(0)")->isVisible());
+    QVERIFY(stage.control("Text4")->isVisible());
+    QVERIFY(stage.control<QAction>("mnuDetOn")->isChecked());
+    QVERIFY(!stage.control<QAction>("mnuDetOff")->isChecked());
+}
+
+void TestPcLink1Layout::aScreenLoadedHiddenTakesTheFaceThatIsWantedWhenShown() {
+    LinkStage stage;
+    stage.screen->load();
+    QCOMPARE(stage.text("lblheading"), "Setup Utilities");
+    QVERIFY(!stage.screen->isOnScreen());
+    process().screenmode = QStringLiteral("Dive");
+    stage.screen->showScreen();
+    QCOMPARE(stage.text("lblheading"), "Dive Download");
+    QVERIFY(stage.control("Frame2")->isVisible());
+}
+
+void TestPcLink1Layout::theSwapLabelAsksForTheOtherFace() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.screen->showScreen();
+    const QSignalSpy wanted(stage.screen, &PC_Link_1::swapWanted);
+    stage.click("Label13");
+    QCOMPARE(wanted.value(0).value(0).toString(), "Command");
+    process().screenmode = QStringLiteral("Command");
+    stage.screen->layFace();
+    stage.click("Label13");
+    QCOMPARE(wanted.value(1).value(0).toString(), "Dive");
+}
+
+void TestPcLink1Layout::menuScreenLeavesTheLinkIdle() {
+    LinkStage stage;
+    stage.screen->showScreen();
+    process().linkidle = false;
+    const QSignalSpy wanted(stage.screen, &PC_Link_1::menuWanted);
+    stage.click("Label11");
+    QCOMPARE(wanted.count(), 1);
+    QVERIFY(process().linkidle);
+}
+
+QTEST_MAIN(TestPcLink1Layout)
+#include "test_pc_link_1_layout.moc"
