@@ -1,83 +1,16 @@
-#include "shell/house.h"
-
 #include "link/screens/pc_link_1.h"
 #include "platform/instancelock.h"
 #include "platform/look/look.h"
-#include "platform/screen/screen.h"
-#include "platform/screen/ticktimer.h"
 #include "store/units.h"
-#include "tests/support/scripteddialogs.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/testsettings.h"
+#include "tests/shell/housestage.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QPushButton>
-#include <QtTest>
 
 using namespace benthor;
 using namespace benthor::tests;
 using platform::Screen;
 using platform::TickTimer;
 using shell::House;
-
-namespace {
-
-/// The loaded screen of that name, shown or hidden; null when there is none.
-Screen* loaded(const char* name) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* screen = qobject_cast<Screen*>(window);
-        if (screen != nullptr && screen->objectName() == QLatin1String(name) && screen->isLoaded()) {
-            return screen;
-        }
-    }
-    return nullptr;
-}
-
-bool shown(const char* name) {
-    return loaded(name) != nullptr && loaded(name)->isVisible();
-}
-
-template <class T> T* control(const char* screen, const char* name) {
-    auto* found = loaded(screen) == nullptr ? nullptr : loaded(screen)->findChild<T*>(QLatin1String(name));
-    if (found == nullptr) {
-        qFatal("no %s on %s", name, screen);
-    }
-    return found;
-}
-
-void expire(const char* screen, const char* timer) {
-    control<TickTimer>(screen, timer)->expire();
-}
-
-void setGuide(const TestFolder& folder, const char* word) {
-    platform::Database database;
-    database.open(folder.path("rb.mdb"));
-    database.execute(platform::sqlWith("UPDATE serialno SET getstarted = '", QString::fromLatin1(word), "'"));
-}
-
-/// The program on a folder of its own, from the splash on.
-struct Program {
-    explicit Program(const char* guide = "Close", TestFolder::Store store = TestFolder::Store::Fresh)
-        : folder(store) {
-        if (store == TestFolder::Store::Fresh) {
-            setGuide(folder, guide);
-        }
-        house = std::make_unique<House>();
-        ended = std::make_unique<QSignalSpy>(house.get(), &House::ended);
-        house->start();
-    }
-
-    void passSplash() { expire("frmSplash", "Timer1"); }
-
-    TestSettings settings;
-    TestFolder folder;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<House> house;
-    std::unique_ptr<QSignalSpy> ended;
-};
-
-} // namespace
 
 class TestHouse : public QObject {
     Q_OBJECT
