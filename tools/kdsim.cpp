@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTextStream>
 #include <QThread>
+#include <QTime>
 
 #include <algorithm>
 #include <csignal>
@@ -45,8 +46,10 @@ const QCommandLineOption kThird("third-version",
                                 "Has firmware of the third version, without a setup to read.");
 const QCommandLineOption kProduct("product", "Prints KD3, KDX, 2010, HALV or TRAX ahead of its directory.",
                                   "word");
-const QCommandLineOption
-    kKeep("keep", "Writes what it was sent into <folder>, and begins with what lies there.", "folder");
+const QCommandLineOption kKeep(
+    "keep",
+    "Keeps what it was sent, and a list of what it heard, in <folder>, and begins with what lies there.",
+    "folder");
 const QCommandLineOption kSilent("silent", "Hears nothing and says nothing.");
 const QCommandLineOption kBreak("break-off", "Ends each dive after <n> bytes in the beacon.", "n");
 const QCommandLineOption kDrop("drop", "Loses every <n>th byte that it sends.", "n");
@@ -102,6 +105,13 @@ void save(const QString& folder, const char* name, const QByteArray& bytes) {
     }
 }
 
+void append(const QString& folder, const char* name, const QByteArray& bytes) {
+    QFile file(folder + QLatin1Char('/') + QLatin1String(name));
+    if (file.open(QIODevice::Append)) {
+        file.write(bytes);
+    }
+}
+
 void loadMemory(const QString& folder, KdMemory& memory) {
     memory.interval = load(folder, "interval.txt", QByteArray::number(memory.interval)).trimmed().toInt();
     memory.username = load(folder, "name.txt", memory.username);
@@ -117,14 +127,6 @@ void saveMemory(const QString& folder, const Kd& device) {
     save(folder, "setup.txt", device.memory.setup);
     save(folder, "book.txt", device.memory.book);
     save(folder, "logo.txt", device.memory.logo);
-    save(
-        folder, "commands.txt", device.log().empty() ? QByteArray() : [&device] {
-            QByteArray lines;
-            for (const QByteArray& command : device.log()) {
-                lines += command + '\n';
-            }
-            return lines;
-        }());
 }
 
 Kd makeDevice(const Options& options) {
@@ -141,16 +143,21 @@ Kd makeDevice(const Options& options) {
     return device;
 }
 
+/// Prints what was heard since the last time, with the time of day, and keeps it beside what was sent.
 void tell(QTextStream& out, KdPort& port, std::size_t& told, const QString& keep) {
     port.with([&](Kd& device) {
         if (told == device.log().size()) {
             return;
         }
+        const QByteArray time = QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")).toLatin1();
+        QByteArray lines;
         for (; told < device.log().size(); ++told) {
-            out << "heard " << device.log()[told] << Qt::endl;
+            lines += time + " heard " + device.log()[told] + '\n';
         }
+        out << lines << Qt::flush;
         if (!keep.isEmpty()) {
             saveMemory(keep, device);
+            append(keep, "commands.txt", lines);
         }
     });
 }
@@ -164,7 +171,7 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription(
         QStringLiteral("A KD device in software. It stands as a serial port of a program folder (the link "
                        "ports/com<n> there)\n"
-                       "until it is interrupted, and prints each command that it hears."));
+                       "until it is interrupted, and prints each command that it hears, with its time."));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The program folder."));
     parser.addOptions({kPort, kUnpaced, kDives, kThird, kProduct, kKeep, kSilent, kBreak, kDrop, kFlip,

@@ -119,7 +119,7 @@ struct House::Rooms : Neighbours {
             rbmain.unload();
             rbmain.showInFront();
         });
-        QObject::connect(screen, &logbook::rbmain::linkWanted, &house, [this] { showLink(); });
+        QObject::connect(screen, &logbook::rbmain::linkWanted, &house, [this] { showDownload(); });
         QObject::connect(screen, &logbook::rbmain::mainWanted, &house, [this] { main.showInFront(); });
         return screen;
     }
@@ -187,6 +187,14 @@ struct House::Rooms : Neighbours {
                 main.get().showLinkStatus();
             }
         });
+    }
+
+    /// An import and the link write into the same folder: one waits for the other.
+    void showDownload() {
+        if (!process().importing) {
+            process().screenmode = QStringLiteral("Dive");
+            showLink();
+        }
     }
 
     // --- what the main screen asks

@@ -84,6 +84,7 @@ private slots:
     void aRunAnsweredWithYesLeavesTheLinkAndImports();
     void aRunAnsweredWithNoStays();
     void theOtherFaceAndTheWayBack();
+    void theDiveListLeadsToTheDownload();
 };
 
 void TestHouseLink::theSearchRunsFromTheFirstTickBehindTheHiddenScreen() {
@@ -203,6 +204,20 @@ void TestHouseLink::theOtherFaceAndTheWayBack() {
     expire("main", "Timer1");
     QVERIFY(loaded("PC_Link_1") != nullptr);
     QVERIFY(!shown("PC_Link_1"));
+}
+
+void TestHouseLink::theDiveListLeadsToTheDownload() {
+    LinkedProgram linked;
+    linked.program.folder.put(QStringLiteral("new/A1.txt"), TestFolder::dive(QStringLiteral("minimal.txt")));
+    expire("main", "Timer1");
+    QVERIFY(shown("rbmain"));
+    process().importing = true;
+    QMetaObject::invokeMethod(loaded("rbmain"), "linkWanted");
+    QVERIFY(!shown("PC_Link_1"));
+    process().importing = false;
+    QMetaObject::invokeMethod(loaded("rbmain"), "linkWanted");
+    QVERIFY(shown("PC_Link_1"));
+    QCOMPARE(loaded("PC_Link_1")->windowTitle(), "Dive Download");
 }
 
 int main(int argc, char** argv) {

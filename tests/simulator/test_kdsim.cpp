@@ -1,0 +1,177 @@
+// The program kdsim as a person starts it: a process of its own.
+
+#include "platform/serial/serialport.h"
+#include "tests/support/testfolder.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QtTest>
+
+#include <csignal>
+
+using namespace benthor;
+using benthor::tests::TestFolder;
+
+namespace {
+
+/// One run of the program, ended with the test.
+class Run {
+public:
+    explicit Run(const QStringList& arguments) {
+        process_.start(QStringLiteral(BENTHOR_KDSIM), arguments);
+        if (!process_.waitForStarted()) {
+            qFatal("kdsim does not start");
+        }
+    }
+    ~Run() { end(); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    /// Ends it as Ctrl+C does; its exit code.
+    int end() {
+        if (process_.state() != QProcess::NotRunning) {
+            ::kill(static_cast<pid_t>(process_.processId()), SIGINT);
+            process_.waitForFinished();
+        }
+        return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+    }
+    int waitForEnd() {
+        process_.waitForFinished();
+        return process_.exitCode();
+    }
+    bool running() const { return process_.state() == QProcess::Running; }
+    QString out() {
+        process_.waitForReadyRead(0);
+        out_ += QString::fromUtf8(process_.readAllStandardOutput());
+        return out_;
+    }
+    QString errors() { return QString::fromUtf8(process_.readAllStandardError()); }
+
+private:
+    QProcess process_;
+    QString out_;
+};
+
+/// What comes back until `mark` is in it.
+QByteArray ask(platform::SerialPort& port, const QByteArray& command, const QByteArray& mark) {
+    port.Output(command);
+    QByteArray reply;
+    if (!QTest::qWaitFor([&] { return (reply += port.Input()).contains(mark); })) {
+        qWarning("no %s in %s", mark.constData(), reply.constData());
+    }
+    return reply;
+}
+
+bool open(platform::SerialPort& port, int number) {
+    port.setCommPort(number);
+    return port.setPortOpen(true);
+}
+
+} // namespace
+
+class TestKdsim : public QObject {
+    Q_OBJECT
+
+private slots:
+    void helpTellsEachOption() {
+        Run run({"--help"});
+        QCOMPARE(run.waitForEnd(), 0);
+        const QString help = run.out();
+        for (const char* option :
+             {"--port", "--unpaced", "--dives", "--third-version", "--product", "--keep", "--silent",
+              "--break-off", "--drop", "--flip", "--pieces", "--delay", "--vanish"}) {
+            QVERIFY2(help.contains(QLatin1String(option)), option);
+        }
+    }
+
+    void wrongArgumentsAreRefused_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("no folder") << QStringList();
+        QTest::newRow("two folders") << QStringList{"a", "b"};
+        QTest::newRow("no number") << QStringList{"a", "--port", "x"};
+        QTest::newRow("below zero") << QStringList{"a", "--drop", "-1"};
+        QTest::newRow("unknown") << QStringList{"a", "--loud"};
+    }
+
+    void wrongArgumentsAreRefused() {
+        QFETCH(QStringList, arguments);
+        Run run(arguments);
+        QVERIFY(run.waitForEnd() != 0);
+        QVERIFY(!run.errors().isEmpty());
+    }
+
+    void itStandsAsAPortForAsLongAsItRuns() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        Run run({folder.root(), "--port", "7", "--unpaced"});
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com7")).isSymLink());
+        platform::SerialPort port;
+        QVERIFY(open(port, 7));
+        QVERIFY(ask(port, {}, "PP").contains("PP"));
+        QCOMPARE(ask(port, "M", "End").count("ver="), 8);
+        QTRY_VERIFY(run.out().contains(QLatin1String("heard M")));
+        QVERIFY(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d\\.\\d{3} heard M"))
+                    .match(run.out())
+                    .hasMatch());
+        port.setPortOpen(false);
+        QCOMPARE(run.end(), 0);
+        QVERIFY(!QFileInfo(folder.path("ports/com7")).isSymLink());
+    }
+
+    void optionsReachTheDevice() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        Run run({folder.root(), "--unpaced", "--dives", "2", "--third-version", "--product", "KDX"});
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+        platform::SerialPort port;
+        QVERIFY(open(port, 3));
+        const QByteArray directory = ask(port, "M", "End");
+        QCOMPARE(directory.count("ver=V3."), 2);
+        QVERIFY(directory.contains("KDX"));
+    }
+
+    void whatItWasSentOutlivesARestart() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        const QStringList arguments{folder.root(), "--unpaced", "--keep", folder.path("device")};
+        {
+            Run run(arguments);
+            QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+            platform::SerialPort port;
+            QVERIFY(open(port, 3));
+            ask(port, "S025F\r\n", "+^+00025");
+            ask(port, "L", "l");
+            ask(port, "a logo\x1b", "+++");
+            QTRY_COMPARE(folder.get(QStringLiteral("device/logo.txt")), QByteArray("a logo"));
+            QTRY_VERIFY(folder.get(QStringLiteral("device/commands.txt")).contains("heard S 025"));
+            QCOMPARE(folder.get(QStringLiteral("device/interval.txt")), QByteArray("25"));
+            port.setPortOpen(false);
+            QCOMPARE(run.end(), 0);
+        }
+        Run run(arguments);
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+        platform::SerialPort port;
+        QVERIFY(open(port, 3));
+        QVERIFY(ask(port, "R", "r00025").contains("r00025"));
+        QTRY_VERIFY(folder.get(QStringLiteral("device/commands.txt")).contains("heard R"));
+        QVERIFY(folder.get(QStringLiteral("device/commands.txt")).contains("heard S 025"));
+        QCOMPARE(folder.get(QStringLiteral("device/logo.txt")), QByteArray("a logo"));
+    }
+
+    void aFolderThatCannotBeWrittenIsToldAndEndsIt() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        folder.put(QStringLiteral("file"), "no folder");
+        Run run({folder.path("file")});
+        QCOMPARE(run.waitForEnd(), 1);
+        QVERIFY(run.errors().contains(QLatin1String("the port's link can't be made")));
+    }
+
+    void itGoesOffTheLineAndComesBack() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        Run run({folder.root(), "--unpaced", "--vanish", "1"});
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+        QTRY_VERIFY(!QFileInfo(folder.path("ports/com3")).isSymLink());
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+        QTRY_VERIFY(run.out().contains(QLatin1String("back on the line")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestKdsim)
+#include "test_kdsim.moc"
