@@ -1,0 +1,24 @@
+#pragma once
+
+#include "viewer/diveprofile.h"
+
+namespace benthor::viewer {
+
+/// Rows that a step or a tick of play goes on: 1, 2, 4, ... 64.
+int fasterPlay(int playspeed);
+int slowerPlay(int playspeed);
+
+/// The row of a step by hand, `by` rows on or back. Beyond the last but one row it begins anew, below row 0
+/// it goes to that row; row 0 itself is kept. `lastsample` is the last grid row.
+int manualStep(int selectedrow, int by, int lastsample);
+
+/// The row of a tick of play: beyond the last but one row the dive begins anew.
+int playStep(int selectedrow, int playspeed, int lastsample);
+
+/// The first alarm point behind `currentrow`, going on from row 1 to `currentrow` itself; 0 for none.
+int nextAlarm(const DiveProfile& profile, int currentrow, int lastsample);
+
+/// The same for a mark.
+int nextMark(const DiveProfile& profile, int currentrow, int lastsample);
+
+} // namespace benthor::viewer
