@@ -1,9 +1,9 @@
 #include "link/screens/directorycard.h"
 
-#include "link/screens/commandbutton.h"
 #include "link/screens/showing.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
+#include "platform/look/widgets/commandbutton.h"
 #include "platform/screen/toldqcolor.h"
 
 #include <QEvent>
@@ -41,8 +41,8 @@ QLabel* keyBlock(platform::ToldColour colour) {
 DirectoryCard::DirectoryCard(QWidget* parent)
     : look::Card(parent)
     , count_(look::makeCaption(QString()))
-    , cmdstore_(
-          new CommandButton(QStringLiteral("Refresh"), QStringLiteral("refresh"), CommandButton::Kind::Small))
+    , cmdstore_(new look::CommandButton(QStringLiteral("Refresh"), QStringLiteral("refresh"),
+                                        look::CommandButton::Kind::Small))
     , Mgrid_(named(new platform::FlexGrid, "Mgrid")) {
     cmdstore_->setNames("cmdstore", "Picture3", "Label10");
     cmdstore_->setToolTip(QStringLiteral("Reads the list of dives from the device again"));

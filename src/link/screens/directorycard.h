@@ -10,9 +10,11 @@ namespace benthor::platform {
 class FlexGrid;
 }
 
-namespace benthor::link {
-
+namespace benthor::look {
 class CommandButton;
+}
+
+namespace benthor::link {
 
 /// The device's directory: the grid `Mgrid` with Refresh and a key to its colours in its head.
 class DirectoryCard : public look::Card {
@@ -22,7 +24,7 @@ public:
     explicit DirectoryCard(QWidget* parent = nullptr);
 
     void sync(const Directory& directory);
-    CommandButton* refresh() const { return cmdstore_; }
+    look::CommandButton* refresh() const { return cmdstore_; }
     platform::FlexGrid* grid() const { return Mgrid_; }
 
 protected:
@@ -36,7 +38,7 @@ private:
     platform::RowSign signOf(int row) const;
 
     QLabel* count_;
-    CommandButton* cmdstore_;
+    look::CommandButton* cmdstore_;
     platform::FlexGrid* Mgrid_;
     std::vector<DirectoryRow> shown_; ///< as the grid shows it
     QIcon selectedSign_;

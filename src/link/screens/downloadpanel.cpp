@@ -1,9 +1,9 @@
 #include "link/screens/downloadpanel.h"
 
-#include "link/screens/commandbutton.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
+#include "platform/look/widgets/commandbutton.h"
 #include "platform/look/widgets/fold.h"
 #include "platform/look/widgets/numberlabel.h"
 
@@ -18,8 +18,9 @@ namespace {
 constexpr int kLeastWidth = 240;
 constexpr int kFourLetters = 4; // "Dive" before the number
 
-CommandButton* getButton(const char* caption, const char* iconName) {
-    return new CommandButton(QLatin1String(caption), QLatin1String(iconName), CommandButton::Kind::Large);
+look::CommandButton* getButton(const char* caption, const char* iconName) {
+    return new look::CommandButton(QLatin1String(caption), QLatin1String(iconName),
+                                   look::CommandButton::Kind::Large);
 }
 
 QPushButton* button(const char* name, const char* caption) {
@@ -144,7 +145,7 @@ QWidget* DownloadPanel::buildReceived() {
 }
 
 void DownloadPanel::syncButtons(const LinkState& link) {
-    for (CommandButton* one : {cmddownload_, cmddownloadnew_, cmddownloadall_}) {
+    for (look::CommandButton* one : {cmddownload_, cmddownloadnew_, cmddownloadall_}) {
         showEnabled(one, link.downloadbuttons);
         one->setPictureShown(link.downloadbuttons);
     }

@@ -9,13 +9,12 @@ class QLineEdit;
 class QPushButton;
 
 namespace benthor::look {
+class CommandButton;
 class Fold;
 class NumberLabel;
 } // namespace benthor::look
 
 namespace benthor::link {
-
-class CommandButton;
 
 /// Left side of the face "Dive Download", `Frame2`: what fetches dives, under which name they are saved, a
 /// single dive, and what has come.
@@ -35,9 +34,9 @@ private:
     void syncButtons(const LinkState& link);
     QString fileNames(const LinkState& link) const;
 
-    CommandButton* cmddownload_;
-    CommandButton* cmddownloadnew_;
-    CommandButton* cmddownloadall_;
+    look::CommandButton* cmddownload_;
+    look::CommandButton* cmddownloadnew_;
+    look::CommandButton* cmddownloadall_;
     QLineEdit* DiveSeriesName_;
     QLabel* fileName_;
     QLineEdit* startdivenum_;

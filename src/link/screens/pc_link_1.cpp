@@ -1,7 +1,6 @@
 #include "link/screens/pc_link_1.h"
 
 #include "link/linklife.h"
-#include "link/screens/commandbutton.h"
 #include "link/screens/commandcard.h"
 #include "link/screens/commandlist.h"
 #include "link/screens/directorycard.h"
@@ -12,6 +11,7 @@
 #include "link/screens/pc_link_1_host.h"
 #include "link/screens/showing.h"
 #include "link/screens/waitcard.h"
+#include "platform/look/widgets/commandbutton.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/ticktimer.h"

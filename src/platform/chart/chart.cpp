@@ -24,10 +24,10 @@ QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale, ChartAxis a
     return ticker;
 }
 
-QSharedPointer<QCPAxisTickerText> quarterTicker(int lastRow) {
+QSharedPointer<QCPAxisTickerText> quarterTicker(RowRange view) {
     const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
     for (int quarter = 1; quarter <= 3; ++quarter)
-        ticker->addTick(lastRow * quarter / 4.0, QString());
+        ticker->addTick(view.first + view.span() * quarter / 4.0, QString());
     return ticker;
 }
 
@@ -40,6 +40,7 @@ Chart::Chart(QWidget* parent)
     axisFont_ = font();
     axisFont_.setPixelSize(11);
     setMinimumSize(200, 120);
+    setMouseTracking(true);
     setUpAxes();
     new FillLayer(this);
     new LineLayer(this);
@@ -81,6 +82,20 @@ void Chart::setData(ChartMatrix matrix) {
     matrix_ = std::move(matrix);
     updateScales();
     changed();
+}
+
+void Chart::setView(std::optional<RowRange> view) {
+    if (view && view->span() <= 0)
+        view.reset();
+    if (view == view_)
+        return;
+    view_ = view;
+    updateTicks();
+    changed();
+}
+
+RowRange Chart::view() const {
+    return view_.value_or(RowRange{0, static_cast<double>(std::max(1, matrix_.lastRow()))});
 }
 
 void Chart::setSeriesStyle(int series, const SeriesStyle& style) {
@@ -154,8 +169,8 @@ void Chart::updateTicks() {
     right->setRange(right_.lower, right_.upper);
     right->setTicker(tickerFor(right_, ChartAxis::Right));
     QCPAxis* bottom = axisRect()->axis(QCPAxis::atBottom);
-    bottom->setRange(0, std::max(1, matrix_.lastRow()));
-    bottom->setTicker(quarterTicker(std::max(1, matrix_.lastRow())));
+    bottom->setRange(view().first, view().last);
+    bottom->setTicker(quarterTicker(view()));
     QCPAxis* top = axisRect()->axis(QCPAxis::atTop);
     top->setTicks(false);
 }
@@ -207,7 +222,11 @@ QRect Chart::plotArea() const {
 }
 
 double Chart::xOfRow(double row) const {
-    return plotLeft() + row * plotWidth() / std::max(1, matrix_.lastRow());
+    return plotLeft() + (row - view().first) * plotWidth() / view().span();
+}
+
+double Chart::rowOfX(double x) const {
+    return view().first + (x - plotLeft()) * view().span() / std::max(1, plotWidth());
 }
 
 double Chart::yOfValue(double value, ChartAxis axis) const {
@@ -253,25 +272,54 @@ void Chart::resizeEvent(QResizeEvent* event) {
 }
 
 void Chart::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
+    const bool shifted = event->button() == Qt::LeftButton && (event->modifiers() & Qt::ShiftModifier) != 0;
+    if (event->button() == Qt::MiddleButton || shifted) {
+        dragX_ = event->position().x();
+        setCursor(Qt::ClosedHandCursor);
+    } else if (event->button() == Qt::LeftButton) {
         emit pressed(xTwips(event->position().x()), yTwips(event->position().y()));
+    }
 }
 
 void Chart::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
+    if (event->button() == Qt::LeftButton && !dragX_)
+        emit doubleClicked();
 }
 
 void Chart::mouseMoveEvent(QMouseEvent* event) {
+    if (dragX_) {
+        const double before = *std::exchange(dragX_, event->position().x());
+        emit dragged(event->position().x() - before);
+        return;
+    }
     emit hovered(xTwips(event->position().x()), yTwips(event->position().y()));
 }
 
 void Chart::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
+    if (dragX_) {
+        dragX_.reset();
+        unsetCursor();
+    } else if (event->button() == Qt::LeftButton) {
         emit released(xTwips(event->position().x()), yTwips(event->position().y()));
+    }
 }
 
 void Chart::wheelEvent(QWheelEvent* event) {
-    event->ignore();
+    constexpr double factorOfANotch = 1.25;
+    constexpr double anglesOfANotch = 120;
+    const double notches = event->angleDelta().y() / anglesOfANotch;
+    if (notches == 0) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    emit wheelTurned(xTwips(event->position().x()), std::pow(factorOfANotch, notches));
+}
+
+void Chart::leaveEvent(QEvent* event) {
+    QCustomPlot::leaveEvent(event);
+    emit hoverEnded();
 }
 
 } // namespace benthor::platform

@@ -30,6 +30,9 @@ public:
     /// Column k becomes series k. The cursor stays at its row.
     void setData(ChartMatrix matrix);
     const ChartMatrix& matrix() const { return matrix_; }
+    /// The rows that fill the plot area; nothing: all of them. The scales stay those of all rows.
+    void setView(std::optional<RowRange> view);
+    RowRange view() const;
 
     /// Series 1 to 40; other numbers are ignored.
     void setSeriesStyle(int series, const SeriesStyle& style);
@@ -69,6 +72,7 @@ public:
     int plotWidth() const;
     QRect plotArea() const;
     double xOfRow(double row) const;
+    double rowOfX(double x) const;
     double yOfValue(double value, ChartAxis axis) const;
     /// Twips of a place in the widget: across by the plot area (645 at its left, 10710 at its right edge,
     /// going on beyond both), down by 15 to a pixel.
@@ -88,6 +92,14 @@ signals:
     void released(double xTwips, double yTwips);
     /// The mouse moved, with or without a button.
     void hovered(double xTwips, double yTwips);
+    /// The mouse has left the chart.
+    void hoverEnded();
+    /// The wheel turned at a place: above 1 is nearer, below 1 further away.
+    void wheelTurned(double xTwips, double factor);
+    /// The middle button, or the left one with Shift, was dragged to the right by so many pixels.
+    void dragged(double pixels);
+    /// The left button was clicked twice. A press and a release came before.
+    void doubleClicked();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -97,6 +109,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     void setUpAxes();
@@ -108,6 +121,8 @@ private:
     ChartAxis axisOf(int series) const { return styles_[static_cast<size_t>(series)].axis; }
 
     ChartMatrix matrix_;
+    std::optional<RowRange> view_;
+    std::optional<double> dragX_; ///< where the drag of the view has come to
     std::array<SeriesStyle, ChartMatrix::columns> styles_;
     std::array<SeriesMarker, ChartMatrix::columns> markers_;
     ChartColours colours_;

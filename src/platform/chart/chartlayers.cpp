@@ -14,8 +14,12 @@ constexpr int titleHeight = 20;
 constexpr double cursorWidth = 2;
 constexpr double ringRadius = 4.5;
 
-double xAt(const QRectF& plot, double row, int lastRow) {
-    return plot.left() + (lastRow > 0 ? row * plot.width() / lastRow : 0);
+double xAt(const QRectF& plot, double row, RowRange view) {
+    return plot.left() + (row - view.first) * plot.width() / view.span();
+}
+
+bool isIn(RowRange view, double row) {
+    return row >= view.first && row <= view.last;
 }
 
 double yAt(const QRectF& plot, double value, const ChartScale& scale) {
@@ -72,7 +76,7 @@ void FillLayer::draw(QCPPainter* painter) {
     if (plot.isEmpty())
         return;
     const ChartMatrix& matrix = chart_->matrix();
-    SeriesPainter series(plot, matrix.lastRow());
+    SeriesPainter series(plot, matrix.lastRow(), chart_->view());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         const SeriesStyle& style = chart_->seriesStyle(number);
         const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
@@ -95,11 +99,13 @@ void LineLayer::draw(QCPPainter* painter) {
     dotted.setDashPattern({1, 3});
     painter->setPen(dotted);
     for (const int row : chart_->rowLines()) {
-        const double x = std::round(xAt(plot, row, matrix.lastRow()));
+        if (!isIn(chart_->view(), row))
+            continue;
+        const double x = std::round(xAt(plot, row, chart_->view()));
         painter->drawLine(QLineF(x, plot.top(), x, plot.bottom()));
     }
     painter->setAntialiasing(true);
-    SeriesPainter series(plot, matrix.lastRow());
+    SeriesPainter series(plot, matrix.lastRow(), chart_->view());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         if (!matrix.hasSeries(number))
             continue;
@@ -149,9 +155,11 @@ void NoteLayer::drawUnits(QCPPainter* painter, const QRectF& plot) const {
 void NoteLayer::drawLabels(QCPPainter* painter, const QRectF& plot) const {
     const QFontMetricsF metrics(painter->font());
     for (const ChartLabel& label : chart_->labels()) {
+        if (!isIn(chart_->view(), label.row))
+            continue;
         const ChartScale& scale = label.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
         const QSizeF size(metrics.horizontalAdvance(label.text), metrics.height());
-        QPointF corner(xAt(plot, label.row, chart_->matrix().lastRow()), yAt(plot, label.value, scale));
+        QPointF corner(xAt(plot, label.row, chart_->view()), yAt(plot, label.value, scale));
         constexpr double gap = 4;
         if (label.place & Qt::AlignRight)
             corner.rx() += gap;
@@ -178,10 +186,10 @@ QRect CursorLayer::clipRect() const {
 void CursorLayer::draw(QCPPainter* painter) {
     const int row = chart_->row();
     const ChartMatrix& matrix = chart_->matrix();
-    if (row < 1 || row > matrix.lastRow())
+    if (row < 1 || row > matrix.lastRow() || !isIn(chart_->view(), row))
         return;
     const QRectF plot = area();
-    const double x = std::round(xAt(plot, row, matrix.lastRow())) - 0.5; // between two pixel columns
+    const double x = std::round(xAt(plot, row, chart_->view())) - 0.5; // between two pixel columns
     painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
     painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
     const double value = matrix.at(row, chart_->cursorSeries());

@@ -11,10 +11,9 @@ constexpr int binsPerPixel = 2;
 constexpr double halfPixel = 0.5;
 constexpr float nothing = std::numeric_limits<float>::infinity();
 
-/// Calls `use(first, end)` for each run of rows without a gap.
-template <typename Use> void forEachRun(std::span<const double> values, Use use) {
-    const int count = static_cast<int>(values.size());
-    for (int row = 0; row < count;) {
+/// Calls `use(first, end)` for each run of rows without a gap, of those from `begin` to before `count`.
+template <typename Use> void forEachRun(std::span<const double> values, int begin, int count, Use use) {
+    for (int row = begin; row < count;) {
         if (std::isnan(values[static_cast<size_t>(row)])) {
             ++row;
             continue;
@@ -49,18 +48,21 @@ QPainterPath markerShape(MarkerStyle style, double size) {
 
 } // namespace
 
-SeriesPainter::SeriesPainter(const QRectF& area, int lastRow)
+SeriesPainter::SeriesPainter(const QRectF& area, int lastRow, RowRange view)
     : area_(area)
-    , rowWidth_(lastRow > 0 ? area.width() / lastRow : area.width()) {
+    , view_(view)
+    , rowWidth_(view.span() > 0 ? area.width() / view.span() : area.width())
+    , begin_(std::clamp(static_cast<int>(std::floor(view.first)) - 1, 0, lastRow))
+    , end_(std::clamp(static_cast<int>(std::ceil(view.last)) + 1, begin_, lastRow) + 1) {
     if (!dense())
         return;
     const auto bins = static_cast<size_t>(std::ceil(area.width()) + 1) * binsPerPixel;
     binStart_.resize(bins + 1);
     for (size_t bin = 0; bin < bins; ++bin) {
         const double x = static_cast<double>(bin) / binsPerPixel - halfPixel;
-        binStart_[bin] = std::clamp(static_cast<int>(std::ceil(x / rowWidth_)), 0, lastRow + 1);
+        binStart_[bin] = std::clamp(static_cast<int>(std::ceil(view.first + x / rowWidth_)), begin_, end_);
     }
-    binStart_[bins] = lastRow + 1;
+    binStart_[bins] = end_;
     stretches_.resize(bins);
     columns_.resize(bins / binsPerPixel);
 }
@@ -82,7 +84,8 @@ void SeriesPainter::measure(std::span<const double> values, const ChartScale& sc
     const auto bottom =
         static_cast<float>(area_.bottom() + scale.lower / (scale.upper - scale.lower) * area_.height());
     const auto slope = static_cast<float>(-area_.height() / (scale.upper - scale.lower));
-    double before = ChartMatrix::empty;
+    double before =
+        binStart_.front() > 0 ? values[static_cast<size_t>(binStart_.front()) - 1] : ChartMatrix::empty;
     for (size_t bin = 0; bin < stretches_.size(); ++bin) {
         const auto begin = static_cast<size_t>(binStart_[bin]);
         const auto end = static_cast<size_t>(binStart_[bin + 1]);
@@ -190,7 +193,7 @@ void SeriesPainter::drawLine(QPainter& painter, std::span<const double> values, 
         return;
     }
     painter.setPen(seriesPen(style));
-    forEachRun(values, [&](int first, int end) {
+    forEachRun(values, begin_, end_, [&](int first, int end) {
         const QPolygonF points = runPolygon(values, first, end, scale, style.step);
         if (points.size() > 1) {
             painter.drawPolyline(points);
@@ -240,7 +243,7 @@ void SeriesPainter::drawFill(QPainter& painter, std::span<const double> values, 
         fillColumns(painter, edge);
         return;
     }
-    forEachRun(values, [&](int first, int end) {
+    forEachRun(values, begin_, end_, [&](int first, int end) {
         QPolygonF shape = runPolygon(values, first, end, scale, style.step);
         shape.append(QPointF(shape.last().x(), edge));
         shape.append(QPointF(shape.first().x(), edge));
@@ -256,7 +259,7 @@ void SeriesPainter::drawMarkers(QPainter& painter, std::span<const double> value
     painter.setPen(Qt::NoPen);
     painter.setBrush(marker.fill);
     int lastColumn = std::numeric_limits<int>::min();
-    for (size_t row = 0; row < values.size(); ++row) {
+    for (auto row = static_cast<size_t>(begin_); row < static_cast<size_t>(end_); ++row) {
         if (std::isnan(values[row]))
             continue;
         const QPointF at(xOf(static_cast<double>(row)), yOf(values[row], scale));

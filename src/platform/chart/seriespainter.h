@@ -15,7 +15,10 @@ namespace benthor::platform {
 class SeriesPainter {
 public:
     /// Row 0 is at the left edge of `area`, `lastRow` at the right edge.
-    SeriesPainter(const QRectF& area, int lastRow);
+    SeriesPainter(const QRectF& area, int lastRow)
+        : SeriesPainter(area, lastRow, {0, static_cast<double>(lastRow)}) {}
+    /// The rows of `view` fill `area`; what lies beyond its edges is to be clipped.
+    SeriesPainter(const QRectF& area, int lastRow, RowRange view);
 
     void drawFill(QPainter& painter, std::span<const double> values, const ChartScale& scale,
                   const SeriesStyle& style);
@@ -24,7 +27,7 @@ public:
     void drawMarkers(QPainter& painter, std::span<const double> values, const ChartScale& scale,
                      const SeriesMarker& marker);
 
-    double xOf(double row) const { return area_.left() + row * rowWidth_; }
+    double xOf(double row) const { return area_.left() + (row - view_.first) * rowWidth_; }
     double yOf(double value, const ChartScale& scale) const {
         return area_.bottom() - scale.share(value) * area_.height();
     }
@@ -47,7 +50,10 @@ private:
     void fillColumns(QPainter& painter, double edge);
 
     QRectF area_;
+    RowRange view_;
     double rowWidth_;
+    int begin_; // rows to be drawn: those of the view and one beyond each edge
+    int end_;
     std::vector<int> binStart_;      // first row of each half pixel column, and the end
     std::vector<Stretch> stretches_; // by half pixel column
     std::vector<Stretch> columns_;   // by pixel column, widened by the pen

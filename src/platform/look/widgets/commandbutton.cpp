@@ -1,4 +1,4 @@
-#include "link/screens/commandbutton.h"
+#include "platform/look/widgets/commandbutton.h"
 
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
@@ -6,7 +6,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-namespace benthor::link {
+namespace benthor::look {
 
 namespace {
 
@@ -29,6 +29,7 @@ constexpr int kLargeHeight = 52;
 constexpr int kLargeIcon = 24;
 constexpr int kSmallIcon = 18;
 constexpr int kSide = 14; // between the button's edge and its picture
+constexpr int kIconWidth = 36;
 
 } // namespace
 
@@ -40,8 +41,11 @@ CommandButton::CommandButton(const QString& caption, const QString& iconName, Ki
     , label_(new ClickArea(this)) {
     setAutoDefault(false);
     setAccessibleName(caption);
+    if (kind == Kind::Icon) {
+        setToolTip(caption);
+    }
     if (kind == Kind::Large) {
-        setFixedHeight(look::scaled(kLargeHeight));
+        setFixedHeight(scaled(kLargeHeight));
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
 }
@@ -53,6 +57,14 @@ void CommandButton::setNames(const char* button, const char* picture, const char
     label_->setObjectName(QLatin1String(label));
     label_->setAccessibleName(text());
     label_->setVisible(!label_->objectName().isEmpty());
+}
+
+void CommandButton::setKind(Kind kind) {
+    if (kind != kind_) {
+        kind_ = kind;
+        updateGeometry();
+        update();
+    }
 }
 
 void CommandButton::setPictureShown(bool shown) {
@@ -76,15 +88,21 @@ void CommandButton::setQuietLine(const QString& text) {
 }
 
 int CommandButton::textLeft() const {
+    if (kind_ == Kind::Icon) {
+        return width();
+    }
     const int icon = kind_ == Kind::Large ? kLargeIcon : kSmallIcon;
-    return look::scaled(kSide + icon) + (kind_ == Kind::Large ? look::spaceBase : look::spaceSmall);
+    return scaled(kSide + icon) + (kind_ == Kind::Large ? spaceBase : spaceSmall);
 }
 
 QSize CommandButton::sizeHint() const {
-    const int title = QFontMetrics(look::strong(look::body())).horizontalAdvance(text());
-    const int quiet = QFontMetrics(look::caption()).horizontalAdvance(quietLine_);
-    return {textLeft() + std::max(title, quiet) + look::scaled(kSide),
-            kind_ == Kind::Large ? look::scaled(kLargeHeight) : QPushButton::sizeHint().height()};
+    if (kind_ == Kind::Icon) {
+        return {scaled(kIconWidth), QPushButton::sizeHint().height()};
+    }
+    const int title = QFontMetrics(strong(body())).horizontalAdvance(text());
+    const int quiet = QFontMetrics(caption()).horizontalAdvance(quietLine_);
+    return {textLeft() + std::max(title, quiet) + scaled(kSide),
+            kind_ == Kind::Large ? scaled(kLargeHeight) : QPushButton::sizeHint().height()};
 }
 
 void CommandButton::resizeEvent(QResizeEvent* event) {
@@ -99,28 +117,32 @@ void CommandButton::paintEvent(QPaintEvent* event) {
     QStyleOptionButton option;
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
-    const QColor ink = look::buttonInk(option, this);
+    const QColor ink = buttonInk(option, this);
     const bool large = kind_ == Kind::Large;
     if (isPictureShown()) {
-        const int side = look::scaled(large ? kLargeIcon : kSmallIcon);
-        look::drawIcon(&painter, iconName_, QRect(look::scaled(kSide), 0, side, height()), side, ink);
+        const int side = scaled(large ? kLargeIcon : kSmallIcon);
+        const int left = kind_ == Kind::Icon ? (width() - side) / 2 : scaled(kSide);
+        drawIcon(&painter, iconName_, QRect(left, 0, side, height()), side, ink);
     }
-    const QRect room(textLeft(), 0, width() - textLeft() - look::spaceSmall, height());
+    if (kind_ == Kind::Icon) {
+        return;
+    }
+    const QRect room(textLeft(), 0, width() - textLeft() - spaceSmall, height());
     painter.setPen(ink);
-    painter.setFont(large ? look::strong(look::body()) : look::body());
+    painter.setFont(large ? strong(body()) : body());
     if (!large || quietLine_.isEmpty()) {
         painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
         return;
     }
     const QFontMetrics above = painter.fontMetrics();
-    const QFontMetrics below(look::caption());
+    const QFontMetrics below(caption());
     const int top = (height() - above.height() - below.height()) / 2;
     painter.drawText(room.left(), top + above.ascent(), text());
-    painter.setFont(look::caption());
-    const bool filled = look::flagged(this, "primary") || !isEnabled();
-    painter.setPen(filled ? ink : look::tokens().textquiet);
+    painter.setFont(caption());
+    const bool filled = flagged(this, "primary") || !isEnabled();
+    painter.setPen(filled ? ink : tokens().textquiet);
     painter.drawText(room.left(), top + above.height() + below.ascent(),
                      below.elidedText(quietLine_, Qt::ElideRight, room.width()));
 }
 
-} // namespace benthor::link
+} // namespace benthor::look

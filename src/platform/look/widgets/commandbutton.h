@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-namespace benthor::link {
+namespace benthor::look {
 
 /// A push button of a picture, a caption and a quiet line below it. Picture and quiet line are controls of
 /// their own that act like the button; the picture can be hidden while the button stays.
@@ -10,12 +10,16 @@ class CommandButton : public QPushButton {
     Q_OBJECT
 
 public:
-    enum class Kind { Large, Small }; ///< 52 high with the quiet line; as other buttons, without
+    /// Large: 52 high with the quiet line. Small: as other buttons, without. Icon: the picture alone, with
+    /// the caption as its tool tip.
+    enum class Kind { Large, Small, Icon };
 
     CommandButton(const QString& caption, const QString& iconName, Kind kind, QWidget* parent = nullptr);
 
     /// Object names; an empty one leaves that control out.
     void setNames(const char* button, const char* picture, const char* label);
+    /// Between Small and Icon, for narrow windows.
+    void setKind(Kind kind);
     void setPictureShown(bool shown);
     bool isPictureShown() const;
     void setQuietLine(const QString& text);
@@ -37,4 +41,4 @@ private:
     QAbstractButton* label_;
 };
 
-} // namespace benthor::link
+} // namespace benthor::look
