@@ -1,19 +1,13 @@
 #pragma once
 
+#include "platform/chart/rowrange.h"
+
 #include <QColor>
 #include <QList>
 #include <QPen>
 #include <QString>
 
 namespace benthor::platform {
-
-/// A stretch of the x axis in rows, from `first` at the left edge to `last` at the right one.
-struct RowRange {
-    double first = 0;
-    double last = 1;
-    double span() const { return last - first; }
-    bool operator==(const RowRange&) const = default;
-};
 
 /// The left axis counts up from 0 at the bottom; the right axis counts down from 0 at the top, its values
 /// come negated.
