@@ -139,6 +139,11 @@ struct House::Rooms : Neighbours {
         QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house,
                          [this] { rbdetails.showInFront(); });
         QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
+        QObject::connect(screen, &viewer::rbinterface::captureWanted, &house, [this, screen] {
+            ScrSavForm1.get().setDiveScreen(screen, screen->divefilename());
+            ScrSavForm1.get().cmdCapture_click();
+            ScrSavForm1.unload();
+        });
         return screen;
     }
 

@@ -21,11 +21,6 @@ template <std::array<SampleArray, 9> P::*stick, size_t channel> const SampleArra
     return (profile.*stick)[channel];
 }
 
-bool isChecked(const SeriesBoxes& boxes, const SeriesSource& series) {
-    return series.check == kStickBox ? boxes.check15.test(static_cast<size_t>(series.index))
-                                     : boxes.check.test(static_cast<size_t>(series.check));
-}
-
 void writeSeries(ChartMatrix& matrix, const SampleArray& array, int column) {
     const std::span<const float> values = array.values();
     for (int row = 1; row <= matrix.lastRow(); ++row) {
@@ -149,13 +144,25 @@ ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomSt
     return zoomed;
 }
 
+bool isChecked(const SeriesBoxes& boxes, const SeriesSource& series) {
+    return series.check == kStickBox ? boxes.check15.test(static_cast<size_t>(series.index))
+                                     : boxes.check.test(static_cast<size_t>(series.check));
+}
+
+QString seriesUnit(const SeriesSource& source, bool feet) {
+    if (source.column == kDepthColumn || source.column == kCeilingColumn) {
+        return feet ? QStringLiteral("ft") : QStringLiteral("m");
+    }
+    return leftUnitOf(source.check, feet);
+}
+
 QString leftAxisUnit(const SeriesBoxes& boxes, bool feet) {
     std::optional<QString> common;
     for (const SeriesSource& source : kSeriesTable) {
         if (!isChecked(boxes, source) || source.column == kDepthColumn || source.column == kCeilingColumn) {
             continue;
         }
-        const QString unit = leftUnitOf(source.check, feet);
+        const QString unit = seriesUnit(source, feet);
         if (common && *common != unit) {
             return {};
         }

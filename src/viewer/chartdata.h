@@ -49,6 +49,12 @@ ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomSt
 /// their units differ or they have none.
 QString leftAxisUnit(const SeriesBoxes& boxes, bool feet);
 
+/// The unit of a series; empty where it has none.
+QString seriesUnit(const SeriesSource& source, bool feet);
+
+/// Whether the boxes bring the series into the chart.
+bool isChecked(const SeriesBoxes& boxes, const SeriesSource& source);
+
 /// Checks or unchecks Check15(index). (1) and (2) exclude each other.
 void setCheck15(SeriesBoxes& boxes, int index, bool checked);
 

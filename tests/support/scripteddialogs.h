@@ -3,6 +3,7 @@
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
 
+#include <QPrinter>
 #include <QStringList>
 #include <deque>
 
@@ -14,7 +15,7 @@ namespace benthor::tests {
 class ScriptedDialogs {
 public:
     struct Asked {
-        QString kind; ///< "message", "confirm", "open" or "save"
+        QString kind; ///< "message", "confirm", "open", "save" or "print"
         QString text;
         QString title;
         QString folder;
@@ -33,6 +34,8 @@ public:
 
     void answer(bool yes) { script_->confirms.push_back(yes); }
     void answerFile(const QString& path) { script_->files.push_back(path); }
+    /// A printer that prints into the file, as PDF; without one waiting the dialog is cancelled.
+    void answerPrinter(const QString& path) { script_->printers.push_back(path); }
     /// Runs while the next box is up, with ticks held off as they are under a real one.
     void during(std::function<void()> act) { script_->during.push_back(std::move(act)); }
 
@@ -53,6 +56,7 @@ private:
         QList<Asked> asked;
         std::deque<bool> confirms;
         std::deque<QString> files;
+        std::deque<QString> printers;
         std::deque<std::function<void()>> during;
 
         void up() {
@@ -96,6 +100,18 @@ private:
         QString saveFile(QWidget*, const QString& title, const QString& folder,
                          const QString& filter) override {
             return file(QStringLiteral("save"), title, folder, filter);
+        }
+        std::shared_ptr<QPrinter> printer(QWidget*) override {
+            asked.append({QStringLiteral("print"), {}, {}, {}, {}, platform::BoxKind::Plain, false});
+            up();
+            if (printers.empty()) {
+                return nullptr;
+            }
+            const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+            printer->setOutputFormat(QPrinter::PdfFormat);
+            printer->setOutputFileName(printers.front());
+            printers.pop_front();
+            return printer;
         }
     };
 

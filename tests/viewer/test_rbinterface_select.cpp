@@ -100,7 +100,11 @@ void TestRbinterfaceSelect::aPressShowsAPointerAtThePlaceUntilTheRelease() {
     QCOMPARE(pointer.y(), place.y());
     QCOMPARE(pointer.height(), 2); // 25 twips
     QTest::mouseRelease(&chart, Qt::LeftButton, {}, place);
-    QVERIFY(!pointer.isVisible());
+    QVERIFY(pointer.isVisible()); // the tip box of the sample now
+    const QString depth = control<FlexGrid>(screen, "MSFlexGrid1").text(chart.row(), 1);
+    QVERIFY(pointer.property("text").toString().startsWith(depth + "metre\r\nGas: "));
+    QVERIFY(pointer.height() > 30);
+    QVERIFY(chart.rect().contains(pointer.geometry()));
 }
 
 void TestRbinterfaceSelect::aClickOnTheZoomedChartPicksTheSampleOfThePage() {
@@ -113,8 +117,9 @@ void TestRbinterfaceSelect::aClickOnTheZoomedChartPicksTheSampleOfThePage() {
     emit chart.released(twipsOfRow(5.5, 20), 0);
     QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").row(), 25);
     QCOMPARE(chart.row(), 5);
-    control<FlexGrid>(screen, "MSFlexGrid1").setRow(60); // on another page
-    QCOMPARE(chart.row(), 0);
+    control<FlexGrid>(screen, "MSFlexGrid1").setRow(60); // on the next page, to which the view turns
+    QCOMPARE(textOf(screen, "Text1"), QStringLiteral("00:06:40"));
+    QCOMPARE(chart.row(), 20);
 }
 
 void TestRbinterfaceSelect::anArrowKeyInTheGridPicksTheNextSample() {

@@ -4,6 +4,8 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 namespace benthor::platform {
 
@@ -60,6 +62,13 @@ public:
                      const QString& filter) override {
         const TickHold hold;
         return QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, toolkitFilter(filter));
+    }
+
+    std::shared_ptr<QPrinter> printer(QWidget* parent) override {
+        const TickHold hold;
+        const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+        QPrintDialog dialog(printer.get(), visibleWindow(parent));
+        return dialog.exec() == QDialog::Accepted ? printer : nullptr;
     }
 };
 

@@ -3,6 +3,7 @@
 #include <QString>
 #include <memory>
 
+class QPrinter;
 class QWidget;
 
 namespace benthor::platform {
@@ -31,6 +32,9 @@ public:
     /// Path to write to, or empty when cancelled; the box itself asks before a file that is there is taken.
     virtual QString saveFile(QWidget* parent, const QString& title, const QString& folder,
                              const QString& filter) = 0;
+
+    /// The printer that the user chose, set up as he chose; null when cancelled.
+    virtual std::shared_ptr<QPrinter> printer(QWidget* parent) = 0;
 };
 
 Dialogs& dialogs();

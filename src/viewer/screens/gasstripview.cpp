@@ -4,6 +4,7 @@
 #include "platform/look/look.h"
 
 #include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QToolTip>
@@ -23,9 +24,9 @@ GasStripView::GasStripView(const platform::Chart& chart, QWidget* parent)
     setAccessibleName(QStringLiteral("Gases"));
 }
 
-void GasStripView::setStrip(GasStrip strip, int rows) {
+void GasStripView::setStrip(GasStrip strip, platform::RowRange view) {
     strip_ = std::move(strip);
-    rows_ = rows;
+    view_ = view;
     setAccessibleDescription(strip_.text.simplified());
     update();
 }
@@ -38,16 +39,17 @@ QRect GasStripView::frame() const {
     return {chart_.plotLeft(), 0, chart_.plotWidth(), height()};
 }
 
-int GasStripView::leftOf(const GasRun& run) const {
+int GasStripView::leftOf(const GasRun& run, const QRect& frame) const {
     // The first run begins with the strip, before the first row.
-    const int row = run.firstRow <= 1 ? 0 : run.firstRow;
-    return chart_.plotLeft() + qRound(static_cast<double>(row) * chart_.plotWidth() / std::max(1, rows_));
+    const bool first = &run == &strip_.runs.front();
+    const double share = first || view_.span() <= 0 ? 0 : (run.firstRow - view_.first) / view_.span();
+    return frame.left() + qRound(share * frame.width());
 }
 
 const GasRun* GasStripView::runAt(int x) const {
     const GasRun* found = nullptr;
     for (const GasRun& run : strip_.runs) {
-        if (leftOf(run) > x) {
+        if (leftOf(run, frame()) > x) {
             break;
         }
         found = &run;
@@ -65,10 +67,15 @@ bool GasStripView::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void GasStripView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
+void GasStripView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && chart_.plotWidth() > 0) {
+        emit clicked((event->position().x() - chart_.plotLeft()) / chart_.plotWidth());
+    }
+}
+
+void GasStripView::paint(QPainter& painter, const QRect& frame) const {
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF border = QRectF(frame()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QRectF border = QRectF(frame).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainterPath shape;
     shape.addRoundedRect(border, kCorner, kCorner);
     painter.fillPath(shape, look::tokens().surface);
@@ -76,21 +83,28 @@ void GasStripView::paintEvent(QPaintEvent*) {
     const QFontMetrics metrics = painter.fontMetrics();
     for (size_t i = 0; i < strip_.runs.size(); ++i) {
         const GasRun& run = strip_.runs[i];
-        const int left = leftOf(run);
-        const int end = i + 1 < strip_.runs.size() ? leftOf(strip_.runs[i + 1]) : frame().right() + 1;
+        const int left = leftOf(run, frame);
+        const int end = i + 1 < strip_.runs.size() ? leftOf(strip_.runs[i + 1], frame) : frame.right() + 1;
         if (i > 0) {
-            painter.fillRect(QRect(left - kSeparatorWidth / 2, 0, kSeparatorWidth, height()),
+            painter.fillRect(QRect(left - kSeparatorWidth / 2, frame.top(), kSeparatorWidth, frame.height()),
                              look::tokens().text);
         }
         // A name that does not fit is told by the tool tip; half a name could be taken for another gas.
-        const QRect room(left + look::spaceTight + 1, 0, end - left - 2 * look::spaceTight + 2, height());
+        const QRect room(left + look::spaceTight + 1, frame.top(), end - left - 2 * look::spaceTight + 2,
+                         frame.height());
         if (metrics.horizontalAdvance(run.name) <= room.width()) {
             painter.setPen(look::tokens().text);
             painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, run.name);
         }
     }
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(look::tokens().edge);
     painter.drawPath(shape);
+}
+
+void GasStripView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    paint(painter, frame());
 }
 
 } // namespace benthor::viewer

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/chart/rowrange.h"
 #include "viewer/gasstrip.h"
 
 #include <QWidget>
@@ -21,23 +22,30 @@ public:
 
     QString text() const { return strip_.text; }
     const std::vector<GasRun>& runs() const { return strip_.runs; }
-    /// `rows`: the rows of the view, over which the runs are spread.
-    void setStrip(GasStrip strip, int rows);
+    /// `view`: the rows over which the runs are spread, as the runs count them.
+    void setStrip(GasStrip strip, platform::RowRange view);
+    /// Paints it into `frame`, on the screen or elsewhere.
+    void paint(QPainter& painter, const QRect& frame) const;
 
     QSize sizeHint() const override;
+
+signals:
+    /// The left button was released; the place from the left edge, as a share of the width.
+    void clicked(double share);
 
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QRect frame() const;
-    int leftOf(const GasRun& run) const;
+    int leftOf(const GasRun& run, const QRect& frame) const;
     const GasRun* runAt(int x) const;
 
     const platform::Chart& chart_;
     GasStrip strip_;
-    int rows_ = 0;
+    platform::RowRange view_;
 };
 
 } // namespace benthor::viewer

@@ -20,7 +20,9 @@ HeadNumber::HeadNumber(const QString& name, const QString& caption, const QStrin
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(1);
-    column->addWidget(look::makeCaption(caption));
+    if (!caption.isEmpty()) {
+        column->addWidget(look::makeCaption(caption));
+    }
     auto* line = new QHBoxLayout;
     line->setSpacing(kGapBeforeUnit);
     line->addWidget(value_, 0, Qt::AlignBottom);
@@ -45,6 +47,10 @@ void HeadNumber::setNumberSize(int px) {
     value_->setNumberSize(px);
     value_->setFont(look::big(px));
     placeUnit();
+}
+
+void HeadNumber::setToldColour(const QColor& colour) {
+    value_->setToldColour(colour);
 }
 
 void HeadNumber::placeUnit() {

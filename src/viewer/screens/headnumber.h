@@ -24,6 +24,8 @@ public:
     void setUnit(const QString& text);
     /// Size of the value in pixels of the layout.
     void setNumberSize(int px);
+    /// Of the value; invalid: the text colour.
+    void setToldColour(const QColor& colour);
 
 private:
     void placeUnit();

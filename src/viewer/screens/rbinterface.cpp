@@ -1,5 +1,6 @@
 #include "viewer/screens/rbinterface.h"
 
+#include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "shell/process.h"
@@ -30,11 +31,16 @@ rbinterface::rbinterface()
     splitter_->addWidget(makeGridCard());
     splitter_->setStretchFactor(0, 1);
     row->addWidget(splitter_, 1);
+    row->addWidget(makeRight());
     column->addLayout(row, 1);
     setCentralWidget(ground);
     ground->setFocusPolicy(Qt::ClickFocus);
     ground->setFocus(); // no control is marked until the user takes the keyboard
-    makeHiddenParts();
+    static_cast<QVBoxLayout*>(side_->layout())->insertWidget(1, makeGasList());
+    MSFlexGrid2 = new platform::FlexGrid(this);
+    MSFlexGrid2->setObjectName(QStringLiteral("MSFlexGrid2"));
+    MSFlexGrid2->hide();
+    makeTimers();
     takeColours();
     fitToWidth();
 }

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/look/tokens.h"
 #include "platform/screen/screen.h"
+#include "viewer/chartdata.h"
+#include "viewer/csvexport.h"
 #include "viewer/diveprofile.h"
+#include "viewer/freeview.h"
 #include "viewer/gaslist.h"
-#include "viewer/gasstrip.h"
 #include "viewer/header.h"
+#include "viewer/pointpanel.h"
+#include "viewer/pointtip.h"
 #include "viewer/zoom.h"
 
 class QAction;
 class QBoxLayout;
-class QFrame;
+class QCheckBox;
 class QLabel;
 class QMenu;
 class QRadioButton;
@@ -18,20 +23,28 @@ class QStackedWidget;
 
 namespace benthor::look {
 class Card;
-}
+class CommandButton;
+} // namespace benthor::look
 
 namespace benthor::platform {
 class Chart;
 class FlexGrid;
+class TickTimer;
 } // namespace benthor::platform
 
 namespace benthor::viewer {
 
+class AlarmStripView;
 class GasStripView;
 class HeadNumber;
+class InstrumentPanel;
+class LegendStrip;
+class PlayBar;
 class SeriesColumn;
 class TimeLabels;
+class TipBox;
 class ZoomBar;
+struct ChartPictureParts;
 
 /// One dive: what the store tells of it in the head, the chart of its samples, and the grid that holds them.
 /// Shows the dive of `currentdiveid`, read when the screen loads; the units are those of that moment, so
@@ -43,6 +56,9 @@ public:
     rbinterface();
     ~rbinterface() override;
 
+    /// Name of the dive's text file.
+    QString divefilename() const { return header_.divefilename; }
+
 signals:
     /// The user leaves for the dive list.
     void diveListWanted();
@@ -50,6 +66,8 @@ signals:
     void reloadWanted();
     void detailsWanted();
     void gasWanted();
+    /// A picture of this screen is to be saved beside the dive.
+    void captureWanted();
 
 protected:
     void loading() override;
@@ -57,6 +75,7 @@ protected:
     QSize firstSize() const override { return {1366, 768}; }
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     // rbinterface_layout.cpp
@@ -65,13 +84,25 @@ private:
     QWidget* makeChartCard();
     QWidget* makeEmptyPage();
     QWidget* makeGridCard();
-    void makeHiddenParts();
+    QWidget* makeFoot();
+    QWidget* makeRight();
+    QWidget* makeGasList();
+    void addHeadButtons();
+    void placeGasList();
     void fitToWidth();
     void takeColours();
 
     // rbinterface_menus.cpp
     void makeMenus();
+    void makeFileMenu();
+    void makeViewMenu();
+    void makeZoomMenu();
+    void makePlayMenu();
+    void makeUnitsMenu();
     QAction* addEntry(QMenu* menu, const char* name, const QString& caption);
+    void mnuColorGrey_click();
+    void mnuRD_click();
+    void gaslistCheck_click(bool shown);
     void leave();
     void mnuSpread_toggled(bool shown);
     void Option1_click();
@@ -87,6 +118,7 @@ private:
     QString resolveDisplay();
     void showHeader();
     void readgaslist();
+    void readMetric(DiveProfile& profile, GasArrays& gases);
     void Command_textfind();
     void showMissingFile();
     void showDive();
@@ -96,7 +128,10 @@ private:
     void determinexaxis();
     void plotgraph();
     void plotgasstrip();
+    void endExercise();
+    void showLegend();
     void takeSeriesStyles();
+    look::Theme chartTheme() const;
     double interval() const;
 
     // rbinterface_select.cpp
@@ -104,8 +139,46 @@ private:
     void MSChart1_MouseUp(double x);
     void MSFlexGrid1_SelChange();
     void selectrow(int row);
-    void showpointtip(int row);
     void placeCursor(int row);
+    void stripClicked(StripKind kind, double share);
+
+    // rbinterface_point.cpp
+    void showpointtip(int row);
+    void showpoint(int row);
+    void drawstrip();
+    void placeTip(int row);
+    TipChoice tipChoice() const;
+
+    // rbinterface_play.cpp
+    void makeTimers();
+    void PlayDive_click();
+    void StopPlayDive_click();
+    void Timer3_tick();
+    void step(int by);
+    void walk(int by);
+    void jumpTo(int row);
+    void Command5_click();
+
+    // rbinterface_free.cpp
+    void zoomFreely(double xTwips, double factor);
+    void moveFreely(double pixels);
+    void leaveFreeView();
+    void takeFreeView(RowRange view);
+    void showStripAndCursor();
+    RowRange shownRows() const;
+    int rowUnder(double xTwips) const;
+    void showHover(double xTwips);
+    void hideHover();
+
+    // rbinterface_export.cpp
+    void cmdSave_click();
+    void Command4_click();
+    void cmdsavegraph_click();
+    void mnuPrintspreadsheet_click();
+    void saveFullProfile(bool zxu);
+    void saveChart();
+    ChartPictureParts chartPictureParts();
+    QString askSaveFile(const QString& filter, const QString& suggested);
 
     // The dive session.
     DiveProfile profile_;
@@ -113,13 +186,24 @@ private:
     GasNames gasname_;
     GasRowNames gasrownames_;
     HeaderBoxes header_;
+    QDateTime startdate_, finisheddate_;
     ZoomState zoom_;
     bool feet_ = false;
     int lastsample_ = 0; ///< the last grid row; 0 without a dive
     int currentrow_ = 1;
+    int selectedrow_ = 1;
+    int playspeed_ = 1;
+    bool playbusy_ = false;
+    PanelState panel_;
+    std::optional<RowRange> free_; ///< the view moved by wheel and drag, beside the two told ones
+    QString dialogfilter_;         ///< of the save dialog; the table's export sets its own behind the dialog
+    enum class Scheme { Theme, Grey, White } scheme_ = Scheme::Theme;
     bool diveloadfailed_ = false;
 
     QAction* mnuSpread = nullptr;
+    QAction* mnuColorGrey = nullptr;
+    QAction* mnuRD = nullptr;
+    QAction* mnuLegend = nullptr;
     QAction* mnudivezoom = nullptr;
     QAction* mnuzoompan = nullptr;
     QAction* mnuzoompan2 = nullptr;
@@ -144,7 +228,13 @@ private:
     SeriesColumn* series_ = nullptr;
     look::Card* unitsCard_ = nullptr;
     GasStripView* txtGas = nullptr;
-    QFrame* Text8 = nullptr; ///< the pointer at the pressed place
+    TipBox* Text8 = nullptr;
+    QLabel* hover_ = nullptr;
+    AlarmStripView* Picture1 = nullptr;
+    LegendStrip* legend_ = nullptr;
+    PlayBar* playbar_ = nullptr;
+    InstrumentPanel* panelView_ = nullptr;
+    platform::TickTimer* Timer3 = nullptr;
     platform::Chart* MSChart1 = nullptr;
     TimeLabels* times_ = nullptr;
     ZoomBar* zoombar_ = nullptr;
@@ -153,8 +243,12 @@ private:
     QSplitter* splitter_ = nullptr;
     look::Card* gridCard_ = nullptr;
     platform::FlexGrid* MSFlexGrid1 = nullptr;
+    platform::FlexGrid* MSFlexGrid2 = nullptr; ///< of the thermistors; nothing fills it
+    QWidget* right_ = nullptr;
+    look::Card* gasCard_ = nullptr;
     QLabel* gasList = nullptr;
-    std::array<QWidget*, 6> Frame4{};
+    QCheckBox* gaslistCheck = nullptr;
+    QList<look::CommandButton*> headButtons_;
 };
 
 } // namespace benthor::viewer

@@ -2,13 +2,16 @@
 #include "platform/look/series.h"
 #include "platform/textformat.h"
 #include "viewer/chartdata.h"
+#include "viewer/gridcells.h"
 #include "viewer/screens/gasstripview.h"
+#include "viewer/screens/legendstrip.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/seriescolumn.h"
 #include "viewer/screens/timelabels.h"
+#include "viewer/screens/tipbox.h"
 #include "viewer/timeaxis.h"
 
-#include <QFrame>
+#include <QMap>
 
 namespace benthor::viewer {
 
@@ -59,12 +62,12 @@ std::optional<Series> seriesOf(int column) {
     }
 }
 
-platform::SeriesStyle styleOf(int column) {
+platform::SeriesStyle styleOf(int column, look::Theme theme) {
     const std::optional<Series> series = seriesOf(column);
     if (!series) {
         return platform::defaultSeriesStyle(column);
     }
-    const look::SeriesStyle told = look::seriesStyle(*series, look::theme());
+    const look::SeriesStyle told = look::seriesStyle(*series, theme);
     platform::SeriesStyle style;
     style.colour = told.colour;
     style.width = told.width;
@@ -85,23 +88,39 @@ double rbinterface::interval() const {
 }
 
 void rbinterface::determinexaxis() {
-    times_->setTexts(viewer::determinexaxis(interval(), lastsample_, zoom_));
+    times_->setTexts(free_ ? freeTimeLabels(interval(), *free_)
+                           : viewer::determinexaxis(interval(), lastsample_, zoom_));
 }
 
 void rbinterface::plotgraph() {
     determinexaxis();
     clampZoom(zoom_);
     const SeriesBoxes boxes = series_->boxes();
-    const ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
-    MSChart1->setData(zoom_.zoomed() ? zoomedMatrix(dive, lastsample_, zoom_) : dive);
+    ChartMatrix dive = chartMatrix(profile_, lastsample_, boxes);
+    const bool page = zoom_.zoomed() && !free_;
+    if (!MSChart1->title().isEmpty()) {
+        endExercise();
+    }
+    MSChart1->setData(page ? zoomedMatrix(dive, lastsample_, zoom_) : std::move(dive));
+    MSChart1->setView(free_);
     MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftAxisUnit(boxes, feet_));
     Text8->hide();
     MSChart1->setCurrentRow(0);
     plotgasstrip();
+    showLegend();
+}
+
+/// Takes away what the exercise of the chart has left on it.
+void rbinterface::endExercise() {
+    MSChart1->setTitle({});
+    for (int series = 1; series < ChartMatrix::columns; ++series) {
+        MSChart1->setMarker(series, {});
+    }
 }
 
 void rbinterface::plotgasstrip() {
-    GasStrip strip = gasStrip(gasrownames_, lastsample_, zoom_);
+    GasStrip strip =
+        free_ ? freeGasStrip(gasrownames_, lastsample_, *free_) : gasStrip(gasrownames_, lastsample_, zoom_);
     QList<int> changes;
     if (strip.runs.size() <= kMostRowLines) {
         for (size_t i = 1; i < strip.runs.size(); ++i) {
@@ -109,12 +128,32 @@ void rbinterface::plotgasstrip() {
         }
     }
     MSChart1->setRowLines(changes);
-    txtGas->setStrip(std::move(strip), viewRows(lastsample_, zoom_.zoomfactor));
+    const double rows = std::max(1, viewRows(lastsample_, zoom_.zoomfactor));
+    txtGas->setStrip(std::move(strip), free_.value_or(RowRange{0, rows}));
+}
+
+void rbinterface::showLegend() {
+    const SeriesBoxes boxes = series_->boxes();
+    QMap<int, LegendEntry> entries; // by column: of several boxes that write one, the last is seen
+    for (const SeriesSource& source : kSeriesTable) {
+        if (!isChecked(boxes, source)) {
+            continue;
+        }
+        const QString heading = gridHeading(source.column);
+        entries[source.column] = {heading.isEmpty() ? QLatin1String(source.caption) : heading,
+                                  seriesUnit(source, feet_), styleOf(source.column, chartTheme())};
+    }
+    legend_->setEntries(entries.values());
+}
+
+/// On a light backdrop the curves are those of the light theme.
+look::Theme rbinterface::chartTheme() const {
+    return scheme_ == Scheme::Theme ? look::theme() : look::Theme::Light;
 }
 
 void rbinterface::takeSeriesStyles() {
     for (int column = 1; column < ChartMatrix::columns; ++column) {
-        MSChart1->setSeriesStyle(column, styleOf(column));
+        MSChart1->setSeriesStyle(column, styleOf(column, chartTheme()));
     }
 }
 

@@ -2,19 +2,30 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/commandbutton.h"
+#include "viewer/screens/alarmstripview.h"
+#include "viewer/screens/footbar.h"
 #include "viewer/screens/gasstripview.h"
 #include "viewer/screens/headnumber.h"
+#include "viewer/screens/instrumentpanel.h"
+#include "viewer/screens/legendstrip.h"
+#include "viewer/screens/playbar.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/seriescolumn.h"
 #include "viewer/screens/timelabels.h"
+#include "viewer/screens/tipbox.h"
 #include "viewer/screens/zoombar.h"
 
-#include <QFrame>
+#include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QWidgetAction>
 
 namespace benthor::viewer {
 
@@ -34,14 +45,15 @@ int sideWidth(int windowWidth) {
 QWidget* rbinterface::makeHead() {
     auto* head = new look::Pane(Qt::BottomEdge);
     head->setFixedHeight(look::scaled(kHeadHeight));
+    head->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     headRow_ = new QHBoxLayout(head);
     headRow_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 1);
+    headRow_->setSizeConstraint(QLayout::SetNoConstraint); // fitToWidth() answers for the room
 
-    auto* cmdclose = new QPushButton(look::icon("back"), {});
-    cmdclose->setObjectName(QStringLiteral("cmdclose"));
+    auto* cmdclose = new look::CommandButton(QStringLiteral("Back to the dive list"), QStringLiteral("back"),
+                                             look::CommandButton::Kind::Icon);
+    cmdclose->setNames("cmdclose", "Picture4", "");
     cmdclose->setProperty("quiet", true);
-    cmdclose->setToolTip(QStringLiteral("Back to the dive list"));
-    cmdclose->setAccessibleName(cmdclose->toolTip());
     connect(cmdclose, &QPushButton::clicked, this, &rbinterface::leave);
     headRow_->addWidget(cmdclose);
 
@@ -62,7 +74,35 @@ QWidget* rbinterface::makeHead() {
     txtdusageh = add("txtdusageh", "Usage", "secs");
     txtversion = add("txtversion", "Version");
     headRow_->addStretch();
+    addHeadButtons();
     return head;
+}
+
+void rbinterface::addHeadButtons() {
+    const auto add = [this](const char* caption, const char* icon, const char* name, const char* picture,
+                            const auto& work) {
+        auto* button = new look::CommandButton(QLatin1String(caption), QLatin1String(icon),
+                                               look::CommandButton::Kind::Icon);
+        button->setNames(name, picture, "");
+        connect(button, &QPushButton::clicked, this, work);
+        headRow_->addWidget(button);
+        headButtons_ += button;
+        return button;
+    };
+    add("Dive details", "info", "Command1", "Picture5", [this] { emit detailsWanted(); });
+    add("Gas and system settings", "cylinder", "cmdgas", "", [this] { emit gasWanted(); });
+    auto* Cmdtissue = add("Tissues: no action", "bars", "Cmdtissue", "", [] {});
+    Cmdtissue->setEnabled(false);
+    add("Save the gases as CSV", "document", "cmdSave", "Picture2", [this] { cmdSave_click(); });
+    add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
+        "Picture3", [this] { cmdsavegraph_click(); });
+    add("Save a picture of this screen beside the dive", "camera", "btnCapture", "",
+        [this] { emit captureWanted(); });
+    auto* Command4 = new QPushButton(QStringLiteral("DAN"));
+    Command4->setObjectName(QStringLiteral("Command4"));
+    Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
+    connect(Command4, &QPushButton::clicked, this, &rbinterface::Command4_click);
+    headRow_->addWidget(Command4);
 }
 
 QWidget* rbinterface::makeSide() {
@@ -77,6 +117,10 @@ QWidget* rbinterface::makeSide() {
     unitsCard_ = new look::Card;
     unitsCard_->body()->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase,
                                            look::spaceSmall);
+    gaslistCheck = new QCheckBox(QStringLiteral("Gas list"));
+    gaslistCheck->setObjectName(QStringLiteral("gaslistCheck"));
+    connect(gaslistCheck, &QCheckBox::toggled, this, &rbinterface::gaslistCheck_click);
+    unitsCard_->body()->addWidget(gaslistCheck);
     auto* row = new QHBoxLayout;
     Option2 = new QRadioButton(QStringLiteral("metres"));
     Option2->setObjectName(QStringLiteral("Option2"));
@@ -106,30 +150,112 @@ QWidget* rbinterface::makeChartCard() {
     MSChart1->hide();
     connect(MSChart1, &platform::Chart::pressed, this, &rbinterface::MSChart1_MouseDown);
     connect(MSChart1, &platform::Chart::released, this, &rbinterface::MSChart1_MouseUp);
-    Text8 = new QFrame(MSChart1);
+    connect(MSChart1, &platform::Chart::hovered, this, [this](double x) { showHover(x); });
+    connect(MSChart1, &platform::Chart::hoverEnded, this, &rbinterface::hideHover);
+    connect(MSChart1, &platform::Chart::wheelTurned, this, &rbinterface::zoomFreely);
+    connect(MSChart1, &platform::Chart::dragged, this, &rbinterface::moveFreely);
+    connect(MSChart1, &platform::Chart::doubleClicked, this, &rbinterface::leaveFreeView);
+    MSChart1->setFocusPolicy(Qt::StrongFocus);
+    Text8 = new TipBox(MSChart1);
     Text8->setObjectName(QStringLiteral("Text8"));
-    Text8->setAutoFillBackground(true);
-    Text8->setBackgroundRole(QPalette::WindowText);
-    Text8->setAttribute(Qt::WA_TransparentForMouseEvents);
-    Text8->hide();
+    hover_ = new QLabel(MSChart1);
+    hover_->setObjectName(QStringLiteral("hoverText"));
+    hover_->setFont(look::numbers(11));
+    hover_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    hover_->hide();
     txtGas = new GasStripView(*MSChart1);
     txtGas->setObjectName(QStringLiteral("txtGas"));
+    connect(txtGas, &GasStripView::clicked, this, [this](double x) { stripClicked(StripKind::Gases, x); });
     times_ = new TimeLabels(*MSChart1);
+    Picture1 = new AlarmStripView(*MSChart1);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    connect(Picture1, &AlarmStripView::clicked, this,
+            [this](double x) { stripClicked(StripKind::Alarms, x); });
+    legend_ = new LegendStrip;
+    legend_->setObjectName(QStringLiteral("legend"));
     column->addWidget(txtGas);
     column->addWidget(MSChart1, 1);
     column->addWidget(times_);
-    column->addSpacing(look::spaceSmall);
+    column->addWidget(Picture1);
+    column->addWidget(legend_);
+    column->addSpacing(look::spaceTight);
 
     chartPages_ = new QStackedWidget;
     chartPages_->addWidget(page);
     chartPages_->addWidget(makeEmptyPage());
     card->body()->addWidget(chartPages_, 1);
     card->body()->addWidget(new look::Rule);
-    zoombar_ = new ZoomBar(mnuSpread);
-    connect(zoombar_, &ZoomBar::pressed, this, &rbinterface::Command2_click);
-    card->body()->addWidget(zoombar_);
+    card->body()->addWidget(makeFoot());
     card->setMinimumHeight(look::scaled(280));
     return card;
+}
+
+QWidget* rbinterface::makeFoot() {
+    playbar_ = new PlayBar;
+    zoombar_ = new ZoomBar(mnuSpread);
+    connect(zoombar_, &ZoomBar::pressed, this, &rbinterface::Command2_click);
+    auto* foot = new FootBar(playbar_, zoombar_);
+
+    auto* menu = new QMenu(zoombar_->more());
+    auto* Command5 = new QPushButton(QStringLiteral("Command5"));
+    Command5->setObjectName(QStringLiteral("Command5"));
+    Command5->setToolTip(
+        QStringLiteral("An exercise of the chart with numbers at random; the dive stays as it is"));
+    connect(Command5, &QPushButton::clicked, this, [this, menu] {
+        menu->close();
+        Command5_click();
+    });
+    auto* entry = new QWidgetAction(menu);
+    entry->setDefaultWidget(Command5);
+    menu->addAction(mnuLegend);
+    menu->addAction(mnuColorGrey);
+    menu->addAction(mnuRD);
+    menu->addSeparator();
+    menu->addAction(entry);
+    connect(zoombar_->more(), &look::ClickableLabel::clicked, this, [this, menu] {
+        const QWidget* more = zoombar_->more();
+        menu->popup(more->mapToGlobal(QPoint(0, -menu->sizeHint().height())));
+    });
+    return foot;
+}
+
+/// Instruments, and below them, on wide windows, the list of gases.
+QWidget* rbinterface::makeRight() {
+    right_ = new QWidget;
+    auto* column = new QVBoxLayout(right_);
+    column->setContentsMargins({});
+    column->setSpacing(look::spaceBase);
+    panelView_ = new InstrumentPanel;
+    column->addWidget(panelView_, 1);
+    return right_;
+}
+
+QWidget* rbinterface::makeGasList() {
+    gasCard_ = new look::Card;
+    gasCard_->body()->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase,
+                                         look::spaceSmall);
+    auto* title = look::makeCaption(QStringLiteral("Gas list"));
+    title->setFont(look::strong(look::caption()));
+    gasCard_->body()->addWidget(title);
+    gasList = new QLabel;
+    gasList->setObjectName(QStringLiteral("gasList"));
+    gasList->setTextFormat(Qt::PlainText);
+    gasList->setFont(look::caption());
+    gasCard_->body()->addWidget(gasList);
+    gasCard_->hide();
+    return gasCard_;
+}
+
+/// Under the instruments where there is the room, otherwise above the units.
+void rbinterface::placeGasList() {
+    const bool wide = width() >= look::scaled(kWide);
+    QWidget* column = wide ? right_ : side_;
+    if (gasCard_->parentWidget() != column) {
+        auto* layout = static_cast<QVBoxLayout*>(column->layout());
+        const bool shown = gaslistCheck->isChecked();
+        layout->insertWidget(wide ? layout->count() : 1, gasCard_);
+        gasCard_->setVisible(shown);
+    }
 }
 
 QWidget* rbinterface::makeEmptyPage() {
@@ -171,19 +297,6 @@ QWidget* rbinterface::makeGridCard() {
     return gridCard_;
 }
 
-/// What belongs to the instrument panel, which this screen shows only when it has the room of its own.
-void rbinterface::makeHiddenParts() {
-    auto* holder = new QWidget(this);
-    holder->hide();
-    for (size_t i = 0; i < Frame4.size(); ++i) {
-        Frame4[i] = new QWidget(holder);
-        Frame4[i]->setObjectName(QStringLiteral("Frame4(%1)").arg(i));
-        Frame4[i]->show();
-    }
-    gasList = new QLabel(holder);
-    gasList->setObjectName(QStringLiteral("gasList"));
-}
-
 void rbinterface::fitToWidth() {
     const bool narrow = width() < look::scaled(kNarrow);
     series_->setDense(narrow);
@@ -193,16 +306,25 @@ void rbinterface::fitToWidth() {
     for (HeadNumber* number : std::as_const(headNumbers_)) {
         number->setNumberSize(narrow ? 13 : 16);
     }
-    zoombar_->setCompact(narrow);
+    const bool wide = width() >= look::scaled(kWide);
+    panelView_->setNumberSize(narrow ? 28 : (wide ? 40 : 32));
+    right_->setFixedWidth(
+        std::max(look::scaled(narrow ? 244 : (wide ? 320 : 272)), panelView_->minimumSizeHint().width()));
+    placeGasList();
 }
 
 void rbinterface::takeColours() {
     const look::Tokens& token = look::tokens();
-    MSChart1->setColours({.backdrop = token.surface,
-                          .grid = token.line,
-                          .axis = token.edge,
-                          .axisText = token.textquiet,
-                          .cursor = token.text});
+    const look::Tokens& chart = look::tokens(chartTheme());
+    const QColor backdrop = scheme_ == Scheme::Grey    ? QColor(240, 240, 240)
+                            : scheme_ == Scheme::White ? QColor(255, 255, 255)
+                                                       : token.surface;
+    MSChart1->setColours({.backdrop = backdrop,
+                          .grid = chart.line,
+                          .axis = chart.edge,
+                          .axisText = chart.textquiet,
+                          .cursor = chart.text});
+    times_->setBackdrop(scheme_ == Scheme::Theme ? QColor() : backdrop);
     MSChart1->setAxisFont(look::numbers(11));
     takeSeriesStyles();
     MSFlexGrid1->setGridColours({.surface = token.surface,

@@ -10,11 +10,17 @@
 #include "viewer/decoder.h"
 #include "viewer/gridcells.h"
 #include "viewer/screens/headnumber.h"
+#include "viewer/screens/instrumentpanel.h"
+#include "viewer/screens/playbar.h"
 #include "viewer/screens/rbinterface.h"
+#include "viewer/screens/recordrows.h"
 #include "viewer/screens/seriescolumn.h"
+#include "viewer/screens/tipbox.h"
 #include "viewer/screens/zoombar.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QLabel>
 #include <QStackedWidget>
 
 namespace benthor::viewer {
@@ -70,6 +76,8 @@ void rbinterface::loading() {
     skipErrors([&] { row = readDiveRow(); });
     skipErrors([this] { process().depthunit = resolveDisplay(); });
     feet_ = isFeet(process().depthunit);
+    startdate_ = row.startdate;
+    finisheddate_ = row.finisheddate;
     header_ = headerBoxes(process().currentdiveid, row, feet_);
     showHeader();
 
@@ -89,7 +97,8 @@ void rbinterface::resetControls() {
     series_->disableSeries();
     zoom_ = {};
     showZoom();
-    currentrow_ = 1;
+    currentrow_ = selectedrow_ = playspeed_ = 1;
+    panel_ = {};
     mnuSpread->setChecked(false);
 }
 
@@ -145,18 +154,20 @@ void rbinterface::showHeader() {
 void rbinterface::readgaslist() {
     store::openmain(process().database,
                     sqlWith("SELECT * FROM GAS  where DiveID = '", process().currentdiveid, "'"));
-    Recordset& gas = process().mainrecordset;
-    std::vector<GasRow> rows;
-    for (; !gas.eof(); gas.moveNext()) {
-        GasRow& row = rows.emplace_back();
-        for (int position = 0; position < gas.fieldCount(); ++position) {
-            const Value value = gas.value(position);
-            row.push_back(value.isNull() ? std::nullopt : std::optional(value.text()));
-        }
-    }
-    if (const QString words = viewer::readgaslist(rows, feet_, gases_); !words.isEmpty()) {
+    if (const QString words = viewer::readgaslist(rowsOf(process().mainrecordset), feet_, gases_);
+        !words.isEmpty()) {
         platform::dialogs().message(this, words);
     }
+}
+
+/// The dive once more in metres, for a screen that shows it in feet.
+void rbinterface::readMetric(DiveProfile& profile, GasArrays& gases) {
+    if (const std::optional<QByteArray> bytes = diveFile(header_.divefilename)) {
+        profile = decodeProfile(*bytes, false);
+    }
+    Recordset rows = process().database.openRecordset(
+        sqlWith("SELECT * FROM GAS  where DiveID = '", header_.txtdiveid, "'"));
+    viewer::readgaslist(rowsOf(rows), false, gases);
 }
 
 void rbinterface::Command_textfind() {
@@ -203,7 +214,7 @@ void rbinterface::showMissingFile() {
         QStringLiteral(
             " Delete the record in the dive list and download the dive again, or open another one."));
     chartPages_->setCurrentIndex(1);
-    for (QWidget* part : std::initializer_list<QWidget*>{series_, zoombar_}) {
+    for (QWidget* part : std::initializer_list<QWidget*>{series_, zoombar_, playbar_, panelView_}) {
         part->setEnabled(false);
     }
     mnuSpread->setEnabled(false);
@@ -213,9 +224,9 @@ void rbinterface::showMissingFile() {
 
 void rbinterface::showDive() {
     series_->enableSeries(profile_.enabled);
-    for (size_t i = 0; i < Frame4.size(); ++i) {
+    for (size_t i = 0; i < panel_.Frame4.size(); ++i) {
         if (profile_.maskshidden.test(i)) {
-            Frame4[i]->hide();
+            panel_.Frame4[i] = false;
         }
     }
     gasname_ = gasNames(gases_);
@@ -235,6 +246,7 @@ void rbinterface::showDive() {
         series_->check(1)->setChecked(true);
     }
     MSChart1->show();
+    Text8->hide();
 }
 
 void rbinterface::prepareGrid() {

@@ -1,33 +1,36 @@
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
-#include "platform/screen/toldqcolor.h"
-#include "viewer/gridcells.h"
 #include "viewer/screens/rbinterface.h"
+#include "viewer/screens/tipbox.h"
 #include "viewer/selection.h"
+#include "viewer/strip.h"
 
-#include <QFrame>
 #include <QSignalBlocker>
 
 namespace benthor::viewer {
 
 namespace {
 constexpr double kTwipsPerPixel = 15;
-constexpr double kPointerHeight = 25; // twips
-constexpr int kPointerWidth = 10;     // pixels
 } // namespace
 
 /// A small pointer marks the place while the button is held.
 void rbinterface::MSChart1_MouseDown(double x, double y) {
     MSChart1->setCurrentRow(0);
-    Text8->setGeometry(qRound(MSChart1->xOfTwips(x)), qRound(y / kTwipsPerPixel), kPointerWidth,
-                       qRound(kPointerHeight / kTwipsPerPixel));
-    Text8->show();
+    Text8->showPointer({qRound(MSChart1->xOfTwips(x)), qRound(y / kTwipsPerPixel)});
 }
 
 void rbinterface::MSChart1_MouseUp(double x) {
     Text8->hide();
     if (lastsample_ > 0) {
-        selectrow(chartClickRow(x, lastsample_, zoom_));
+        selectrow(rowUnder(x));
+    }
+}
+
+/// A click on the strip of alarms or on that of gases goes to the sample under it.
+void rbinterface::stripClicked(StripKind kind, double share) {
+    if (lastsample_ > 0) {
+        selectrow(free_ ? freeStripRow(share, *free_, lastsample_)
+                        : stripClickRow(kind, share, 1.0, lastsample_, zoom_));
     }
 }
 
@@ -51,18 +54,16 @@ void rbinterface::MSFlexGrid1_SelChange() {
     MSFlexGrid1->setTopRow(selection.topRow);
     showpointtip(selection.row);
     placeCursor(selection.row);
-}
-
-void rbinterface::showpointtip(int row) {
-    for (int column = 0; column < kSampleColumns; ++column) {
-        MSFlexGrid1->setBackColour(row, column, platform::toQColor(platform::kToldBlue));
-    }
-    currentrow_ = row;
+    placeTip(selection.row);
 }
 
 /// The line at the sample. A page of the zoomed view has rows of its own, and no line for a sample that is
 /// not on it.
 void rbinterface::placeCursor(int row) {
+    if (free_) {
+        MSChart1->setCurrentRow(row);
+        return;
+    }
     const int place = row - viewOffset(lastsample_, zoom_);
     const bool inView = place >= 1 && place <= viewRows(lastsample_, zoom_.zoomfactor);
     MSChart1->setCurrentRow(inView ? place : 0);

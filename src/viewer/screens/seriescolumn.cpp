@@ -123,6 +123,10 @@ QCheckBox* SeriesColumn::check(int number) const {
     return check_[static_cast<size_t>(number)];
 }
 
+QCheckBox* SeriesColumn::check15(int index) const {
+    return check15_[static_cast<size_t>(index)];
+}
+
 SeriesBoxes SeriesColumn::boxes() const {
     SeriesBoxes boxes;
     for (size_t number = 1; number < check_.size(); ++number) {

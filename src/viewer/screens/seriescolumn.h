@@ -23,6 +23,8 @@ public:
 
     /// 1 to 14.
     QCheckBox* check(int number) const;
+    /// 0 to 2.
+    QCheckBox* check15(int index) const;
     /// Which boxes stand checked.
     SeriesBoxes boxes() const;
 

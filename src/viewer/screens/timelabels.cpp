@@ -32,6 +32,26 @@ void TimeLabels::setTexts(const std::array<QString, 5>& texts) {
     place();
 }
 
+std::array<QString, 5> TimeLabels::texts() const {
+    std::array<QString, 5> texts;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        texts[i] = labels_[i]->text();
+    }
+    return texts;
+}
+
+void TimeLabels::setBackdrop(const QColor& colour) {
+    for (QLabel* label : labels_) {
+        label->setAutoFillBackground(colour.isValid());
+        QPalette colours = palette();
+        if (colour.isValid()) {
+            colours.setColor(label->backgroundRole(), colour);
+            colours.setColor(label->foregroundRole(), look::readableOn(colour));
+        }
+        label->setPalette(colours);
+    }
+}
+
 QSize TimeLabels::sizeHint() const {
     return {0, look::scaled(kHeight)};
 }

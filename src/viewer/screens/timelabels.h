@@ -20,6 +20,9 @@ public:
     explicit TimeLabels(platform::Chart& chart, QWidget* parent = nullptr);
 
     void setTexts(const std::array<QString, 5>& texts);
+    std::array<QString, 5> texts() const;
+    /// The ground of the labels; invalid: none of their own, and the theme's colour of text.
+    void setBackdrop(const QColor& colour);
 
     QSize sizeHint() const override;
 

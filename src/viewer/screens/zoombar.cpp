@@ -2,6 +2,7 @@
 
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/commandbutton.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -10,25 +11,14 @@
 namespace benthor::viewer {
 
 namespace {
-constexpr int kHeight = 52;
-constexpr int kPictureSize = 32;
+constexpr int kPictureSize = 28;
 } // namespace
 
 ZoomBar::ZoomBar(QAction* spread, QWidget* parent)
     : QWidget(parent)
     , row_(new QHBoxLayout(this)) {
-    row_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 0);
-    row_->setSpacing(look::spaceSmall);
-    setFixedHeight(look::scaled(kHeight));
-
-    auto* grid = new QPushButton(look::icon("sheet"), QStringLiteral("Data grid"));
-    grid->setObjectName(QStringLiteral("btnSpread"));
-    grid->setCheckable(true);
-    grid->setChecked(spread->isChecked());
-    connect(grid, &QPushButton::clicked, spread, &QAction::trigger);
-    connect(spread, &QAction::toggled, grid, &QPushButton::setChecked);
-    row_->addWidget(grid);
-    row_->addStretch();
+    row_->setContentsMargins({});
+    row_->setSpacing(look::spaceTight);
 
     Picture6 =
         addPicture("Picture6", "zoom-in", QStringLiteral("Shows one tenth of the dive"), ZoomButton::Zoom);
@@ -40,6 +30,21 @@ ZoomBar::ZoomBar(QAction* spread, QWidget* parent)
     Command2[1] = addCommand(ZoomButton::PanBack, QStringLiteral("pan <"), QStringLiteral("One tenth back"));
     Command2[2] = addCommand(ZoomButton::PanOn, QStringLiteral("pan >"), QStringLiteral("One tenth on"));
     Picture13 = addPicture("Picture13", "chevron-right", QStringLiteral("One tenth on"), ZoomButton::PanOn);
+    auto* grid = new look::CommandButton(QStringLiteral("Data grid"), QStringLiteral("sheet"),
+                                         look::CommandButton::Kind::Icon);
+    grid->setNames("btnSpread", "", "");
+    grid->setCheckable(true);
+    grid->setChecked(spread->isChecked());
+    connect(grid, &QPushButton::clicked, spread, &QAction::trigger);
+    connect(spread, &QAction::toggled, grid, &QPushButton::setChecked);
+    row_->addWidget(grid);
+    more_ = new look::ClickableLabel;
+    more_->setObjectName(QStringLiteral("btnMore"));
+    more_->setIconName(QStringLiteral("more"), 20);
+    more_->setFixedSize(look::scaled(kPictureSize), look::scaled(kPictureSize));
+    more_->setToolTip(QStringLiteral("More"));
+    more_->setAccessibleName(more_->toolTip());
+    row_->addWidget(more_);
     showState({});
 }
 
@@ -81,6 +86,7 @@ void ZoomBar::showState(const ZoomState& state) {
 
 void ZoomBar::setCompact(bool compact) {
     compact_ = compact;
+    row_->setSpacing(compact ? 2 : 3);
     updateVisible();
 }
 

@@ -16,14 +16,17 @@ class ClickableLabel;
 
 namespace benthor::viewer {
 
-/// The bar below the chart: the data grid at the left, the two views of the chart at the right. Each picture
-/// acts as the button beside it: Picture6 and Picture7 as Command2(0), Picture12 as (1), Picture13 as (2).
+/// The two views of the chart and the data grid, at the right of the bar below the chart. Each picture acts
+/// as the button beside it: Picture6 and Picture7 as Command2(0), Picture12 as (1), Picture13 as (2).
 class ZoomBar : public QWidget {
     Q_OBJECT
 
 public:
     /// `spread`: the entry that shows the data grid.
     explicit ZoomBar(QAction* spread, QWidget* parent = nullptr);
+
+    /// The picture that opens what is seldom needed.
+    look::ClickableLabel* more() const { return more_; }
 
     void showState(const ZoomState& state);
     /// Pictures alone, for narrow windows.
@@ -44,6 +47,7 @@ private:
     look::ClickableLabel* Picture12 = nullptr;
     look::ClickableLabel* Picture13 = nullptr;
     std::array<QPushButton*, 3> Command2{};
+    look::ClickableLabel* more_ = nullptr;
     bool compact_ = false;
     bool panVisible_ = false;
 };

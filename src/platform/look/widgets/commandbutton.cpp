@@ -28,8 +28,9 @@ protected:
 constexpr int kLargeHeight = 52;
 constexpr int kLargeIcon = 24;
 constexpr int kSmallIcon = 18;
-constexpr int kSide = 14; // between the button's edge and its picture
-constexpr int kIconWidth = 36;
+constexpr int kSide = 14;      // between the button's edge and its picture
+constexpr int kSmallSide = 10; // of a small one
+constexpr int kIconWidth = 34;
 
 } // namespace
 
@@ -91,8 +92,9 @@ int CommandButton::textLeft() const {
     if (kind_ == Kind::Icon) {
         return width();
     }
-    const int icon = kind_ == Kind::Large ? kLargeIcon : kSmallIcon;
-    return scaled(kSide + icon) + (kind_ == Kind::Large ? spaceBase : spaceSmall);
+    const bool large = kind_ == Kind::Large;
+    return (large ? scaled(kSide + kLargeIcon) : scaled(kSmallSide + kSmallIcon)) +
+           (kind_ == Kind::Large ? spaceBase : spaceSmall);
 }
 
 QSize CommandButton::sizeHint() const {
@@ -101,7 +103,7 @@ QSize CommandButton::sizeHint() const {
     }
     const int title = QFontMetrics(strong(body())).horizontalAdvance(text());
     const int quiet = QFontMetrics(caption()).horizontalAdvance(quietLine_);
-    return {textLeft() + std::max(title, quiet) + scaled(kSide),
+    return {textLeft() + std::max(title, quiet) + scaled(kind_ == Kind::Large ? kSide : kSmallSide),
             kind_ == Kind::Large ? scaled(kLargeHeight) : QPushButton::sizeHint().height()};
 }
 
@@ -121,7 +123,7 @@ void CommandButton::paintEvent(QPaintEvent* event) {
     const bool large = kind_ == Kind::Large;
     if (isPictureShown()) {
         const int side = scaled(large ? kLargeIcon : kSmallIcon);
-        const int left = kind_ == Kind::Icon ? (width() - side) / 2 : scaled(kSide);
+        const int left = kind_ == Kind::Icon ? (width() - side) / 2 : scaled(large ? kSide : kSmallSide);
         drawIcon(&painter, iconName_, QRect(left, 0, side, height()), side, ink);
     }
     if (kind_ == Kind::Icon) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+class QImage;
+
+namespace benthor::guides {
+
+/// Size of every capture, in pixels.
+constexpr int kCaptureWidth = 800;
+constexpr int kCaptureHeight = 600;
+
+/// The capture's name: that of the dive's text file with "jpg" for its last three characters.
+QString captureName(const QString& divefilename);
+
+/// Saves `picture` as the working bitmap, and that, scaled to 800 by 600, as a JPEG of the best quality. What
+/// the image library reports is returned; a failed step leaves the JPEG as it was. Without a picture there is
+/// no bitmap and no JPEG.
+QString saveCapture(const QImage& picture, const QString& bitmapPath, const QString& jpegPath);
+
+} // namespace benthor::guides

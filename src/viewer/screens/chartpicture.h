@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <array>
+
+class QPaintDevice;
+
+namespace benthor::platform {
+class Chart;
+}
+
+namespace benthor::viewer {
+
+class AlarmStripView;
+class GasStripView;
+class LegendStrip;
+
+/// What a picture of the chart is made of.
+struct ChartPictureParts {
+    QString title;
+    platform::Chart& chart;
+    const GasStripView& gases;
+    const AlarmStripView& alarms;
+    const LegendStrip& legend;
+    std::array<QString, 5> times; ///< the labels below the chart
+};
+
+/// The size of a picture in pixels of the layout.
+QSize chartPictureSize(const ChartPictureParts& parts);
+
+/// Paints chart, strips, time labels, legend and title on a device, which is scaled to fit. False when it
+/// takes no painting.
+bool paintChartPicture(QPaintDevice& device, const QSizeF& size, const ChartPictureParts& parts);
+
+/// Writes the picture into a file: SVG or PDF by the ending of its name, otherwise PNG. False when it cannot
+/// be written.
+bool saveChartPicture(const QString& path, const ChartPictureParts& parts);
+
+} // namespace benthor::viewer

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+namespace benthor::viewer {
+
+class PlayBar;
+class ZoomBar;
+
+/// The bar below the chart: playback at the left, the views at the right. Where both don't fit with their
+/// captions, first the one and then the other is pictures alone.
+class FootBar : public QWidget {
+    Q_OBJECT
+
+public:
+    FootBar(PlayBar* playbar, ZoomBar* zoombar, QWidget* parent = nullptr);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fit();
+
+    PlayBar* playbar_;
+    ZoomBar* zoombar_;
+    bool fitting_ = false;
+};
+
+} // namespace benthor::viewer

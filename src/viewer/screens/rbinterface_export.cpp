@@ -1,0 +1,160 @@
+// Files and paper: what leaves the dive screen.
+
+#include "platform/chart/chart.h"
+#include "platform/files.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/grid/gridprint.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/screen/printing.h"
+#include "platform/skiperrors.h"
+#include "platform/textformat.h"
+#include "shell/process.h"
+#include "viewer/danexport.h"
+#include "viewer/decoder.h"
+#include "viewer/fullexport.h"
+#include "viewer/screens/chartpicture.h"
+#include "viewer/screens/headnumber.h"
+#include "viewer/screens/rbinterface.h"
+#include "viewer/screens/recordrows.h"
+#include "viewer/screens/timelabels.h"
+
+#include <QAction>
+#include <QFile>
+#include <QPrinter>
+
+namespace benthor::viewer {
+
+using platform::dialogs;
+using platform::Recordset;
+using platform::skipErrors;
+
+QString rbinterface::askSaveFile(const QString& filter, const QString& suggested) {
+    return dialogs().saveFile(this, QStringLiteral("Save as"),
+                              platform::ProgramFolder::current().path(suggested), filter);
+}
+
+/// The rows are those of the shared recordset, which after the load are the dive's gases. The filter is set
+/// behind the dialog, so it holds from the next one on.
+void rbinterface::cmdSave_click() {
+    const QString path = askSaveFile(dialogfilter_, QString());
+    dialogfilter_ = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
+    if (path.isEmpty()) {
+        return;
+    }
+    skipErrors([&] {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+            return;
+        }
+        process().depthunit = resolveDisplay();
+        const QByteArray text = csvText(rowsOf(process().mainrecordset), isFeet(process().depthunit));
+        if (file.write(text) == text.size() && file.flush()) {
+            dialogs().message(this, QStringLiteral("Dive Record save as file ") + path);
+        }
+    });
+}
+
+/// From here on the unit word is "metre" until the screen is loaded again.
+void rbinterface::Command4_click() {
+    dialogfilter_ = QStringLiteral("Text Files (*.zxu)|*.zxu|All Files (*.*)|*.*");
+    const QString path = askSaveFile(dialogfilter_, QString());
+    if (path.isEmpty()) {
+        dialogs().message(this, QStringLiteral("Data is not saved to a file....!!"));
+        return;
+    }
+    skipErrors([&] {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+            return;
+        }
+        Recordset gases = process().database.openRecordset(
+            platform::sqlWith("SELECT * FROM GAS  where DiveID = '", process().currentdiveid, "'"));
+        const std::vector<ExportRow> gasrows = rowsOf(gases);
+        const DanHead head{txtdiveid->value()->text(), txtinterval->value()->text(),
+                           txttimedown->value()->text()};
+        if (dateOfBox(head.start).isValid()) {
+            process().depthunit = QStringLiteral("metre");
+        }
+        file.write(danText(head, rowsOf(process().mainrecordset), gasrows));
+    });
+}
+
+void rbinterface::cmdsavegraph_click() {
+    const std::shared_ptr<QPrinter> printer = dialogs().printer(this);
+    if (printer == nullptr) {
+        return;
+    }
+    mnuSpread->setChecked(true);
+    repaint();
+    platform::printWidget(*printer, *this);
+}
+
+void rbinterface::mnuPrintspreadsheet_click() {
+    if (const std::shared_ptr<QPrinter> printer = dialogs().printer(this)) {
+        platform::printGrid(*printer, *MSFlexGrid1);
+    }
+}
+
+/// Every sample; always metric, so a dive shown in feet is read from its file once more.
+void rbinterface::saveFullProfile(bool zxu) {
+    if (lastsample_ < 1) {
+        return;
+    }
+    const QString ending = zxu ? QStringLiteral("zxu") : QStringLiteral("csv");
+    const QString path = askSaveFile(QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending),
+                                     header_.txtdiveid + u'.' + ending);
+    if (path.isEmpty()) {
+        return;
+    }
+    DiveProfile metric;
+    GasArrays gases;
+    if (feet_) {
+        skipErrors([&] { readMetric(metric, gases); });
+    }
+    const FullDive dive{feet_ ? metric : profile_,
+                        feet_ ? gases : gases_,
+                        lastsample_,
+                        header_.txtdiveid,
+                        interval(),
+                        startdate_,
+                        finisheddate_};
+    const QByteArray text = zxu ? fullZxu(dive) : fullCsv(dive);
+    const platform::FileResult written = platform::writeFileWhole(path, text);
+    dialogs().message(
+        this,
+        written.ok() ? QStringLiteral("The profile was saved as %1.").arg(path)
+                     : QStringLiteral("The profile could not be saved as %1.\n%2").arg(path, written.error),
+        written.ok() ? platform::BoxKind::Information : platform::BoxKind::Warning);
+}
+
+ChartPictureParts rbinterface::chartPictureParts() {
+    return {.title =
+                QStringLiteral("%1   %2   %3 %4")
+                    .arg(header_.txtdiveid, header_.txttimedown, header_.txtmaxdepth, header_.lblmaxdepth),
+            .chart = *MSChart1,
+            .gases = *txtGas,
+            .alarms = *Picture1,
+            .legend = *legend_,
+            .times = times_->texts()};
+}
+
+void rbinterface::saveChart() {
+    if (lastsample_ < 1) {
+        return;
+    }
+    const QString path = askSaveFile(QStringLiteral("PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf"),
+                                     header_.txtdiveid + QStringLiteral(".png"));
+    if (path.isEmpty()) {
+        return;
+    }
+    if (saveChartPicture(path, chartPictureParts())) {
+        dialogs().message(this, QStringLiteral("The chart was saved as %1.").arg(path),
+                          platform::BoxKind::Information);
+    } else {
+        dialogs().message(this, QStringLiteral("The chart could not be saved as %1.").arg(path),
+                          platform::BoxKind::Warning);
+    }
+}
+
+} // namespace benthor::viewer
