@@ -1,6 +1,7 @@
 // Takes pictures of every screen, in both themes and two sizes, in metres and in feet, with dives and
 // without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
 
+#include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
@@ -66,8 +67,10 @@ public:
         for (const look::Theme theme : {look::Theme::Light, look::Theme::Dark}) {
             look::setTheme(theme);
             for (const QSize& size : sizes) {
-                if (size.isValid()) {
+                // A layout for a wide window may let go of its room in two steps.
+                for (int step = 0; size.isValid() && step < 2; ++step) {
                     window->resize(size);
+                    settle();
                 }
                 settle();
                 const QString file =
@@ -106,19 +109,37 @@ void check(const char* box) {
     control<QAbstractButton>("rbinterface", box)->click();
 }
 
+/// A dive with all its faces: a sample picked, an alarm, a zoomed page while it plays, a free view, the grid.
 void diveScreen(Album& album, const QString& suffix) {
+    const QList<QSize> sizes{{1024, 700}, {1366, 768}, {1920, 1080}};
+    const auto add = [&](const char* face) {
+        album.add("rbinterface", QLatin1String("rbinterface-") + QLatin1String(face) + suffix, sizes);
+    };
     openDive(QStringLiteral("Wreck2.txt"));
-    album.add("rbinterface", QStringLiteral("rbinterface-first") + suffix);
+    add("first");
     for (const char* box : {"Check3", "Check9", "Check10", "Check11"}) {
         check(box);
     }
-    album.add("rbinterface", QStringLiteral("rbinterface-series") + suffix);
-    control<QAbstractButton>("rbinterface", "Command2(0)")->click();
-    album.add("rbinterface", QStringLiteral("rbinterface-zoomed") + suffix);
-    control<QAbstractButton>("rbinterface", "Command2(0)")->click();
+    auto* grid = control<FlexGrid>("rbinterface", "MSFlexGrid1");
+    grid->setRow(grid->rows() * 3 / 5);
+    add("point");
+    check("AlarmNext");
+    add("alarm");
+    auto* chart = control<platform::Chart>("rbinterface", "MSChart1");
+    emit chart->wheelTurned(6000, 4);
+    add("free");
+    emit chart->doubleClicked();
+    check("Command2(0)");
+    check("Command2(2)");
+    check("PlayDive");
+    control<TickTimer>("rbinterface", "Timer3")->expire();
+    add("playing");
+    check("StopPlayDive");
+    check("Command2(0)");
     control<QAction>("rbinterface", "mnuSpread")->trigger();
-    control<FlexGrid>("rbinterface", "MSFlexGrid1")->setRow(300);
-    album.add("rbinterface", QStringLiteral("rbinterface-grid") + suffix);
+    check("gaslistCheck");
+    grid->setRow(grid->rows() / 2);
+    add("grid");
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     settle();
 }

@@ -6,7 +6,6 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QScopedValueRollback>
 
 namespace benthor::viewer {
 
@@ -46,20 +45,12 @@ void FootBar::resizeEvent(QResizeEvent* event) {
 }
 
 void FootBar::fit() {
-    if (fitting_) {
-        return;
-    }
-    const QScopedValueRollback<bool> once(fitting_, true);
-    const auto fits = [this] { return layout()->sizeHint().width() <= width(); };
-    playbar_->setCompact(false);
-    zoombar_->setCompact(false);
-    if (!fits()) {
-        playbar_->setCompact(true);
-    }
-    if (!fits()) {
-        zoombar_->setCompact(true);
-    }
-    layout()->activate();
+    const QMargins margins = layout()->contentsMargins();
+    const int room = width() - margins.left() - margins.right() - layout()->spacing();
+    const int zoom = zoombar_->neededWidth(false);
+    const bool playCompact = playbar_->neededWidth(false) + zoom > room;
+    playbar_->setCompact(playCompact);
+    zoombar_->setCompact(playbar_->neededWidth(playCompact) + zoom > room);
 }
 
 } // namespace benthor::viewer

@@ -26,7 +26,6 @@ private:
 
     PlayBar* playbar_;
     ZoomBar* zoombar_;
-    bool fitting_ = false;
 };
 
 } // namespace benthor::viewer

@@ -100,6 +100,7 @@ QWidget* InstrumentPanel::makeDepthRow() {
     auto* group = new QWidget;
     auto* row = new QHBoxLayout(group);
     row->setContentsMargins({});
+    row->setSpacing(look::spaceTight);
     Lbldepth = new HeadNumber(QStringLiteral("Lbldepth"), QStringLiteral("Depth"));
     Lbldtime = new HeadNumber(QStringLiteral("Lbldtime"), QStringLiteral("Time"), QStringLiteral("min"));
     lbldgas = new HeadNumber(QStringLiteral("lbldgas"), QStringLiteral("Gas"));
@@ -209,6 +210,7 @@ QWidget* InstrumentPanel::makeScrubber() {
     auto* group = new QWidget;
     auto* row = new QHBoxLayout(group);
     row->setContentsMargins({});
+    row->setSpacing(look::spaceTight);
     const auto add = [&](const char* name, const char* caption, const char* unit) {
         auto* number = new HeadNumber(QLatin1String(name), QLatin1String(caption), QLatin1String(unit));
         number->setNumberSize(kSmallNumber);
@@ -220,7 +222,7 @@ QWidget* InstrumentPanel::makeScrubber() {
     row->addStretch();
     lbldstack = add("lbldstack", "Stack", "%");
     row->addStretch();
-    spread_ = add("Text9(0)", "TPM spread", "");
+    spread_ = add("Text9(0)", "Spread", "");
     row->addStretch();
     percent_ = add("Text9(1)", "TPM", "%");
     mask(3) = new MaskPanel(QStringLiteral("Frame4(3)"), QStringLiteral("–"), Lbldtemp);
@@ -315,7 +317,7 @@ void InstrumentPanel::setNumberSize(int px) {
     for (HeadNumber* number : {Lbldepth, Lbldtime, Lbldppo2}) {
         number->setNumberSize(px);
     }
-    lbldgas->setNumberSize(px * 2 / 3);
+    lbldgas->setNumberSize(px * 4 / 7);
     Lbldsetpoint->setNumberSize(px * 3 / 4);
     Lbldceiling->setNumberSize(px * 3 / 4);
     Text7->setNumberSize(px * 3 / 4);

@@ -12,11 +12,16 @@ namespace benthor::viewer {
 
 using look::CommandButton;
 
+namespace {
+constexpr int kSpacing = 3;
+constexpr int kCompactSpacing = 2;
+} // namespace
+
 PlayBar::PlayBar(QWidget* parent)
     : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->setSpacing(look::spaceTight);
+    row->setSpacing(kSpacing);
     add("Previous point", "previous", Act::Previous, "Command7(0)");
     PlayDive = add("Plays dive", "play", Act::Play, "PlayDive", "Picture8");
     PlayDive->setProperty("primary", true);
@@ -75,11 +80,32 @@ void PlayBar::showPlaying(bool playing) {
 }
 
 void PlayBar::setCompact(bool compact) {
+    if (compact == compact_) {
+        return;
+    }
+    compact_ = compact;
     const auto kind = compact ? CommandButton::Kind::Icon : CommandButton::Kind::Small;
     AlarmNext->setKind(kind);
     MarkNext->setKind(kind);
-    layout()->setSpacing(compact ? 2 : 3);
+    layout()->setSpacing(compact ? kCompactSpacing : kSpacing);
     Picture10->setText(compact ? QString() : QStringLiteral("playing"));
+}
+
+int PlayBar::neededWidth(bool compact) const {
+    int width = -(compact ? kCompactSpacing : kSpacing);
+    for (int at = 0; at < layout()->count(); ++at) {
+        const QWidget* widget = layout()->itemAt(at)->widget();
+        if (widget->isHidden()) {
+            continue;
+        }
+        int own = widget->sizeHint().width();
+        if (widget == AlarmNext || widget == MarkNext) {
+            own = static_cast<const CommandButton*>(widget)->widthAs(compact ? CommandButton::Kind::Icon
+                                                                             : CommandButton::Kind::Small);
+        }
+        width += std::max(own, widget->minimumWidth()) + (compact ? kCompactSpacing : kSpacing);
+    }
+    return width;
 }
 
 } // namespace benthor::viewer

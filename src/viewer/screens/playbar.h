@@ -26,6 +26,8 @@ public:
     void showPlaying(bool playing);
     /// Pictures alone, for narrow windows.
     void setCompact(bool compact);
+    /// The width that it needs, compact or not.
+    int neededWidth(bool compact) const;
 
 signals:
     void acted(Act act);
@@ -38,6 +40,7 @@ private:
     look::CommandButton* PlayDive = nullptr;
     look::CommandButton* AlarmNext = nullptr;
     look::CommandButton* MarkNext = nullptr;
+    bool compact_ = false;
     QLabel* Label18 = nullptr;
     QLabel* Picture10 = nullptr;
 };

@@ -1,9 +1,11 @@
 #include "viewer/screens/rbinterface.h"
 
+#include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "shell/process.h"
+#include "viewer/screens/tipbox.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -41,6 +43,7 @@ rbinterface::rbinterface()
     MSFlexGrid2->setObjectName(QStringLiteral("MSFlexGrid2"));
     MSFlexGrid2->hide();
     makeTimers();
+    MSChart1->installEventFilter(this);
     takeColours();
     fitToWidth();
 }
@@ -61,6 +64,14 @@ void rbinterface::changeEvent(QEvent* event) {
 void rbinterface::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
     fitToWidth();
+}
+
+/// The tip box keeps to its sample when the chart takes another size.
+bool rbinterface::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == MSChart1 && event->type() == QEvent::Resize && Text8->isVisible() && !Text8->isPointer()) {
+        placeTip(currentrow_);
+    }
+    return Screen::eventFilter(watched, event);
 }
 
 } // namespace benthor::viewer

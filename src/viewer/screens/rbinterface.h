@@ -23,8 +23,7 @@ class QStackedWidget;
 
 namespace benthor::look {
 class Card;
-class CommandButton;
-} // namespace benthor::look
+}
 
 namespace benthor::platform {
 class Chart;
@@ -76,6 +75,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // rbinterface_layout.cpp
@@ -248,7 +248,6 @@ private:
     look::Card* gasCard_ = nullptr;
     QLabel* gasList = nullptr;
     QCheckBox* gaslistCheck = nullptr;
-    QList<look::CommandButton*> headButtons_;
 };
 
 } // namespace benthor::viewer

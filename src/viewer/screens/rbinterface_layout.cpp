@@ -33,6 +33,7 @@ namespace {
 
 constexpr int kHeadHeight = 60;
 constexpr int kNarrow = 1200; ///< below this the bar's buttons are pictures and the head is small
+constexpr int kRoomy = 1440;  ///< from here on the head's numbers stand apart
 constexpr int kWide = 1600;
 constexpr int kEmptyTextWidth = 460;
 
@@ -79,14 +80,16 @@ QWidget* rbinterface::makeHead() {
 }
 
 void rbinterface::addHeadButtons() {
-    const auto add = [this](const char* caption, const char* icon, const char* name, const char* picture,
-                            const auto& work) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(look::spaceTight);
+    headRow_->addLayout(row);
+    const auto add = [row, this](const char* caption, const char* icon, const char* name, const char* picture,
+                                 const auto& work) {
         auto* button = new look::CommandButton(QLatin1String(caption), QLatin1String(icon),
                                                look::CommandButton::Kind::Icon);
         button->setNames(name, picture, "");
         connect(button, &QPushButton::clicked, this, work);
-        headRow_->addWidget(button);
-        headButtons_ += button;
+        row->addWidget(button);
         return button;
     };
     add("Dive details", "info", "Command1", "Picture5", [this] { emit detailsWanted(); });
@@ -102,7 +105,7 @@ void rbinterface::addHeadButtons() {
     Command4->setObjectName(QStringLiteral("Command4"));
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
     connect(Command4, &QPushButton::clicked, this, &rbinterface::Command4_click);
-    headRow_->addWidget(Command4);
+    row->addWidget(Command4);
 }
 
 QWidget* rbinterface::makeSide() {
@@ -302,12 +305,13 @@ void rbinterface::fitToWidth() {
     series_->setDense(narrow);
     side_->setFixedWidth(
         std::max({look::scaled(sideWidth(width())), series_->neededWidth(), unitsCard_->sizeHint().width()}));
-    headRow_->setSpacing(narrow ? look::spaceBase : look::spaceRoom);
+    headRow_->setSpacing(narrow ? look::spaceSmall
+                                : (width() < look::scaled(kRoomy) ? look::spaceBase : look::spaceRoom));
     for (HeadNumber* number : std::as_const(headNumbers_)) {
-        number->setNumberSize(narrow ? 13 : 16);
+        number->setNumberSize(narrow ? 12 : 16);
     }
     const bool wide = width() >= look::scaled(kWide);
-    panelView_->setNumberSize(narrow ? 28 : (wide ? 40 : 32));
+    panelView_->setNumberSize(narrow ? 26 : (wide ? 40 : 32));
     right_->setFixedWidth(
         std::max(look::scaled(narrow ? 244 : (wide ? 320 : 272)), panelView_->minimumSizeHint().width()));
     placeGasList();

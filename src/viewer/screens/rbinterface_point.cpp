@@ -89,7 +89,8 @@ void rbinterface::drawstrip() {
 
 /// Beside the cursor, on its other side where the chart ends, and never outside the chart.
 void rbinterface::placeTip(int row) {
-    if (row < 1 || row > lastsample_ || MSChart1->row() < 1) {
+    const bool outside = free_ && (row < free_->first || row > free_->last);
+    if (row < 1 || row > lastsample_ || MSChart1->row() < 1 || outside) {
         Text8->hide();
         return;
     }

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <algorithm>
 
 namespace benthor::viewer {
 
@@ -18,7 +19,7 @@ ZoomBar::ZoomBar(QAction* spread, QWidget* parent)
     : QWidget(parent)
     , row_(new QHBoxLayout(this)) {
     row_->setContentsMargins({});
-    row_->setSpacing(look::spaceTight);
+    row_->setSpacing(2);
 
     Picture6 =
         addPicture("Picture6", "zoom-in", QStringLiteral("Shows one tenth of the dive"), ZoomButton::Zoom);
@@ -85,9 +86,24 @@ void ZoomBar::showState(const ZoomState& state) {
 }
 
 void ZoomBar::setCompact(bool compact) {
-    compact_ = compact;
-    row_->setSpacing(compact ? 2 : 3);
-    updateVisible();
+    if (compact != compact_) {
+        compact_ = compact;
+        updateVisible();
+    }
+}
+
+int ZoomBar::neededWidth(bool compact) const {
+    int width = -row_->spacing();
+    for (int at = 0; at < row_->count(); ++at) {
+        const QWidget* widget = row_->itemAt(at)->widget();
+        const auto* command = std::find(Command2.begin(), Command2.end(), widget);
+        const bool shown =
+            command == Command2.end() || (!compact && (command == Command2.begin() || panVisible_));
+        if (shown) {
+            width += widget->sizeHint().width() + row_->spacing();
+        }
+    }
+    return width;
 }
 
 void ZoomBar::updateVisible() {

@@ -31,6 +31,8 @@ public:
     void showState(const ZoomState& state);
     /// Pictures alone, for narrow windows.
     void setCompact(bool compact);
+    /// The width that it needs, compact or not.
+    int neededWidth(bool compact) const;
 
 signals:
     void pressed(ZoomButton button);

@@ -88,29 +88,35 @@ void CommandButton::setQuietLine(const QString& text) {
     }
 }
 
-int CommandButton::textLeft() const {
-    if (kind_ == Kind::Icon) {
+int CommandButton::textLeft(Kind kind) const {
+    switch (kind) {
+    case Kind::Icon:
         return width();
+    case Kind::Large:
+        return scaled(kSide + kLargeIcon) + spaceBase;
+    case Kind::Small:
+        break;
     }
-    const bool large = kind_ == Kind::Large;
-    return (large ? scaled(kSide + kLargeIcon) : scaled(kSmallSide + kSmallIcon)) +
-           (kind_ == Kind::Large ? spaceBase : spaceSmall);
+    return scaled(kSmallSide + kSmallIcon) + spaceSmall;
 }
 
-QSize CommandButton::sizeHint() const {
-    if (kind_ == Kind::Icon) {
-        return {scaled(kIconWidth), QPushButton::sizeHint().height()};
+int CommandButton::widthAs(Kind kind) const {
+    if (kind == Kind::Icon) {
+        return scaled(kIconWidth);
     }
     const int title = QFontMetrics(strong(body())).horizontalAdvance(text());
     const int quiet = QFontMetrics(caption()).horizontalAdvance(quietLine_);
-    return {textLeft() + std::max(title, quiet) + scaled(kind_ == Kind::Large ? kSide : kSmallSide),
-            kind_ == Kind::Large ? scaled(kLargeHeight) : QPushButton::sizeHint().height()};
+    return textLeft(kind) + std::max(title, quiet) + scaled(kind == Kind::Large ? kSide : kSmallSide);
+}
+
+QSize CommandButton::sizeHint() const {
+    return {widthAs(kind_), kind_ == Kind::Large ? scaled(kLargeHeight) : QPushButton::sizeHint().height()};
 }
 
 void CommandButton::resizeEvent(QResizeEvent* event) {
     QPushButton::resizeEvent(event);
-    picture_->setGeometry(0, 0, textLeft(), height());
-    label_->setGeometry(textLeft(), 0, std::max(0, width() - textLeft()), height());
+    picture_->setGeometry(0, 0, textLeft(kind_), height());
+    label_->setGeometry(textLeft(kind_), 0, std::max(0, width() - textLeft(kind_)), height());
 }
 
 void CommandButton::paintEvent(QPaintEvent* event) {
@@ -129,7 +135,7 @@ void CommandButton::paintEvent(QPaintEvent* event) {
     if (kind_ == Kind::Icon) {
         return;
     }
-    const QRect room(textLeft(), 0, width() - textLeft() - spaceSmall, height());
+    const QRect room(textLeft(kind_), 0, width() - textLeft(kind_) - spaceSmall, height());
     painter.setPen(ink);
     painter.setFont(large ? strong(body()) : body());
     if (!large || quietLine_.isEmpty()) {

@@ -20,6 +20,8 @@ public:
     void setNames(const char* button, const char* picture, const char* label);
     /// Between Small and Icon, for narrow windows.
     void setKind(Kind kind);
+    /// The width that the button needs as one of that kind.
+    int widthAs(Kind kind) const;
     void setPictureShown(bool shown);
     bool isPictureShown() const;
     void setQuietLine(const QString& text);
@@ -32,7 +34,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    int textLeft() const;
+    int textLeft(Kind kind) const;
 
     QString iconName_;
     Kind kind_;
