@@ -171,6 +171,7 @@ private:
     void hideHover();
 
     // rbinterface_export.cpp
+    void headGrid();
     void cmdSave_click();
     void Command4_click();
     void cmdsavegraph_click();

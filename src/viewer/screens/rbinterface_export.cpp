@@ -22,6 +22,7 @@
 #include <QAction>
 #include <QFile>
 #include <QPrinter>
+#include <QSignalBlocker>
 
 namespace benthor::viewer {
 
@@ -32,6 +33,12 @@ using platform::skipErrors;
 QString rbinterface::askSaveFile(const QString& filter, const QString& suggested) {
     return dialogs().saveFile(this, QStringLiteral("Save as"),
                               platform::ProgramFolder::current().path(suggested), filter);
+}
+
+/// The grid's current cell goes to its headings; the sample shown stays.
+void rbinterface::headGrid() {
+    const QSignalBlocker quiet(MSFlexGrid1);
+    MSFlexGrid1->setRow(0);
 }
 
 /// The rows are those of the shared recordset, which after the load are the dive's gases. The filter is set
@@ -47,6 +54,7 @@ void rbinterface::cmdSave_click() {
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
             return;
         }
+        headGrid();
         process().depthunit = resolveDisplay();
         const QByteArray text = csvText(rowsOf(process().mainrecordset), isFeet(process().depthunit));
         if (file.write(text) == text.size() && file.flush()) {
@@ -63,6 +71,7 @@ void rbinterface::Command4_click() {
         dialogs().message(this, QStringLiteral("Data is not saved to a file....!!"));
         return;
     }
+    headGrid();
     skipErrors([&] {
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {

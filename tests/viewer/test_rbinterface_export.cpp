@@ -1,0 +1,244 @@
+// Files and paper that leave the dive screen.
+
+#include "divescreen.h"
+#include "divetext.h"
+#include "platform/chart/chart.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/look/look.h"
+#include "store/units.h"
+
+#include <QImage>
+#include <QPushButton>
+#include <QSvgRenderer>
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::viewer;
+using benthor::platform::Chart;
+using benthor::platform::FlexGrid;
+
+namespace {
+
+const QString kCsvFilter = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
+const QString kZxuFilter = QStringLiteral("Text Files (*.zxu)|*.zxu|All Files (*.*)|*.*");
+
+struct Stage {
+    explicit Stage(const char* unit = "metre") {
+        bench.put(steadyDive(30));
+        bench.execute(
+            "UPDATE main SET startdate = '2017-09-27 01:02:03', finisheddate = '2017-09-27 01:42:03'");
+        bench.execute("UPDATE gas SET Gasstat = '1'");
+        process().unitoverride = QLatin1String(unit);
+        screen = &bench.show();
+    }
+    QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    QByteArray read(const char* name) const {
+        QFile source(file(name));
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(missing)");
+    }
+    void trigger(const char* entry) const { control<QAction>(*screen, entry).trigger(); }
+    void click(const char* button) const { control<QPushButton>(*screen, button).click(); }
+    /// How many pages a PDF has.
+    int pages(const char* name) const {
+        const QByteArray pdf = read(name);
+        return pdf.startsWith("%PDF") ? static_cast<int>(pdf.count("/Type /Page\n")) : 0;
+    }
+
+    QTemporaryDir folder;
+    DiveScreen bench;
+    rbinterface* screen;
+};
+
+/// Parts of an image that are not its ground.
+int inkOf(const QImage& image) {
+    int ink = 0;
+    for (int y = 0; y < image.height(); y += 3) {
+        for (int x = 0; x < image.width(); x += 3) {
+            ink += image.pixel(x, y) == image.pixel(0, 0) ? 0 : 1;
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+class TestRbinterfaceExport : public QObject {
+    Q_OBJECT
+
+private slots:
+    void csvHasALineForEachGas() {
+        Stage stage;
+        stage.bench.boxes.answerFile(stage.file("dive.csv"));
+        stage.click("cmdSave");
+        const QByteArrayList lines = stage.read("dive.csv").split('\n');
+        QCOMPARE(lines.size(), 4); // headings, two gases, nothing behind the last line end
+        QVERIFY(lines[0].startsWith("Dive ID,Record ID,Depth,Gas,PPO2,") && lines[0].endsWith("T-stick8\r"));
+        QCOMPARE(lines[1], QByteArray("D0000001,0,79,660,1,\r"));
+        QCOMPARE(lines[2], QByteArray("D0000001,1,68,465,1,\r"));
+        QCOMPARE(stage.bench.boxes.messages(),
+                 QStringList({"Dive Record save as file " + stage.file("dive.csv")}));
+    }
+
+    void csvInFeetGivesTheHelium() {
+        Stage stage("Feet");
+        stage.bench.boxes.answerFile(stage.file("dive.csv"));
+        stage.trigger("mnudivesavecsv");
+        QVERIFY(stage.read("dive.csv").contains("\r\nD0000001,0,0,660,1,\r\nD0000001,1,0,465,1,\r\n"));
+    }
+
+    void theFilterIsSetBehindTheDialog() {
+        Stage stage;
+        stage.click("cmdSave");
+        stage.click("cmdSave");
+        QTest::mouseClick(&control<QWidget>(*stage.screen, "Picture2"), Qt::LeftButton);
+        QStringList filters;
+        for (const auto& asked : stage.bench.boxes.asked()) {
+            filters << asked.filter;
+        }
+        QCOMPARE(filters, QStringList({"", kCsvFilter, kCsvFilter}));
+    }
+
+    void aCancelledCsvOrOneThatCannotBeWrittenEndsWithoutAWord() {
+        Stage stage;
+        stage.click("cmdSave");
+        stage.bench.boxes.answerFile(stage.file("no/such/folder.csv"));
+        stage.click("cmdSave");
+        QVERIFY(stage.bench.boxes.messages().isEmpty());
+    }
+
+    void danGivesItsFiveLinesAndTheUnitStaysMetre() {
+        Stage stage("Feet");
+        stage.bench.boxes.answerFile(stage.file("dive.zxu"));
+        stage.click("Command4");
+        QCOMPARE(stage.read("dive.zxu"), bytesOfTestData("exports/five-lines.zxu"));
+        QVERIFY(stage.bench.boxes.messages().isEmpty());
+        QCOMPARE(stage.bench.boxes.asked().first().filter, kZxuFilter);
+        QCOMPARE(process().depthunit, "metre");
+        QCOMPARE(process().unitoverride, "Feet"); // so a fresh load resolves it anew
+        control<FlexGrid>(*stage.screen, "MSFlexGrid1").setRow(10);
+        QVERIFY(control<QWidget>(*stage.screen, "Text8").property("text").toString().contains("metre"));
+    }
+
+    void danTakesIdAndIntervalAsShown() {
+        Stage stage;
+        control<QLabel>(*stage.screen, "txtinterval").setText(QStringLiteral("7"));
+        stage.bench.boxes.answerFile(stage.file("dive.zxu"));
+        stage.trigger("mnudivedan");
+        QVERIFY(stage.read("dive.zxu").contains("|I|Q7S|"));
+    }
+
+    void aCancelledDanSaysSo() {
+        Stage stage;
+        QTest::mouseClick(&control<QWidget>(*stage.screen, "Command4"), Qt::LeftButton);
+        QCOMPARE(stage.bench.boxes.messages(), QStringList({"Data is not saved to a file....!!"}));
+        QCOMPARE(process().depthunit, "metre");
+    }
+
+    void aDiveWithoutAStartLeavesAnEmptyFile() {
+        Stage stage;
+        control<QLabel>(*stage.screen, "txttimedown").setText(QString());
+        stage.bench.boxes.answerFile(stage.file("dive.zxu"));
+        stage.click("Command4");
+        QCOMPARE(stage.read("dive.zxu"), QByteArray());
+        QVERIFY(stage.bench.boxes.messages().isEmpty());
+    }
+
+    void theWholeProfileIsMetricInAnyUnit() {
+        QByteArrayList texts;
+        for (const char* unit : {"metre", "Feet"}) {
+            Stage stage(unit);
+            stage.bench.boxes.answerFile(stage.file("full.csv"));
+            stage.trigger("mnufullcsv");
+            stage.bench.boxes.answerFile(stage.file("full.zxu"));
+            stage.trigger("mnufullzxu");
+            QVERIFY(stage.bench.boxes.messages()[0].startsWith("The profile was saved as "));
+            texts << stage.read("full.csv") + stage.read("full.zxu");
+        }
+        QCOMPARE(texts[0], texts[1]);
+        QVERIFY(texts[0].startsWith("Time,Depth (m),Gas,PO2 (bar),Ceiling (m),"));
+        QVERIFY(texts[0].contains("\r\n00:00:40,0.94,Air,1.30,6,20,90,"));
+        QVERIFY(texts[0].contains("ZDT|1|1|28.12|20170927014203|20|\r\n"));
+        QCOMPARE(texts[0].count("\r\n"), 1 + 30 + 5 + 30 + 2);
+    }
+
+    void aProfileThatCannotBeWrittenSaysWhy() {
+        Stage stage;
+        stage.bench.boxes.answerFile(stage.file("no/such/folder.csv"));
+        stage.trigger("mnufullcsv");
+        QVERIFY(stage.bench.boxes.messages().first().startsWith("The profile could not be saved as "));
+    }
+
+    void theChartIsSavedAsPngSvgAndPdf() {
+        Stage stage;
+        auto& chart = control<Chart>(*stage.screen, "MSChart1");
+        const QImage before = chart.grab().toImage();
+        for (const char* name : {"chart.png", "chart.svg", "chart.pdf"}) {
+            stage.bench.boxes.answerFile(stage.file(name));
+            stage.trigger("mnusavechart");
+            QCOMPARE(stage.bench.boxes.messages().last(), "The chart was saved as " + stage.file(name) + ".");
+        }
+        const QImage png(stage.file("chart.png"));
+        QCOMPARE(png.width(), 2 * chart.width());
+        QVERIFY(inkOf(png) > 500);
+        const QByteArray svg = stage.read("chart.svg");
+        QVERIFY(svg.contains("<svg") && svg.contains("D0000001") && !svg.contains("<image"));
+        QVERIFY(QSvgRenderer(svg).isValid());
+        QCOMPARE(stage.pages("chart.pdf"), 1);
+        QCOMPARE(chart.grab().toImage(), before); // the screen is as it was
+    }
+
+    void theScreenIsPrintedWithItsGrid() {
+        Stage stage;
+        QVERIFY(!control<FlexGrid>(*stage.screen, "MSFlexGrid1").isVisible());
+        stage.bench.boxes.answerPrinter(stage.file("screen.pdf"));
+        stage.click("cmdsavegraph");
+        QVERIFY(control<FlexGrid>(*stage.screen, "MSFlexGrid1").isVisible());
+        QVERIFY(control<QAction>(*stage.screen, "mnuSpread").isChecked());
+        QCOMPARE(stage.pages("screen.pdf"), 1);
+    }
+
+    void aCancelledPrintChangesNothing() {
+        Stage stage;
+        stage.trigger("mnudiveprint");
+        stage.trigger("mnuPrintspreadsheet");
+        QVERIFY(!control<QAction>(*stage.screen, "mnuSpread").isChecked());
+        QVERIFY(stage.bench.boxes.messages().isEmpty());
+    }
+
+    void printingFromTheDarkIsLightAndLeavesTheThemeAsItWas() {
+        look::setTheme(look::Theme::Dark);
+        {
+            Stage stage;
+            stage.bench.boxes.answerPrinter(stage.file("screen.pdf"));
+            stage.click("cmdsavegraph");
+            QCOMPARE(look::theme(), look::Theme::Dark);
+            QCOMPARE(stage.pages("screen.pdf"), 1);
+        }
+        look::setTheme(look::Theme::Light);
+    }
+
+    void theGridIsPrintedWhole() {
+        Stage stage;
+        stage.bench.boxes.answerPrinter(stage.file("grid.pdf"));
+        stage.trigger("mnuPrintspreadsheet");
+        QCOMPARE(stage.pages("grid.pdf"), 1);
+        QVERIFY(stage.read("grid.pdf").size() > 3000);
+    }
+
+    void aLongGridGoesOnPageBehindPage() {
+        Stage stage;
+        control<FlexGrid>(*stage.screen, "MSFlexGrid1").setRows(500);
+        stage.bench.boxes.answerPrinter(stage.file("grid.pdf"));
+        stage.trigger("mnuPrintspreadsheet");
+        QVERIFY(stage.pages("grid.pdf") > 1);
+    }
+};
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    look::apply(application);
+    look::setTheme(look::Theme::Light);
+    TestRbinterfaceExport test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_rbinterface_export.moc"

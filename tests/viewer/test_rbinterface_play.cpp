@@ -1,0 +1,241 @@
+// Playback, steps, jumps and the chart's exercise on the dive screen.
+
+#include "divescreen.h"
+#include "divetext.h"
+#include "platform/chart/chart.h"
+#include "platform/grid/flexgrid.h"
+#include "platform/screen/ticktimer.h"
+#include "viewer/screens/tipbox.h"
+
+#include <QPushButton>
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::viewer;
+using benthor::platform::Chart;
+using benthor::platform::FlexGrid;
+using benthor::platform::TickTimer;
+
+namespace {
+
+/// Samples 4 to `last`; alarms at 20 and 30, marks at 25 and 35.
+QByteArray dive(int last) {
+    QByteArrayList lines;
+    for (int sample = 4; sample <= last; ++sample) {
+        lines += "1," + QByteArray::number(100 + sample) + ",0,130,M" +
+                 (sample == 25 || sample == 35 ? "1" : "0") + ",T20,A900" +
+                 (sample == 20 || sample == 30 ? ",LOW" : "") + (sample == 10 ? ",PREDIVE" : "");
+    }
+    return wholeDive(lines);
+}
+
+struct Stage {
+    explicit Stage(int last = 50) {
+        bench.put(dive(last));
+        screen = &bench.show();
+        grid = &control<FlexGrid>(*screen, "MSFlexGrid1");
+    }
+    void click(const char* button) const { control<QPushButton>(*screen, button).click(); }
+    void picture(const char* name) const {
+        QTest::mouseClick(&control<QWidget>(*screen, name), Qt::LeftButton);
+    }
+    TickTimer& timer() const { return control<TickTimer>(*screen, "Timer3"); }
+    void tick(int count = 1) const {
+        for (int i = 0; i < count; ++i) {
+            timer().expire();
+        }
+    }
+    QString speed() const { return textOf(*screen, "Label18"); }
+
+    DiveScreen bench;
+    rbinterface* screen;
+    FlexGrid* grid;
+};
+
+} // namespace
+
+class TestRbinterfacePlay : public QObject {
+    Q_OBJECT
+
+private slots:
+    void playingStepsOnceASecondUntilItIsStopped() {
+        const Stage stage;
+        QVERIFY(!stage.timer().isEnabled());
+        QCOMPARE(stage.timer().interval(), 1000);
+        stage.click("PlayDive");
+        QVERIFY(stage.timer().isEnabled());
+        QVERIFY(!control<QWidget>(*stage.screen, "Picture10").isVisible()); // with the first tick
+        stage.tick();
+        QVERIFY(control<QWidget>(*stage.screen, "Picture10").isVisible());
+        QCOMPARE(stage.speed(), " x1");
+        QCOMPARE(stage.grid->row(), 2);
+        QVERIFY(control<TipBox>(*stage.screen, "Text8").isVisible());
+        stage.click("StopPlayDive");
+        QVERIFY(!stage.timer().isEnabled());
+        QVERIFY(!control<QWidget>(*stage.screen, "Picture10").isVisible());
+        stage.picture("Picture8");
+        QVERIFY(stage.timer().isEnabled());
+        stage.picture("Picture9");
+        QVERIFY(!stage.timer().isEnabled());
+    }
+
+    void theDiveBeginsAnewByItself() {
+        const Stage stage; // grid rows 1 to 50
+        stage.click("PlayDive");
+        stage.tick(48);
+        QCOMPARE(stage.grid->row(), 49);
+        stage.tick();
+        QCOMPARE(stage.grid->row(), 1);
+        QVERIFY(stage.timer().isEnabled());
+    }
+
+    void theSpeedChangesWithTheNextTick() {
+        const Stage stage;
+        stage.click("PlayDive");
+        stage.click("Command6(0)");
+        stage.click("Command6(0)");
+        QCOMPARE(stage.speed(), " x4");
+        stage.tick();
+        QCOMPARE(stage.grid->row(), 5);
+        stage.click("Command6(1)");
+        stage.tick();
+        QCOMPARE(stage.grid->row(), 7);
+        for (int i = 0; i < 9; ++i) {
+            stage.click("Command6(0)");
+        }
+        QCOMPARE(stage.speed(), " x64");
+        for (int i = 0; i < 9; ++i) {
+            stage.click("Command6(1)");
+        }
+        QCOMPARE(stage.speed(), " x1");
+    }
+
+    void aTickThatTakesLongIsNotEnteredAgain() {
+        const Stage stage;
+        stage.click("PlayDive");
+        int inner = 0;
+        const auto again = QObject::connect(stage.grid, &FlexGrid::rowSelectionChanged, stage.screen, [&] {
+            ++inner;
+            stage.tick(); // a queued tick that is let in
+        });
+        stage.tick();
+        QObject::disconnect(again);
+        QCOMPARE(stage.grid->row(), 2);
+        Q_UNUSED(inner)
+    }
+
+    void stepsGoByTheSpeed() {
+        const Stage stage;
+        stage.click("Command7(1)");
+        QCOMPARE(stage.grid->row(), 2);
+        stage.click("Command6(0)");
+        stage.click("Command7(1)");
+        QCOMPARE(stage.grid->row(), 4);
+        stage.click("Command7(0)");
+        QCOMPARE(stage.grid->row(), 2);
+    }
+
+    void aStepBackFromTheFirstRowShowsNothingNewAndThenTheEnd() {
+        const Stage stage;
+        stage.grid->setRow(2);
+        stage.click("Command7(0)");
+        const QString depth = textOf(*stage.screen, "Lbldepth");
+        const QString tip = control<TipBox>(*stage.screen, "Text8").text();
+        stage.click("Command7(0)"); // row 0 has no sample
+        QCOMPARE(textOf(*stage.screen, "Lbldepth"), depth);
+        QCOMPARE(control<TipBox>(*stage.screen, "Text8").text(), tip);
+        stage.click("Command7(0)");
+        QCOMPARE(stage.grid->row(), 49);
+        stage.click("Command7(1)");
+        QCOMPARE(stage.grid->row(), 1);
+    }
+
+    void alarmsAndMarksAreJumpedTo() {
+        const Stage stage;
+        stage.click("AlarmNext");
+        QCOMPARE(stage.grid->row(), 20);
+        stage.picture("Label13");
+        QCOMPARE(stage.grid->row(), 30);
+        stage.click("AlarmNext");
+        QCOMPARE(stage.grid->row(), 20);
+        stage.click("MarkNext");
+        QCOMPARE(stage.grid->row(), 25);
+        stage.picture("Label4");
+        QCOMPARE(stage.grid->row(), 35);
+        stage.click("MarkNext");
+        QCOMPARE(stage.grid->row(), 25);
+    }
+
+    void withoutAnAlarmPointNothingMoves() {
+        const Stage stage(15); // PREDIVE alone, at sample 10
+        stage.grid->setRow(7);
+        stage.click("AlarmNext");
+        stage.click("MarkNext");
+        QCOMPARE(stage.grid->row(), 7);
+    }
+
+    void arrowKeysWalkTheSamples() {
+        const Stage stage;
+        stage.click("Command6(0)");
+        stage.screen->setFocus();
+        QTest::keyClick(stage.screen, Qt::Key_Right);
+        QTest::keyClick(stage.screen, Qt::Key_Right);
+        QCOMPARE(stage.grid->row(), 3); // one by one, whatever the speed
+        QTest::keyClick(stage.screen, Qt::Key_Left);
+        QCOMPARE(stage.grid->row(), 2);
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(stage.screen, Qt::Key_Left);
+        }
+        QCOMPARE(stage.grid->row(), 1);
+    }
+
+    void playFollowsThePagesOfAZoomedDive() {
+        const Stage stage(400);
+        stage.click("Command2(0)");
+        for (int i = 0; i < 4; ++i) {
+            stage.click("Command6(0)");
+        }
+        stage.click("PlayDive");
+        QStringList begins{textOf(*stage.screen, "Text1")};
+        for (int i = 0; i < 26; ++i) {
+            stage.tick();
+            if (begins.last() != textOf(*stage.screen, "Text1")) {
+                begins << textOf(*stage.screen, "Text1");
+            }
+            QVERIFY(control<Chart>(*stage.screen, "MSChart1").row() > 0);
+        }
+        QCOMPARE(begins.size(), 11); // ten pages, and the first again
+        QCOMPARE(begins.last(), begins.first());
+    }
+
+    void aHiddenTimersTickChangesNothingOfAnUnloadedScreen() {
+        Stage stage;
+        stage.click("PlayDive");
+        QPointer<TickTimer> timer = &stage.timer();
+        stage.bench.unload();
+        QVERIFY(timer.isNull() || !timer->isEnabled());
+    }
+
+    void theExerciseOfTheChartLeavesTheDiveAlone() {
+        const Stage stage;
+        auto& chart = control<Chart>(*stage.screen, "MSChart1");
+        const QString cell = stage.grid->text(10, 1);
+        stage.click("Command5");
+        QCOMPARE(chart.title(), "lasdasdasd");
+        for (int series = 1; series <= 40; ++series) {
+            QVERIFY(chart.marker(series).visible);
+            QCOMPARE(chart.marker(series).size, 20.0);
+            QCOMPARE(chart.marker(series).fill, QColor(0, 0, 255));
+        }
+        QVERIFY(chart.matrix().lastRow() < 50);
+        QCOMPARE(stage.grid->text(10, 1), cell);
+        stage.click("AlarmNext");
+        control<QAbstractButton>(*stage.screen, "Check3").click(); // a plot brings the dive back
+        QCOMPARE(chart.title(), "");
+        QCOMPARE(chart.matrix().lastRow(), 50);
+        QVERIFY(!chart.marker(1).visible);
+    }
+};
+
+QTEST_MAIN(TestRbinterfacePlay)
+#include "test_rbinterface_play.moc"
