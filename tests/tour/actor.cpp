@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTextStream>
 #include <QThread>
@@ -150,6 +152,25 @@ void Actor::answerBox(const QString& text, const QString& button, const QString&
         throw TourError(QStringLiteral("the box has no button %1").arg(button));
     }
     click(found);
+}
+
+void Actor::chooseFile(const QString& path) const {
+    QFileDialog* dialog = nullptr;
+    waitFor(QStringLiteral("a file dialog"), [&dialog] {
+        dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        return dialog != nullptr && dialog->isVisible();
+    });
+    QLineEdit* name = nullptr;
+    look([&] {
+        name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name != nullptr) {
+            name->setText(path);
+        }
+    });
+    if (name == nullptr) {
+        throw TourError(QStringLiteral("the file dialog has no place for a name"));
+    }
+    key(name, Qt::Key_Return);
 }
 
 void Actor::picture(QWidget* screen, const QString& name) {

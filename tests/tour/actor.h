@@ -59,6 +59,9 @@ public:
     /// Waits for a modal box with that text and clicks its button.
     void answerBox(const QString& text, const QString& button, const QString& pictureName = {});
 
+    /// Waits for a file dialog and chooses that path.
+    void chooseFile(const QString& path) const;
+
     void picture(QWidget* screen, const QString& name);
     int pictures() const { return pictures_; }
 

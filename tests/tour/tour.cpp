@@ -11,7 +11,9 @@
 #include "shell/house.h"
 #include "simulator/demodives.h"
 #include "tests/tour/actor.h"
+#include "tests/tour/diveroad.h"
 #include "tests/tour/linkroad.h"
+#include "tests/tour/lookup.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -24,34 +26,14 @@
 using namespace benthor;
 using platform::FlexGrid;
 using tour::Actor;
+using tour::cellCentre;
+using tour::require;
+using tour::rowHolding;
 using tour::TourError;
 
 namespace {
 
-constexpr int kSteps = 14 + tour::kLinkSteps;
-
-void require(bool holds, const QString& what) {
-    if (!holds) {
-        throw TourError(what);
-    }
-}
-
-/// The row whose cell in column 4 or any other holds the text; 0 for none.
-int rowHolding(const FlexGrid* grid, const QString& text) {
-    for (int row = 1; row < grid->rows(); ++row) {
-        for (int col = 0; col < grid->cols(); ++col) {
-            if (grid->text(row, col) == text) {
-                return row;
-            }
-        }
-    }
-    return 0;
-}
-
-QPoint cellCentre(FlexGrid* grid, int row, int col) {
-    grid->showRow(row);
-    return grid->visualRect(grid->model()->index(row - 1, col)).center();
-}
+constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps;
 
 void startAndImport(Actor& actor) {
     actor.step(QStringLiteral("The splash stands for a second and a half"));
@@ -99,87 +81,6 @@ QWidget* readTheList(Actor& actor) {
     return list;
 }
 
-QWidget* openADive(Actor& actor, QWidget* list, const QString& name) {
-    actor.step(QStringLiteral("A double click opens %1").arg(name));
-    auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
-    QPoint cell;
-    actor.look([&] {
-        const int row = rowHolding(grid, name);
-        require(row > 0, name + QStringLiteral(" is not in the list"));
-        cell = cellCentre(grid, row, 1);
-    });
-    actor.doubleClick(grid->viewport(), cell);
-    QWidget* dive = actor.screen(QStringLiteral("rbinterface"));
-    auto* samples = actor.control<FlexGrid>(dive, QStringLiteral("MSFlexGrid1"));
-    actor.waitFor(QStringLiteral("its samples"), [&] { return samples->rows() > 100; });
-    actor.picture(dive, QStringLiteral("dive"));
-    return dive;
-}
-
-void workTheChart(Actor& actor, QWidget* dive) {
-    actor.step(QStringLiteral("Oxygen, cells, setpoint and ceiling onto the chart"));
-    for (const char* box : {"Check3", "Check9", "Check10", "Check11"}) {
-        auto* check = actor.control<QAbstractButton>(dive, QLatin1String(box));
-        actor.click(check, QPoint(12, check->height() / 2));
-        actor.waitFor(QLatin1String(box), [check] { return check->isChecked(); });
-    }
-    actor.picture(dive, QStringLiteral("dive-series"));
-
-    actor.step(QStringLiteral("A click on the chart picks a sample"));
-    auto* chart = actor.control<QWidget>(dive, QStringLiteral("MSChart1"));
-    auto* samples = actor.control<FlexGrid>(dive, QStringLiteral("MSFlexGrid1"));
-    actor.click(chart, QPoint(chart->width() / 2, chart->height() / 2));
-    actor.waitFor(QStringLiteral("a sample in the middle"), [&] {
-        return samples->row() > samples->rows() / 3 && samples->row() < samples->rows() * 2 / 3;
-    });
-    actor.picture(dive, QStringLiteral("dive-sample"));
-
-    actor.step(QStringLiteral("Zoom in, pan on, zoom out"));
-    auto* zoom = actor.control<QAbstractButton>(dive, QStringLiteral("Command2(0)"));
-    actor.click(zoom);
-    actor.waitFor(QStringLiteral("the caption Zoom 10"),
-                  [&] { return zoom->text() == QLatin1String("Zoom 10"); });
-    actor.click(actor.control<QWidget>(dive, QStringLiteral("Command2(2)")));
-    actor.picture(dive, QStringLiteral("dive-zoomed"));
-    actor.click(zoom);
-    actor.waitFor(QStringLiteral("the caption Zoom 1"),
-                  [&] { return zoom->text() == QLatin1String("Zoom 1"); });
-
-    actor.step(QStringLiteral("The data grid with every column; the arrow keys walk the samples"));
-    actor.click(actor.control<QWidget>(dive, QStringLiteral("btnSpread")));
-    actor.waitFor(QStringLiteral("the data grid"), [&] { return samples->isVisible(); });
-    int before = 0;
-    actor.look([&] { before = samples->row(); });
-    actor.key(samples, Qt::Key_Down);
-    actor.waitFor(QStringLiteral("the next sample"), [&] { return samples->row() == before + 1; });
-    actor.picture(dive, QStringLiteral("dive-grid"));
-}
-
-void inFeet(Actor& actor, QWidget* dive) {
-    actor.step(QStringLiteral("The same dive in feet"));
-    auto* feet = actor.control<QAbstractButton>(dive, QStringLiteral("Option1"));
-    actor.click(feet, QPoint(12, feet->height() / 2));
-    QWidget* again = nullptr;
-    actor.waitFor(QStringLiteral("the dive to be loaded again"), [&] {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == QLatin1String("rbinterface") && window->isVisible() &&
-                window != dive) {
-                again = window;
-            }
-        }
-        auto* unit = again == nullptr ? nullptr : again->findChild<QLabel*>(QStringLiteral("lblmaxdepth"));
-        return unit != nullptr && unit->text() == QLatin1String("Feet");
-    });
-    actor.picture(again, QStringLiteral("dive-feet"));
-    actor.step(QStringLiteral("Back to the list, which is in feet as well"));
-    actor.click(actor.control<QWidget>(again, QStringLiteral("cmdclose")));
-    QWidget* list = actor.screen(QStringLiteral("rbmain"));
-    auto* grid = actor.control<FlexGrid>(list, QStringLiteral("MSFlexGrid1"));
-    actor.waitFor(QStringLiteral("depths in feet"),
-                  [&] { return grid->rows() > 1 && grid->text(1, 2).endsWith(QLatin1String("ft")); });
-    actor.picture(list, QStringLiteral("dive-list-feet"));
-}
-
 void otherScreens(Actor& actor) {
     actor.step(QStringLiteral("The screens that other entries lead to"));
     QWidget* main = actor.screen(QStringLiteral("main"));
@@ -198,9 +99,7 @@ void leave(Actor& actor) {
 void walk(Actor& actor, simulator::KdPort& device) {
     startAndImport(actor);
     QWidget* list = readTheList(actor);
-    QWidget* dive = openADive(actor, list, QStringLiteral("Wreck2.txt"));
-    workTheChart(actor, dive);
-    inFeet(actor, dive);
+    tour::studyADive(actor, list, QStringLiteral("Wreck2.txt"));
     tour::downloadDives(actor, device);
     otherScreens(actor);
     leave(actor);

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -36,6 +37,8 @@ private slots:
     void aCheckBoxIsFilledWhenCheckedAndPaleWhenDisabled();
     void aScrollBarIsSlimAndItsSliderReachesBothEnds();
     void noStyleSheetSlowsItemViews();
+    void everyStandardIconCanBeAskedFor();
+    void aFileDialogOpens();
 };
 
 void TestLookStyle::initTestCase() {
@@ -188,6 +191,24 @@ void TestLookStyle::noStyleSheetSlowsItemViews() {
     QVERIFY(qApp->styleSheet().isEmpty());
     QVERIFY(table.styleSheet().isEmpty());
     QVERIFY(!table.style()->inherits("QStyleSheetStyle"));
+}
+
+void TestLookStyle::everyStandardIconCanBeAskedFor() {
+    for (int which = 0; which <= static_cast<int>(QStyle::SP_TabCloseButton); ++which) {
+        const auto icon = static_cast<QStyle::StandardPixmap>(which);
+        QApplication::style()->standardPixmap(icon);
+        QApplication::style()->standardIcon(icon);
+    }
+    QVERIFY(!QApplication::style()->standardPixmap(QStyle::SP_FileIcon).isNull());
+}
+
+void TestLookStyle::aFileDialogOpens() {
+    QFileDialog dialog;
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.show();
+    QCoreApplication::processEvents();
+    QVERIFY(dialog.isVisible());
 }
 
 QTEST_MAIN(TestLookStyle)

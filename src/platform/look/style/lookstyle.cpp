@@ -131,38 +131,49 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     }
 }
 
-QIcon LookStyle::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
+namespace {
+
+/// The icons that are ours; a null one leaves the choice to the style below.
+QIcon ownIcon(QStyle::StandardPixmap which) {
     switch (which) {
-    case SP_MessageBoxWarning:
+    case QStyle::SP_MessageBoxWarning:
         return icon(QStringLiteral("warning"), tokens().notice);
-    case SP_MessageBoxCritical:
+    case QStyle::SP_MessageBoxCritical:
         return icon(QStringLiteral("warning"), tokens().bad);
-    case SP_MessageBoxInformation:
+    case QStyle::SP_MessageBoxInformation:
         return icon(QStringLiteral("info"), tokens().accent);
-    case SP_MessageBoxQuestion:
+    case QStyle::SP_MessageBoxQuestion:
         return icon(QStringLiteral("help"), tokens().accent);
-    case SP_DirIcon:
-    case SP_DirClosedIcon:
+    case QStyle::SP_DirIcon:
+    case QStyle::SP_DirClosedIcon:
         return icon("folder");
-    case SP_DirOpenIcon:
+    case QStyle::SP_DirOpenIcon:
         return icon("open-folder");
-    case SP_FileIcon:
+    case QStyle::SP_FileIcon:
         return icon("document");
-    case SP_ArrowBack:
+    case QStyle::SP_ArrowBack:
         return icon("back");
-    case SP_DialogCloseButton:
-    case SP_TitleBarCloseButton:
-    case SP_LineEditClearButton:
+    case QStyle::SP_DialogCloseButton:
+    case QStyle::SP_TitleBarCloseButton:
+    case QStyle::SP_LineEditClearButton:
         return icon("close");
     default:
-        return QProxyStyle::standardIcon(which, option, widget);
+        return {};
     }
 }
 
+} // namespace
+
+QIcon LookStyle::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
+    const QIcon ours = ownIcon(which);
+    return ours.isNull() ? QProxyStyle::standardIcon(which, option, widget) : ours;
+}
+
+/// Never by way of standardIcon(): the style below makes an icon from the pixmap that it asks for here.
 QPixmap LookStyle::standardPixmap(StandardPixmap which, const QStyleOption* option,
                                   const QWidget* widget) const {
-    const QIcon ours = standardIcon(which, option, widget);
-    if (iconNames().contains(ours.name())) {
+    const QIcon ours = ownIcon(which);
+    if (!ours.isNull()) {
         return ours.pixmap(QSize(scaled(18), scaled(18)), widget ? widget->devicePixelRatioF() : 1.0);
     }
     return QProxyStyle::standardPixmap(which, option, widget);
