@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/chart/rowrange.h"
+#include "platform/rowrange.h"
 #include "viewer/gasstrip.h"
 #include "viewer/strip.h"
 
