@@ -16,13 +16,6 @@ namespace {
 /// How long a change waits for another program that holds the store, in milliseconds.
 constexpr int kBusyTimeoutMs = 3000;
 
-/// A step that the test's hook lets fail, as the engine would report it.
-void passFault(std::string_view step) {
-    if (const int number = faultAt(step)) {
-        throw SQLite::Exception(std::strerror(number), number == ENOSPC ? SQLITE_FULL : SQLITE_IOERR);
-    }
-}
-
 /// The table of "SELECT * FROM table ...", else "". A view has no rows of its own that could be changed.
 std::string changeableTable(SQLite::Database& database, const std::string& sql) {
     static const QRegularExpression form(QStringLiteral("^\\s*SELECT\\s+\\*\\s+FROM\\s+(\\w+)"),
@@ -61,6 +54,12 @@ std::shared_ptr<const RecordsetShape> shapeOf(const SQLite::Statement& statement
 }
 
 } // namespace
+
+void passFault(std::string_view step) {
+    if (const int number = faultAt(step)) {
+        throw SQLite::Exception(std::strerror(number), number == ENOSPC ? SQLITE_FULL : SQLITE_IOERR);
+    }
+}
 
 void throwStoreError(const QString& what, const SQLite::Exception& error) {
     throw StoreError(what + QStringLiteral(": ") + QString::fromUtf8(error.what()), error.getErrorCode());

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -75,6 +76,9 @@ private:
 
 /// The engine's failure as a StoreError.
 [[noreturn]] void throwStoreError(const QString& what, const SQLite::Exception& error);
+
+/// A step that the test's hook lets fail, as the engine would report it.
+void passFault(std::string_view step);
 
 void bindValue(SQLite::Statement& statement, int index, const Value& value);
 

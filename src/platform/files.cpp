@@ -67,7 +67,8 @@ int writeAll(int file, const char* bytes, size_t count) {
 }
 
 /// Makes a file at `path` out of what `fill(descriptor)` writes; fill returns 0 or an error's number.
-template <typename Fill> FileResult replaceFile(const QString& path, FolderSync sync, Fill fill) {
+template <typename Fill>
+FileResult replaceFile(const QString& path, FolderSync sync, Fill fill, const DraftCheck& check = {}) {
     const QString folder = QFileInfo(path).absolutePath();
     const QByteArray part = QFile::encodeName(folder + QStringLiteral("/.benthor.part"));
     ::unlink(part.constData());
@@ -81,6 +82,11 @@ template <typename Fill> FileResult replaceFile(const QString& path, FolderSync 
     }
     if (file.close() != 0 && number == 0) {
         number = errno;
+    }
+    if (const QString fault = number == 0 && check ? check(QFile::decodeName(part)) : QString();
+        !fault.isEmpty()) {
+        ::unlink(part.constData());
+        return {fault, EIO};
     }
     if (number == 0) {
         number = attempt("rename",
@@ -118,13 +124,13 @@ ssize_t readBlock(int file, char* block, size_t size) {
 
 } // namespace
 
-FileResult copyFile(const QString& from, const QString& to, FolderSync sync) {
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync, const DraftCheck& check) {
     const Descriptor source = openForReading(from);
     if (!source.isOpen()) {
         return failure("Cannot read", from, errno);
     }
     int readError = 0;
-    const FileResult result = replaceFile(to, sync, [&](int target) {
+    const auto copyAll = [&](int target) {
         std::array<char, kBlock> block{};
         for (;;) {
             const ssize_t count = readBlock(source.number(), block.data(), block.size());
@@ -138,7 +144,8 @@ FileResult copyFile(const QString& from, const QString& to, FolderSync sync) {
                 return number;
             }
         }
-    });
+    };
+    const FileResult result = replaceFile(to, sync, copyAll, check);
     return readError == 0 ? result : failure("Cannot read", from, readError);
 }
 
@@ -146,6 +153,22 @@ FileResult writeFileWhole(const QString& path, QByteArrayView bytes) {
     return replaceFile(path, FolderSync::Now, [&](int file) {
         return writeAll(file, bytes.data(), static_cast<size_t>(bytes.size()));
     });
+}
+
+FileResult moveFile(const QString& from, const QString& to) {
+    const Descriptor file = openForReading(from);
+    if (!file.isOpen()) {
+        return failure("Cannot read", from, errno);
+    }
+    if (const int number = attempt("sync", [&] { return ::fsync(file.number()); })) {
+        return failure("Cannot write", from, number);
+    }
+    if (const int number = attempt("rename", [&] {
+            return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());
+        })) {
+        return failure("Cannot write", to, number);
+    }
+    return syncFolder(QFileInfo(to).absolutePath());
 }
 
 FileResult syncFolder(const QString& folder) {

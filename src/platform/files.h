@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace benthor::platform {
@@ -27,11 +28,20 @@ struct FileResult {
 /// the name.
 enum class FolderSync { Now, Later };
 
+/// Looks at a copy before it takes its place, on the disk already but under another name. An empty text lets
+/// it; any other is why the copy fails, and what stood in the place stays.
+using DraftCheck = std::function<QString(const QString& draft)>;
+
 /// Copies the contents of `from` over `to`, whatever stood there. `from` and `to` may be one file.
-FileResult copyFile(const QString& from, const QString& to, FolderSync sync = FolderSync::Now);
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync = FolderSync::Now,
+                    const DraftCheck& check = {});
 
 /// Makes `bytes` the contents of `path`.
 FileResult writeFileWhole(const QString& path, QByteArrayView bytes);
+
+/// Gives a file another name in its own folder, in the place of what stood there. The file's contents are put
+/// on the disk first.
+FileResult moveFile(const QString& from, const QString& to);
 
 /// Puts the names in `folder` on the disk.
 FileResult syncFolder(const QString& folder);

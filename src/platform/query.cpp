@@ -19,6 +19,10 @@ bool StoreError::refusedValue() const {
     return code_ == SQLITE_CONSTRAINT || code_ == SQLITE_TOOBIG;
 }
 
+bool StoreError::busy() const {
+    return code_ == SQLITE_BUSY;
+}
+
 Value::Value(const QDateTime& moment) {
     if (moment.isValid()) {
         text_ = moment.toString(QLatin1String(kMomentForm));

@@ -20,6 +20,8 @@ public:
     int code() const { return code_; }
     /// The store refused a value that its tables do not allow; all else is a fault of the store or the disk.
     bool refusedValue() const;
+    /// Another program holds the store.
+    bool busy() const;
 
 private:
     int code_;

@@ -24,6 +24,14 @@ void UserSettings::setNumber(const QString& section, const QString& name, int va
     store().setValue(key(section, name), value);
 }
 
+QString UserSettings::text(const QString& section, const QString& name) const {
+    return store().value(key(section, name)).toString();
+}
+
+void UserSettings::setText(const QString& section, const QString& name, const QString& value) {
+    store().setValue(key(section, name), value);
+}
+
 QRect UserSettings::rectangle(const QString& section, const QString& name) const {
     return store().value(key(section, name)).toRect();
 }

@@ -12,6 +12,9 @@ public:
     int number(const QString& section, const QString& name, int whenAbsent) const;
     void setNumber(const QString& section, const QString& name, int value);
 
+    QString text(const QString& section, const QString& name) const;
+    void setText(const QString& section, const QString& name, const QString& value);
+
     /// A null rectangle when there is none.
     QRect rectangle(const QString& section, const QString& name) const;
     void setRectangle(const QString& section, const QString& name, const QRect& value);

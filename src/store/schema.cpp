@@ -2,6 +2,7 @@
 
 #include "platform/database.h"
 #include "platform/files.h"
+#include "platform/storefile.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -49,9 +50,7 @@ void createStore(const QString& path, const QString& getstarted) {
     QFile::remove(draft);
     layTables(draft, getstarted);
     // A journal of an earlier store by this name would be played into the fresh one.
-    for (const char* const suffix : {"-journal", "-wal", "-shm"}) {
-        QFile::remove(target + QLatin1String(suffix));
-    }
+    platform::removeJournals(target);
     const platform::FileResult copied = platform::copyFile(draft, target);
     QFile::remove(draft);
     requireOk(copied);

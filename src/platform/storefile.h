@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace benthor::platform {
+
+// A store as a file: packed, judged, and parted from what the engine keeps beside it.
+
+/// Writes what the store at `from` holds, packed, into a new file `to`. A change that a crash left unfinished
+/// in `from` is rolled back first. `to` must not be there. The file is not yet on the disk: moveFile() puts
+/// it there. StoreError; `to` may then be there in part.
+void compactDatabase(const QString& from, const QString& to);
+
+/// Opens the store, which rolls back a change that a crash left unfinished, and closes it. StoreError.
+void settleDatabase(const QString& path);
+
+struct StoreVerdict {
+    enum class State {
+        Sound,
+        Damaged, ///< read, and not what it should be
+        Unknown, ///< could not be read: locked, no rights, the disk fails
+    };
+    State state = State::Unknown;
+    QString reason; ///< empty when sound
+    bool sound() const { return state == State::Sound; }
+};
+
+/// Reads the whole file, without changing a byte of it, and says whether its structure holds and each of
+/// `tables` is there.
+StoreVerdict examineDatabase(const QString& path, const QStringList& tables);
+
+/// Removes the journal and the like that belong to a store at `path` that stands there no more: they would
+/// be played into the next one of that name.
+void removeJournals(const QString& path);
+
+/// The names, behind the store's own, under which the engine keeps an unfinished change.
+QStringList journalSuffixes();
+
+} // namespace benthor::platform

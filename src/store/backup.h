@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/files.h"
+#include "platform/programfolder.h"
+#include "platform/storefile.h"
+
+#include <QString>
+
+namespace benthor::store {
+
+// The store's backups in the program folder: backup.mdb is the newest, backup9.mdb the oldest. At every
+// moment rb.mdb is a whole store (where there was one), and a backup is a finished copy or no copy.
+
+constexpr int kBackups = 9;
+
+/// "backup.mdb", "backup2.mdb", ... "backup9.mdb".
+QString backupname(int number);
+
+/// Reads a store and says whether it is a sound one of this program.
+platform::StoreVerdict examinestore(const QString& path);
+
+/// What a start did with the store.
+struct Maintenance {
+    QString setAside; ///< name of the file that a damaged store is kept as; empty for a sound one
+    QString reason;   ///< what is wrong with it
+};
+
+/// Moves each backup on to the next number, packs the store and makes the packed store the newest backup. A
+/// step that fails is passed over. A store that is damaged is kept under a name of its own, and rb.mdb is
+/// then missing; one that cannot be judged (locked, a failing disk) stays as it is, and so does the newest
+/// backup. Nothing is done without a store. The store must be closed.
+Maintenance maintainstore(const platform::ProgramFolder& folder);
+
+/// Copies backup.mdb to rb.mdb, for a folder without a store.
+platform::FileResult restorebackup(const platform::ProgramFolder& folder);
+
+/// How putting a chosen file in the store's place ended.
+struct Restore {
+    bool done = false;
+    QString keptAs; ///< name of the file that the store of before is kept as; empty without one
+    QString error;  ///< why it was not done, for the user
+};
+
+/// Puts the store `chosen` in the place of rb.mdb, and keeps what stood there beside it. A file whose name
+/// does not end in "mdb" is passed over without a word; one that is no sound store of this program is
+/// refused.
+Restore restorestore(const platform::ProgramFolder& folder, const QString& chosen);
+
+/// Packs the store of a fixed folder of old, where there is one. StoreError where there is none.
+void compactbyhand();
+
+} // namespace benthor::store

@@ -1,0 +1,588 @@
+#include "platform/database.h"
+#include "platform/faultpoint.h"
+#include "store/backup.h"
+#include "store/maintenance.h"
+#include "store/schema.h"
+#include "tests/support/killed.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace benthor;
+using platform::Database;
+using platform::ProgramFolder;
+
+namespace {
+
+QString diveid(int number) {
+    return QStringLiteral("D%1").arg(number, 7, 10, QLatin1Char('0'));
+}
+
+void addDive(const QString& path, int number) {
+    Database store;
+    store.open(path);
+    store.execute("PRAGMA synchronous = OFF");
+    platform::Transaction together(store);
+    platform::Recordset rows = store.openForAdding("main");
+    rows.addNew();
+    rows.set(u"DiveID", diveid(number));
+    rows.set(u"divenote", QString(600, QLatin1Char('n')));
+    rows.update();
+    for (const char* const table : {"gas", "tissue"}) {
+        platform::Recordset others = store.openForAdding(table);
+        others.addNew();
+        others.set(u"diveid", diveid(number));
+        others.update();
+    }
+    together.commit();
+}
+
+/// How many dives a store holds; -1 where there is none that can be opened.
+int divesIn(const QString& path) {
+    try {
+        Database store;
+        store.open(path);
+        return static_cast<int>(store.openRecordset("SELECT * FROM main").recordCount());
+    } catch (const platform::StoreError&) {
+        return -1;
+    }
+}
+
+/// A program folder whose store holds some dives.
+class Folder {
+public:
+    explicit Folder(int dives = 3)
+        : folder(directory_.path()) {
+        store::createStore(store());
+        for (int number = 1; number <= dives; ++number) {
+            addDive(store(), number);
+        }
+    }
+
+    QString store() const { return folder.path(u"rb.mdb"); }
+    QString backup(int number) const { return folder.path(store::backupname(number)); }
+    QByteArray bytes(const QString& name) const {
+        return platform::readFile(folder.path(name)).value_or("(no file)");
+    }
+    void put(const QString& name, const QByteArray& bytes) const {
+        QVERIFY(platform::writeFileWhole(folder.path(name), bytes));
+    }
+    QStringList names() const { return folder.listFiles(QString(), QStringLiteral("*")); }
+
+private:
+    QTemporaryDir directory_{QDir(QStringLiteral("/dev/shm")).exists()
+                                 ? QStringLiteral("/dev/shm/benthor-backup")
+                                 : QDir::tempPath() + QStringLiteral("/benthor-backup")};
+
+public:
+    ProgramFolder folder;
+};
+
+/// All that a start does with the store.
+void start(const ProgramFolder& folder) {
+    store::maintainstore(folder);
+    try {
+        store::addmissingfields(folder.path(u"rb.mdb"), [](const QString&) {});
+    } catch (const platform::StoreError&) {
+        // a start goes on
+    }
+    store::makedbtxt(folder);
+}
+
+/// Every backup that is there is a whole store with as many dives as one of `counts` says.
+void verifyBackups(const Folder& folder, const QList<int>& counts) {
+    for (int number = 1; number <= store::kBackups; ++number) {
+        if (QFile::exists(folder.backup(number))) {
+            QVERIFY2(store::examinestore(folder.backup(number)).sound(), qPrintable(folder.backup(number)));
+            QVERIFY2(counts.contains(divesIn(folder.backup(number))), qPrintable(folder.backup(number)));
+        }
+    }
+}
+
+QByteArray torn(const QByteArray& store) {
+    return store.first(store.size() / 2 + 100);
+}
+
+QByteArray scribbled(QByteArray store) {
+    for (qsizetype at = 4096; at < store.size(); at += 512) {
+        store.replace(at, 200, QByteArray(200, '\xa5'));
+    }
+    return store;
+}
+
+} // namespace
+
+class TestBackup : public QObject {
+    Q_OBJECT
+
+private slots:
+    void backupsAreNumberedFromTheNewest();
+    void theFirstStartsLeaveLaterBackupsAbsentAndTheNinthHasAll();
+    void theStoreIsPackedAndHoldsTheSame();
+    void aLeftoverOfAnEarlierPackingIsNoHindrance();
+    void withoutAStoreNothingIsRotated();
+    void anUnfinishedChangeIsRolledBackFirst();
+
+    void aDamagedStoreIsKeptAsideAndTheBackupsStay_data();
+    void aDamagedStoreIsKeptAsideAndTheBackupsStay();
+    void aSecondDamagedStoreIsNumbered();
+    void aLockedStoreStaysAsItIs();
+    void aSoundStoreStaysWherePackingFails();
+    void aBackupThatComesOutWrongLeavesTheEarlierOne();
+
+    void aDiskThatFailsOnceAtAnyStepLosesNothing();
+    void aDiskThatFailsFromAnyStepOnLosesNothing();
+    void killedAtAnyStepOfAStartNothingIsLost();
+
+    void theMissingStoreComesFromTheNewestBackup();
+    void aJournalThatWasLeftIsNotPlayedIntoTheBackup();
+
+    void aRestoreTakesTheChosenStoreAndKeepsThePresentOne();
+    void aRestoreWorksOverADamagedStoreAndWithoutAny();
+    void aFileOfAnotherEndingIsPassedOver();
+    void whatIsNoSoundStoreIsRefusedByName_data();
+    void whatIsNoSoundStoreIsRefusedByName();
+    void aStoreWithAnUnfinishedChangeBesideItIsRefused();
+    void aStoreThatAnotherProgramHoldsIsNotReplaced();
+    void theStoreItselfMayBeChosen();
+    void aRestoreThatFailsAtAnyStepLeavesAWholeStore();
+    void killedAtAnyStepOfARestoreNothingIsLost();
+
+    void packingByHandFindsNoFolderAndEnds();
+};
+
+void TestBackup::backupsAreNumberedFromTheNewest() {
+    QCOMPARE(store::backupname(1), "backup.mdb");
+    QCOMPARE(store::backupname(2), "backup2.mdb");
+    QCOMPARE(store::backupname(9), "backup9.mdb");
+}
+
+/// Each start finds one dive more, so a backup tells by its dives of which start it is.
+void TestBackup::theFirstStartsLeaveLaterBackupsAbsentAndTheNinthHasAll() {
+    const Folder folder(0);
+    for (int run = 1; run <= 11; ++run) {
+        addDive(folder.store(), run);
+        const store::Maintenance done = store::maintainstore(folder.folder);
+        QCOMPARE(done.setAside, QString());
+        QCOMPARE(divesIn(folder.store()), run);
+        for (int number = 1; number <= store::kBackups; ++number) {
+            const int dives = run - number + 1;
+            QCOMPARE(divesIn(folder.backup(number)), dives >= 1 ? dives : -1);
+        }
+        QCOMPARE(folder.bytes("backup.mdb"), folder.bytes("rb.mdb"));
+    }
+    QCOMPARE(folder.names().size(), 1 + store::kBackups);
+}
+
+void TestBackup::theStoreIsPackedAndHoldsTheSame() {
+    const Folder folder(60);
+    {
+        Database store;
+        store.open(folder.store());
+        store.execute("DELETE FROM main WHERE DiveID < 'D0000055'");
+    }
+    const qint64 before = folder.bytes("rb.mdb").size();
+    store::maintainstore(folder.folder);
+    QVERIFY(folder.bytes("rb.mdb").size() + 30000 < before);
+    Database store;
+    store.open(folder.store());
+    QStringList ids;
+    for (platform::Recordset rows = store.openRecordset("SELECT * FROM main"); !rows.eof(); rows.moveNext()) {
+        ids += rows.value(0).text();
+    }
+    QCOMPARE(ids, QStringList({diveid(55), diveid(56), diveid(57), diveid(58), diveid(59), diveid(60)}));
+    QCOMPARE(store.openRecordset("SELECT * FROM gas").recordCount(), 60);
+    QCOMPARE(store.openRecordset("SELECT * FROM Display").value(0).text(), "metre");
+    QVERIFY(!folder.names().contains(QStringLiteral("rb2.mdb")));
+}
+
+void TestBackup::aLeftoverOfAnEarlierPackingIsNoHindrance() {
+    const Folder folder;
+    folder.put(QStringLiteral("rb2.mdb"), "half a store");
+    folder.put(QStringLiteral("rb2.mdb-journal"), "and its journal");
+    store::maintainstore(folder.folder);
+    QCOMPARE(divesIn(folder.store()), 3);
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb.mdb"}));
+}
+
+void TestBackup::withoutAStoreNothingIsRotated() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    QVERIFY(QFile::remove(folder.store()));
+    store::maintainstore(folder.folder);
+    QCOMPARE(folder.names(), QStringList{"backup.mdb"});
+    QCOMPARE(divesIn(folder.backup(1)), 3);
+}
+
+void TestBackup::anUnfinishedChangeIsRolledBackFirst() {
+    const Folder folder(40);
+    const Folder crashed(0);
+    {
+        // A change too large for the engine's memory is partly in the file before it is committed.
+        SQLite::Database store(folder.store().toStdString(), SQLite::OPEN_READWRITE);
+        store.exec("PRAGMA cache_size = 2; BEGIN; DELETE FROM main; DELETE FROM gas;");
+        for (int i = 0; i < 200; ++i) {
+            store.exec("INSERT INTO main (DiveID, divenote) VALUES ('D9999999', '" + std::string(900, 'x') +
+                       "')");
+        }
+        crashed.put(QStringLiteral("rb.mdb"), folder.bytes("rb.mdb"));
+        crashed.put(QStringLiteral("rb.mdb-journal"), folder.bytes("rb.mdb-journal"));
+        store.exec("ROLLBACK");
+    }
+    QVERIFY(crashed.bytes("rb.mdb") != folder.bytes("rb.mdb"));
+    store::maintainstore(crashed.folder);
+    QCOMPARE(divesIn(crashed.store()), 40);
+    QCOMPARE(divesIn(crashed.backup(1)), 40);
+    QVERIFY(!QFile::exists(crashed.store() + QStringLiteral("-journal")));
+}
+
+void TestBackup::aDamagedStoreIsKeptAsideAndTheBackupsStay_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    const Folder folder(30);
+    const QByteArray good = folder.bytes("rb.mdb");
+    QTest::newRow("torn off") << torn(good);
+    QTest::newRow("scribbled over") << scribbled(good);
+    QTest::newRow("no store at all") << QByteArray(5000, 'x');
+    QTest::newRow("empty") << QByteArray();
+    {
+        SQLite::Database other(folder.folder.path(u"other").toStdString(),
+                               SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        other.exec("CREATE TABLE songs (name TEXT)");
+    }
+    QTest::newRow("another program's") << folder.bytes("other");
+}
+
+void TestBackup::aDamagedStoreIsKeptAsideAndTheBackupsStay() {
+    QFETCH(QByteArray, bytes);
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    addDive(folder.store(), 4);
+    store::maintainstore(folder.folder);
+    folder.put(QStringLiteral("rb.mdb"), bytes);
+    const store::Maintenance done = store::maintainstore(folder.folder);
+    QCOMPARE(done.setAside, "rb-damaged.mdb");
+    QVERIFY(!done.reason.isEmpty());
+    QVERIFY(!QFile::exists(folder.store()));
+    QCOMPARE(folder.bytes("rb-damaged.mdb"), bytes);
+    QCOMPARE(divesIn(folder.backup(1)), 4);
+    verifyBackups(folder, {3, 4});
+    // The question about the missing store follows; with Yes all is as it was.
+    QVERIFY(store::restorebackup(folder.folder));
+    QCOMPARE(divesIn(folder.store()), 4);
+}
+
+void TestBackup::aSecondDamagedStoreIsNumbered() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    for (const char* const name : {"rb-damaged.mdb", "rb-damaged2.mdb", "rb-damaged3.mdb"}) {
+        folder.put(QStringLiteral("rb.mdb"), name);
+        QCOMPARE(store::maintainstore(folder.folder).setAside, QString::fromLatin1(name));
+        QCOMPARE(folder.bytes(QString::fromLatin1(name)), QByteArray(name));
+    }
+    QCOMPARE(divesIn(folder.backup(1)), 3);
+}
+
+void TestBackup::aLockedStoreStaysAsItIs() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    addDive(folder.store(), 4);
+    const QByteArray before = folder.bytes("rb.mdb");
+    SQLite::Database other(folder.store().toStdString(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    QCOMPARE(store::maintainstore(folder.folder).setAside, QString());
+    QCOMPARE(folder.bytes("rb.mdb"), before);
+    QCOMPARE(divesIn(folder.backup(1)), 3);
+    other.exec("ROLLBACK");
+}
+
+void TestBackup::aSoundStoreStaysWherePackingFails() {
+    for (const char* const where : {"compact", "compacted", "rename"}) {
+        const Folder folder;
+        const QByteArray before = folder.bytes("rb.mdb");
+        {
+            int renames = 0;
+            const platform::FaultInjection fault(
+                [&](std::string_view step) { return step == where && ++renames == 1 ? ENOSPC : 0; });
+            QCOMPARE(store::maintainstore(folder.folder).setAside, QString());
+        }
+        QCOMPARE(folder.bytes("rb.mdb"), before);
+        QVERIFY(!folder.names().contains(QStringLiteral("rb2.mdb")));
+        QCOMPARE(divesIn(folder.backup(1)), 3);
+    }
+}
+
+void TestBackup::aBackupThatComesOutWrongLeavesTheEarlierOne() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    addDive(folder.store(), 4);
+    {
+        // The second look is at the copy for the newest backup: the first was at the packed store.
+        int looks = 0;
+        const platform::FaultInjection fault(
+            [&](std::string_view step) { return step == "examine" && ++looks == 2 ? EIO : 0; });
+        store::maintainstore(folder.folder);
+        QCOMPARE(looks, 2);
+    }
+    QCOMPARE(divesIn(folder.store()), 4);
+    QCOMPARE(divesIn(folder.backup(1)), 3);
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "backup2.mdb", "rb.mdb"}));
+}
+
+void TestBackup::aDiskThatFailsOnceAtAnyStepLosesNothing() {
+    bool reached = true;
+    int step = 1;
+    for (; reached; ++step) {
+        const Folder folder;
+        start(folder.folder);
+        addDive(folder.store(), 4);
+        int count = 0;
+        {
+            const platform::FaultInjection fault([&](std::string_view) { return ++count == step ? EIO : 0; });
+            start(folder.folder);
+        }
+        reached = count >= step;
+        QCOMPARE(divesIn(folder.store()), 4);
+        QVERIFY(store::examinestore(folder.store()).sound());
+        QVERIFY(divesIn(folder.backup(1)) >= 3);
+        verifyBackups(folder, {3, 4});
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("failed at step %1").arg(step)));
+        }
+    }
+    QVERIFY(step > 15);
+}
+
+void TestBackup::aDiskThatFailsFromAnyStepOnLosesNothing() {
+    bool reached = true;
+    int step = 1;
+    for (; reached; ++step) {
+        const Folder folder;
+        start(folder.folder);
+        addDive(folder.store(), 4);
+        int count = 0;
+        {
+            const platform::FaultInjection fault(
+                [&](std::string_view) { return ++count >= step ? ENOSPC : 0; });
+            start(folder.folder);
+        }
+        reached = count >= step;
+        QCOMPARE(divesIn(folder.store()), 4);
+        QVERIFY(divesIn(folder.backup(1)) >= 3);
+        verifyBackups(folder, {3, 4});
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("failed from step %1 on").arg(step)));
+        }
+    }
+    QVERIFY(step > 15);
+}
+
+void TestBackup::killedAtAnyStepOfAStartNothingIsLost() {
+    int step = 1;
+    for (;; ++step) {
+        const Folder folder;
+        start(folder.folder);
+        addDive(folder.store(), 4);
+        start(folder.folder);
+        addDive(folder.store(), 5);
+        {
+            Database store; // a field that the start adds again
+            store.open(folder.store());
+            store.execute("ALTER TABLE main DROP COLUMN dbtxtname");
+        }
+        const bool killed = tests::isKilledAt(step, [&] { start(folder.folder); });
+        QCOMPARE(divesIn(folder.store()), 5);
+        QVERIFY(store::examinestore(folder.store()).sound());
+        QVERIFY(divesIn(folder.backup(1)) >= 4);
+        verifyBackups(folder, {3, 4, 5});
+        start(folder.folder);
+        QCOMPARE(divesIn(folder.store()), 5);
+        QCOMPARE(divesIn(folder.backup(1)), 5);
+        verifyBackups(folder, {3, 4, 5});
+        {
+            Database store;
+            store.open(folder.store());
+            QCOMPARE(store.fieldCount(QStringLiteral("main")), 27);
+        }
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
+        }
+        if (!killed) {
+            break;
+        }
+    }
+    QVERIFY(step > 15);
+}
+
+void TestBackup::theMissingStoreComesFromTheNewestBackup() {
+    const Folder folder;
+    QVERIFY(QFile::rename(folder.store(), folder.backup(1)));
+    QVERIFY(store::restorebackup(folder.folder));
+    QCOMPARE(divesIn(folder.store()), 3);
+    QVERIFY(QFile::remove(folder.backup(1)));
+    QVERIFY(QFile::remove(folder.store()));
+    QVERIFY(!store::restorebackup(folder.folder));
+    QVERIFY(!QFile::exists(folder.store()));
+}
+
+void TestBackup::aJournalThatWasLeftIsNotPlayedIntoTheBackup() {
+    const Folder folder;
+    QVERIFY(QFile::rename(folder.store(), folder.backup(1)));
+    for (const QString& suffix : platform::journalSuffixes()) {
+        folder.put(QStringLiteral("rb.mdb") + suffix, "of another store");
+    }
+    QVERIFY(store::restorebackup(folder.folder));
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb.mdb"}));
+}
+
+void TestBackup::aRestoreTakesTheChosenStoreAndKeepsThePresentOne() {
+    const Folder folder(5);
+    const Folder other(2);
+    for (const char* const kept : {"rb-replaced.mdb", "rb-replaced2.mdb"}) {
+        const QByteArray before = folder.bytes("rb.mdb");
+        const store::Restore result = store::restorestore(folder.folder, other.store());
+        QVERIFY(result.done);
+        QCOMPARE(result.error, QString());
+        QCOMPARE(result.keptAs, QString::fromLatin1(kept));
+        QCOMPARE(folder.bytes(QString::fromLatin1(kept)), before);
+        QCOMPARE(folder.bytes("rb.mdb"), other.bytes("rb.mdb"));
+    }
+}
+
+void TestBackup::aRestoreWorksOverADamagedStoreAndWithoutAny() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    folder.put(QStringLiteral("rb.mdb"), "damaged beyond repair");
+    folder.put(QStringLiteral("rb.mdb-journal"), "its journal");
+    store::Restore result = store::restorestore(folder.folder, folder.backup(1));
+    QVERIFY(result.done);
+    QCOMPARE(divesIn(folder.store()), 3);
+    QCOMPARE(folder.bytes("rb-replaced.mdb"), "damaged beyond repair");
+    QVERIFY(!QFile::exists(folder.store() + QStringLiteral("-journal")));
+    QVERIFY(QFile::remove(folder.store()));
+    result = store::restorestore(folder.folder, folder.backup(1));
+    QVERIFY(result.done);
+    QCOMPARE(result.keptAs, QString());
+    QCOMPARE(divesIn(folder.store()), 3);
+}
+
+void TestBackup::aFileOfAnotherEndingIsPassedOver() {
+    const Folder folder;
+    const QByteArray before = folder.bytes("rb.mdb");
+    for (const QString& chosen :
+         {QString(), folder.folder.path(u"backup.txt"), folder.folder.path(u"backup.MDB")}) {
+        const store::Restore result = store::restorestore(folder.folder, chosen);
+        QVERIFY(!result.done);
+        QCOMPARE(result.error, QString());
+    }
+    QCOMPARE(folder.bytes("rb.mdb"), before);
+    QCOMPARE(folder.names(), QStringList{"rb.mdb"});
+}
+
+void TestBackup::whatIsNoSoundStoreIsRefusedByName_data() {
+    aDamagedStoreIsKeptAsideAndTheBackupsStay_data();
+}
+
+void TestBackup::whatIsNoSoundStoreIsRefusedByName() {
+    QFETCH(QByteArray, bytes);
+    const Folder folder;
+    const QByteArray before = folder.bytes("rb.mdb");
+    folder.put(QStringLiteral("backup7.mdb"), bytes);
+    const store::Restore result = store::restorestore(folder.folder, folder.backup(7));
+    QVERIFY(!result.done);
+    QVERIFY2(result.error.contains(folder.backup(7)), qPrintable(result.error));
+    QCOMPARE(folder.bytes("rb.mdb"), before);
+    QCOMPARE(folder.bytes("backup7.mdb"), bytes);
+    QCOMPARE(folder.names(), QStringList({"backup7.mdb", "rb.mdb"}));
+    const store::Restore missing = store::restorestore(folder.folder, folder.backup(8));
+    QVERIFY2(missing.error.contains(folder.backup(8)), qPrintable(missing.error));
+}
+
+void TestBackup::aStoreWithAnUnfinishedChangeBesideItIsRefused() {
+    const Folder folder;
+    const Folder other(2);
+    other.put(QStringLiteral("rb.mdb-wal"), QByteArray(64, 'w'));
+    const store::Restore result = store::restorestore(folder.folder, other.store());
+    QVERIFY(!result.done);
+    QVERIFY2(result.error.contains(other.store()), qPrintable(result.error));
+    QCOMPARE(divesIn(folder.store()), 3);
+}
+
+void TestBackup::aStoreThatAnotherProgramHoldsIsNotReplaced() {
+    const Folder folder;
+    const Folder other(2);
+    SQLite::Database holder(folder.store().toStdString(), SQLite::OPEN_READWRITE);
+    holder.exec("BEGIN EXCLUSIVE");
+    const store::Restore result = store::restorestore(folder.folder, other.store());
+    holder.exec("ROLLBACK");
+    QVERIFY(!result.done);
+    QVERIFY2(result.error.contains(QLatin1String("locked")), qPrintable(result.error));
+    QCOMPARE(divesIn(folder.store()), 3);
+}
+
+void TestBackup::theStoreItselfMayBeChosen() {
+    const Folder folder;
+    const QByteArray before = folder.bytes("rb.mdb");
+    QVERIFY(store::restorestore(folder.folder, folder.store()).done);
+    QCOMPARE(folder.bytes("rb.mdb"), before);
+}
+
+void TestBackup::aRestoreThatFailsAtAnyStepLeavesAWholeStore() {
+    bool reached = true;
+    int step = 1;
+    for (; reached; ++step) {
+        const Folder folder;
+        const Folder other(2);
+        int count = 0;
+        store::Restore result;
+        {
+            const platform::FaultInjection fault(
+                [&](std::string_view) { return ++count == step ? ENOSPC : 0; });
+            result = store::restorestore(folder.folder, other.store());
+        }
+        reached = count >= step;
+        QVERIFY(result.done || result.error.contains(other.store()));
+        QCOMPARE(divesIn(folder.store()), result.done ? 2 : 3);
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("failed at step %1").arg(step)));
+        }
+    }
+    QVERIFY(step > 8);
+}
+
+void TestBackup::killedAtAnyStepOfARestoreNothingIsLost() {
+    int step = 1;
+    for (;; ++step) {
+        const Folder folder;
+        const Folder other(2);
+        const bool killed =
+            tests::isKilledAt(step, [&] { store::restorestore(folder.folder, other.store()); });
+        const int dives = divesIn(folder.store());
+        QVERIFY(dives == 3 || (dives == 2 && divesIn(folder.folder.path(u"rb-replaced.mdb")) == 3));
+        QVERIFY(store::examinestore(folder.store()).sound());
+        start(folder.folder);
+        QCOMPARE(divesIn(folder.store()), dives);
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
+        }
+        if (!killed) {
+            QCOMPARE(dives, 2);
+            break;
+        }
+    }
+    QVERIFY(step > 8);
+}
+
+void TestBackup::packingByHandFindsNoFolderAndEnds() {
+    const QTemporaryDir directory;
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(directory.path());
+    QVERIFY_EXCEPTION_THROWN(store::compactbyhand(), platform::StoreError);
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    QDir::setCurrent(before);
+}
+
+QTEST_GUILESS_MAIN(TestBackup)
+#include "test_backup.moc"
