@@ -39,6 +39,8 @@ struct House::Rooms : Neighbours {
     bool ending = false; ///< the main screen goes: nothing shows it again
     bool ended = false;
     int handovers = 0;
+    guides::frmTip::Opened tipsOpened =
+        guides::frmTip::Opened::ByUser; ///< how the next tips screen is opened
 
     /// One screen goes and the next is about to come: the moment without a window between them ends nothing.
     class Handover {
@@ -69,14 +71,14 @@ struct House::Rooms : Neighbours {
     ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return makeLink(); }};
     ScreenSlot<gas::GasBlend> GasBlend{[this] { return make<gas::GasBlend>(); }};
     ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
-    ScreenSlot<logbook::rbdetails> rbdetails{[this] { return make<logbook::rbdetails>(); }};
+    ScreenSlot<logbook::rbdetails> rbdetails{[this] { return makeDetails(); }};
     ScreenSlot<logbook::rbmain> rbmain{[this] { return makeDiveList(); }};
     ScreenSlot<firmware::ReProg_Link> ReProg_Link{[this] { return make<firmware::ReProg_Link>(); }};
     ScreenSlot<firmware::RunProg> RunProg{[this] { return make<firmware::RunProg>(); }};
     ScreenSlot<firmware::BlinkForm> BlinkForm{[this] { return make<firmware::BlinkForm>(); }};
     ScreenSlot<guides::frmSplash> frmSplash{[this] { return makeSplash(); }};
     ScreenSlot<guides::frmGetS> frmGetS{[this] { return makeGuide(); }};
-    ScreenSlot<guides::frmTip> frmTip{[this] { return make<guides::frmTip>(); }};
+    ScreenSlot<guides::frmTip> frmTip{[this] { return make<guides::frmTip>(tipsOpened); }};
     ScreenSlot<guides::frmAbout> frmAbout{[this] { return make<guides::frmAbout>(); }};
     ScreenSlot<guides::ScrSavForm1> ScrSavForm1{[this] { return make<guides::ScrSavForm1>(); }};
     ScreenSlot<MainScreen> main{[this] { return make<MainScreen>(static_cast<Neighbours&>(*this)); }};
@@ -84,7 +86,7 @@ struct House::Rooms : Neighbours {
     // --- the start chain: splash, guide, main
 
     guides::frmSplash* makeSplash() {
-        auto* screen = make<guides::frmSplash>();
+        auto* screen = make<guides::frmSplash>(lock.held());
         QObject::connect(screen, &guides::frmSplash::handedOver, &house, [this] {
             const Handover handover(*this);
             frmSplash.unload();
@@ -136,15 +138,40 @@ struct House::Rooms : Neighbours {
             rbinterface.unload();
             rbinterface.showInFront();
         });
-        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house,
-                         [this] { rbdetails.showInFront(); });
+        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house, [this] { showDetails(); });
         QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
-        QObject::connect(screen, &viewer::rbinterface::captureWanted, &house, [this, screen] {
-            ScrSavForm1.get().setDiveScreen(screen, screen->divefilename());
-            ScrSavForm1.get().cmdCapture_click();
-            ScrSavForm1.unload();
+        QObject::connect(screen, &viewer::rbinterface::captureWanted, &house, [this] { captureDiveView(); });
+        return screen;
+    }
+
+    logbook::rbdetails* makeDetails() {
+        auto* screen = make<logbook::rbdetails>();
+        QObject::connect(screen, &logbook::rbdetails::captureWanted, &house, [this] { captureDiveView(); });
+        QObject::connect(screen, &logbook::rbdetails::diveViewWanted, &house, [this] {
+            const Handover handover(*this);
+            rbdetails.unload();
+            rbinterface.showInFront();
         });
         return screen;
+    }
+
+    /// Details left open for another dive are stored and make way.
+    void showDetails() {
+        if (rbdetails.isLoaded() && rbdetails.get().diveid() != process().currentdiveid) {
+            const Handover handover(*this);
+            rbdetails.unload();
+        }
+        rbdetails.showInFront();
+    }
+
+    /// Without a dive screen there is nothing to capture.
+    void captureDiveView() {
+        if (rbinterface.isLoaded()) {
+            const Handover handover(*this);
+            ScrSavForm1.get().setDiveScreen(&rbinterface.get(), rbinterface.get().divefilename());
+            ScrSavForm1.get().cmdCapture_click();
+            ScrSavForm1.unload();
+        }
     }
 
     // --- the link screen: its other face, the way back, the tips
@@ -163,7 +190,8 @@ struct House::Rooms : Neighbours {
             PC_Link_1.unload();
             main.showInFront();
         });
-        QObject::connect(screen, &link::PC_Link_1::tipsWanted, &house, [this] { showTips(); });
+        QObject::connect(screen, &link::PC_Link_1::tipsWanted, &house,
+                         [this] { showTips(guides::frmTip::Opened::ByItself); });
         connectLinkToMain(screen);
         return screen;
     }
@@ -211,12 +239,27 @@ struct House::Rooms : Neighbours {
     void showDiveList() override { rbmain.show(); }
     void bringDiveListToFront() override { rbmain.get().bringToFront(); }
     void unloadDiveList() override { rbmain.unload(); }
+    QString reopenDiveList() override {
+        const Handover handover(*this);
+        rbmain.unload();
+        rbmain.showInFront();
+        return rbmain.isLoaded() ? rbmain.get().refusedStore() : QString();
+    }
     bool isDiveListOnScreen() override { return rbmain.isVisible(); }
     void showDiveView() override { rbinterface.showInFront(); }
     void unloadDiveView() override { rbinterface.unload(); }
 
     void showGuide() override { frmGetS.showInFront(); }
-    void showTips() override { frmTip.showInFront(); }
+    void showTips() override { showTips(guides::frmTip::Opened::ByUser); }
+    void showTips(guides::frmTip::Opened opened) {
+        const Handover handover(*this);
+        tipsOpened = opened;
+        frmTip.showInFront();
+        tipsOpened = guides::frmTip::Opened::ByUser;
+    }
+    QString tipText() override { return frmTip.get().tipText(); }
+    void nextTip() override { frmTip.get().DoNextTip(); }
+    bool isTipsLoaded() override { return frmTip.isLoaded(); }
     void showAbout() override { frmAbout.showInFront(); }
     void placeTips(const QRect& mainScreen, bool minimized) override {
         // A tips screen that is not open stays so: nothing is placed beside the main screen.

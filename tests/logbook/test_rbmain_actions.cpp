@@ -48,7 +48,7 @@ void TestRbmainActions::goodDiveOpens_data() {
     QTest::newRow("cmdgo") << 2;
     QTest::newRow("Picture1") << 3;
     QTest::newRow("mnuOpenDive") << 4;
-    QTest::newRow("mnupopupprofile") << 5;
+    QTest::newRow("mnupopprofile") << 5;
 }
 
 void TestRbmainActions::goodDiveOpens() {
@@ -77,7 +77,7 @@ void TestRbmainActions::goodDiveOpens() {
         world.trigger("mnuOpenDive");
         break;
     default:
-        world.trigger("mnupopupprofile");
+        world.trigger("mnupopprofile");
     }
     QCOMPARE(opened.size(), 1);
     QCOMPARE(process().currentdiveid, diveNumber(2));

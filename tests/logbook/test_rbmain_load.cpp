@@ -1,6 +1,7 @@
+#include "platform/look/widgets/segmentedchoice.h"
 #include "tests/logbook/listworld.h"
 
-#include "platform/look/widgets/segmentedchoice.h"
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QAction>
 #include <QLineEdit>
@@ -18,7 +19,6 @@ private slots:
     void controlsAreThereByName();
     void entriesAreThereByName_data();
     void entriesAreThereByName();
-    void whatDoesNotExistYetIsDisabledAndSaysSo();
     void timer3IsDisabledAtDesignAndTicksEverySecond();
     void loadingSetsLabel16ToT();
     void loadingShowsTheSpreadsheetControls();
@@ -31,6 +31,8 @@ private slots:
     void sortFile();
     void sortKeySurvivesTheList();
     void aChosenStoreServesTheListAlone();
+    void aChosenStoreThatCannotBeShownIsRefused_data();
+    void aChosenStoreThatCannotBeShownIsRefused();
     void timer3HoldsWhileABoxIsUp();
 };
 
@@ -57,7 +59,7 @@ void TestRbmainLoad::entriesAreThereByName_data() {
     QTest::addColumn<QString>("name");
     for (const char* name : {"mnuFile", "mnuOpenDive", "mnuDeleteDive", "mnuEmail", "mnusort", "mnusmd",
                              "mnusdate", "mnussite", "mnuslocation", "mnuSaveSpread", "mnuExit",
-                             "mnupopupprofile", "mnuDelete", "mnuerrorcode", "MNUSAVEDB", "mnusavecsv"}) {
+                             "mnupopprofile", "mnuDelete", "mnuerrorcode", "MNUSAVEDB", "mnusavecsv"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
     }
 }
@@ -66,21 +68,6 @@ void TestRbmainLoad::entriesAreThereByName() {
     QFETCH(QString, name);
     ListWorld world;
     QCOMPARE(world.list.get().findChildren<QAction*>(name).size(), 1);
-}
-
-void TestRbmainLoad::whatDoesNotExistYetIsDisabledAndSaysSo() {
-    ListWorld world;
-    for (const char* name : {"mnuEmail", "mnuSaveSpread", "mnusavecsv"}) {
-        auto* entry = world.control<QAction>(name);
-        QVERIFY2(!entry->isEnabled(), name);
-        QVERIFY2(entry->toolTip().contains(QStringLiteral("not there yet")), name);
-    }
-    auto* save = world.control<QPushButton>("cmdSave");
-    QVERIFY(!save->isEnabled());
-    QVERIFY(save->toolTip().contains(QStringLiteral("not there yet")));
-    for (const char* name : {"Picture3(0)", "Picture3(1)", "Picture5(0)", "Picture5(1)", "Picture5(2)"}) {
-        QVERIFY2(!world.control<QWidget>(name)->isEnabled(), name);
-    }
 }
 
 void TestRbmainLoad::timer3IsDisabledAtDesignAndTicksEverySecond() {
@@ -136,14 +123,15 @@ void TestRbmainLoad::emptyStoreSaysInTheGridHowTheFirstDiveGetsIn() {
 
 void TestRbmainLoad::missingStoreIsNotMadeAndIsToldBehindTheKnownWords() {
     ListWorld world;
-    process().storepath = world.folder.path(u"nowhere.mdb");
+    process().database.close();
+    QVERIFY(QFile::remove(world.folder.path(u"rb.mdb")));
     world.control<platform::TickTimer>("Timer3")->expire();
     QCOMPARE(world.dialogs.messages().size(), 1);
     const QString told = world.dialogs.messages().constFirst();
     QVERIFY(told.startsWith(QStringLiteral("No dives in database. Please download dives using Download to PC "
                                            "Window.\n")));
-    QVERIFY(told.contains(QStringLiteral("nowhere.mdb")));
-    QVERIFY(!QFile::exists(world.folder.path(u"nowhere.mdb")));
+    QVERIFY(told.contains(QStringLiteral("rb.mdb")));
+    QVERIFY(!QFile::exists(world.folder.path(u"rb.mdb")));
     QVERIFY(!world.list.isLoaded());
 }
 
@@ -228,6 +216,35 @@ void TestRbmainLoad::aChosenStoreServesTheListAlone() {
     platform::Database store;
     store.open(other);
     QCOMPARE(store.openRecordset("SELECT * FROM main").recordCount(), 1);
+}
+
+void TestRbmainLoad::aChosenStoreThatCannotBeShownIsRefused_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("missing") << QByteArray();
+    QTest::newRow("no store at all") << QByteArray("a letter, and a long one at that: it fills a page");
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("other.db"));
+    {
+        SQLite::Database other(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        other.exec("CREATE TABLE songs (name TEXT)");
+    }
+    QTest::newRow("another program's store") << platform::readFile(path).value();
+}
+
+void TestRbmainLoad::aChosenStoreThatCannotBeShownIsRefused() {
+    QFETCH(QByteArray, bytes);
+    ListWorld world;
+    ListWorld::addDive(diveNumber(1));
+    if (!bytes.isEmpty()) {
+        world.put(u"", QStringLiteral("nowhere.mdb"), bytes);
+    }
+    process().storepath = world.folder.path(u"nowhere.mdb");
+    QCOMPARE(world.column(0), QStringList{diveNumber(1)});
+    QVERIFY(!world.list.get().refusedStore().isEmpty());
+    QCOMPARE(process().storepath, QString());
+    QCOMPARE(process().database.path(), world.folder.path(u"rb.mdb"));
+    QCOMPARE(world.bytesOf(u"", QStringLiteral("nowhere.mdb")),
+             bytes.isEmpty() ? QByteArray("(no file)") : bytes);
 }
 
 void TestRbmainLoad::timer3HoldsWhileABoxIsUp() {

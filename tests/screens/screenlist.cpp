@@ -23,9 +23,11 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <map>
@@ -53,6 +55,8 @@ QString kindOf(const QObject* object) {
         {&QCheckBox::staticMetaObject, "check box"},
         {&QAbstractButton::staticMetaObject, "button"},
         {&QLineEdit::staticMetaObject, "text box"},
+        {&QPlainTextEdit::staticMetaObject, "text box of lines"},
+        {&QComboBox::staticMetaObject, "drop-down"},
         {&QListWidget::staticMetaObject, "list"},
         {&QProgressBar::staticMetaObject, "progress bar"},
         {&look::ClickableLabel::staticMetaObject, "label that acts"},
@@ -128,7 +132,7 @@ QString screenList() {
                                   "screen is.\nThis page is written by `scripts/list-screens` and compared "
                                   "with the screens by a test.\n");
     FakeNeighbours neighbours;
-    text += section(guides::frmSplash());
+    text += section(guides::frmSplash(true));
     text += section(guides::frmGetS(true));
     text += section(shell::MainScreen(neighbours));
     text += section(logbook::rbmain());
@@ -139,7 +143,7 @@ QString screenList() {
     text += section(firmware::ReProg_Link());
     text += section(firmware::RunProg());
     text += section(firmware::BlinkForm());
-    text += section(guides::frmTip());
+    text += section(guides::frmTip(guides::frmTip::Opened::ByUser));
     text += section(guides::frmAbout());
     text += section(guides::ScrSavForm1());
     return text;

@@ -35,6 +35,13 @@ public:
     void unloadDiveView() override { asked += QStringLiteral("unloadDiveView"); }
     void showGuide() override { asked += QStringLiteral("showGuide"); }
     void showTips() override { asked += QStringLiteral("showTips"); }
+    QString tipText() override { return QStringLiteral("Tip %1:   \nthe text").arg(tip); }
+    void nextTip() override { ++tip; }
+    bool isTipsLoaded() override { return tipsLoaded; }
+    QString reopenDiveList() override {
+        asked += QStringLiteral("reopenDiveList");
+        return listFault;
+    }
     void showAbout() override { asked += QStringLiteral("showAbout"); }
     void placeTips(const QRect&, bool) override { ++tipsPlaced; }
     void showFirmware() override { asked += QStringLiteral("showFirmware"); }
@@ -50,6 +57,9 @@ public:
     void closePorts() override { asked += QStringLiteral("closePorts"); }
 
     int tipsPlaced = 0;
+    int tip = 1;
+    bool tipsLoaded = true;
+    QString listFault;
 };
 
 } // namespace benthor::tests

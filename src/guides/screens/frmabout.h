@@ -1,16 +1,23 @@
 #pragma once
 
-#include "platform/screen/emptyscreen.h"
+#include "platform/screen/screen.h"
+
+class QLabel;
 
 namespace benthor::guides {
 
-/// The about box; nothing of it stands yet but its card.
-class frmAbout : public platform::EmptyScreen {
+/// The about box: name, version, and the way to the desktop's system information.
+class frmAbout : public platform::Screen {
     Q_OBJECT
 
 public:
-    frmAbout()
-        : EmptyScreen(QStringLiteral("frmAbout"), QStringLiteral("About Benthor")) {}
+    frmAbout();
+
+    /// Starts the desktop's own tool for the machine's data, or says that there is none.
+    void StartSysInfo();
+
+protected:
+    QSize firstSize() const override { return {560, 320}; }
 };
 
 } // namespace benthor::guides

@@ -3,11 +3,15 @@
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
+#include "store/backup.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace benthor::guides {
@@ -17,8 +21,10 @@ constexpr int kShownMilliseconds = 1500;
 constexpr int kMarkSize = 96;
 } // namespace
 
-frmSplash::frmSplash()
-    : Screen(QStringLiteral("frmSplash")) {
+frmSplash::frmSplash(bool maintain)
+    : Screen(QStringLiteral("frmSplash"))
+    , maintain_(maintain)
+    , Command1_(new QPushButton(QStringLiteral("FIX DATABASE"))) {
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
     setWindowTitle(QStringLiteral("Benthor"));
 
@@ -43,6 +49,13 @@ frmSplash::frmSplash()
     column->addWidget(name, 0, Qt::AlignHCenter);
     column->addWidget(version, 0, Qt::AlignHCenter);
     column->addStretch(1);
+    Command1_->setObjectName(QStringLiteral("Command1"));
+    Command1_->setProperty("quiet", true);
+    Command1_->setAutoDefault(false);
+    Command1_->setCursor(Qt::ArrowCursor);
+    Command1_->setToolTip(QStringLiteral("Puts a backup in the place of a damaged dive store"));
+    connect(Command1_, &QPushButton::clicked, this, &frmSplash::Command1_click);
+    column->addWidget(Command1_, 0, Qt::AlignHCenter);
 
     auto* ground = new QWidget;
     auto* around = new QVBoxLayout(ground);
@@ -71,6 +84,42 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
 void frmSplash::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space || event->key() == Qt::Key_Escape) {
         handOver();
+    }
+}
+
+/// However it ends, the start goes on.
+void frmSplash::Command1_click() {
+    const Routine routine(*this);
+    Timer1_->setEnabled(false);
+    restore();
+    Timer1_->setEnabled(true);
+}
+
+void frmSplash::restore() {
+    platform::Dialogs& dialogs = platform::dialogs();
+    if (!maintain_) {
+        dialogs.message(this,
+                        QStringLiteral("Another copy of Benthor has the dive store open. Close it first."),
+                        platform::BoxKind::Warning);
+        return;
+    }
+    const bool yes = dialogs.confirm(
+        this,
+        QStringLiteral("Fix Database?\nRestore backup database file to fix database corruption. Note, most "
+                       "recent planned dives willbe lost! Backup2.mdb is most recent backup file"),
+        QStringLiteral("Restore backup database"));
+    if (!yes) {
+        return;
+    }
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    const QString chosen =
+        dialogs.openFile(this, QStringLiteral("Open"), folder.root(), QStringLiteral("*.mdb | *.mdb"));
+    const store::Restore result = store::restorestore(folder, chosen);
+    if (!result.error.isEmpty()) {
+        dialogs.message(this, result.error, platform::BoxKind::Warning);
+    }
+    if (result.done) {
+        Command1_->setEnabled(false);
     }
 }
 

@@ -2,18 +2,22 @@
 
 #include "platform/screen/screen.h"
 
+class QPushButton;
+
 namespace benthor::platform {
 class TickTimer;
 }
 
 namespace benthor::guides {
 
-/// The first screen: name and version, for a second and a half or until it is clicked.
+/// The first screen: name and version, for a second and a half or until it is clicked. Here, before anything
+/// opens the store, a backup can be put in its place.
 class frmSplash : public platform::Screen {
     Q_OBJECT
 
 public:
-    frmSplash();
+    /// `maintain`: this copy of the program is the one that may touch the store.
+    explicit frmSplash(bool maintain);
 
 signals:
     void handedOver();
@@ -26,7 +30,11 @@ protected:
 
 private:
     void handOver();
+    void Command1_click();
+    void restore();
 
+    bool maintain_;
+    QPushButton* Command1_;
     platform::TickTimer* Timer1_;
 };
 

@@ -1,1 +1,134 @@
 #include "guides/screens/frmtip.h"
+
+#include "guides/screens/guidecard.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/programfolder.h"
+#include "platform/usersettings.h"
+
+#include <QCheckBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace benthor::guides {
+
+namespace {
+
+QString section() {
+    return QStringLiteral("Options");
+}
+
+QString showAtStartup() {
+    return QStringLiteral("Show Tips at Startup");
+}
+
+} // namespace
+
+frmTip::frmTip(Opened opened)
+    : Screen(QStringLiteral("frmTip"))
+    , opened_(opened) {
+    setWindowTitle(QStringLiteral("Connection Tips"));
+    buildLayout();
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &frmTip::unload);
+}
+
+void frmTip::buildLayout() {
+    auto* card = new GuideCard;
+    Image1_ = new look::ClickableLabel;
+    Image1_->setObjectName(QStringLiteral("Image1"));
+    Image1_->setAccessibleName(QStringLiteral("Next tip"));
+    Image1_->setFocusPolicy(Qt::NoFocus);
+    lblTipText_ = new look::ClickableLabel;
+    lblTipText_->setObjectName(QStringLiteral("lblTipText"));
+    lblTipText_->setWordWrap(true);
+    lblTipText_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    lblTipText_->setHoverMark(false);
+    lblTipText_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    card->setPicture(Image1_);
+    card->words()->addWidget(lblTipText_, 1);
+    for (look::ClickableLabel* label : {Image1_, lblTipText_}) {
+        connect(label, &look::ClickableLabel::clicked, this, &frmTip::DoNextTip);
+    }
+
+    chkLoadTipsAtStartup_ = new QCheckBox(QStringLiteral("&Show Tips at Startup"));
+    chkLoadTipsAtStartup_->setObjectName(QStringLiteral("chkLoadTipsAtStartup"));
+    connect(chkLoadTipsAtStartup_, &QCheckBox::toggled, this,
+            [](bool on) { platform::userSettings().setNumber(section(), showAtStartup(), on ? 1 : 0); });
+    const auto button = [this](const char* name, const char* caption, void (frmTip::*act)()) {
+        auto* made = new QPushButton(QLatin1String(caption));
+        made->setObjectName(QLatin1String(name));
+        connect(made, &QPushButton::clicked, this, act);
+        return made;
+    };
+    auto* previous = button("Command1", "&Previous Tip", &frmTip::DoPreviousTip);
+    auto* next = button("cmdNextTip", "&Next Tip", &frmTip::DoNextTip);
+    auto* ok = button("cmdOK", "OK", &frmTip::unload);
+    ok->setProperty("primary", true);
+    next->setDefault(true);
+    card->foot()->addWidget(chkLoadTipsAtStartup_);
+    card->foot()->addStretch(1);
+    card->foot()->addWidget(previous);
+    card->foot()->addWidget(next);
+    card->foot()->addSpacing(look::spaceSmall);
+    card->foot()->addWidget(ok);
+    setCentralWidget(card);
+    setMinimumSize(520, 300);
+}
+
+void frmTip::loading() {
+    tips_.clear();
+    showPicture();
+    const bool wanted = platform::userSettings().number(section(), showAtStartup(), 1) != 0;
+    if (!wanted && opened_ == Opened::ByItself) {
+        unload();
+        return;
+    }
+    {
+        const QSignalBlocker quiet(chkLoadTipsAtStartup_);
+        chkLoadTipsAtStartup_->setChecked(wanted);
+    }
+    LoadTips(platform::ProgramFolder::current().path(tipsfile()));
+    tips_.startAt([](int count) { return QRandomGenerator::global()->bounded(count); });
+    DisplayCurrentTip();
+}
+
+void frmTip::LoadTips(const QString& filename) {
+    tips_.LoadTips(filename);
+}
+
+void frmTip::DoNextTip() {
+    tips_.DoNextTip();
+    DisplayCurrentTip();
+}
+
+void frmTip::DoPreviousTip() {
+    tips_.DoPreviousTip();
+    DisplayCurrentTip();
+}
+
+void frmTip::DisplayCurrentTip() {
+    lblTipText_->setText(tips_.text());
+    emit tipChanged();
+}
+
+QString frmTip::tipText() const {
+    return lblTipText_->text();
+}
+
+void frmTip::showPicture() {
+    GuideCard::showPicture(Image1_, QStringLiteral("morvakd2.bmp"));
+}
+
+void frmTip::changeEvent(QEvent* event) {
+    Screen::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && Image1_ != nullptr) {
+        showPicture();
+    }
+}
+
+} // namespace benthor::guides

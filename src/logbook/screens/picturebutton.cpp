@@ -45,21 +45,7 @@ void PictureButton::setCompact(bool compact) {
     }
     compact_ = compact;
     setText(compact ? QString() : caption_);
-    tellTip();
-}
-
-void PictureButton::setUnavailable(const QString& reason) {
-    reason_ = reason;
-    setEnabled(false);
-    tellTip();
-}
-
-void PictureButton::tellTip() {
-    QString tip = reason_;
-    if (compact_) {
-        tip = reason_.isEmpty() ? caption_ : caption_ + QStringLiteral(": ") + reason_;
-    }
-    setToolTip(tip);
+    setToolTip(compact ? caption_ : QString());
 }
 
 void PictureButton::resizeEvent(QResizeEvent* event) {

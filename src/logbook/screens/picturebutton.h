@@ -14,17 +14,12 @@ public:
                   QWidget* parent = nullptr);
 
     void setCompact(bool compact);
-    /// What the button says while it cannot be worked; disables it.
-    void setUnavailable(const QString& reason);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void tellTip();
-
     QString caption_;
-    QString reason_;
     QAbstractButton* picture_;
     bool compact_ = false;
 };

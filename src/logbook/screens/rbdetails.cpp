@@ -1,1 +1,180 @@
 #include "logbook/screens/rbdetails.h"
+
+#include "logbook/screens/picturetile.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/screen/printing.h"
+#include "shell/process.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPrinter>
+
+namespace benthor::logbook {
+
+using platform::dialogs;
+using platform::StoreError;
+
+namespace {
+
+void setItems(QComboBox& box, const QStringList& items) {
+    const QString text = box.currentText();
+    box.clear();
+    box.addItems(items);
+    box.setEditText(text);
+}
+
+} // namespace
+
+void rbdetails::loading() {
+    try {
+        const DiveDetails details =
+            loaddetails(process().database, process().currentdiveid, process().depthunit);
+        diveid_ = process().currentdiveid;
+        show(details);
+        showPickLists();
+    } catch (const StoreError& error) {
+        centralWidget()->setEnabled(false);
+        tell(error.text());
+    }
+}
+
+void rbdetails::unloading() {
+    emit captureWanted();
+    saveOrAsk();
+}
+
+void rbdetails::show(const DiveDetails& details) {
+    const DeviceSays& device = details.device;
+    const std::array<QString, 10> texts{device.diveid,   device.divedate, device.timeup,  device.duration,
+                                        device.maxdepth, device.interval, device.version, device.otu,
+                                        device.atmos,    device.dusage};
+    for (size_t i = 0; i < texts.size(); ++i) {
+        device_[i]->setText(texts[i]);
+    }
+    depthcaption_->setText(device.depthcaption);
+    const DiverAdds& diver = details.diver;
+    Txtdiver_->setText(diver.username);
+    Cbodepartment_->setEditText(diver.department);
+    Cbosite_->setEditText(diver.site);
+    cbowhether_->setEditText(diver.weather);
+    txtlocation_->setText(diver.location);
+    txtsuit_->setText(diver.suit);
+    txtdivenote_->setPlainText(diver.divenote);
+    txtsitenote_->setPlainText(diver.sitenote);
+    txtcomments_->setPlainText(diver.comments);
+    List1_->addItems(diver.buddies);
+    const auto paths = picturepaths(diver.sitenote);
+    for (size_t i = 0; i < paths.size(); ++i) {
+        tiles_[i]->setPath(paths[i]);
+    }
+    setWindowTitle(QStringLiteral("Dive and Log details - ") + device.diveid);
+}
+
+void rbdetails::showPickLists() {
+    const PickLists lists = loadpicklists(process().database);
+    setItems(*Cbodepartment_, lists.departments);
+    setItems(*Cbosite_, lists.sites);
+    setItems(*cbowhether_, lists.weathers);
+    setItems(*cbobuddy_, lists.buddies);
+}
+
+DiverAdds rbdetails::edited() const {
+    QStringList buddies;
+    for (int i = 0; i < List1_->count(); ++i) {
+        buddies += List1_->item(i)->text();
+    }
+    return {Txtdiver_->text(),           Cbodepartment_->currentText(),
+            Cbosite_->currentText(),     txtlocation_->text(),
+            cbowhether_->currentText(),  txtsuit_->text(),
+            txtdivenote_->toPlainText(), txtsitenote_->toPlainText(),
+            txtcomments_->toPlainText(), buddies};
+}
+
+void rbdetails::cmdSave_click() {
+    const Routine routine(*this);
+    if (diveid_.isEmpty()) {
+        return;
+    }
+    try {
+        const QStringList refused = savedetails(process().database, diveid_, edited());
+        showPickLists();
+        tell(refused.isEmpty()
+                 ? QStringLiteral("Saved")
+                 : QStringLiteral("Saved; with its single quote not kept for choosing again: %1")
+                       .arg(refused.join(QStringLiteral(", "))));
+    } catch (const StoreError& error) {
+        dialogs().message(
+            this, QStringLiteral("The details of %1 are not stored.\n\n%2").arg(diveid_, error.text()),
+            platform::BoxKind::Warning);
+    }
+}
+
+/// On the way out there is no screen to stay on: what cannot be stored is tried again for as long as the user
+/// wants it.
+void rbdetails::saveOrAsk() {
+    if (diveid_.isEmpty()) {
+        return;
+    }
+    for (;;) {
+        try {
+            savedetails(process().database, diveid_, edited());
+            return;
+        } catch (const StoreError& error) {
+            const bool again = dialogs().confirm(
+                this,
+                QStringLiteral(
+                    "The details of %1 cannot be stored.\n\n%2\n\nTry again? With No they are lost.")
+                    .arg(diveid_, error.text()),
+                QStringLiteral("Dive and Log details"), platform::BoxKind::Warning);
+            if (!again) {
+                return;
+            }
+        }
+    }
+}
+
+void rbdetails::Cmdcancel_click() {
+    emit diveViewWanted();
+}
+
+void rbdetails::FormPrint() {
+    const Routine routine(*this);
+    const std::shared_ptr<QPrinter> printer = dialogs().printer(this);
+    if (printer != nullptr && !platform::printWidget(*printer, *this)) {
+        dialogs().message(this, QStringLiteral("The printer takes nothing."), platform::BoxKind::Warning);
+    }
+}
+
+void rbdetails::cmdadd_click() {
+    const QString buddy = cbobuddy_->currentText();
+    if (!buddy.isEmpty()) {
+        List1_->addItem(buddy);
+    }
+}
+
+void rbdetails::cmdremove_click() {
+    delete List1_->takeItem(List1_->currentRow());
+}
+
+void rbdetails::Image1_click(int index) {
+    const Routine routine(*this);
+    const QString path = dialogs().openFile(this, QStringLiteral("Open"), QDir::homePath(),
+                                            QStringLiteral("Text Files (*.jpg)|*.jpg|All Files (*.*)|*.*"));
+    if (path.isEmpty() || isUnloaded()) {
+        return;
+    }
+    tiles_[static_cast<size_t>(index)]->setPath(path);
+    txtsitenote_->setPlainText(withpicture(txtsitenote_->toPlainText(), index, path));
+}
+
+void rbdetails::tell(const QString& quietLine) {
+    quietLine_->setText(quietLine);
+}
+
+} // namespace benthor::logbook

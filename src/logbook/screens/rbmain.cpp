@@ -2,6 +2,10 @@
 
 #include "divefiles/validators.h"
 #include "logbook/divelist.h"
+#include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/picturebutton.h"
+#include "logbook/screens/publishpanel.h"
+#include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/screen/dialogs.h"
 #include "shell/process.h"
@@ -40,9 +44,10 @@ rbmain::rbmain()
 
 void rbmain::loading() {
     Label16_->setText(QStringLiteral("t"));
-    picture3Below_->show();
+    bar_->spreadsheet()->show();
+    publish_->sheetPicture()->show();
     mnuSaveSpread_->setVisible(true);
-    Label10_->show();
+    publish_->sheetLabel()->show();
     sortkey_ = readsortkey(ProgramFolder::current());
     openstore();
     runSort(sortnumber(sortkey_));
@@ -52,17 +57,29 @@ void rbmain::loading() {
 }
 
 void rbmain::unloading() {
+    foldPublish(false);
     // An order that cannot be kept is no reason to hold the user.
     static_cast<void>(writesortkey(ProgramFolder::current(), sortkey_));
 }
 
-/// The store chosen for the list alone leaves the process's own where it is.
+/// The store chosen for the list alone leaves the process's own where it is. One that cannot be shown is
+/// refused, and the list stands on the process's own.
 void rbmain::openstore() {
-    ownStore_ = !process().storepath.isEmpty();
     try {
-        if (ownStore_) {
+        if (!process().storepath.isEmpty()) {
             chosenStore_.open(process().storepath);
-        } else if (!process().database.isOpen()) {
+            chosenStore_.fieldCount(QStringLiteral("main"));
+            ownStore_ = true;
+        }
+    } catch (const StoreError& error) {
+        chosenStore_.close();
+        process().storepath.clear();
+        refusedStore_ = error.text();
+    }
+    setWindowTitle(ownStore_ ? QStringLiteral("My Dives - ") + process().storepath
+                             : QStringLiteral("My Dives"));
+    try {
+        if (!ownStore_ && !process().database.isOpen()) {
             process().database.open(ProgramFolder::current().root() + QStringLiteral("/rb.mdb"));
         }
     } catch (const StoreError& error) {

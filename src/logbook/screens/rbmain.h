@@ -17,9 +17,14 @@ namespace benthor::look {
 class FaultFrame;
 }
 
+namespace benthor::platform {
+class Mailer;
+}
+
 namespace benthor::logbook {
 
 class ListToolBar;
+class PublishPanel;
 class SummaryStrip;
 
 /// The dive list: one row for each dive, the chosen one in numbers below, and what can be done with a dive.
@@ -34,6 +39,9 @@ public:
     /// screen can be seen it is painted between the checks; input and ticks wait. Ends early when the screen
     /// is unloaded meanwhile.
     void filldivelist();
+
+    /// Why the store that `storepath` named is not the one of the list; empty when it is.
+    QString refusedStore() const { return refusedStore_; }
 
 signals:
     void diveOpened();   ///< `currentdiveid` is to be shown; the list goes
@@ -52,11 +60,9 @@ private:
     void buildMenus();
     QMenu* buildMenu(const QString& name, const QString& caption);
     QAction* addEntry(QMenu* menu, const char* name, const QString& caption, void (rbmain::*act)());
-    QAction* addLaterEntry(QMenu* menu, const char* name, const QString& caption, const QString& reason);
     void buildSortMenu();
     void buildPopup();
     void buildBody();
-    QWidget* buildPublishPanel();
     void connectControls();
     void setUpGrid();
     void takeTheme();
@@ -77,6 +83,13 @@ private:
     void MSFlexGrid1_RightClick(int row, const QPoint& globalPos);
     void MSFlexGrid1_KeyDown(QKeyEvent* event);
     void MSFlexGrid1_HeaderClick(int col);
+
+    // publishing
+    void Picture5_click(int index);
+    void foldPublish(bool open);
+    void publishDive();
+    void connectMailer();
+    void cmdSave_click();
 
     // store
     platform::Database& store();
@@ -111,8 +124,9 @@ private:
     platform::FlexGrid* MSFlexGrid1_;
     look::FaultFrame* Frame2_ = nullptr;
     QLabel* Label16_ = nullptr;
-    QLabel* Label10_ = nullptr;
-    QWidget* picture3Below_ = nullptr;
+    PublishPanel* publish_ = nullptr;
+    platform::Mailer* mailer_ = nullptr;
+    int grownBy_ = 0; ///< pixels that the window grew by when the panel was opened
     SummaryStrip* strip_ = nullptr;
     QLabel* quietLine_ = nullptr;
     QMenu* mnupopup_ = nullptr;
@@ -122,6 +136,7 @@ private:
 
     platform::Database chosenStore_; ///< open only while `storepath` names one
     bool ownStore_ = false;
+    QString refusedStore_;
     QString storeFault_; ///< why the store cannot be read; empty when it can
     QString sortkey_;
     int divecount_ = 0;

@@ -3,6 +3,7 @@
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/problemlabel.h"
+#include "logbook/screens/publishpanel.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
 #include "platform/look/look.h"
@@ -15,7 +16,6 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainterPath>
@@ -28,29 +28,11 @@ namespace {
 
 constexpr int kRowHeight = 28;
 
-QString noMailYet() {
-    return QStringLiteral("Sending a dive by mail is not there yet.");
-}
-
-QString noSpreadsheetYet() {
-    return QStringLiteral("Saving the list as a spreadsheet is not there yet.");
-}
-
 QString emptyList() {
     return QStringLiteral(
         "No dives yet.\n\nThe first dive gets in through Download to PC: connect the device, "
         "fetch its dives, and they are imported from there.\n"
         "A dive file that is put into the folder \"new\" is imported as well.");
-}
-
-look::ClickableLabel* laterPicture(const char* name, const char* iconName, const QString& reason) {
-    auto* picture = new look::ClickableLabel;
-    picture->setObjectName(QLatin1String(name));
-    picture->setIconName(QLatin1String(iconName));
-    picture->setAccessibleName(reason);
-    picture->setToolTip(reason);
-    picture->setEnabled(false);
-    return picture;
 }
 
 /// A card that is all table: the corners of the table are cut where those of the card are round.
@@ -91,18 +73,11 @@ QAction* rbmain::addEntry(QMenu* menu, const char* name, const QString& caption,
     return entry;
 }
 
-QAction* rbmain::addLaterEntry(QMenu* menu, const char* name, const QString& caption, const QString& reason) {
-    QAction* entry = menu->addAction(caption);
-    entry->setObjectName(QLatin1String(name));
-    entry->setToolTip(reason);
-    entry->setEnabled(false);
-    return entry;
-}
-
 void rbmain::buildMenus() {
     QMenu* file = buildMenu(QStringLiteral("mnuFile"), QStringLiteral("&File"));
     mnuSaveSpread_ =
-        addLaterEntry(file, "mnuSaveSpread", QStringLiteral("&Save as spreadsheet"), noSpreadsheetYet());
+        addEntry(file, "mnuSaveSpread", QStringLiteral("&Save as spreadsheet"), &rbmain::cmdSave_click);
+    mnuSaveSpread_->setShortcut(QKeySequence::Save);
     file->addSeparator();
     addEntry(file, "mnuExit", QStringLiteral("E&xit"), &rbmain::cmdclose_click)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
@@ -120,7 +95,7 @@ void rbmain::buildMenus() {
     buildSortMenu();
 
     QMenu* publish = buildMenu(QString(), QStringLiteral("&Publish"));
-    addLaterEntry(publish, "mnuEmail", QStringLiteral("Send by &mail"), noMailYet());
+    addEntry(publish, "mnuEmail", QStringLiteral("Send by &mail"), &rbmain::publishDive);
 
     quietLine_ = look::makeCaption(QString());
     quietLine_->setContentsMargins(0, 0, look::spaceBase, 0);
@@ -157,14 +132,14 @@ void rbmain::buildPopup() {
     mnupopup_ = new QMenu(this);
     mnupopup_->setObjectName(QStringLiteral("mnupopup"));
     mnupopup_->setToolTipsVisible(true);
-    addEntry(mnupopup_, "mnupopupprofile", QStringLiteral("&Open"), &rbmain::cmdgo_click);
+    addEntry(mnupopup_, "mnupopprofile", QStringLiteral("&Open"), &rbmain::cmdgo_click);
     addEntry(mnupopup_, "mnuDelete", QStringLiteral("&Delete"), &rbmain::cmdelete_click);
     mnupopup_->addAction(findChild<QAction*>(QStringLiteral("mnuerrorcode")));
     mnupopup_->addSeparator();
     QMenu* save = mnupopup_->addMenu(QStringLiteral("&Save list"));
     save->setToolTipsVisible(true);
     save->menuAction()->setObjectName(QStringLiteral("MNUSAVEDB"));
-    addLaterEntry(save, "mnusavecsv", QStringLiteral("As &spreadsheet"), noSpreadsheetYet());
+    addEntry(save, "mnusavecsv", QStringLiteral("As &spreadsheet"), &rbmain::cmdSave_click);
 }
 
 void rbmain::buildBody() {
@@ -191,31 +166,11 @@ void rbmain::buildBody() {
 
     strip_ = new SummaryStrip;
     column->addWidget(strip_);
-    column->addWidget(buildPublishPanel());
+    publish_ = new PublishPanel;
+    publish_->hide();
+    column->addWidget(publish_);
     setUpGrid();
     takeTheme();
-}
-
-/// What belongs to publishing. The panel stays shut until a dive can be sent.
-QWidget* rbmain::buildPublishPanel() {
-    auto* panel = new look::Pane(Qt::TopEdge);
-    auto* row = new QHBoxLayout(panel);
-    row->setContentsMargins(look::spaceWide, look::spaceSmall, look::spaceWide, look::spaceSmall);
-    row->addWidget(laterPicture("Picture5(1)", "chevron-up", noMailYet()));
-    row->addWidget(laterPicture("Picture5(2)", "send", noMailYet()));
-    picture3Below_ = laterPicture("Picture3(1)", "sheet", noSpreadsheetYet());
-    row->addWidget(picture3Below_);
-    Label10_ = new QLabel(QStringLiteral("Save as spreadsheet"));
-    Label10_->setObjectName(QStringLiteral("Label10"));
-    Label10_->setEnabled(false);
-    Label10_->setToolTip(noSpreadsheetYet());
-    row->addWidget(Label10_);
-    row->addStretch(1);
-    auto* txtsearch = new QLineEdit;
-    txtsearch->setObjectName(QStringLiteral("txtsearch"));
-    row->addWidget(txtsearch);
-    panel->hide();
-    return panel;
 }
 
 void rbmain::setUpGrid() {
@@ -237,13 +192,21 @@ void rbmain::connectControls() {
     connect(bar_->toLink(), &look::ClickableLabel::clicked, this, &rbmain::linkWanted);
     connect(bar_->toMain(), &look::ClickableLabel::clicked, this, &rbmain::mainWanted);
     connect(bar_->sort(), &look::SegmentedChoice::chosen, this, &rbmain::runSort);
-    bar_->publish()->setUnavailable(noMailYet());
-    bar_->spreadsheet()->setUnavailable(noSpreadsheetYet());
+    connect(bar_->publish(), &QAbstractButton::clicked, this, [this] { Picture5_click(0); });
+    connect(publish_->shut(), &look::ClickableLabel::clicked, this, [this] { Picture5_click(1); });
+    connect(publish_->send(), &QAbstractButton::clicked, this, [this] { Picture5_click(2); });
+    connect(bar_->spreadsheet(), &QAbstractButton::clicked, this, &rbmain::cmdSave_click);
+    for (look::ClickableLabel* sheet : {publish_->sheetPicture(), publish_->sheetLabel()}) {
+        connect(sheet, &look::ClickableLabel::clicked, this, &rbmain::cmdSave_click);
+    }
+    connectMailer();
     connect(Frame2_->closeButton(), &QAbstractButton::clicked, this, &rbmain::Command1_click);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     connect(escape, &QShortcut::activated, this, [this] {
         if (Frame2_->isVisible()) {
             Command1_click();
+        } else if (publish_->isVisible()) {
+            Picture5_click(1);
         }
     });
     connect(MSFlexGrid1_, &FlexGrid::rowSelectionChanged, this, &rbmain::MSFlexGrid1_SelChange);

@@ -2,7 +2,6 @@
 
 #include "divefiles/importer.h"
 #include "link/linkstatus.h"
-#include "platform/files.h"
 #include "platform/look/pictures.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
@@ -16,6 +15,7 @@
 #include "platform/skiperrors.h"
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
+#include "store/backup.h"
 #include "store/identifiers.h"
 #include "store/summary.h"
 #include "store/units.h"
@@ -99,7 +99,8 @@ bool MainScreen::storeIsThere() {
         QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
         QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true);
     if (yes) {
-        platform::copyFile(folder.path(u"backup.mdb"), folder.path(u"rb.mdb"));
+        static_cast<void>(
+            store::restorebackup(folder)); // a copy that fails leaves a store that can't be opened
     }
     return yes;
 }
@@ -191,8 +192,13 @@ void MainScreen::showPanelPicture() {
 
 void MainScreen::changeEvent(QEvent* event) {
     Screen::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && !panelPicture_.isEmpty()) {
-        showPanelPicture();
+    if (event->type() == QEvent::PaletteChange) {
+        if (!panelPicture_.isEmpty()) {
+            showPanelPicture();
+        }
+        if (Image4_ != nullptr) {
+            showTipsPicture();
+        }
     }
 }
 

@@ -81,6 +81,8 @@ private:
     QWidget* buildTips();
     look::EntryRow* entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
                           const QString& pictureName, const QString& icon, bool quiet);
+    void hiddenButton(const char* name, void (MainScreen::*act)());
+    void showTipsPicture();
     QPushButton* footButton(int choice, const QString& name, const QString& caption, const QString& icon,
                             const QString& words);
 
@@ -102,7 +104,6 @@ private:
     void showPanelPicture();
     void selectEntry(int choice);
     void entryClicked(int choice);
-    void showTipsPanel(bool shown);
     void fitCards();
 
     // main_screen_actions.cpp
@@ -110,15 +111,19 @@ private:
     void Command2_click();
     void Command3_click();
     void Command4_click();
+    void Command5_click();
     void Command6_click();
+    void cmdNextTip_click();
     void cmdclose_click();
     void cmdcommandsend_click();
     void mnuconnectdevice_click();
     void mnucurrentmain_click();
     void mnuGets_click();
     void mnuTips_click();
-    void mnuHTMLhelp_click();
+    void mnuOpen_click();
     void showSetupAndGas();
+    void showTipsPanel(bool shown);
+    void showTip();
 
     // main_screen_import.cpp
     class Progress;
@@ -148,8 +153,9 @@ private:
     QLabel* Text14_ = nullptr;
     QLabel* waiting_ = nullptr;
     look::ToldButton* Command4_ = nullptr;
-    look::ClickableLabel* Label10_ = nullptr;
     QWidget* Frame4_ = nullptr;
+    look::ClickableLabel* Image4_ = nullptr;
+    QLabel* tip_ = nullptr;
 
     look::OverlayCard* Frame2_ = nullptr;
     look::ActivitySweep* sweep_ = nullptr;

@@ -5,15 +5,15 @@
 #include "platform/look/widgets/overlaycard.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
+#include "platform/skiperrors.h"
 #include "platform/usersettings.h"
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
+#include "store/backup.h"
 #include "store/units.h"
 
-#include <QDesktopServices>
 #include <QFile>
 #include <QLabel>
-#include <QUrl>
 
 namespace benthor::shell {
 
@@ -75,6 +75,13 @@ void MainScreen::Command6_click() {
     }
 }
 
+/// A leftover with a fixed place, which no computer of today has: it ends there, with the queries closed.
+void MainScreen::Command5_click() {
+    process().mainrecordset.close();
+    process().countrecordset.close();
+    platform::skipErrors([] { store::compactbyhand(); });
+}
+
 void MainScreen::cmdclose_click() {
     unload();
     neighbours_.endProcess();
@@ -89,8 +96,26 @@ void MainScreen::mnucurrentmain_click() {
     neighbours_.showDiveList();
 }
 
+/// The list alone goes over to the chosen store; everything else stays on the process's own.
+void MainScreen::mnuOpen_click() {
+    const QString path = dialogs().openFile(this, QStringLiteral("Open"), QStringLiteral("/"),
+                                            QStringLiteral("mdb (*.mdb)|*.mdb|All Files (*.*)|*.*"));
+    if (path.isEmpty()) {
+        return;
+    }
+    process().storepath = path;
+    const QString fault = neighbours_.reopenDiveList();
+    if (!fault.isEmpty()) {
+        dialogs().message(this,
+                          QStringLiteral("The dive store %1 can't be shown; My Dives stays on the one of the "
+                                         "program.\n\n%2")
+                              .arg(path, fault),
+                          platform::BoxKind::Warning);
+    }
+}
+
 void MainScreen::mnuGets_click() {
-    store::writegetstarted(QStringLiteral("Open"));
+    platform::skipErrors([] { store::writegetstarted(QStringLiteral("Open")); });
     neighbours_.showGuide();
 }
 
@@ -100,12 +125,24 @@ void MainScreen::mnuTips_click() {
     showTipsPanel(true);
 }
 
-void MainScreen::mnuHTMLhelp_click() {
-    const QString manual = ProgramFolder::current().path(u"manualbenthor.mht");
-    if (!QFile::exists(manual) || !QDesktopServices::openUrl(QUrl::fromLocalFile(manual))) {
-        dialogs().message(this, QStringLiteral("The manual can't be opened: ") + manual,
-                          platform::BoxKind::Warning);
+void MainScreen::showTipsPanel(bool shown) {
+    Frame4_->setVisible(shown);
+    fitCards();
+    for (const char* opener : {"Label10(0)", "Label6"}) {
+        findChild<QWidget*>(QLatin1String(opener))->setVisible(!shown);
     }
+    if (shown) {
+        showTip();
+    }
+}
+
+void MainScreen::showTip() {
+    tip_->setText(neighbours_.tipText());
+}
+
+void MainScreen::cmdNextTip_click() {
+    neighbours_.nextTip();
+    showTip();
 }
 
 void MainScreen::mnuReprogIR_click() {

@@ -2,16 +2,19 @@
 
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
+#include "platform/look/pictures.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/look/widgets/toldbutton.h"
+#include "platform/programfolder.h"
 #include "shell/screens/neighbours.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -58,15 +61,15 @@ void MainScreen::buildLayout() {
     Label6->setObjectName(QStringLiteral("Label6"));
     Label6->setAccessibleName(QStringLiteral("Connection tips"));
     Label6->setIconName(QStringLiteral("tip"), 18);
-    Label10_ = new look::ClickableLabel(QStringLiteral("Connection tips    >>>"));
-    Label10_->setObjectName(QStringLiteral("Label10(0)"));
-    for (look::ClickableLabel* label : {Label6, Label10_}) {
+    auto* Label10 = new look::ClickableLabel(QStringLiteral("Connection tips    >>>"));
+    Label10->setObjectName(QStringLiteral("Label10(0)"));
+    for (look::ClickableLabel* label : {Label6, Label10}) {
         label->setInk(look::Ink::Quiet);
         connect(label, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
     }
     opener->addStretch(1);
     opener->addWidget(Label6);
-    opener->addWidget(Label10_);
+    opener->addWidget(Label10);
     down->addLayout(opener);
 
     auto* card = new look::Card;
@@ -223,11 +226,16 @@ QWidget* MainScreen::buildFoot() {
     kd3->setEnabled(false);
     pdb->setEnabled(false);
 
-    auto* Command6 = new QPushButton(this);
-    Command6->setObjectName(QStringLiteral("Command6"));
-    Command6->hide();
-    connect(Command6, &QPushButton::clicked, this, &MainScreen::Command6_click);
+    hiddenButton("Command5", &MainScreen::Command5_click);
+    hiddenButton("Command6", &MainScreen::Command6_click);
     return foot_;
+}
+
+void MainScreen::hiddenButton(const char* name, void (MainScreen::*act)()) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->hide();
+    connect(button, &QPushButton::clicked, this, act);
 }
 
 QWidget* MainScreen::buildLinkCard() {
@@ -288,16 +296,58 @@ QWidget* MainScreen::buildTips() {
     head->addWidget(iconLabel("tip"));
     head->addWidget(look::makeHeading(QStringLiteral("Connection tips")));
     head->addStretch(1);
-    auto* back = new look::ClickableLabel(QStringLiteral("<<<"));
-    back->setObjectName(QStringLiteral("Label10(1)"));
-    back->setAccessibleName(QStringLiteral("Close connection tips"));
-    connect(back, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(false); });
-    head->addWidget(back);
+    auto* close = new look::ClickableLabel;
+    close->setIconName(QStringLiteral("close"), 18);
+    close->setInk(look::Ink::Quiet);
+    close->setAccessibleName(QStringLiteral("Close connection tips"));
+    close->setToolTip(close->accessibleName());
+    connect(close, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(false); });
+    head->addWidget(close);
     down->addLayout(head);
     down->addWidget(new look::Rule);
-    down->addStretch(1);
+
+    Image4_ = new look::ClickableLabel;
+    Image4_->setObjectName(QStringLiteral("Image4"));
+    Image4_->setAccessibleName(QStringLiteral("Next tip"));
+    Image4_->setAlignment(Qt::AlignCenter);
+    Image4_->setFocusPolicy(Qt::NoFocus);
+    tip_ = new QLabel;
+    tip_->setWordWrap(true);
+    tip_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    tip_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    down->addSpacing(look::spaceSmall);
+    down->addWidget(Image4_);
+    down->addSpacing(look::spaceSmall);
+    down->addWidget(tip_, 1);
+
+    auto* foot = new QHBoxLayout;
+    auto* steps = new look::ClickableLabel(QStringLiteral("<<<"));
+    steps->setObjectName(QStringLiteral("Label10(1)"));
+    steps->setAccessibleName(QStringLiteral("Next tip"));
+    steps->setToolTip(steps->accessibleName());
+    auto* next = new QPushButton(QStringLiteral("&Next Tip"));
+    next->setObjectName(QStringLiteral("cmdNextTip"));
+    foot->addWidget(steps);
+    foot->addStretch(1);
+    foot->addWidget(next);
+    down->addLayout(foot);
+    for (look::ClickableLabel* label : {Image4_, steps}) {
+        connect(label, &look::ClickableLabel::clicked, this, &MainScreen::cmdNextTip_click);
+    }
+    connect(next, &QPushButton::clicked, this, &MainScreen::cmdNextTip_click);
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), Frame4_);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, [this] { showTipsPanel(false); });
+    showTipsPicture();
     Frame4_->hide();
     return Frame4_;
+}
+
+void MainScreen::showTipsPicture() {
+    const QImage picture(platform::ProgramFolder::current().path(u"morvakd2.bmp"));
+    const int width = look::scaled(kTipsWidth) - 2 * look::spaceWide;
+    Image4_->setPixmap(look::picturePixmap(picture, QSize(width, width * 2 / 3), devicePixelRatio()));
+    Image4_->setVisible(!picture.isNull());
 }
 
 /// Where the tips leave no room for the two cards side by side they stand one above the other.
@@ -306,13 +356,6 @@ void MainScreen::fitCards() {
         width() - look::scaled(kEntriesWidth) - (Frame4_->isHidden() ? 0 : look::scaled(kTipsWidth));
     cards_->setDirection(room < look::scaled(kTwoCardsWidth) ? QBoxLayout::TopToBottom
                                                              : QBoxLayout::LeftToRight);
-}
-
-void MainScreen::showTipsPanel(bool shown) {
-    Frame4_->setVisible(shown);
-    fitCards();
-    Label10_->setVisible(!shown);
-    findChild<QWidget*>(QStringLiteral("Label6"))->setVisible(!shown);
 }
 
 } // namespace benthor::shell

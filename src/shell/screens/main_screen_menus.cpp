@@ -1,5 +1,6 @@
 #include "shell/screens/main_screen.h"
 
+#include "guides/screens/manual.h"
 #include "link/linkstatus.h"
 #include "shell/screens/neighbours.h"
 
@@ -47,7 +48,7 @@ void MainScreen::buildMenus() {
     none(kd3, "mnupdb", "PDB");
 
     QMenu* file = heading(menuBar(), "mnuFile", "&File");
-    none(file, "mnuOpen", "&Open");
+    acting(file, "mnuOpen", "&Open", [this] { mnuOpen_click(); });
     QMenu* current = heading(file, "mnufilecurrent", "&Default");
     acting(current, "mnucurrentmain", "&Main", [this] { mnucurrentmain_click(); });
     none(current, "mnucurrentprofile", "&Profile");
@@ -83,7 +84,7 @@ void MainScreen::buildMenus() {
     acting(help, "mnuGets", "&Getting Started", [this] { mnuGets_click(); });
     none(help, "mnuHTMLhelpa", "&Walk through");
     acting(help, "mnuTips", "&Connection Tips", [this] { mnuTips_click(); });
-    acting(help, "mnuHTMLhelp", "Manual File", [this] { mnuHTMLhelp_click(); });
+    acting(help, "mnuHTMLhelp", "Manual File", [this] { guides::openManual(this); });
     help->addSeparator();
     acting(help, "mnuAbout", "&About", [this] { neighbours_.showAbout(); });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <QString>
 
 namespace benthor::link {
 class LinkStatus;
@@ -21,12 +22,19 @@ public:
     virtual void showDiveList() = 0;
     virtual void bringDiveListToFront() = 0;
     virtual void unloadDiveList() = 0;
+    /// Shows the list afresh and in front, on the store that `storepath` names. Returns what kept that store
+    /// from being opened; the list then stands on the process's own.
+    virtual QString reopenDiveList() = 0;
     virtual bool isDiveListOnScreen() = 0;
     virtual void showDiveView() = 0;
     virtual void unloadDiveView() = 0;
 
     virtual void showGuide() = 0;
     virtual void showTips() = 0;
+    /// The tip in hand. The tips screen is loaded hidden for it when it is not loaded.
+    virtual QString tipText() = 0;
+    virtual void nextTip() = 0;
+    virtual bool isTipsLoaded() = 0;
     virtual void showAbout() = 0;
     virtual void placeTips(const QRect& mainScreen, bool minimized) = 0;
 

@@ -1,0 +1,116 @@
+// What leaves the list: a dive by mail, the list as a spreadsheet.
+
+#include "logbook/publish.h"
+#include "logbook/screens/publishpanel.h"
+#include "logbook/screens/rbmain.h"
+#include "logbook/screens/summarystrip.h"
+#include "platform/look/widgets/numberlabel.h"
+#include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
+#include "platform/screen/mailer.h"
+#include "platform/skiperrors.h"
+
+#include <QFile>
+#include <QScreen>
+
+namespace benthor::logbook {
+
+namespace {
+
+constexpr int kFoldingPictures = 2;
+constexpr int kTextFilePosition = 26; // of the field that names the dive's text file
+
+} // namespace
+
+/// The lower pictures fold the panel; the one above them sends.
+void rbmain::Picture5_click(int index) {
+    if (index < kFoldingPictures) {
+        foldPublish(publish_->isHidden());
+    } else {
+        publishDive();
+    }
+}
+
+/// The screen has two heights: it grows by the panel where the display has room for that.
+void rbmain::foldPublish(bool open) {
+    if (open != publish_->isHidden()) {
+        return;
+    }
+    const int room = publish_->sizeHint().height();
+    publish_->setVisible(open);
+    if (isMaximized() || isFullScreen()) {
+        return;
+    }
+    if (!open) {
+        resize(width(), height() - grownBy_);
+        grownBy_ = 0;
+        return;
+    }
+    const int lowest = screen()->availableGeometry().bottom();
+    grownBy_ = std::clamp(lowest - frameGeometry().bottom(), 0, room);
+    resize(width(), height() + grownBy_);
+}
+
+void rbmain::publishDive() {
+    const Routine routine(*this);
+    const int row = MSFlexGrid1_->row();
+    if (row < 1) {
+        return;
+    }
+    PublishedDive dive;
+    dive.recipient = publish_->recipient();
+    dive.note = publish_->note();
+    for (int col = 0; col < MSFlexGrid1_->cols(); ++col) {
+        dive.headers += MSFlexGrid1_->text(0, col);
+        dive.cells += MSFlexGrid1_->text(row, col);
+    }
+    dive.location = findChild<look::NumberLabel*>(QStringLiteral("txtlocation"))->text();
+    // No move reaches that far: the field stands at its own position.
+    dive.dbtxtname = dive.cells.value(kTextFilePosition);
+    const Publication publication = publishdive(platform::ProgramFolder::current(), dive);
+    if (!publication.refusal.isEmpty()) {
+        platform::dialogs().message(this, publication.refusal);
+        return;
+    }
+    mailer_->send(publication.message, dive.cells.value(0) + QStringLiteral(".eml"));
+}
+
+void rbmain::connectMailer() {
+    mailer_ = new platform::Mailer(this);
+    connect(mailer_, &platform::Mailer::handedOver, this,
+            [this] { tell(QStringLiteral("The message is in your mail program")); });
+    connect(mailer_, &platform::Mailer::savedAs, this,
+            [this](const QString& path) { tell(QStringLiteral("Message saved: %1").arg(path)); });
+    connect(mailer_, &platform::Mailer::failed, this, [this](const QString& reason) {
+        platform::dialogs().message(this, reason, platform::BoxKind::Warning);
+    });
+}
+
+void rbmain::cmdSave_click() {
+    const Routine routine(*this);
+    const QString path = platform::dialogs().saveFile(
+        this, QStringLiteral("Save as"), platform::ProgramFolder::current().path(u"divelist.csv"),
+        QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*"));
+    const auto cells = [this](int row) {
+        QStringList texts;
+        for (int col = 0; col < MSFlexGrid1_->cols(); ++col) {
+            texts += MSFlexGrid1_->text(row, col);
+        }
+        return texts;
+    };
+    bool saved = false;
+    if (!path.isEmpty()) {
+        std::vector<QStringList> rows;
+        for (int row = 1; row <= divecount_; ++row) {
+            rows.push_back(cells(row));
+        }
+        const QByteArray text = spreadsheettext(cells(0), rows);
+        QFile file(path);
+        saved = file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size() &&
+                file.flush();
+    }
+    platform::dialogs().message(this, saved ? QStringLiteral("Data saved to CSV file....!!")
+                                            : QStringLiteral("Data is not saved to a file....!!"));
+}
+
+} // namespace benthor::logbook
