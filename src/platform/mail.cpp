@@ -69,7 +69,9 @@ QStringList mailerArguments(const MailMessage& message) {
         arguments << QStringLiteral("--attach") << path;
     }
     if (!message.recipient.isEmpty()) {
-        arguments << message.recipient;
+        // As an address of the web nothing in it can be taken for an option or for more than an address.
+        arguments << QStringLiteral("mailto:") +
+                         QString::fromLatin1(QUrl::toPercentEncoding(message.recipient, "@,"));
     }
     return arguments;
 }

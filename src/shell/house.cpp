@@ -264,7 +264,7 @@ struct House::Rooms : Neighbours {
     void placeTips(const QRect& mainScreen, bool minimized) override {
         // A tips screen that is not open stays so: nothing is placed beside the main screen.
         if (frmTip.isVisible() && !minimized) {
-            frmTip.get().move(mainScreen.topRight() + QPoint(1, 0));
+            frmTip.get().placeBeside(mainScreen);
         }
     }
 

@@ -29,8 +29,8 @@ namespace {
 
 /// Our picture for a step, in the program folder.
 QString pictureOfStep(int step) {
-    static const QStringList files{QString(), QStringLiteral("morvakd2.bmp"), QStringLiteral("gaslistb.bmp"),
-                                   QStringLiteral("divelist.bmp")};
+    static const QStringList files{QString(), QStringLiteral("morvakd2.bmp"), QStringLiteral("divelist.bmp"),
+                                   QStringLiteral("pclink.bmp")};
     return files.value(step);
 }
 

@@ -32,6 +32,7 @@ frmSplash::frmSplash(bool maintain)
     frame->setObjectName(QStringLiteral("Frame1"));
     frame->setCursor(Qt::PointingHandCursor);
     frame->installEventFilter(this);
+    frame->setFocusPolicy(Qt::StrongFocus);
     auto* mark = new QLabel;
     mark->setPixmap(look::applicationIcon().pixmap(QSize(kMarkSize, kMarkSize), devicePixelRatio()));
     auto* name = new QLabel;
@@ -52,6 +53,7 @@ frmSplash::frmSplash(bool maintain)
     Command1_->setObjectName(QStringLiteral("Command1"));
     Command1_->setProperty("quiet", true);
     Command1_->setAutoDefault(false);
+    Command1_->setFocusPolicy(Qt::TabFocus); // Return is for going on, not for this
     Command1_->setCursor(Qt::ArrowCursor);
     Command1_->setToolTip(QStringLiteral("Puts a backup in the place of a damaged dive store"));
     connect(Command1_, &QPushButton::clicked, this, &frmSplash::Command1_click);
@@ -68,6 +70,7 @@ frmSplash::frmSplash(bool maintain)
 }
 
 void frmSplash::loading() {
+    findChild<QWidget*>(QStringLiteral("Frame1"))->setFocus();
     findChild<QLabel*>(QStringLiteral("lblProductName"))->setText(QStringLiteral("Benthor"));
     findChild<QLabel*>(QStringLiteral("lblVersion"))
         ->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());

@@ -34,6 +34,8 @@ frmTip::frmTip(Opened opened)
     , opened_(opened) {
     setWindowTitle(QStringLiteral("Connection Tips"));
     buildLayout();
+    // What comes up by itself takes the keys from nobody.
+    setAttribute(Qt::WA_ShowWithoutActivating, opened == Opened::ByItself);
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &frmTip::unload);
 }
 
@@ -118,6 +120,15 @@ void frmTip::DisplayCurrentTip() {
 
 QString frmTip::tipText() const {
     return lblTipText_->text();
+}
+
+void frmTip::placeBeside(const QRect& window) {
+    const QRect room = screen()->availableGeometry();
+    const QPoint wanted = window.topRight() + QPoint(1, 0);
+    move(std::clamp(wanted.x(), room.left(),
+                    std::max(room.left(), room.right() + 1 - frameGeometry().width())),
+         std::clamp(wanted.y(), room.top(),
+                    std::max(room.top(), room.bottom() + 1 - frameGeometry().height())));
 }
 
 void frmTip::showPicture() {

@@ -28,6 +28,9 @@ public:
     void DisplayCurrentTip();
     QString tipText() const;
 
+    /// At the right of `window`, but never off its display.
+    void placeBeside(const QRect& window);
+
 signals:
     void tipChanged();
 

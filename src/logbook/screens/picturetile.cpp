@@ -4,12 +4,12 @@
 #include "platform/look/widgets/clickablelabel.h"
 
 #include <QCoreApplication>
+#include <QGridLayout>
 #include <QImageReader>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPointer>
 #include <QThreadPool>
-#include <QVBoxLayout>
 
 namespace benthor::logbook {
 
@@ -43,11 +43,10 @@ PictureTile::PictureTile(int index, QWidget* parent)
     Label5_->setText(QStringLiteral("Click to load picture"));
     Label5_->setIconName(QStringLiteral("picture"), 20);
     Label5_->setInk(look::Ink::Quiet);
-    auto* down = new QVBoxLayout(this);
-    down->setContentsMargins(1, 1, 1, 1);
-    down->setSpacing(0);
-    down->addWidget(Image1_, 1);
-    down->addWidget(Label5_, 0, Qt::AlignCenter);
+    auto* both = new QGridLayout(this); // the hint lies over the empty picture
+    both->setContentsMargins(1, 1, 1, 1);
+    both->addWidget(Image1_, 0, 0);
+    both->addWidget(Label5_, 0, 0, Qt::AlignCenter);
     for (look::ClickableLabel* label : {Image1_, Label5_}) {
         connect(label, &look::ClickableLabel::clicked, this, &PictureTile::clicked);
     }

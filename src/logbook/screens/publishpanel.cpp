@@ -74,7 +74,12 @@ PublishPanel::PublishPanel(QWidget* parent)
     whom->addWidget(supportLine_);
     whom->addStretch(1);
     across->addLayout(whom, 2);
-    across->addWidget(Text3_, 3);
+    auto* words = new QVBoxLayout;
+    words->setSpacing(look::spaceTight);
+    words->addWidget(look::makeCaption(QStringLiteral("Message")));
+    words->addWidget(Text3_);
+    words->addStretch(1);
+    across->addLayout(words, 3);
     auto* acts = new QVBoxLayout;
     acts->setSpacing(look::spaceTight);
     acts->addWidget(send_);

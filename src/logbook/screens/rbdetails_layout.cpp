@@ -24,7 +24,7 @@ namespace benthor::logbook {
 
 namespace {
 
-constexpr int kDeviceWidth = 232;
+constexpr int kDeviceWidth = 248;
 constexpr int kTilesHeight = 148;
 constexpr int kSuitLength = 50; // the store takes no longer one
 constexpr int kNumber = 20;
@@ -90,6 +90,7 @@ rbdetails::rbdetails()
     down->addLayout(body, 1);
     setCentralWidget(ground);
     setMinimumSize(900, 620);
+    Txtdiver_->setFocus();
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
             &rbdetails::Cmdcancel_click);
 }
@@ -164,7 +165,7 @@ QWidget* rbdetails::buildDevice() {
                                                  {"txtinterval", "Interval (s)", kNumber},
                                                  {"txtversion", "Version", kNumber},
                                                  {"txtotu", "OTU", kNumber},
-                                                 {"txtatmos", "Atmospheric (mBar)", kNumber},
+                                                 {"txtatmos", "Surface (mBar)", kNumber},
                                                  {"txtdusageh", "Usage (s)", kNumber}}};
     auto* card = new look::Card;
     card->setFixedWidth(look::scaled(kDeviceWidth));
@@ -187,6 +188,7 @@ QWidget* rbdetails::buildDevice() {
         auto* cell = new QVBoxLayout;
         cell->setSpacing(0);
         auto* head = new QHBoxLayout;
+        head->setSpacing(look::spaceTight);
         head->addWidget(look::makeCaption(QLatin1String(box.caption)));
         if (QLatin1String(box.name) == QLatin1String("txtmaxdepth")) {
             depthcaption_->setObjectName(QStringLiteral("lbldepthunit"));
@@ -267,7 +269,7 @@ QWidget* rbdetails::buildBuddies() {
     auto* panel = new QWidget;
     auto* down = new QVBoxLayout(panel);
     down->setContentsMargins(0, 0, 0, 0);
-    down->setSpacing(2);
+    down->setSpacing(look::spaceTight);
     down->addWidget(look::makeCaption(QStringLiteral("Buddies")));
     cbobuddy_ = pickBox("cbobuddy", "Buddy");
     List1_ = named(new QListWidget, "List1", "Buddies of this dive");

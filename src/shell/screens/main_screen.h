@@ -155,7 +155,7 @@ private:
     look::ToldButton* Command4_ = nullptr;
     QWidget* Frame4_ = nullptr;
     look::ClickableLabel* Image4_ = nullptr;
-    QLabel* tip_ = nullptr;
+    look::ClickableLabel* tip_ = nullptr;
 
     look::OverlayCard* Frame2_ = nullptr;
     look::ActivitySweep* sweep_ = nullptr;

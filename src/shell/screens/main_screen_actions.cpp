@@ -2,6 +2,7 @@
 
 #include "divefiles/importer.h"
 #include "link/linkstatus.h"
+#include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/overlaycard.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"

@@ -311,10 +311,10 @@ QWidget* MainScreen::buildTips() {
     Image4_->setAccessibleName(QStringLiteral("Next tip"));
     Image4_->setAlignment(Qt::AlignCenter);
     Image4_->setFocusPolicy(Qt::NoFocus);
-    tip_ = new QLabel;
+    tip_ = new look::ClickableLabel;
     tip_->setWordWrap(true);
     tip_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    tip_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    tip_->setHoverMark(false);
     down->addSpacing(look::spaceSmall);
     down->addWidget(Image4_);
     down->addSpacing(look::spaceSmall);
@@ -331,7 +331,7 @@ QWidget* MainScreen::buildTips() {
     foot->addStretch(1);
     foot->addWidget(next);
     down->addLayout(foot);
-    for (look::ClickableLabel* label : {Image4_, steps}) {
+    for (look::ClickableLabel* label : {Image4_, tip_, steps}) {
         connect(label, &look::ClickableLabel::clicked, this, &MainScreen::cmdNextTip_click);
     }
     connect(next, &QPushButton::clicked, this, &MainScreen::cmdNextTip_click);

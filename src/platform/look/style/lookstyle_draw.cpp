@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOption>
 
@@ -52,6 +53,12 @@ void drawGroupTitle(QPainter* painter, const QStyleOptionGroupBox& option) {
 }
 
 /// A line edit inside a spin box or combo box has the panel of what it stands in.
+/// A box of lines that the user writes into, as against one that only shows some.
+bool isWritable(const QWidget* widget) {
+    const auto* box = qobject_cast<const QPlainTextEdit*>(widget);
+    return box != nullptr && !box->isReadOnly();
+}
+
 bool isInner(const QWidget* widget) {
     const QWidget* parent = widget ? widget->parentWidget() : nullptr;
     return qobject_cast<const QLineEdit*>(widget) &&
@@ -97,8 +104,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return;
     case PE_Frame:
         drawPanel(painter, option->rect, QColor(),
-                  (option->state & State_HasFocus) ? token.accent : token.line, 4,
-                  (option->state & State_HasFocus) ? focusWidth : 1);
+                  (option->state & State_HasFocus) ? token.accent
+                                                   : (isWritable(widget) ? token.edge : token.line),
+                  4, (option->state & State_HasFocus) ? focusWidth : 1);
         return;
     case PE_FrameTabWidget:
         painter->fillRect(QRect(option->rect.x(), option->rect.y(), option->rect.width(), 1), token.line);

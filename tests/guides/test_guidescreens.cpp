@@ -1,0 +1,500 @@
+#include "guides/screens/frmabout.h"
+#include "guides/screens/frmgets.h"
+#include "guides/screens/frmsplash.h"
+#include "guides/screens/frmtip.h"
+#include "platform/look/look.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/usersettings.h"
+#include "shell/process.h"
+#include "tests/support/scripteddialogs.h"
+#include "tests/support/testfolder.h"
+#include "tests/support/testsettings.h"
+
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::guides;
+using namespace benthor::tests;
+
+namespace {
+
+QString restoreQuestion() {
+    return QStringLiteral(
+        "Fix Database?\nRestore backup database file to fix database corruption. Note, most recent "
+        "planned dives willbe lost! Backup2.mdb is most recent backup file");
+}
+
+template <class S> struct Stage {
+    template <class... A>
+    explicit Stage(A&&... arguments)
+        : screen(new S(std::forward<A>(arguments)...)) {}
+    ~Stage() { delete screen.data(); }
+
+    template <class T = QWidget> T* control(const char* name) {
+        T* found = screen->template findChild<T*>(QLatin1String(name));
+        if (found == nullptr) {
+            qFatal("no control %s", name);
+        }
+        return found;
+    }
+    void click(const char* name) { QTest::mouseClick(control<>(name), Qt::LeftButton); }
+    QString text(const char* name) { return control<QLabel>(name)->text(); }
+
+    TestSettings settings;
+    TestFolder folder;
+    ScriptedDialogs dialogs;
+    QPointer<S> screen;
+};
+
+void putTips(const TestFolder& folder, const QByteArray& bytes) {
+    QVERIFY(platform::writeFileWhole(folder.path("TIPOFDAY.TXT"), bytes));
+}
+
+void showTipsAtStartup(int value) {
+    platform::userSettings().setNumber(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"),
+                                       value);
+}
+
+int tipsAtStartup() {
+    return platform::userSettings().number(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"),
+                                           -1);
+}
+
+QString getstarted() {
+    return process().database.openRecordset("SELECT * FROM SERIALNO").value(u"getstarted").text();
+}
+
+/// Takes what would be opened on the desktop.
+class Opener : public QObject {
+    Q_OBJECT
+
+public:
+    Opener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~Opener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QList<QUrl> opened;
+
+public slots:
+    void open(const QUrl& url) { opened += url; }
+};
+
+/// Only programs of the test's own are found while this lives.
+class OwnPath {
+public:
+    OwnPath()
+        : before_(qgetenv("PATH")) {
+        qputenv("PATH", folder_.path().toLocal8Bit());
+    }
+    ~OwnPath() { qputenv("PATH", before_); }
+    OwnPath(const OwnPath&) = delete;
+    OwnPath& operator=(const OwnPath&) = delete;
+
+    QString path(const QString& name) const { return folder_.filePath(name); }
+    void install(const QString& name, const QByteArray& script) const {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(script), script.size());
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
+private:
+    QTemporaryDir folder_;
+    QByteArray before_;
+};
+
+} // namespace
+
+class TestGuideScreens : public QObject {
+    Q_OBJECT
+
+private slots:
+    // guide
+    void theGuideWalksItsSteps();
+    void nextOnTheLastStepShowsItAgain();
+    void option1OnlyRedraws();
+    void finishOpensTheManualAndCloses();
+    void aManualThatIsMissingIsTold();
+    void theCheckIsStoredAtEachChange();
+    void theStartRotatesTheBackups();
+    void theMaintenanceRunsOnceInAProcess();
+    void aSecondCopyLeavesTheBackupsAlone();
+    void aDamagedStoreIsToldAndTheGuideStays();
+
+    // tips
+    void aTipIsShownAndTheButtonsStep();
+    void pictureAndTextActAsNext();
+    void withoutAFileTheTipsSayHowToMakeIt();
+    void tipsSwitchedOffCloseWhatOpensByItself();
+    void theSettingIsSavedAtEachChange();
+    void theTipsOpenAtAnyOfThem();
+    void theTipsStandBesideAWindowAndOnTheDisplay();
+    void tipsThatComeByThemselvesTakeNoKeys();
+
+    // about
+    void theAboutBoxSaysWhatItIs();
+    void theSystemsToolIsStarted();
+    void withoutAToolTheMessageIsShown();
+
+    // splash
+    void fixDatabaseAsksAndRestores();
+    void aRefusedQuestionChangesNothing();
+    void aCancelledFileChangesNothing();
+    void aFileThatIsNoStoreIsNamedAndNotTaken();
+    void aFileOfAnotherEndingIsNotTaken();
+    void theTimerStandsWhileTheQuestionIsUpAndRunsOn();
+    void aSecondCopyRestoresNothing();
+    void returnGoesOnAndDoesNotRepair();
+};
+
+void TestGuideScreens::theGuideWalksItsSteps() {
+    Stage<frmGetS> stage(true);
+    stage.screen->showScreen();
+    QVERIFY(stage.screen->isVisible());
+    QCOMPARE(stage.screen->windowTitle(), "Benthor - Getting Started");
+    QCOMPARE(stage.text("Label2"), stepheading(0));
+    QCOMPARE(stage.text("Label1"), steptext(0));
+    QCOMPARE(stage.text("Label4"), "Tip 1 of 4");
+    for (int step = 1; step < kSteps; ++step) {
+        stage.click("Command1(1)");
+        QCOMPARE(stage.text("Label2"), stepheading(step));
+        QCOMPARE(stage.text("Label1"), steptext(step));
+        QCOMPARE(stage.text("Label4"), stepcount(step));
+    }
+    stage.click("Command1(0)");
+    QCOMPARE(stage.text("Label4"), "Tip 3 of 4");
+    QCOMPARE(stage.control<QPushButton>("Command1(0)")->text(), "Previous");
+    QCOMPARE(stage.control<QPushButton>("Command1(1)")->text(), "Next");
+    QCOMPARE(stage.control<QPushButton>("Command2")->text(), "Finish");
+    QCOMPARE(stage.control<QCheckBox>("Check1")->text(), "Show this screen at start up");
+}
+
+void TestGuideScreens::nextOnTheLastStepShowsItAgain() {
+    Stage<frmGetS> stage(true);
+    stage.screen->showScreen();
+    for (int i = 0; i < 3; ++i) {
+        stage.click("Command1(1)");
+    }
+    stage.control<QLabel>("Label1")->setText(QStringLiteral("something else"));
+    stage.click("Command1(1)");
+    QCOMPARE(stage.screen->step(), 3);
+    QCOMPARE(stage.text("Label1"), steptext(3));
+}
+
+void TestGuideScreens::option1OnlyRedraws() {
+    Stage<frmGetS> stage(true);
+    stage.screen->showScreen();
+    stage.click("Command1(1)");
+    stage.control<QLabel>("Label1")->setText(QStringLiteral("something else"));
+    stage.click("Option1");
+    QCOMPARE(stage.screen->step(), 1);
+    QCOMPARE(stage.text("Label1"), steptext(1));
+}
+
+void TestGuideScreens::finishOpensTheManualAndCloses() {
+    Stage<frmGetS> stage(true);
+    QVERIFY(platform::writeFileWhole(stage.folder.path("manualbenthor.mht"), "MIME-Version: 1.0"));
+    Opener desktop;
+    stage.screen->showScreen();
+    stage.click("Command2");
+    QCOMPARE(desktop.opened, QList<QUrl>{QUrl::fromLocalFile(stage.folder.path("manualbenthor.mht"))});
+    QVERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
+    QCOMPARE(stage.dialogs.messages(), QStringList());
+}
+
+void TestGuideScreens::aManualThatIsMissingIsTold() {
+    Stage<frmGetS> stage(true);
+    Opener desktop;
+    stage.screen->showScreen();
+    stage.click("Command2");
+    QCOMPARE(desktop.opened, QList<QUrl>());
+    QCOMPARE(stage.dialogs.messages(),
+             QStringList{"The manual can't be opened: " + stage.folder.path("manualbenthor.mht")});
+}
+
+void TestGuideScreens::theCheckIsStoredAtEachChange() {
+    Stage<frmGetS> stage(true);
+    stage.screen->showScreen();
+    QVERIFY(stage.control<QCheckBox>("Check1")->isChecked());
+    stage.click("Check1");
+    QCOMPARE(getstarted(), "Close");
+    stage.click("Check1");
+    QCOMPARE(getstarted(), "Open");
+}
+
+void TestGuideScreens::theStartRotatesTheBackups() {
+    Stage<frmGetS> stage(true);
+    stage.screen->load();
+    QVERIFY(stage.folder.has("backup.mdb"));
+    QVERIFY(!stage.folder.has("backup2.mdb"));
+    QVERIFY(stage.folder.has("dbtxt/test.txt"));
+    QCOMPARE(stage.dialogs.messages(), QStringList());
+    process().database.close();
+}
+
+void TestGuideScreens::theMaintenanceRunsOnceInAProcess() {
+    Stage<frmGetS> stage(true);
+    process().firststart = true;
+    stage.screen->load();
+    QVERIFY(!stage.folder.has("backup.mdb"));
+}
+
+void TestGuideScreens::aSecondCopyLeavesTheBackupsAlone() {
+    Stage<frmGetS> stage(false);
+    stage.screen->load();
+    QVERIFY(!stage.folder.has("backup.mdb"));
+}
+
+void TestGuideScreens::aDamagedStoreIsToldAndTheGuideStays() {
+    Stage<frmGetS> stage(true);
+    QVERIFY(platform::writeFileWhole(stage.folder.path("rb.mdb"), QByteArray(9000, 'x')));
+    stage.screen->showScreen();
+    QVERIFY(stage.screen->isVisible());
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY2(stage.dialogs.messages().first().contains(stage.folder.path("rb-damaged.mdb")),
+             qPrintable(stage.dialogs.messages().first()));
+    QVERIFY(stage.folder.has("rb-damaged.mdb"));
+    QVERIFY(!stage.folder.has("rb.mdb"));
+}
+
+void TestGuideScreens::aTipIsShownAndTheButtonsStep() {
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    putTips(stage.folder, "one\ntwo\n");
+    stage.screen->showScreen();
+    QCOMPARE(stage.screen->windowTitle(), "Connection Tips");
+    const QString first = stage.text("lblTipText");
+    stage.click("cmdNextTip");
+    const QString second = stage.text("lblTipText");
+    QVERIFY(first != second);
+    stage.click("Command1");
+    QCOMPARE(stage.text("lblTipText"), first);
+    QVERIFY(QStringList({"Tip 1:   \none\n>>>Next", "Tip 2:   \ntwo"}).contains(first));
+    QCOMPARE(stage.control<QPushButton>("cmdNextTip")->text(), "&Next Tip");
+    QCOMPARE(stage.control<QPushButton>("Command1")->text(), "&Previous Tip");
+    stage.click("cmdOK");
+    QVERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
+}
+
+void TestGuideScreens::pictureAndTextActAsNext() {
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    putTips(stage.folder, "one\ntwo\n");
+    stage.screen->showScreen();
+    for (const char* const control : {"Image1", "lblTipText"}) {
+        const QString before = stage.text("lblTipText");
+        stage.click(control);
+        QVERIFY2(stage.text("lblTipText") != before, control);
+    }
+}
+
+void TestGuideScreens::withoutAFileTheTipsSayHowToMakeIt() {
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    stage.screen->showScreen();
+    QVERIFY(
+        stage.text("lblTipText").startsWith(QLatin1String("That the TIPOFDAY.TXT file was not found? \n")));
+    stage.click("cmdNextTip");
+    QVERIFY(
+        stage.text("lblTipText").startsWith(QLatin1String("That the TIPOFDAY.TXT file was not found? \n")));
+}
+
+void TestGuideScreens::tipsSwitchedOffCloseWhatOpensByItself() {
+    {
+        Stage<frmTip> stage(frmTip::Opened::ByItself);
+        stage.screen->showScreen();
+        QVERIFY(stage.screen->isVisible()); // on, as long as nobody has chosen
+        QVERIFY(stage.control<QCheckBox>("chkLoadTipsAtStartup")->isChecked());
+    }
+    {
+        Stage<frmTip> stage(frmTip::Opened::ByItself);
+        showTipsAtStartup(0);
+        stage.screen->showScreen();
+        QVERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
+    }
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    showTipsAtStartup(0);
+    stage.screen->showScreen();
+    QVERIFY(stage.screen->isVisible());
+    QVERIFY(!stage.control<QCheckBox>("chkLoadTipsAtStartup")->isChecked());
+}
+
+void TestGuideScreens::theSettingIsSavedAtEachChange() {
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    stage.screen->showScreen();
+    QCOMPARE(tipsAtStartup(), -1);
+    stage.control<QCheckBox>("chkLoadTipsAtStartup")->click();
+    QCOMPARE(tipsAtStartup(), 0);
+    stage.control<QCheckBox>("chkLoadTipsAtStartup")->click();
+    QCOMPARE(tipsAtStartup(), 1);
+    QCOMPARE(stage.control<QCheckBox>("chkLoadTipsAtStartup")->text(), "&Show Tips at Startup");
+}
+
+void TestGuideScreens::theTipsOpenAtAnyOfThem() {
+    QSet<QString> seen;
+    for (int run = 0; run < 200 && seen.size() < 3; ++run) {
+        Stage<frmTip> stage(frmTip::Opened::ByUser);
+        putTips(stage.folder, "one\ntwo\nthree\n");
+        stage.screen->load();
+        seen += stage.screen->tipText();
+    }
+    QCOMPARE(seen.size(), 3);
+}
+
+void TestGuideScreens::theTipsStandBesideAWindowAndOnTheDisplay() {
+    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    stage.screen->showScreen();
+    const QRect display = stage.screen->screen()->availableGeometry();
+    const QRect small(display.left() + 10, display.top() + 20, 100, 100);
+    stage.screen->placeBeside(small);
+    QCOMPARE(stage.screen->pos(), QPoint(small.right() + 1, small.top()));
+    stage.screen->placeBeside(display.translated(300, 300));
+    QVERIFY(display.contains(stage.screen->frameGeometry()));
+}
+
+void TestGuideScreens::tipsThatComeByThemselvesTakeNoKeys() {
+    QVERIFY(Stage<frmTip>(frmTip::Opened::ByItself).screen->testAttribute(Qt::WA_ShowWithoutActivating));
+    QVERIFY(!Stage<frmTip>(frmTip::Opened::ByUser).screen->testAttribute(Qt::WA_ShowWithoutActivating));
+}
+
+void TestGuideScreens::theAboutBoxSaysWhatItIs() {
+    QCoreApplication::setApplicationVersion(QStringLiteral("7.8.9"));
+    Stage<frmAbout> stage;
+    stage.screen->showScreen();
+    QCOMPARE(stage.screen->windowTitle(), "About Benthor");
+    QCOMPARE(stage.text("lblTitle"), "Benthor");
+    QCOMPARE(stage.text("lblProductName"), "Benthor");
+    QCOMPARE(stage.text("lblVersion"), "Version 7.8.9");
+    QCOMPARE(stage.text("lblDescription"),
+             "This product provides interface applications for use with the Morvalien and KD product ranges");
+    QCOMPARE(stage.control<QPushButton>("cmdSysInfo")->text(), "&System Info...");
+    stage.click("cmdOK");
+    QVERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
+}
+
+void TestGuideScreens::theSystemsToolIsStarted() {
+    Stage<frmAbout> stage;
+    const OwnPath path;
+    path.install(QStringLiteral("hardinfo"),
+                 "#!/bin/sh\necho \"started $# \" > \"$(/usr/bin/dirname \"$0\")/told\"\n");
+    stage.screen->showScreen();
+    stage.click("cmdSysInfo");
+    QTRY_COMPARE(platform::readFile(path.path(QStringLiteral("told"))).value_or(""), "started 0 \n");
+    QCOMPARE(stage.dialogs.messages(), QStringList());
+}
+
+void TestGuideScreens::withoutAToolTheMessageIsShown() {
+    Stage<frmAbout> stage;
+    const OwnPath path;
+    stage.screen->showScreen();
+    stage.click("cmdSysInfo");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"System Information Is Unavailable At This Time"});
+}
+
+void TestGuideScreens::fixDatabaseAsksAndRestores() {
+    Stage<frmSplash> stage(true);
+    store::createStore(stage.folder.path("backup3.mdb"), QStringLiteral("Close"));
+    const QByteArray before = platform::readFile(stage.folder.path("rb.mdb")).value();
+    stage.dialogs.answer(true);
+    stage.dialogs.answerFile(stage.folder.path("backup3.mdb"));
+    stage.screen->showScreen();
+    QCOMPARE(stage.control<QPushButton>("Command1")->text(), "FIX DATABASE");
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.asked().size(), 2);
+    QCOMPARE(stage.dialogs.asked().at(0).text, restoreQuestion());
+    QCOMPARE(stage.dialogs.asked().at(0).title, "Restore backup database");
+    QCOMPARE(stage.dialogs.asked().at(1).kind, "open");
+    QCOMPARE(stage.dialogs.asked().at(1).filter, "*.mdb | *.mdb");
+    QVERIFY(platform::sameContents(stage.folder.path("rb.mdb"), stage.folder.path("backup3.mdb")));
+    QCOMPARE(platform::readFile(stage.folder.path("rb-replaced.mdb")).value(), before);
+    QVERIFY(!stage.control<QPushButton>("Command1")->isEnabled());
+    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
+}
+
+void TestGuideScreens::aRefusedQuestionChangesNothing() {
+    Stage<frmSplash> stage(true);
+    stage.dialogs.answer(false);
+    stage.screen->showScreen();
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.asked().size(), 1);
+    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
+    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
+    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
+}
+
+void TestGuideScreens::aCancelledFileChangesNothing() {
+    Stage<frmSplash> stage(true);
+    stage.dialogs.answer(true);
+    stage.screen->showScreen();
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.messages(), QStringList());
+    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
+    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
+    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
+}
+
+void TestGuideScreens::aFileThatIsNoStoreIsNamedAndNotTaken() {
+    Stage<frmSplash> stage(true);
+    const QByteArray before = platform::readFile(stage.folder.path("rb.mdb")).value();
+    QVERIFY(platform::writeFileWhole(stage.folder.path("letter.mdb"), "dear diver"));
+    stage.dialogs.answer(true);
+    stage.dialogs.answerFile(stage.folder.path("letter.mdb"));
+    stage.screen->showScreen();
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(stage.dialogs.messages().first().contains(stage.folder.path("letter.mdb")));
+    QCOMPARE(platform::readFile(stage.folder.path("rb.mdb")).value(), before);
+    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
+}
+
+void TestGuideScreens::aFileOfAnotherEndingIsNotTaken() {
+    Stage<frmSplash> stage(true);
+    store::createStore(stage.folder.path("backup.old"));
+    stage.dialogs.answer(true);
+    stage.dialogs.answerFile(stage.folder.path("backup.old"));
+    stage.screen->showScreen();
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.messages(), QStringList());
+    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
+    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
+}
+
+void TestGuideScreens::theTimerStandsWhileTheQuestionIsUpAndRunsOn() {
+    Stage<frmSplash> stage(true);
+    QSignalSpy handedOver(stage.screen.data(), &frmSplash::handedOver);
+    stage.screen->showScreen();
+    bool stood = false;
+    stage.dialogs.during([&] { stood = !stage.control<platform::TickTimer>("Timer1")->isEnabled(); });
+    stage.click("Command1");
+    QVERIFY(stood);
+    QCOMPARE(handedOver.count(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(handedOver.count(), 1, 5000);
+}
+
+void TestGuideScreens::aSecondCopyRestoresNothing() {
+    Stage<frmSplash> stage(false);
+    stage.screen->showScreen();
+    stage.click("Command1");
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(stage.dialogs.messages().first().contains(QLatin1String("Another copy")));
+    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
+}
+
+void TestGuideScreens::returnGoesOnAndDoesNotRepair() {
+    Stage<frmSplash> stage(true);
+    QSignalSpy handedOver(stage.screen.data(), &frmSplash::handedOver);
+    stage.screen->showScreen();
+    QVERIFY(!stage.control<QPushButton>("Command1")->hasFocus());
+    QTest::keyClick(stage.screen->focusWidget(), Qt::Key_Return);
+    QCOMPARE(handedOver.count(), 1);
+    QCOMPARE(stage.dialogs.asked().size(), 0);
+}
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+    look::apply(application);
+    TestGuideScreens test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_guidescreens.moc"

@@ -1,0 +1,447 @@
+#include "logbook/screens/picturetile.h"
+#include "logbook/screens/rbdetails.h"
+#include "platform/look/look.h"
+#include "platform/screen/screenslot.h"
+#include "tests/logbook/listworld.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+
+using namespace benthor;
+using namespace benthor::logbook;
+using namespace benthor::tests;
+
+namespace {
+
+/// A store with a dive, and the details over it. The dive may be changed before the first use of the screen.
+class DetailsWorld : public ListWorld {
+public:
+    DetailsWorld()
+        : slot([] { return new rbdetails; }) {
+        addDive(diveNumber(1));
+        process().currentdiveid = diveNumber(1);
+    }
+    ~DetailsWorld() { slot.unload(); }
+
+    rbdetails& screen() { return slot.get(); }
+    template <class T> T& on(const char* name) {
+        T* found = screen().findChild<T*>(QLatin1String(name));
+        if (found == nullptr) {
+            qFatal("rbdetails has no %s", name);
+        }
+        return *found;
+    }
+    void click(const char* name) { QTest::mouseClick(&on<QWidget>(name), Qt::LeftButton); }
+    QString label(const char* name) { return on<QLabel>(name).text(); }
+    static QString field(const char16_t* name) {
+        return process().database.openRecordset("SELECT * FROM main").value(name).text();
+    }
+    QStringList buddies() {
+        QStringList names;
+        for (int i = 0; i < on<QListWidget>("List1").count(); ++i) {
+            names += on<QListWidget>("List1").item(i)->text();
+        }
+        return names;
+    }
+    QString picture(const QString& name, const QSize& size, const QColor& colour = Qt::red) const {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(colour);
+        const QString path = folder.path(name);
+        if (!image.save(path)) {
+            qFatal("no picture %s", qPrintable(path));
+        }
+        return path;
+    }
+    PictureTile& tile(int index) {
+        return *qobject_cast<PictureTile*>(
+            on<QWidget>(qPrintable(QStringLiteral("Image1(%1)").arg(index))).parentWidget());
+    }
+
+    platform::ScreenSlot<rbdetails> slot;
+};
+
+} // namespace
+
+class TestRbdetails : public QObject {
+    Q_OBJECT
+
+private slots:
+    void controlsAreThereByName_data();
+    void controlsAreThereByName();
+    void theDiveIsShown();
+    void inFeetTheCaptionSaysSo();
+    void picksAreOfferedAndTheDivesOwnValueShows();
+    void aDiveThatIsNotThereCanNotBeEdited();
+
+    void saveWritesAndStays_data();
+    void saveWritesAndStays();
+    void everyWayOutAsksForTheDiveScreen_data();
+    void everyWayOutAsksForTheDiveScreen();
+    void theUnloadCapturesAndThenSaves();
+    void cancelAfterAddingABuddyStoresTheBuddy();
+    void aWindowThatIsClosedSaves();
+    void aSingleQuoteIsToldInOneLine();
+    void aSaveThatFailsOnTheWayOutIsAskedAbout();
+    void aSaveThatFailsIsToldAndTheScreenStays();
+
+    void buddiesAreAddedAndRemoved();
+    void aPictureIsChosenByTileOrHint_data();
+    void aPictureIsChosenByTileOrHint();
+    void aPictureOfTheDiveIsShownAgain();
+    void whatCannotBeReadLeavesTheHint();
+    void aCancelledPictureChangesNothing();
+    void aLargePhotoIsScaledAndDoesNotBlock();
+    void aPictureThatIsReplacedWhileItLoadsDoesNotComeBack();
+    void theScreenIsPrinted();
+};
+
+void TestRbdetails::controlsAreThereByName_data() {
+    QTest::addColumn<QString>("name");
+    for (const char* const name :
+         {"txtdiveid",   "txtDivedate", "txttimeup",   "txtduration", "txtmaxdepth",   "txtinterval",
+          "txtversion",  "txtotu",      "txtatmos",    "txtdusageh",  "Txtdiver",      "Cbodepartment",
+          "Cbosite",     "cbowhether",  "txtlocation", "txtsuit",     "txtdivenote",   "txtsitenote",
+          "txtcomments", "cbobuddy",    "List1",       "Image1(0)",   "Image1(1)",     "Image1(2)",
+          "Label5(0)",   "Label5(1)",   "Label5(2)",   "cmdSave",     "Picture2",      "Picture3",
+          "Picture4",    "Cmdcancel",   "cmdclose",    "cmdadd",      "cmdremove",     "FormPrint",
+          "mnuSave",     "mnuprint",    "mnuExit",     "mnubuddyadd", "mnubuddyremove"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void TestRbdetails::controlsAreThereByName() {
+    QFETCH(QString, name);
+    DetailsWorld world;
+    QCOMPARE(world.screen().findChildren<QObject*>(name).size(), 1);
+}
+
+void TestRbdetails::theDiveIsShown() {
+    DetailsWorld world;
+    process().database.execute("UPDATE main SET divenote = 'warm', Coments = 'fish', weather = 'Fog'");
+    process().database.execute("INSERT INTO buddylist VALUES ('D0000001', 'Bo'), ('D0000002', 'Eve')");
+    QCOMPARE(world.label("txtdiveid"), diveNumber(1));
+    QCOMPARE(world.label("txtDivedate"), "27/07/2017 09:50:02");
+    QCOMPARE(world.label("txttimeup"), "27/07/2017 10:31:09");
+    QCOMPARE(world.label("txtduration"), "41:7");
+    QCOMPARE(world.label("txtmaxdepth"), "22.300");
+    QCOMPARE(world.label("lbldepthunit"), "metres");
+    QCOMPARE(world.label("txtinterval"), "10");
+    QCOMPARE(world.label("txtversion"), "V3.12");
+    QCOMPARE(world.label("txtotu"), "148");
+    QCOMPARE(world.label("txtatmos"), "1013");
+    QCOMPARE(world.label("txtdusageh"), "270");
+    QCOMPARE(world.on<QLineEdit>("Txtdiver").text(), "KD00123");
+    QCOMPARE(world.on<QLineEdit>("txtlocation").text(), "Dive01.txt");
+    QCOMPARE(world.on<QComboBox>("Cbosite").currentText(), "Harbour mole");
+    QCOMPARE(world.on<QComboBox>("cbowhether").currentText(), "Fog");
+    QCOMPARE(world.on<QPlainTextEdit>("txtdivenote").toPlainText(), "warm");
+    QCOMPARE(world.on<QPlainTextEdit>("txtcomments").toPlainText(), "fish");
+    QCOMPARE(world.buddies(), QStringList{"Bo"});
+    QCOMPARE(world.label("Label5(0)"), "Click to load picture");
+}
+
+void TestRbdetails::inFeetTheCaptionSaysSo() {
+    DetailsWorld world;
+    process().depthunit = QStringLiteral("Feet");
+    QCOMPARE(world.label("txtmaxdepth"), "73.16"); // 73.162732
+    QCOMPARE(world.label("lbldepthunit"), "Feet");
+}
+
+void TestRbdetails::picksAreOfferedAndTheDivesOwnValueShows() {
+    DetailsWorld world;
+    process().database.execute("INSERT INTO site VALUES ('Reef'), ('Wreck')");
+    process().database.execute("INSERT INTO buddy VALUES ('Bo')");
+    auto& site = world.on<QComboBox>("Cbosite");
+    QCOMPARE(site.count(), 2);
+    QCOMPARE(site.itemText(1), "Wreck");
+    QCOMPARE(site.currentText(), "Harbour mole");
+    QCOMPARE(world.on<QComboBox>("cbobuddy").count(), 1);
+    QCOMPARE(world.on<QComboBox>("cbobuddy").currentText(), "");
+}
+
+void TestRbdetails::aDiveThatIsNotThereCanNotBeEdited() {
+    DetailsWorld world;
+    process().currentdiveid = QStringLiteral("D0000099");
+    QVERIFY(!world.on<QLineEdit>("Txtdiver").isEnabled());
+    world.slot.unload();
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM main"), 1);
+    QCOMPARE(world.dialogs.asked().size(), 0);
+}
+
+void TestRbdetails::saveWritesAndStays_data() {
+    QTest::addColumn<QString>("control");
+    for (const char* const name : {"cmdSave", "Picture2", "mnuSave"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void TestRbdetails::saveWritesAndStays() {
+    QFETCH(QString, control);
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QComboBox>("Cbosite").setEditText(QStringLiteral("Reef"));
+    world.on<QPlainTextEdit>("txtcomments").setPlainText(QStringLiteral("a\nb"));
+    if (auto* action = world.screen().findChild<QAction*>(control)) {
+        action->trigger();
+    } else {
+        world.click(qPrintable(control));
+    }
+    QCOMPARE(DetailsWorld::field(u"site"), "Reef");
+    QCOMPARE(DetailsWorld::field(u"Coments"), "a\r\nb");
+    QVERIFY(world.screen().isVisible());
+    QCOMPARE(world.on<QComboBox>("Cbosite").itemText(0), "Reef"); // offered from now on
+}
+
+void TestRbdetails::everyWayOutAsksForTheDiveScreen_data() {
+    QTest::addColumn<QString>("control");
+    for (const char* const name : {"Cmdcancel", "cmdclose", "Picture4", "mnuExit"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void TestRbdetails::everyWayOutAsksForTheDiveScreen() {
+    QFETCH(QString, control);
+    DetailsWorld world;
+    world.screen().showScreen();
+    QSignalSpy wanted(&world.screen(), &rbdetails::diveViewWanted);
+    if (auto* action = world.screen().findChild<QAction*>(control)) {
+        action->trigger();
+    } else {
+        world.click(qPrintable(control));
+    }
+    QCOMPARE(wanted.count(), 1);
+}
+
+void TestRbdetails::theUnloadCapturesAndThenSaves() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QLineEdit>("Txtdiver").setText(QStringLiteral("Anna"));
+    QStringList order;
+    connect(&world.screen(), &rbdetails::captureWanted, &world.screen(),
+            [&order] { order += QStringLiteral("capture, diver ") + DetailsWorld::field(u"UserName"); });
+    world.slot.unload();
+    order += QStringLiteral("diver ") + DetailsWorld::field(u"UserName");
+    QCOMPARE(order, QStringList({"capture, diver KD00123", "diver Anna"}));
+}
+
+void TestRbdetails::cancelAfterAddingABuddyStoresTheBuddy() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    connect(&world.screen(), &rbdetails::diveViewWanted, &world.screen(), [&world] { world.slot.unload(); });
+    world.on<QComboBox>("cbobuddy").setEditText(QStringLiteral("Bo"));
+    world.click("cmdadd");
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddylist"), 0);
+    world.click("Cmdcancel");
+    QCOMPARE(
+        ListWorld::count("SELECT COUNT(*) FROM buddylist WHERE diveid = 'D0000001' AND buddylist = 'Bo'"), 1);
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddy WHERE buddy = 'Bo'"), 1);
+}
+
+void TestRbdetails::aWindowThatIsClosedSaves() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QLineEdit>("txtlocation").setText(QStringLiteral("North wall"));
+    world.screen().close();
+    QVERIFY(!world.slot.isLoaded());
+    QCOMPARE(DetailsWorld::field(u"Location"), "North wall");
+}
+
+void TestRbdetails::aSingleQuoteIsToldInOneLine() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QComboBox>("Cbodepartment").setEditText(QStringLiteral("O'Hara's"));
+    world.on<QComboBox>("Cbosite").setEditText(QStringLiteral("Reef"));
+    world.click("cmdSave");
+    QCOMPARE(DetailsWorld::field(u"Department"), "O'Hara's");
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM department"), 0);
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM site"), 1);
+    QCOMPARE(world.dialogs.asked().size(), 0);
+    const QList<QLabel*> labels = world.screen().findChildren<QLabel*>();
+    QCOMPARE(std::count_if(labels.begin(), labels.end(),
+                           [](QLabel* label) { return label->text().contains(QLatin1String("O'Hara's")); }),
+             1);
+}
+
+void TestRbdetails::aSaveThatFailsOnTheWayOutIsAskedAbout() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QLineEdit>("Txtdiver").setText(QStringLiteral("Anna"));
+    process().database.execute("PRAGMA query_only = 1");
+    world.dialogs.answer(true);
+    world.dialogs.answer(true);
+    world.dialogs.during([] {});
+    world.dialogs.during([] { process().database.execute("PRAGMA query_only = 0"); });
+    world.slot.unload();
+    QCOMPARE(world.dialogs.asked().size(), 2);
+    QVERIFY(world.dialogs.asked().first().text.startsWith(
+        QLatin1String("The details of D0000001 cannot be stored.")));
+    QCOMPARE(DetailsWorld::field(u"UserName"), "Anna");
+}
+
+void TestRbdetails::aSaveThatFailsIsToldAndTheScreenStays() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    process().database.execute("PRAGMA query_only = 1");
+    world.click("cmdSave");
+    process().database.execute("PRAGMA query_only = 0");
+    QCOMPARE(world.dialogs.messages().size(), 1);
+    QVERIFY(world.dialogs.messages().first().startsWith(
+        QLatin1String("The details of D0000001 are not stored.")));
+    QVERIFY(world.screen().isVisible());
+}
+
+void TestRbdetails::buddiesAreAddedAndRemoved() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    auto& box = world.on<QComboBox>("cbobuddy");
+    world.click("cmdadd"); // an empty box adds nothing
+    for (const char* const name : {"Bo", "Cy", "Bo"}) {
+        box.setEditText(QLatin1String(name));
+        world.click("cmdadd");
+    }
+    box.setEditText(QStringLiteral("Dee"));
+    world.on<QAction>("mnubuddyadd").trigger();
+    QCOMPARE(world.buddies(), QStringList({"Bo", "Cy", "Bo", "Dee"}));
+    world.on<QListWidget>("List1").setCurrentRow(1);
+    world.click("cmdremove");
+    QCOMPARE(world.buddies(), QStringList({"Bo", "Bo", "Dee"}));
+    world.on<QListWidget>("List1").setCurrentRow(2);
+    world.on<QAction>("mnubuddyremove").trigger();
+    QCOMPARE(world.buddies(), QStringList({"Bo", "Bo"}));
+    world.on<QListWidget>("List1").setCurrentRow(-1);
+    world.click("cmdremove");
+    QCOMPARE(world.buddies(), QStringList({"Bo", "Bo"}));
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddylist"), 0);
+}
+
+void TestRbdetails::aPictureIsChosenByTileOrHint_data() {
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<int>("index");
+    QTest::newRow("picture 0") << QStringLiteral("Image1(0)") << 0;
+    QTest::newRow("hint 2") << QStringLiteral("Label5(2)") << 2;
+}
+
+void TestRbdetails::aPictureIsChosenByTileOrHint() {
+    QFETCH(QString, control);
+    QFETCH(int, index);
+    DetailsWorld world;
+    process().database.execute("UPDATE main SET sitenote = 'calm'");
+    const QString first = world.picture(QStringLiteral("first.png"), QSize(40, 30));
+    const QString second = world.picture(QStringLiteral("second.png"), QSize(40, 30), Qt::blue);
+    world.screen().showScreen();
+    QVERIFY(QTest::qWaitForWindowExposed(&world.screen()));
+    world.dialogs.answerFile(first);
+    auto& label = world.on<QWidget>(qPrintable(control));
+    QTest::mouseClick(&label, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(world.dialogs.asked().size(), 1);
+    QCOMPARE(world.dialogs.asked().first().title, "Open");
+    QCOMPARE(world.dialogs.asked().first().filter, "Text Files (*.jpg)|*.jpg|All Files (*.*)|*.*");
+    QTRY_VERIFY(world.tile(index).hasPicture());
+    const QString note = QStringLiteral("calm\nImageplz%1%2\n");
+    QCOMPARE(world.on<QPlainTextEdit>("txtsitenote").toPlainText(), note.arg(QString::number(index), first));
+    QVERIFY(world.on<QWidget>(qPrintable(QStringLiteral("Label5(%1)").arg(index))).isHidden());
+    world.dialogs.answerFile(second);
+    QTest::mouseClick(&world.on<QWidget>(qPrintable(QStringLiteral("Image1(%1)").arg(index))),
+                      Qt::LeftButton);
+    QCOMPARE(world.on<QPlainTextEdit>("txtsitenote").toPlainText(), note.arg(QString::number(index), second));
+}
+
+void TestRbdetails::aPictureOfTheDiveIsShownAgain() {
+    DetailsWorld world;
+    const QString path = world.picture(QStringLiteral("b.png"), QSize(40, 30));
+    process().database.execute(platform::sqlWith(
+        "UPDATE main SET sitenote = '", QStringLiteral("Imageplz1") + path + QStringLiteral("\r\n"), "'"));
+    world.screen().showScreen();
+    QTRY_VERIFY(world.tile(1).hasPicture());
+    QVERIFY(!world.tile(0).hasPicture());
+    QVERIFY(!world.on<QWidget>("Label5(0)").isHidden());
+    QVERIFY(!world.on<QLabel>("Image1(1)").pixmap(Qt::ReturnByValue).isNull());
+}
+
+void TestRbdetails::whatCannotBeReadLeavesTheHint() {
+    DetailsWorld world;
+    world.put(u"", QStringLiteral("letter.jpg"), "no picture");
+    process().database.execute(platform::sqlWith(
+        "UPDATE main SET sitenote = '",
+        QStringLiteral("Imageplz0/nowhere/a.jpg\r\nImageplz1%1\r\n").arg(world.folder.path(u"letter.jpg")),
+        "'"));
+    world.screen().showScreen();
+    for (int index = 0; index < 2; ++index) {
+        QTRY_VERIFY(!world.tile(index).isLoading());
+        QVERIFY(!world.tile(index).hasPicture());
+        QVERIFY(world.on<QWidget>(qPrintable(QStringLiteral("Label5(%1)").arg(index))).isVisible());
+    }
+    world.slot.unload();
+    QVERIFY(DetailsWorld::field(u"sitenote").startsWith(QLatin1String("Imageplz0/nowhere/a.jpg\r\n")));
+}
+
+void TestRbdetails::aCancelledPictureChangesNothing() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.click("Image1(0)");
+    QCOMPARE(world.on<QPlainTextEdit>("txtsitenote").toPlainText(), "");
+    QVERIFY(!world.tile(0).hasPicture());
+}
+
+/// While the photo loads the event loop goes on turning: it is read elsewhere.
+void TestRbdetails::aLargePhotoIsScaledAndDoesNotBlock() {
+    DetailsWorld world;
+    const QString path = world.picture(QStringLiteral("large.jpg"), QSize(8000, 6000));
+    world.screen().showScreen();
+    world.dialogs.answerFile(path);
+    world.click("Image1(0)");
+    QVERIFY(world.tile(0).isLoading());
+    int turns = 0;
+    while (world.tile(0).isLoading()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        ++turns;
+    }
+    QVERIFY(turns > 1);
+    QVERIFY(world.tile(0).hasPicture());
+    const QPixmap shown = world.on<QLabel>("Image1(0)").pixmap(Qt::ReturnByValue);
+    QVERIFY(shown.width() <= world.tile(0).width() && shown.height() <= world.tile(0).height());
+}
+
+void TestRbdetails::aPictureThatIsReplacedWhileItLoadsDoesNotComeBack() {
+    DetailsWorld world;
+    const QString large = world.picture(QStringLiteral("large.jpg"), QSize(6000, 4000), Qt::red);
+    const QString small = world.picture(QStringLiteral("small.png"), QSize(20, 20), Qt::blue);
+    world.screen().showScreen();
+    PictureTile& tile = world.tile(0);
+    tile.setPath(large);
+    tile.setPath(small);
+    QTRY_VERIFY(tile.hasPicture());
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+    const QImage shown = world.on<QLabel>("Image1(0)").pixmap(Qt::ReturnByValue).toImage();
+    QCOMPARE(shown.pixelColor(shown.rect().center()), QColor(Qt::blue));
+}
+
+void TestRbdetails::theScreenIsPrinted() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    for (const char* const name : {"FormPrint", "Picture3"}) {
+        const QString path = world.folder.path(QLatin1String(name) + QStringLiteral(".pdf"));
+        world.dialogs.answerPrinter(path);
+        world.click(name);
+        QVERIFY2(platform::readFile(path).value_or("").startsWith("%PDF"), name);
+    }
+    world.on<QAction>("mnuprint").trigger(); // cancelled
+    QCOMPARE(world.dialogs.asked().size(), 3);
+    QCOMPARE(world.dialogs.messages(), QStringList());
+}
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+    look::apply(application);
+    TestRbdetails test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_rbdetails.moc"
