@@ -22,8 +22,9 @@ int main(int argc, char** argv) {
     QDir::setCurrent(folder.root());
 
     shell::House house(link::serialLines());
-    QObject::connect(&house, &shell::House::ended, &application, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
+    // Not quit(): that would ask the windows first, and the end has been decided.
+    QObject::connect(
+        &house, &shell::House::ended, &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
     house.start();
     return QApplication::exec();
 }

@@ -1,6 +1,7 @@
 #include "guides/guide.h"
 #include "guides/systeminfo.h"
 #include "guides/tips.h"
+#include "guides/webarchive.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -116,6 +117,30 @@ private slots:
         QCOMPARE(tips.count(), 2);
         tips.clear();
         QCOMPARE(tips.count(), 0);
+    }
+
+    void anArchiveComesBackAsItWasPacked() {
+        const QList<ArchivePart> parts{
+            {"file:///benthor/manual/index.html", "text/html; charset=utf-8",
+             QByteArray("<img src=\"a.png\">\r\n------benthor-part------\r\n").repeated(20)},
+            {"file:///benthor/manual/a.png", "image/png", QByteArray("\0\xff\r\n\r\n--", 8)},
+            {"file:///benthor/manual/empty", "text/plain", ""}};
+        const QByteArray archive = packArchive("Benthor", parts);
+        QCOMPARE(unpackArchive(archive), parts);
+        QVERIFY(archive.startsWith("From: "));
+        QVERIFY(archive.contains(
+            "\r\nMIME-Version: 1.0\r\nContent-Type: multipart/related; type=\"text/html\"; "));
+        QVERIFY(archive.contains("\r\nContent-Location: file:///benthor/manual/a.png\r\n"));
+        for (const QByteArray& line : archive.split('\n')) {
+            QVERIFY(line.size() <= 120 && (line.isEmpty() || line.endsWith('\r')));
+        }
+    }
+
+    void whatIsNoArchiveHasNoParts() {
+        QCOMPARE(unpackArchive("").size(), 0);
+        QCOMPARE(unpackArchive("dear diver").size(), 0);
+        const QByteArray archive = packArchive("Benthor", {{"a", "b", "c"}});
+        QCOMPARE(unpackArchive(archive.first(archive.size() / 2)).size(), 0);
     }
 
     void theDesktopsToolIsFoundOnThePath() {

@@ -2,6 +2,8 @@
 #include "guides/screens/frmgets.h"
 #include "guides/screens/frmsplash.h"
 #include "guides/screens/frmtip.h"
+#include "guides/screens/manual.h"
+#include "guides/webarchive.h"
 #include "platform/look/look.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
@@ -10,11 +12,13 @@
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"
 
+#include <QBuffer>
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QTextBrowser>
 #include <QtTest>
 
 using namespace benthor;
@@ -82,6 +86,15 @@ public slots:
     void open(const QUrl& url) { opened += url; }
 };
 
+QTextBrowser* manualView() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == QLatin1String("manualview")) {
+            return qobject_cast<QTextBrowser*>(window);
+        }
+    }
+    return nullptr;
+}
+
 /// Only programs of the test's own are found while this lives.
 class OwnPath {
 public:
@@ -95,6 +108,7 @@ public:
 
     QString path(const QString& name) const { return folder_.filePath(name); }
     void install(const QString& name, const QByteArray& script) const {
+        QFile::remove(path(name));
         QFile file(path(name));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(script), script.size());
@@ -118,6 +132,8 @@ private slots:
     void option1OnlyRedraws();
     void finishOpensTheManualAndCloses();
     void aManualThatIsMissingIsTold();
+    void aDesktopThatOpensNoManualLeavesItToAWindowOfOurOwn();
+    void aManualThatIsNoneIsToldWhereNothingOpensIt();
     void theCheckIsStoredAtEachChange();
     void theStartRotatesTheBackups();
     void theMaintenanceRunsOnceInAProcess();
@@ -196,6 +212,7 @@ void TestGuideScreens::option1OnlyRedraws() {
 
 void TestGuideScreens::finishOpensTheManualAndCloses() {
     Stage<frmGetS> stage(true);
+    const OwnPath path;
     QVERIFY(platform::writeFileWhole(stage.folder.path("manualbenthor.mht"), "MIME-Version: 1.0"));
     Opener desktop;
     stage.screen->showScreen();
@@ -213,6 +230,52 @@ void TestGuideScreens::aManualThatIsMissingIsTold() {
     QCOMPARE(desktop.opened, QList<QUrl>());
     QCOMPARE(stage.dialogs.messages(),
              QStringList{"The manual can't be opened: " + stage.folder.path("manualbenthor.mht")});
+}
+
+void TestGuideScreens::aDesktopThatOpensNoManualLeavesItToAWindowOfOurOwn() {
+    const OwnPath path;
+    Stage<frmGetS> stage(true);
+    Opener desktop;
+    QImage picture(30, 20, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    QVERIFY(picture.save(&buffer, "PNG"));
+    QVERIFY(platform::writeFileWhole(stage.folder.path("manualbenthor.mht"),
+                                     packArchive("Benthor", {{"file:///m/index.html", "text/html",
+                                                              "<h1>Benthor</h1><p><img src=\"p/a.png\"></p>"},
+                                                             {"file:///m/p/a.png", "image/png", png}})));
+    path.install(QStringLiteral("xdg-mime"), "#!/bin/sh\necho viewer.desktop\n");
+    openManual(nullptr);
+    QCOMPARE(desktop.opened.size(), 1);
+    QVERIFY(manualView() == nullptr);
+
+    path.install(QStringLiteral("xdg-mime"), "#!/bin/sh\nexit 0\n");
+    openManual(nullptr);
+    QCOMPARE(desktop.opened.size(), 1);
+    QVERIFY(manualView() != nullptr && manualView()->isVisible());
+    QCOMPARE(manualView()->toPlainText().split(QLatin1Char('\n')).first(), "Benthor");
+    const QImage seen = manualView()->viewport()->grab().toImage();
+    bool red = false;
+    for (int y = 0; y < seen.height() && !red; ++y) {
+        for (int x = 0; x < seen.width() && !red; ++x) {
+            red = seen.pixelColor(x, y) == QColor(Qt::red);
+        }
+    }
+    QVERIFY(red);
+    manualView()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(manualView() == nullptr);
+}
+
+void TestGuideScreens::aManualThatIsNoneIsToldWhereNothingOpensIt() {
+    const OwnPath path;
+    Stage<frmGetS> stage(true);
+    QVERIFY(platform::writeFileWhole(stage.folder.path("manualbenthor.mht"), "dear diver"));
+    path.install(QStringLiteral("xdg-mime"), "#!/bin/sh\nexit 0\n");
+    openManual(nullptr);
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(manualView() == nullptr);
 }
 
 void TestGuideScreens::theCheckIsStoredAtEachChange() {

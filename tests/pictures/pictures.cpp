@@ -14,6 +14,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QDir>
 #include <QMouseEvent>
 #include <QSettings>
@@ -140,6 +141,10 @@ void diveScreen(Album& album, const QString& suffix) {
     check("gaslistCheck");
     grid->setRow(grid->rows() / 2);
     add("grid");
+    control<QAction>("rbinterface", "mnudiveinfo")->trigger();
+    album.add("rbdetails", QStringLiteral("rbdetails") + suffix, {{1024, 700}, {1180, 760}, {1920, 1080}});
+    control<QAction>("rbdetails", "mnuExit")->trigger();
+    settle();
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     settle();
 }
@@ -159,6 +164,10 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     settle();
 
     album.add("rbmain", QStringLiteral("rbmain"));
+    control<QAbstractButton>("rbmain", "Picture5(0)")->click();
+    control<QCheckBox>("rbmain", "Option1")->setChecked(true);
+    album.add("rbmain", QStringLiteral("rbmain-publish"));
+    control<QAbstractButton>("rbmain", "Picture5(0)")->click();
     diveScreen(album, QStringLiteral("-metres"));
     openDive(QStringLiteral("Cave1.txt"));
     check("Check6");

@@ -2,6 +2,7 @@
 
 #include "platform/grid/flexgrid.h"
 #include "platform/programfolder.h"
+#include "tests/tour/logbookroad.h"
 #include "tests/tour/lookup.h"
 
 #include <QAbstractButton>
@@ -167,6 +168,7 @@ void studyADive(Actor& actor, QWidget* list, const QString& name) {
     workTheChart(actor, dive);
     exportTheDive(actor, dive);
     captureTheScreen(actor, dive);
+    keepALog(actor, dive);
     inFeet(actor, dive);
 }
 

@@ -13,6 +13,7 @@
 #include "tests/tour/actor.h"
 #include "tests/tour/diveroad.h"
 #include "tests/tour/linkroad.h"
+#include "tests/tour/logbookroad.h"
 #include "tests/tour/lookup.h"
 
 #include <QAbstractButton>
@@ -33,7 +34,7 @@ using tour::TourError;
 
 namespace {
 
-constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps;
+constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps + tour::kLogbookSteps;
 
 void startAndImport(Actor& actor) {
     actor.step(QStringLiteral("The splash stands for a second and a half"));
@@ -100,8 +101,10 @@ void walk(Actor& actor, simulator::KdPort& device) {
     startAndImport(actor);
     QWidget* list = readTheList(actor);
     tour::studyADive(actor, list, QStringLiteral("Wreck2.txt"));
+    tour::publishADive(actor, actor.screen(QStringLiteral("rbmain")));
     tour::downloadDives(actor, device);
     otherScreens(actor);
+    tour::readTheGuides(actor);
     leave(actor);
 }
 
@@ -116,7 +119,8 @@ int main(int argc, char** argv) {
     }
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QString pictures = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
-    // The user's own window places stay out of it.
+    // The user's own mail program and window places stay out of it.
+    qputenv("PATH", "");
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, pictures + QLatin1String("/settings"));
     look::apply(application);
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
@@ -136,7 +140,9 @@ int main(int argc, char** argv) {
         } catch (const std::exception& error) {
             failure = QString::fromUtf8(error.what());
         }
-        QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+        // Not quit(): that asks the windows, and what stands open may say no.
+        QMetaObject::invokeMethod(
+            &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
     }));
     house.start();
     person->start();

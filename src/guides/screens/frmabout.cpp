@@ -59,6 +59,7 @@ frmAbout::frmAbout()
     card->foot()->addStretch(1);
     card->foot()->addWidget(cmdOK);
     setCentralWidget(card);
+    cmdOK->setFocus();
     setMinimumSize(480, 280);
 }
 

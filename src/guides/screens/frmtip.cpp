@@ -50,6 +50,7 @@ void frmTip::buildLayout() {
     lblTipText_->setWordWrap(true);
     lblTipText_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     lblTipText_->setHoverMark(false);
+    lblTipText_->setFocusPolicy(Qt::NoFocus); // the button beside does the same by key
     lblTipText_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     card->setPicture(Image1_);
     card->words()->addWidget(lblTipText_, 1);
@@ -79,6 +80,7 @@ void frmTip::buildLayout() {
     card->foot()->addSpacing(look::spaceSmall);
     card->foot()->addWidget(ok);
     setCentralWidget(card);
+    next->setFocus();
     setMinimumSize(520, 300);
 }
 

@@ -50,7 +50,7 @@ void GuideCard::setPicture(QLabel* picture) {
 }
 
 void GuideCard::showPicture(QLabel* label, const QString& file) {
-    const QImage picture(file.isEmpty() ? QString() : platform::ProgramFolder::current().path(file));
+    const QImage picture = file.isEmpty() ? QImage() : QImage(platform::ProgramFolder::current().path(file));
     if (picture.isNull()) {
         label->setPixmap(
             look::applicationIcon().pixmap(QSize(kSignSize, kSignSize), label->devicePixelRatio()));

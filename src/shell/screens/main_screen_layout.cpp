@@ -315,6 +315,7 @@ QWidget* MainScreen::buildTips() {
     tip_->setWordWrap(true);
     tip_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     tip_->setHoverMark(false);
+    tip_->setFocusPolicy(Qt::NoFocus);
     down->addSpacing(look::spaceSmall);
     down->addWidget(Image4_);
     down->addSpacing(look::spaceSmall);

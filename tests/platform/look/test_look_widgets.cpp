@@ -29,6 +29,7 @@ class TestLookWidgets : public QObject {
     Q_OBJECT
 
 private slots:
+    void aLongLabelWrapsToTheWidthItGets();
     void initTestCase();
     void aLabelIsClickedByAReleaseInside();
     void aLabelIsNotClickedByAReleaseOutside();
@@ -57,6 +58,32 @@ private slots:
     void aFoldOpensByMouseAndKeys();
     void aNoticeFollowsTheTheme();
 };
+
+void TestLookWidgets::aLongLabelWrapsToTheWidthItGets() {
+    ClickableLabel label(
+        QStringLiteral("a tip of many words that does not fit on a single line of its panel"));
+    const int oneLine = label.sizeHint().height();
+    QVERIFY(label.minimumSizeHint().width() > 200);
+    label.setWordWrap(true);
+    QVERIFY(label.minimumSizeHint().width() < 150);
+    QVERIFY(label.hasHeightForWidth());
+    QVERIFY(label.heightForWidth(150) > 2 * oneLine);
+    QCOMPARE(label.heightForWidth(5000), oneLine);
+    // What is painted reaches below the first line.
+    label.resize(150, label.heightForWidth(150));
+    const QImage picture = label.grab().toImage();
+    const auto inked = [&picture](int from, int to) {
+        for (int y = from; y < to; ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (qGray(picture.pixel(x, y)) < 120) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    QVERIFY(inked(picture.height() - oneLine, picture.height()));
+}
 
 void TestLookWidgets::initTestCase() {
     apply(*qApp);

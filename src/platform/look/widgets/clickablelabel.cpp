@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <limits>
+
 namespace benthor::look {
 
 namespace {
@@ -64,8 +66,22 @@ QSize ClickableLabel::sizeHint() const {
     return size + QSize(2 * padding, 2 * padding);
 }
 
+/// A text that is wrapped takes the width it gets, in words at least, and the height that follows from it.
 QSize ClickableLabel::minimumSizeHint() const {
-    return hasPicture() ? QLabel::minimumSizeHint() : sizeHint();
+    if (hasPicture()) {
+        return QLabel::minimumSizeHint();
+    }
+    return wordWrap() ? QSize(12 * fontMetrics().averageCharWidth(), fontMetrics().height() + 2 * padding)
+                      : sizeHint();
+}
+
+int ClickableLabel::heightForWidth(int width) const {
+    if (hasPicture() || !wordWrap()) {
+        return QLabel::heightForWidth(width);
+    }
+    const int indent = iconName_.isEmpty() ? 0 : scaled(iconSize_) + gapBehindIcon;
+    const QRect room(0, 0, width - 2 * padding - indent, std::numeric_limits<int>::max() / 2);
+    return fontMetrics().boundingRect(room, Qt::TextWordWrap, text()).height() + 2 * padding;
 }
 
 bool ClickableLabel::event(QEvent* event) {
@@ -131,8 +147,8 @@ void ClickableLabel::paintEvent(QPaintEvent* event) {
     if (!text().isEmpty()) {
         painter.setPen(ink);
         const auto side = QStyle::visualAlignment(layoutDirection(), alignment());
-        painter.drawText(QStyle::visualRect(layoutDirection(), contentsRect(), room), static_cast<int>(side),
-                         text());
+        const int flags = static_cast<int>(side) | (wordWrap() ? static_cast<int>(Qt::TextWordWrap) : 0);
+        painter.drawText(QStyle::visualRect(layoutDirection(), contentsRect(), room), flags, text());
     }
 }
 
