@@ -183,4 +183,14 @@ void Actor::picture(QWidget* screen, const QString& name) {
     }
 }
 
+void Actor::pictureOfAll() const {
+    look([&] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible()) {
+                window->grab().save(QStringLiteral("%1/failed-%2.png").arg(folder_, window->objectName()));
+            }
+        }
+    });
+}
+
 } // namespace benthor::tour

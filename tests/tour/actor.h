@@ -65,6 +65,9 @@ public:
     void picture(QWidget* screen, const QString& name);
     int pictures() const { return pictures_; }
 
+    /// Every window that stands open, as "failed-<screen>.png": where the road ended early.
+    void pictureOfAll() const;
+
 private:
     void act(QWidget* control, QPoint at, const std::function<void(QPoint)>& deed) const;
 

@@ -139,6 +139,7 @@ int main(int argc, char** argv) {
             actor.waitFor(QStringLiteral("the program's end"), [&] { return ended; });
         } catch (const std::exception& error) {
             failure = QString::fromUtf8(error.what());
+            actor.pictureOfAll();
         }
         // Not quit(): that asks the windows, and what stands open may say no.
         QMetaObject::invokeMethod(

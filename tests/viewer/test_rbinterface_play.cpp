@@ -58,6 +58,43 @@ class TestRbinterfacePlay : public QObject {
     Q_OBJECT
 
 private slots:
+    void playingMovesNoButton_data() {
+        QTest::addColumn<int>("width");
+        for (int width = 1024; width <= 1920; width += 64) {
+            QTest::addRow("%d wide", width) << width;
+        }
+    }
+    /// Whoever reaches for a button while the dive begins to play finds it where it was.
+    void playingMovesNoButton() {
+        QFETCH(int, width);
+        DiveScreen world;
+        world.put(steadyDive(200));
+        rbinterface& screen = world.show();
+        screen.resize(width, 768);
+        const auto places = [&screen] {
+            QList<QRect> rects;
+            for (int turn = 0; turn < 5; ++turn) {
+                QCoreApplication::processEvents();
+            }
+            for (const char* const name :
+                 {"PlayDive", "StopPlayDive", "AlarmNext", "MarkNext", "Command2(0)", "Picture6"}) {
+                auto& widget = control<QWidget>(screen, name);
+                rects += widget.isVisible() ? QRect(widget.mapTo(&screen, QPoint()), widget.size()) : QRect();
+            }
+            return rects;
+        };
+        const QList<QRect> before = places();
+        control<QAbstractButton>(screen, "PlayDive").click();
+        control<platform::TickTimer>(screen, "Timer3").expire();
+        QVERIFY(control<QWidget>(screen, "Picture10").isVisible());
+        QCOMPARE(places(), before);
+        QCOMPARE(places(), before); // it stays so
+        control<QAbstractButton>(screen, "StopPlayDive").click();
+        QCOMPARE(places(), before);
+        // Nothing is wider than it needs to be: the bar has its room between the two groups.
+        QVERIFY(before.first().width() < 60);
+    }
+
     void playingStepsOnceASecondUntilItIsStopped() {
         const Stage stage;
         QVERIFY(!stage.timer().isEnabled());

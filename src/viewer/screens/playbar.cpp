@@ -44,12 +44,16 @@ PlayBar::PlayBar(QWidget* parent)
     MarkNext->setKind(CommandButton::Kind::Small);
     auto* playing = new look::ClickableLabel;
     playing->setIconName(QStringLiteral("play"), 16);
-    playing->setText(QStringLiteral("playing"));
+    playing->setAccessibleName(QStringLiteral("playing"));
     playing->setInk(look::Ink::Accent);
     playing->setFocusPolicy(Qt::NoFocus);
     playing->setAttribute(Qt::WA_TransparentForMouseEvents);
     Picture10 = playing;
     Picture10->setObjectName(QStringLiteral("Picture10"));
+    // It keeps its place, so that nothing moves from under the pointer when the dive begins to play.
+    QSizePolicy keepsItsPlace = Picture10->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    Picture10->setSizePolicy(keepsItsPlace);
     Picture10->hide();
     row->addWidget(Picture10);
     showSpeed(1);
@@ -88,16 +92,12 @@ void PlayBar::setCompact(bool compact) {
     AlarmNext->setKind(kind);
     MarkNext->setKind(kind);
     layout()->setSpacing(compact ? kCompactSpacing : kSpacing);
-    Picture10->setText(compact ? QString() : QStringLiteral("playing"));
 }
 
 int PlayBar::neededWidth(bool compact) const {
     int width = -(compact ? kCompactSpacing : kSpacing);
     for (int at = 0; at < layout()->count(); ++at) {
         const QWidget* widget = layout()->itemAt(at)->widget();
-        if (widget->isHidden()) {
-            continue;
-        }
         int own = widget->sizeHint().width();
         if (widget == AlarmNext || widget == MarkNext) {
             own = static_cast<const CommandButton*>(widget)->widthAs(compact ? CommandButton::Kind::Icon
