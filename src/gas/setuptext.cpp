@@ -1,0 +1,460 @@
+#include "gas/setuptext.h"
+
+#include "gas/gascalc.h"
+#include "platform/textformat.h"
+#include "shell/process.h"
+
+#include <cmath>
+
+namespace benthor::gas {
+
+namespace {
+
+using platform::formatNumber;
+
+constexpr int kReadCharacters = 222;  ///< of a file: as far as the Y
+constexpr int kStartCharacters = 225; ///< of a start: as far as the Z
+constexpr int kStartBytes = 20000;
+constexpr int kShortReply = 101;
+constexpr int kRowWidth = 16;
+
+/// A field that is no number, or no value of what it stands for.
+struct BadField {};
+
+QString flag(bool on) {
+    return on ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+/// A text by a pattern; one that is no number stays as it is.
+QString formatted(const QString& text, QStringView pattern) {
+    const auto number = cellnumber(text);
+    return number ? formatNumber(*number, pattern) : text;
+}
+
+QString secondsSinceStart(const QDateTime& now) {
+    const QDateTime start(QDate(1991, 12, 31), QTime(0, 0, 1), now.timeSpec());
+    return formatNumber(static_cast<double>(start.secsTo(now)), u"0000000000");
+}
+
+/// `length` characters from position `at`, counted from 1.
+QString part(const QString& text, int at, int length) {
+    return text.mid(at - 1, length);
+}
+
+long long wholeAt(const QString& text, int at, int length) {
+    const auto whole = cellwhole(part(text, at, length));
+    if (!whole) {
+        throw BadField{};
+    }
+    return *whole;
+}
+
+long long wholeOf(const QString& value) {
+    const auto whole = cellwhole(value);
+    if (!whole) {
+        throw BadField{};
+    }
+    return *whole;
+}
+
+int indexOf(double value, int items) {
+    const double index = platform::roundToEven(value);
+    if (index < 0 || index >= items) {
+        throw BadField{};
+    }
+    return static_cast<int>(index);
+}
+
+bool flagOf(const QString& value) {
+    const long long whole = wholeOf(value);
+    if (whole != 0 && whole != 1) {
+        throw BadField{};
+    }
+    return whole == 1;
+}
+
+void takeField(GasPlan& plan, char16_t letter, const QString& value) {
+    Settings& settings = plan.settings;
+    switch (letter) {
+    case u'L':
+        plan.start = indexOf(static_cast<double>(wholeOf(value)), kGases);
+        break;
+    case u'M':
+        settings.backlight = indexOf(static_cast<double>(wholeOf(value)), 5);
+        break;
+    case u'N':
+        settings.laststop = indexOf(static_cast<double>(wholeOf(value)), 3);
+        break;
+    case u'O':
+        settings.hudhi = flagOf(value);
+        break;
+    case u'P':
+        settings.sptext = formatNumber(static_cast<double>(wholeOf(value)) / 100, u"0.00");
+        break;
+    case u'Q':
+        settings.silent = flagOf(value);
+        break;
+    case u'R':
+        settings.biggraphics = flagOf(value);
+        break;
+    case u'S':
+        process().depthunit = value == QLatin1String("1") ? QStringLiteral("metre") : QStringLiteral("Feet");
+        break;
+    case u'T':
+        settings.cns = indexOf(static_cast<double>(wholeOf(value) - 80) / 10, 7);
+        break;
+    case u'U':
+        settings.safety = indexOf(static_cast<double>(wholeOf(value) - 4) / 20, 6);
+        break;
+    case u'V':
+        settings.ScreenSaveText = QString::number(wholeOf(value));
+        break;
+    case u'W':
+        settings.HomeText = QString::number(wholeOf(value));
+        break;
+    case u'X':
+        settings.closed = flagOf(value);
+        break;
+    default: // the stamp is read apart, and the second closed circuit has no reader
+        break;
+    }
+}
+
+/// One gas of a text; `depth` makes the cell's text from the number in its depth field.
+template <typename Depth>
+void takeRow(GasPlan& plan, int row, const QString& text, const Say& say, Depth depth) {
+    const int at = kRowWidth * row;
+    const long long helium = wholeAt(text, at + 6, 3);
+    const long long nitrogen = wholeAt(text, at + 2, 3);
+    GasRow& gas = plan.rows[static_cast<size_t>(row)];
+    setO2(plan, row, QString::number(100 - helium - nitrogen), say);
+    setHe(plan, row, QString::number(helium), say);
+    gas.HeColour = helium > 0 ? kLightYellow : kLightCyan;
+    setMOD(plan, row, depth(wholeAt(text, at + 10, 4)));
+    gas.active = part(text, at + 15, 1) == QLatin1String("1");
+}
+
+/// The characters from the first "A" on, as many as `most`; two blanks in a row empty what is held, and the
+/// count runs on.
+struct Held {
+    QString text;
+    bool byCount = false; ///< it ended by the count, not with the bytes
+    char last = 0;
+};
+Held hold(const QByteArray& bytes, int most) {
+    Held held;
+    int count = 0;
+    for (const char byte : bytes) {
+        if (byte == 'A') {
+            count = 1;
+        }
+        if (count < 1) {
+            continue;
+        }
+        held.text += QLatin1Char(byte);
+        if (held.text.endsWith(QLatin1String("  "))) {
+            held.text.clear();
+        }
+        held.last = byte;
+        if (++count > most) {
+            held.byCount = true;
+            break;
+        }
+    }
+    return held;
+}
+
+QString startOf(const QByteArray& bytes, bool alwaysEnded) {
+    if (bytes.isNull()) {
+        return {};
+    }
+    const Held held = hold(bytes.first(std::min<qsizetype>(bytes.size(), kStartBytes)), kStartCharacters);
+    const bool ended = alwaysEnded || (held.byCount && held.last == 'Z');
+    return ended ? held.text + kEscape : held.text;
+}
+
+QString fieldIn(const QString& text, const Tag& tag) {
+    const qsizetype at = text.indexOf(QChar(tag.letter), 0, Qt::CaseInsensitive);
+    return at < 0 ? QString() : text.mid(at + 1, tag.width);
+}
+
+QString onOff(const QString& value) {
+    return value == QLatin1String("1") ? QStringLiteral("on") : QStringLiteral("off");
+}
+
+QString itemOf(const QString& value, const QStringList& items) {
+    bool good = false;
+    const int index = value.toInt(&good);
+    return good && index >= 0 && index < items.size() ? items.at(index) : value;
+}
+
+/// A field's value in the words of its control.
+QString inWords(char16_t letter, const QString& value) {
+    switch (letter) {
+    case u'L':
+        return value == QLatin1String("0") ? QStringLiteral("Air") : QStringLiteral("Gas ") + value;
+    case u'M':
+        return itemOf(value, {QStringLiteral("Off"), QStringLiteral("DTimed"), QStringLiteral("Timed"),
+                              QStringLiteral("On"), QStringLiteral("DOn")});
+    case u'N':
+        return itemOf(
+            value, {QStringLiteral("3m / 10ft"), QStringLiteral("6m / 20ft"), QStringLiteral("4.5m / 15ft")});
+    case u'P':
+        return formatNumber(value.toDouble() / 100, u"0.00") + QStringLiteral(" bar");
+    case u'S':
+        return value == QLatin1String("1") ? QStringLiteral("metres") : QStringLiteral("feet");
+    case u'T':
+        return QString::number(value.toInt()) + QLatin1Char('%');
+    case u'U':
+        return QStringLiteral("%1%").arg((value.toInt() - 4) / 2);
+    case u'V':
+    case u'W':
+        return QStringLiteral("%1 s").arg(value.toInt());
+    default:
+        return onOff(value);
+    }
+}
+
+QString gasInWords(const QString& block) {
+    const int nitrogen = part(block, 2, 3).toInt();
+    const int helium = part(block, 6, 3).toInt();
+    return QStringLiteral("%1/%2, %3 m, %4")
+        .arg(QString::number(100 - nitrogen - helium), QString::number(helium),
+             generaltext(part(block, 10, 4).toInt() / 10.0),
+             part(block, 15, 1) == QLatin1String("1") ? QStringLiteral("active")
+                                                      : QStringLiteral("not active"));
+}
+
+} // namespace
+
+QString stocktext() {
+    return QString(14, QLatin1Char(' ')) +
+           QStringLiteral("A079 000 0400 0 B079 000 0400 1 C079 000 0400 0 D079 000 0400 0 E079 000 0400 0 "
+                          "F079 000 0400 1 G079 000 0400 0 H079 000 0400 0 I079 000 0400 0 J079 000 0400 0 "
+                          "K0150051510 L1 M3 N2 O1 P130 Q0 R0 S1 T080 U004 V030 W000 X1 Y") +
+           kEscape;
+}
+
+std::optional<QString> fieldvalue(const GasPlan& plan, size_t tag, const QDateTime& now) {
+    const Settings& settings = plan.settings;
+    switch (kTags[tag].letter) {
+    case u'K':
+        return secondsSinceStart(now);
+    case u'L':
+        return QString::number(settings.divegas);
+    case u'M':
+        return QString::number(settings.backlight);
+    case u'N':
+        return QString::number(settings.laststop);
+    case u'O':
+        return flag(settings.hudhi);
+    case u'P': {
+        const auto setpoint = cellnumber(settings.sptext);
+        return setpoint ? std::optional(formatNumber(*setpoint * 100, u"000")) : std::nullopt;
+    }
+    case u'Q':
+        return flag(settings.silent);
+    case u'R':
+        return flag(settings.biggraphics);
+    case u'S':
+        return process().depthunit == QLatin1String("metre") ? QStringLiteral("1") : QStringLiteral("3");
+    case u'T':
+        return formatNumber(settings.cns * 10 + 80, u"000");
+    case u'U':
+        return formatNumber((settings.safety / 50.0 + 0.004) * 1000, u"000");
+    case u'V':
+        return formatted(settings.ScreenSaveText, u"000");
+    case u'W':
+        return formatted(settings.HomeText, u"000");
+    default: // X and Y
+        return flag(settings.closed);
+    }
+}
+
+void patchsettings(GasPlan& plan, const QDateTime& now) {
+    for (size_t tag = 0; tag < kTags.size(); ++tag) {
+        const std::optional<QString> value = fieldvalue(plan, tag, now);
+        const int width = kTags[tag].width;
+        if (!value || value->size() > width) {
+            continue;
+        }
+        const qsizetype at = plan.Text7.indexOf(QChar(kTags[tag].letter), 0, Qt::CaseInsensitive);
+        if (at >= 0) {
+            const QString field = QChar(kTags[tag].letter) + *value;
+            const qsizetype room = std::min<qsizetype>(width + 1, plan.Text7.size() - at);
+            const qsizetype length = std::min<qsizetype>(room, field.size());
+            plan.Text7.replace(at, length, field.first(length));
+        }
+    }
+    if (!plan.gasblock.isEmpty()) {
+        plan.Text7.replace(0, std::min<qsizetype>(kGasBlock, plan.Text7.size()), plan.gasblock);
+    }
+}
+
+HeldText readsetup(const QByteArray& bytes) {
+    const Held held = hold(bytes, kReadCharacters);
+    HeldText result{held.text, {}};
+    if (held.byCount) {
+        if (held.last == 'Y') {
+            result.text += QLatin1String("1 Z") + QString(kEscape);
+        } else {
+            result.messages += QStringLiteral("Bad File. Choose new file!");
+        }
+    }
+    result.text += kEscape;
+    if (result.text.size() != kSetupText + 1) {
+        result.messages += QStringLiteral("Bad file. Choose new file.");
+    }
+    return result;
+}
+
+bool taketext(GasPlan& plan, const QString& text, const Say& say) {
+    try {
+        for (int row = 0; row < kGases; ++row) {
+            takeRow(plan, row, text, say,
+                    [](long long depth) { return generaltext(static_cast<double>(depth) / 10.0); });
+        }
+        plan.Label14 = static_cast<double>(wholeAt(text, 162, 10));
+        for (const Tag& tag : kTags) {
+            const QString value = fieldIn(text, tag);
+            if (!value.isNull()) {
+                takeField(plan, tag.letter, value);
+            }
+        }
+        return true;
+    } catch (const BadField&) {
+        return false;
+    }
+}
+
+void gas_openupdate(GasPlan& plan, const Say& say) {
+    plan.Text6 = process().uploadtext;
+    if (plan.Text6.size() < kUsableText) {
+        return;
+    }
+    try {
+        for (int row = 0; row < kGases; ++row) {
+            takeRow(plan, row, plan.Text6, say, [&plan](long long depth) {
+                return generaltext(platform::roundToEven(static_cast<double>(depth) / plan.depthperbar));
+            });
+            GasRow& gas = plan.rows[static_cast<size_t>(row)];
+            gas.cellsEnabled = gas.active;
+            showgasrow(plan, row);
+        }
+    } catch (const BadField&) {
+        // the rows already taken stay
+    }
+}
+
+QString starttext(const QByteArray& last, const QByteArray& stock) {
+    const QString text = startOf(last, false);
+    return text.size() == kSetupText ? text : startOf(stock, true);
+}
+
+QByteArray receivedfile(const QString& received) {
+    return received.size() >= kShortReply ? received.toLatin1() + "\r\n"
+                                          : stocktext().toLatin1() + "\r\n\r\n";
+}
+
+QByteArray savedfile(const QString& text) {
+    return text.toLatin1() + "\r\n";
+}
+
+QStringList sendguards(const QString& uploadtext) {
+    const QString bad = QStringLiteral("Bad data - probably caused by incompatible language version!\r\n");
+    if (uploadtext.contains(QLatin1Char(','))) {
+        return {bad + QStringLiteral("No data updated!,,")};
+    }
+    if (uploadtext.contains(QLatin1Char('.'))) {
+        return {bad + QStringLiteral("No data updated!..")};
+    }
+    if (uploadtext.indexOf(QLatin1Char('Y')) != kPositionOfY - 1) {
+        return {bad + QStringLiteral("No data updated! %1").arg(uploadtext.size()), uploadtext};
+    }
+    return {};
+}
+
+QString devicetype(const QByteArray& received, const QString& before) {
+    struct Word {
+        const char* word;
+        const char* type;
+    };
+    static constexpr std::array<Word, 5> kWords{
+        {{"KD3", "KD3"}, {"KDX", "KDX"}, {"2010", "KDX"}, {"HALV", "HALV"}, {"TRAX", "TRAX"}}};
+    QString type = before;
+    for (const Word& word : kWords) {
+        if (received.contains(word.word)) {
+            type = QLatin1String(word.type);
+        }
+    }
+    return type;
+}
+
+QString typecaption(const QString& producttype) {
+    struct Caption {
+        const char* type;
+        const char* caption;
+    };
+    static constexpr std::array<Caption, 8> kCaptions{{{"HALV", "Halverin"},
+                                                       {"TRAX", "Trax Gas Mode"},
+                                                       {"MORVA", "Morvalien"},
+                                                       {"RT22", "RT22"},
+                                                       {"KD3", "KD"},
+                                                       {"KDX", "KDx"},
+                                                       {"UNKNOWN", "Unkown"},
+                                                       {"OTHER", "Type"}}};
+    for (const Caption& caption : kCaptions) {
+        if (producttype == QLatin1String(caption.type)) {
+            return QLatin1String(caption.caption);
+        }
+    }
+    return {};
+}
+
+QList<SetupChange> setupchanges(const QString& device, const QString& text) {
+    const bool read = device.size() >= kPositionOfY;
+    QList<SetupChange> changes;
+    for (int row = 0; row < kGases; ++row) {
+        const QString before = read ? part(device, kRowWidth * row + 1, kRowWidth) : QString();
+        const QString after = part(text, kRowWidth * row + 1, kRowWidth);
+        if (before != after) {
+            changes +=
+                {QStringLiteral("Gas %1").arg(row), read ? gasInWords(before) : QString(), gasInWords(after)};
+        }
+    }
+    const QString settingsBefore = device.mid(kGasBlock);
+    const QString settingsAfter = text.mid(kGasBlock);
+    for (const Tag& tag : kTags) {
+        if (tag.letter == u'K' || tag.letter == u'Y') {
+            continue; // the moment of sending; and what has no reader
+        }
+        const QString before = read ? fieldIn(settingsBefore, tag) : QString();
+        const QString after = fieldIn(settingsAfter, tag);
+        if (before != after) {
+            changes +=
+                {QLatin1String(tag.setting), before.isEmpty() ? QString() : inWords(tag.letter, before),
+                 inWords(tag.letter, after)};
+        }
+    }
+    return changes;
+}
+
+QStringList setupwarnings(const GasPlan& plan) {
+    QStringList warnings;
+    for (const GasRow& gas : plan.rows) {
+        const double oxygen = cellnumber(gas.O2).value_or(-1);
+        const double helium = cellnumber(gas.He).value_or(-1);
+        if (oxygen < 0 || helium < 0 || !cellnumber(gas.MOD)) {
+            warnings += QStringLiteral("%1 has a cell that is no number").arg(gas.name);
+        } else if (oxygen + helium > 100) {
+            warnings += QStringLiteral("%1 has more than 100 per cent").arg(gas.name);
+        } else if (gas.active && oxygen == 0) {
+            warnings += QStringLiteral("%1 is active and has no oxygen").arg(gas.name);
+        } else if (gas.active && gas.pressureColour == platform::kToldRed) {
+            warnings += QStringLiteral("%1 is active beyond a PPO2 of 2.0 bar at its MOD").arg(gas.name);
+        }
+    }
+    return warnings;
+}
+
+} // namespace benthor::gas

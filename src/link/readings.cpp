@@ -1,0 +1,145 @@
+#include "link/readings.h"
+
+#include "platform/textformat.h"
+
+#include <vector>
+
+namespace benthor::link {
+
+namespace {
+
+using platform::formatNumber;
+
+constexpr int kMostSeparators = 25;
+constexpr double kMetresPerCount = 0.09375;
+constexpr double kFeetPerMetre = 3.28084;
+constexpr double kPsiPerBar = 14.7;
+constexpr qsizetype kDigits = 4;
+constexpr qsizetype kShownAlarm = 3;
+
+std::vector<QString> fieldsOf(const QByteArray& text) {
+    std::vector<QString> fields(1);
+    for (const char letter : text) {
+        if (letter != ',') {
+            fields.back() += QLatin1Char(letter);
+        } else if (fields.size() == kMostSeparators) {
+            break;
+        } else {
+            fields.emplace_back();
+        }
+    }
+    return fields;
+}
+
+QString cleaned(QString text) {
+    for (const char letter : {'\r', '\n', '\t', ' '}) {
+        text.remove(QLatin1Char(letter));
+    }
+    return text;
+}
+
+/// The number behind a field's lead letter; nothing where it leads with another one or is no number.
+std::optional<double> behind(const QString& field, char letter) {
+    if (!field.startsWith(QLatin1Char(letter)) || !platform::isNumeric(field.mid(1))) {
+        return std::nullopt;
+    }
+    return platform::leadingNumber(field.mid(1));
+}
+
+bool isFourDigits(const QString& field) {
+    return field.size() == kDigits && platform::isNumeric(field);
+}
+
+} // namespace
+
+bool holdsanswer(const QByteArray& text) {
+    return text.contains("R0000") && text.contains('J');
+}
+
+bool holdsunasked(const QByteArray& text) {
+    return text.contains("R-001") && text.contains('J');
+}
+
+Readings parsereadings(const QByteArray& text) {
+    const std::vector<QString> fields = fieldsOf(text);
+    Readings readings;
+    const auto put = [&readings](size_t label, const QString& value) { readings.texts[label] = value; };
+    const auto has = [&fields](size_t field) { return field < fields.size(); };
+    const auto hundredth = [&](size_t field, char letter, size_t label) {
+        if (has(field)) {
+            if (const auto value = behind(fields[field], letter)) {
+                put(label, formatNumber(*value / 100, u"0.00"));
+            }
+        }
+    };
+    const auto pressure = [&](size_t field, char letter, size_t label) {
+        if (has(field)) {
+            if (const auto value = behind(fields[field], letter)) {
+                put(label, formatNumber(*value, u"0"));
+                put(label + 1, formatNumber(*value * kPsiPerBar, u"0"));
+            }
+        }
+    };
+    if (has(1)) {
+        QString metres;
+        QString feet;
+        if (isFourDigits(fields[1])) {
+            metres = formatNumber(platform::leadingNumber(fields[1]) * kMetresPerCount, u"0.00");
+            feet = formatNumber(platform::leadingNumber(metres) * kFeetPerMetre, u"0.0");
+        }
+        put(0, metres);
+        put(1, feet);
+    }
+    if (has(2)) {
+        put(2, cleaned(fields[2]));
+    }
+    if (has(3)) {
+        put(3, isFourDigits(fields[3]) ? formatNumber(platform::leadingNumber(fields[3]) / 100, u"0.00")
+                                       : cleaned(fields[2]));
+    }
+    if (has(4) && fields[4].startsWith(QLatin1Char('M'))) {
+        const bool keeps = fields[4].size() == kDigits + 1 && fields[4].endsWith(QLatin1Char('1'));
+        if (!keeps) {
+            put(4, QStringLiteral("0"));
+        }
+    }
+    if (has(5) && !fields[5].isEmpty() && platform::isNumeric(fields[5].mid(1))) {
+        const double celsius = platform::leadingNumber(fields[5].mid(1));
+        put(5, formatNumber(celsius, u"0000"));
+        put(6, formatNumber(celsius * 9 / 5 + 32, u"0.00"));
+    }
+    if (has(6)) {
+        if (const auto value = behind(fields[6], 'A')) {
+            put(7, formatNumber(*value / 10, u"0.00"));
+            put(8, formatNumber(*value / 10 * kFeetPerMetre, u"0.00"));
+        }
+    }
+    hundredth(7, 'B', 9);
+    hundredth(8, 'C', 10);
+    pressure(9, 'D', 11);
+    pressure(10, 'E', 13);
+    hundredth(11, 'F', 15);
+    hundredth(12, 'G', 16);
+    hundredth(13, 'H', 17);
+    hundredth(14, 'I', 18);
+    if (has(15)) {
+        if (const auto value = behind(fields[15], 'J')) {
+            put(19, formatNumber(*value, u"0"));
+            put(20, formatNumber(*value * kFeetPerMetre, u"0"));
+        }
+    }
+    constexpr size_t firstText = 16;
+    for (size_t field = firstText; has(field); ++field) {
+        const size_t label = field + Readings::firstAlarm - firstText;
+        put(label, fields[field]);
+        readings.visible[label] = fields[field].size() >= kShownAlarm;
+    }
+    const size_t behindLast =
+        std::max<size_t>(Readings::firstAlarm, fields.size() + Readings::firstAlarm - firstText);
+    for (size_t label = behindLast; label < Readings::labels; ++label) {
+        readings.visible[label] = false;
+    }
+    return readings;
+}
+
+} // namespace benthor::link

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <array>
+#include <optional>
+
+namespace benthor::link {
+
+/// What a line of live readings does to the labels of the gas screen. A label without a text keeps the one
+/// that it has; an empty text empties it.
+struct Readings {
+    static constexpr int labels = 31;
+    static constexpr int firstAlarm = 21;
+    std::array<std::optional<QString>, labels> texts;
+    std::array<std::optional<bool>, labels> visible; ///< of the alarm group alone
+};
+
+/// Whether the text holds an answer to the command, or a line that the device sent unasked.
+bool holdsanswer(const QByteArray& text);
+bool holdsunasked(const QByteArray& text);
+
+/// Converts the fields of a line, parted by commas, to the labels.
+Readings parsereadings(const QByteArray& text);
+
+} // namespace benthor::link

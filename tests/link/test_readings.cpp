@@ -1,0 +1,138 @@
+#include "link/readings.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+using namespace benthor::link;
+
+namespace {
+
+QJsonArray lines() {
+    QFile file(QStringLiteral(BENTHOR_TEST_DATA "/readings.json"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        qFatal("no vectors");
+    }
+    return QJsonDocument::fromJson(file.readAll()).object().value(QLatin1String("lines")).toArray();
+}
+
+QString textOf(const Readings& readings, size_t label) {
+    return readings.texts[label].value_or(QStringLiteral("(left)"));
+}
+
+} // namespace
+
+class TestReadings : public QObject {
+    Q_OBJECT
+
+private slots:
+    void linesAgreeWithTheVectors_data() {
+        QTest::addColumn<QJsonValue>("one");
+        int number = 0;
+        for (const QJsonValue& one : lines()) {
+            QTest::addRow("%d %s", ++number, qPrintable(one["about"].toString())) << one;
+        }
+        QVERIFY(number > 40);
+    }
+    void linesAgreeWithTheVectors() {
+        QFETCH(QJsonValue, one);
+        const QByteArray line = one["line"].toString().toLatin1();
+        QCOMPARE(holdsanswer(line), one["answer"].toBool());
+        QCOMPARE(holdsunasked(line), one["unasked"].toBool());
+        if (!holdsanswer(line) && !holdsunasked(line)) {
+            return;
+        }
+        const Readings readings = parsereadings(line);
+        const QJsonObject labels = one["labels"].toObject();
+        for (auto label = labels.begin(); label != labels.end(); ++label) {
+            const auto index = static_cast<size_t>(label.key().toInt());
+            QVERIFY2(label.value().isNull() ? !readings.texts[index].has_value()
+                                            : textOf(readings, index) == label.value().toString(),
+                     qPrintable(QStringLiteral("label %1: %2").arg(label.key(), textOf(readings, index))));
+        }
+        QJsonArray hidden;
+        for (size_t label = Readings::firstAlarm; label < Readings::labels; ++label) {
+            if (readings.visible[label] == std::optional(false)) {
+                hidden.append(static_cast<int>(label));
+            }
+        }
+        QCOMPARE(hidden, one["hidden"].toArray());
+    }
+
+    void aDepthOf100() {
+        const Readings readings = parsereadings("R0000,0100,J");
+        QCOMPARE(textOf(readings, 0), "9.38");
+        QCOMPARE(textOf(readings, 1), "30.8");
+    }
+
+    void blanksInFieldTwoAreRemoved() {
+        QCOMPARE(textOf(parsereadings("R0000,0100, 1\t2\r\n 3 ,J"), 2), "123");
+    }
+
+    void eighteenFieldsLeaveLabels23To30Hidden() {
+        QByteArray line = "R0000";
+        for (int field = 1; field < 18; ++field) {
+            line += ",text";
+        }
+        const Readings readings = parsereadings(line);
+        QCOMPARE(readings.visible[21], std::optional(true));
+        QCOMPARE(readings.visible[22], std::optional(true));
+        for (size_t label = 23; label <= 30; ++label) {
+            QCOMPARE(readings.visible[label], std::optional(false));
+        }
+    }
+
+    void fieldFourThatEndsIn1IsLeft() {
+        QCOMPARE(textOf(parsereadings("R0000,0100,,0130,M0001,J"), 4), "(left)");
+        QCOMPARE(textOf(parsereadings("R0000,0100,,0130,M0000,J"), 4), "0");
+        QCOMPARE(textOf(parsereadings("R0000,0100,,0130,M01,J"), 4), "0"); // not five long
+        QCOMPARE(textOf(parsereadings("R0000,0100,,0130,N0000,J"), 4), "(left)");
+    }
+
+    void aWrongLeadLetterLeavesItsLabelAndTheOthersGoOn() {
+        const Readings readings = parsereadings("R0000,0100,,0130,M0000,T0023,X00123,B00131,J");
+        QCOMPARE(textOf(readings, 7), "(left)");
+        QCOMPARE(textOf(readings, 8), "(left)");
+        QCOMPARE(textOf(readings, 9), "1.31");
+    }
+
+    void aShortLineTouchesNothingBehindItsFields() {
+        const Readings readings = parsereadings("R0000,0100");
+        QCOMPARE(textOf(readings, 0), "9.38");
+        for (size_t label = 2; label < Readings::firstAlarm; ++label) {
+            QVERIFY(!readings.texts[label].has_value());
+        }
+        for (size_t label = Readings::firstAlarm; label < Readings::labels; ++label) {
+            QCOMPARE(readings.visible[label], std::optional(false));
+        }
+    }
+
+    void theWalkStopsAtTheTwentyFifthComma() {
+        QByteArray line = "R0000";
+        for (int field = 1; field < 45; ++field) {
+            line += ",field" + QByteArray::number(field);
+        }
+        const Readings readings = parsereadings(line);
+        QCOMPARE(textOf(readings, 29), "field24");
+        QCOMPARE(textOf(readings, 30), "(left)");
+        QCOMPARE(readings.visible[29], std::optional(true));
+        QCOMPARE(readings.visible[30], std::optional(false));
+    }
+
+    void randomTextHarmsNothing() {
+        QRandomGenerator random(3);
+        for (int run = 0; run < 5000; ++run) {
+            QByteArray line;
+            for (int at = 0, length = random.bounded(200); at < length; ++at) {
+                line += static_cast<char>(random.bounded(4) == 0 ? ',' : random.bounded(256));
+            }
+            const Readings readings = parsereadings(line);
+            QCOMPARE(readings.visible[30], std::optional(false));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReadings)
+#include "test_readings.moc"
