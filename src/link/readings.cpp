@@ -1,5 +1,6 @@
 #include "link/readings.h"
 
+#include "link/linkstate.h"
 #include "platform/textformat.h"
 
 #include <vector>
@@ -139,6 +140,27 @@ Readings parsereadings(const QByteArray& text) {
     for (size_t label = behindLast; label < Readings::labels; ++label) {
         readings.visible[label] = false;
     }
+    return readings;
+}
+
+std::optional<Readings> Timer6_tick(LinkState& link) {
+    link.Text4.follow(link.rxbuf);
+    if (!link.Text4.holds("R0000") || !link.Text4.holds("J")) {
+        return std::nullopt;
+    }
+    link.Timer6 = false;
+    link.AFLabel3 = {QStringLiteral("Status Update"), platform::kToldCyan};
+    return parsereadings(link.Text4.bytes());
+}
+
+std::optional<Readings> Timer7_tick(LinkState& link) {
+    if (link.Timer6 || !link.Text4.holds("R-001") || !link.Text4.holds("J")) {
+        return std::nullopt;
+    }
+    const Readings readings = parsereadings(link.Text4.bytes());
+    link.AFLabel3 = {QStringLiteral("Status Update"), platform::kToldCyan};
+    link.Text4.clear();
+    link.rxbuf.clear();
     return readings;
 }
 

@@ -27,7 +27,7 @@ namespace benthor::shell {
 using platform::Screen;
 using platform::ScreenSlot;
 
-struct House::Rooms : Neighbours {
+struct House::Rooms : Neighbours, gas::GasNeighbours {
     Rooms(House& owner, link::LinkLines serialLines)
         : house(owner)
         , lines(std::move(serialLines))
@@ -69,7 +69,8 @@ struct House::Rooms : Neighbours {
 
     // Made from the top of the layers down, so that the ones below go last.
     ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return makeLink(); }};
-    ScreenSlot<gas::GasBlend> GasBlend{[this] { return make<gas::GasBlend>(); }};
+    ScreenSlot<gas::GasBlend> GasBlend{
+        [this] { return make<gas::GasBlend>(static_cast<gas::GasNeighbours&>(*this)); }};
     ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
     ScreenSlot<logbook::rbdetails> rbdetails{[this] { return makeDetails(); }};
     ScreenSlot<logbook::rbmain> rbmain{[this] { return makeDiveList(); }};
@@ -193,7 +194,16 @@ struct House::Rooms : Neighbours {
         QObject::connect(screen, &link::PC_Link_1::tipsWanted, &house,
                          [this] { showTips(guides::frmTip::Opened::ByItself); });
         connectLinkToMain(screen);
+        connectLinkToGas(screen);
         return screen;
+    }
+
+    /// What the device says of its setup and its readings stands on the gas screen, seen or not.
+    void connectLinkToGas(link::PC_Link_1* screen) {
+        QObject::connect(screen, &link::PC_Link_1::setupArrived, &house,
+                         [this](const QByteArray& text) { GasBlend.get().receiveSetup(text); });
+        QObject::connect(screen, &link::PC_Link_1::readingsArrived, &house,
+                         [this](const link::Readings& readings) { GasBlend.get().receiveReadings(readings); });
     }
 
     void connectLinkToMain(link::PC_Link_1* screen) {
@@ -228,6 +238,15 @@ struct House::Rooms : Neighbours {
             process().screenmode = QStringLiteral("Dive");
             showLink();
         }
+    }
+
+    // --- what the gas screen asks
+
+    link::SetupLink& setupLink() override { return PC_Link_1.get(); }
+    void showLinkForSending() override {
+        process().screenmode = QStringLiteral("Command");
+        PC_Link_1.showInFront();
+        PC_Link_1.get().layFace();
     }
 
     // --- what the main screen asks

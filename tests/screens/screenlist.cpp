@@ -17,6 +17,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/screens/main_screen.h"
+#include "tests/gas/fakelink.h"
 #include "tests/shell/fakeneighbours.h"
 #include "viewer/screens/rbinterface.h"
 
@@ -139,7 +140,8 @@ QString screenList() {
     text += section(viewer::rbinterface());
     text += section(logbook::rbdetails());
     text += section(link::PC_Link_1());
-    text += section(gas::GasBlend());
+    FakeLink link;
+    text += section(gas::GasBlend(link));
     text += section(firmware::ReProg_Link());
     text += section(firmware::RunProg());
     text += section(firmware::BlinkForm());

@@ -1,16 +1,114 @@
 #pragma once
 
-#include "platform/screen/emptyscreen.h"
+#include "gas/exchange.h"
+#include "gas/screens/gastable.h"
+#include "link/readings.h"
+#include "platform/screen/screen.h"
+
+class QAction;
+class QLabel;
+class QPlainTextEdit;
+class QTabWidget;
+
+namespace benthor::look {
+class StatusChip;
+}
+
+namespace benthor::platform {
+class TickTimer;
+}
 
 namespace benthor::gas {
 
-/// The gas screen; nothing of it stands yet but its card.
-class GasBlend : public platform::EmptyScreen {
+class ChangesPanel;
+class GasGraph;
+class ReadingsPanel;
+class SettingsForm;
+
+/// What the gas screen asks of the link. The house answers; a test may.
+class GasNeighbours {
+public:
+    virtual ~GasNeighbours() = default;
+
+    /// The link; its screen is loaded hidden for it when it is not loaded.
+    virtual link::SetupLink& setupLink() = 0;
+    /// Brings the link's screen forward, on the face for sending.
+    virtual void showLinkForSending() = 0;
+    virtual void showLink() = 0;
+};
+
+/// The gas plan and the device's settings: what the device has, what the diver makes of it, and the way back.
+class GasBlend : public platform::Screen {
     Q_OBJECT
 
 public:
-    GasBlend()
-        : EmptyScreen(QStringLiteral("GasBlend"), QStringLiteral("Gas and System Settings")) {}
+    explicit GasBlend(GasNeighbours& neighbours);
+    ~GasBlend() override;
+
+    /// What the device sent as its setup.
+    void receiveSetup(const QByteArray& text);
+    /// A line of live readings.
+    void receiveReadings(const link::Readings& readings);
+
+    const GasPlan& plan() const { return plan_; }
+    void Timer5_tick();
+
+protected:
+    void loading() override;
+    void unloading() override;
+    QSize firstSize() const override;
+
+private:
+    // gasblend_layout.cpp
+    void buildMenus();
+    QAction* entry(class QMenu* menu, const char* name, const char* caption, const std::function<void()>& work);
+    void buildBody();
+    QWidget* buildFoot();
+    QWidget* buildDebug();
+    void buildHidden();
+    QPlainTextEdit* rawText(QWidget* parent, const char* name, const char* caption);
+
+    // gasblend.cpp
+    void act(const std::function<void()>& work);
+    void sync();
+    void syncDebug();
+    void cellEdited(GasTable::Cell cell, int row, const QString& text);
+    void showDebug(bool shown);
+    void mnuOpen_click();
+    void mnuSave_click();
+    void Command1_click();
+    void Command2_click();
+    void say(const QString& text);
+    QString sourceWords() const;
+
+    GasNeighbours& neighbours_;
+    GasPlan plan_;
+    GasShown shown_;
+    TextSource source_ = TextSource::None;
+    bool fromUpload_ = false; ///< the cells at the start came from the text in hand
+    QString reported_;        ///< setup that the device last sent
+    Say say_;
+
+    GasTable* table_ = nullptr;
+    QTabWidget* tabs_ = nullptr;
+    GasGraph* graph_ = nullptr;
+    ReadingsPanel* readings_ = nullptr;
+    ChangesPanel* changes_ = nullptr;
+    SettingsForm* form_ = nullptr;
+    QWidget* debug_ = nullptr;
+    QPlainTextEdit* Text6_ = nullptr;
+    QPlainTextEdit* Text7_ = nullptr;
+    QPlainTextEdit* Text8_0_ = nullptr;
+    QPlainTextEdit* Text8_1_ = nullptr;
+    look::StatusChip* Label7_ = nullptr;
+    QLabel* Label14_ = nullptr;
+    QLabel* Label20_ = nullptr;
+    QLabel* Label22_ = nullptr;
+    QAction* mnuMeters_ = nullptr;
+    QAction* mnuFeet_ = nullptr;
+    QAction* mnuDebug_ = nullptr;
+    QAction* mnuDebugOff_ = nullptr;
+    platform::TickTimer* Timer5_ = nullptr;
 };
 
 } // namespace benthor::gas

@@ -1,5 +1,7 @@
 #include "link/screens/pc_link_1.h"
 
+#include "link/console.h"
+#include "link/directory.h"
 #include "link/linklife.h"
 #include "link/screens/commandcard.h"
 #include "link/screens/commandlist.h"
@@ -69,6 +71,28 @@ void PC_Link_1::unloading() {
 
 void PC_Link_1::closePorts() {
     closeallports(*host_);
+}
+
+void PC_Link_1::setTextToSend(const QString& text) {
+    act([this, &text] { link_.console.Text7 = text; });
+}
+
+void PC_Link_1::prepareSetup() {
+    act([this] { dooptioncheck(link_); });
+}
+
+void PC_Link_1::sendSetup() {
+    act([this] { send_data(link_, *host_); });
+}
+
+void PC_Link_1::refreshDirectory() {
+    act([this] { cmdstore_click(link_, *host_); });
+}
+
+void PC_Link_1::takeReadings(const std::optional<Readings>& readings) {
+    if (readings) {
+        emit readingsArrived(*readings);
+    }
 }
 
 void PC_Link_1::showEvent(QShowEvent* event) {

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "link/linkstate.h"
-#include "link/linkstatus.h"
+#include "link/readings.h"
 #include "link/screens/linklines.h"
+#include "link/setuplink.h"
 #include "platform/screen/screen.h"
 
 #include <QHash>
@@ -36,7 +37,7 @@ class WaitCard;
 /// The link screen. Its controls show a LinkState; each event hands that to the link's logic and paints what
 /// has changed. It has two faces, "Dive Download" and "Setup Utilities"; process().screenmode says which is
 /// wanted whenever it is shown.
-class PC_Link_1 : public platform::Screen, public LinkStatus {
+class PC_Link_1 : public platform::Screen, public SetupLink {
     Q_OBJECT
 
 public:
@@ -48,6 +49,12 @@ public:
     bool isOnScreen() const override { return isVisible(); }
     bool isDownloading() const override { return link_.download.TXTWaitVisible; }
     void closePorts() override;
+    QByteArray receivedText() const override { return link_.Text4.bytes(); }
+    bool waitsForDirectory() const override { return link_.Timer2; }
+    void setTextToSend(const QString& text) override;
+    void prepareSetup() override;
+    void sendSetup() override;
+    void refreshDirectory() override;
 
     /// Lays the face that is wanted.
     void layFace();
@@ -64,6 +71,7 @@ signals:
     void importWanted();       ///< the main screen's import entry
     void importAfterLeaving(); ///< unload, the main screen comes forward, its import entry
     void setupArrived(const QByteArray& text);
+    void readingsArrived(const benthor::link::Readings& readings); ///< a line of live readings
     void hintForMain(const QString& text); ///< for `lbltotaldive` of the main screen
     void statusPainted();                  ///< the status label of the main screen may follow
 
@@ -104,6 +112,7 @@ private:
     void onEdit(const char* name, const std::function<void(const QString&)>& work);
     void Timer1_tick();
     void Timer3_tick();
+    void takeReadings(const std::optional<Readings>& readings);
     void Label13_click();
     void Label11_click();
     void DiveSeriesName_change(const QString& text);

@@ -50,7 +50,8 @@ void PC_Link_1::buildTimers() {
         {"Timer3", 500, false, [this] { Timer3_tick(); }},
         {"Timer4", 10000, true, [this] { link::Timer4_tick(link_, isVisible()); }},
         {"Timer5", 2000, false, [this] { link::Timer5_tick(link_); }},
-        {"Timer6", 1000, false, [this] { link_.Text4.follow(link_.rxbuf); }},
+        {"Timer6", 1000, false, [this] { takeReadings(link::Timer6_tick(link_)); }},
+        {"Timer7", 1000, true, [this] { takeReadings(link::Timer7_tick(link_)); }},
         {"Timer8", 5000, true, [this] { link::Timer8_tick(link_, *host_); }},
     };
     using platform::TickTimer;

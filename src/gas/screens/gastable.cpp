@@ -1,0 +1,200 @@
+#include "gas/screens/gastable.h"
+
+#include "platform/look/look.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/toldqcolor.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+namespace benthor::gas {
+
+namespace {
+
+constexpr int kRowHeight = 29;
+constexpr int kCellWidth = 42;
+constexpr int kAccentEdge = 3;
+
+QString arrayName(const char* name, int index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+/// A cell of a told colour keeps dark words in both themes.
+void paintCell(QLineEdit& cell, platform::ToldColour told) {
+    const QColor ground = platform::toQColor(told);
+    QPalette palette = cell.palette();
+    if (palette.color(QPalette::Active, QPalette::Base) == ground) {
+        return;
+    }
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Base, ground);
+        palette.setColor(group, QPalette::Text,
+                         group == QPalette::Disabled ? QColor(0x55, 0x67, 0x7A) : QColor(Qt::black));
+    }
+    cell.setPalette(palette);
+}
+
+void showText(QLineEdit& box, const QString& text) {
+    if (box.text() != text) {
+        const int at = box.cursorPosition();
+        box.setText(text);
+        box.setCursorPosition(std::min<int>(at, static_cast<int>(text.size())));
+    }
+}
+
+} // namespace
+
+GasTable::GasTable(QWidget* parent)
+    : QWidget(parent) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(look::spaceSmall, look::spaceTight, look::spaceTight, look::spaceTight);
+    grid->setHorizontalSpacing(3);
+    grid->setVerticalSpacing(0);
+    buildHead();
+    for (int row = 0; row < kGases; ++row) {
+        buildRow(row);
+    }
+    grid->setColumnStretch(0, 1);
+}
+
+void GasTable::buildHead() {
+    auto* grid = static_cast<QGridLayout*>(layout());
+    struct Head {
+        const char* caption;
+        const char* tip;
+    };
+    static constexpr std::array<Head, 8> kHeads{
+        {{"Gas Idx", "Gas index number as referenced in KD"},
+         {"O2", ""},
+         {"He", ""},
+         {"MODm", ""},
+         {"PPO2", ""},
+         {"EAND", "Equivalent Air Narcossis depth"},
+         {"Active",
+          "Gas active indicates dive is to be used in dive, and willbe used in decompression look ahead."},
+         {"Start", "Select gas used to start dive with"}}};
+    for (size_t col = 0; col < kHeads.size(); ++col) {
+        QLabel* head = look::makeCaption(QLatin1String(kHeads[col].caption));
+        head->setToolTip(QLatin1String(kHeads[col].tip));
+        head->setAlignment(col == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
+        grid->addWidget(head, 0, static_cast<int>(col));
+        if (col == 3) {
+            Label4_ = head;
+            Label4_->setObjectName(QStringLiteral("Label4(0)"));
+        }
+    }
+    grid->setRowMinimumHeight(0, look::scaled(kRowHeight));
+}
+
+QLineEdit* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
+    auto* box = new QLineEdit;
+    box->setObjectName(arrayName(name, row));
+    box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(QLatin1String(name)).arg(row));
+    box->setToolTip(QLatin1String(tip));
+    box->setAlignment(Qt::AlignRight);
+    box->setFixedWidth(look::scaled(kCellWidth));
+    box->setFont(look::numbers(13));
+    if (kind == Cell::PPO2) {
+        // Rewritten with two places at each change: taken when it is finished, not at each key.
+        connect(box, &QLineEdit::editingFinished, this,
+                [this, box, kind, row] { emit cellEdited(kind, row, box->text()); });
+    } else {
+        connect(box, &QLineEdit::textEdited, this,
+                [this, kind, row](const QString& text) { emit cellEdited(kind, row, text); });
+    }
+    return box;
+}
+
+void GasTable::buildRow(int row) {
+    static constexpr char kMixTip[] = "Enter percentage of each gas component";
+    Row& one = rows_[static_cast<size_t>(row)];
+    one.Label1 = new look::ClickableLabel;
+    one.Label1->setObjectName(arrayName("Label1", row));
+    one.Label1->setFocusPolicy(Qt::NoFocus);
+    connect(one.Label1, &look::ClickableLabel::clicked, this, [this, row] { emit rowChosen(row); });
+    one.Text1 = cell("Text1", row, Cell::O2, kMixTip);
+    one.Text2 = cell("Text2", row, Cell::He, kMixTip);
+    one.Text3 = cell("Text3", row, Cell::MOD, "");
+    one.Text4 = cell("Text4", row, Cell::PPO2, "Partial Pressure of oxygen at MOD");
+    one.lblEan = new QLabel;
+    one.lblEan->setObjectName(arrayName("lblEan", row));
+    one.lblEan->setToolTip(QStringLiteral("Equivalent Air Narcossis depth"));
+    one.lblEan->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    one.lblEan->setFont(look::numbers(13));
+    one.lblEan->setMinimumWidth(look::scaled(36));
+    one.Check1 = new QCheckBox;
+    one.Check1->setObjectName(arrayName("Check1", row));
+    one.Check1->setAccessibleName(QStringLiteral("Gas %1 active").arg(row));
+    one.Check1->setToolTip(
+        QStringLiteral("Select gases to be used on this dive. Allselected gasses will be used in decompression look "
+                       "ahead, so only select actual gasses that will be used."));
+    connect(one.Check1, &QCheckBox::clicked, this, [this, row](bool on) { emit activeClicked(row, on); });
+    one.Option1 = new QRadioButton;
+    one.Option1->setObjectName(arrayName("Option1", row));
+    one.Option1->setAccessibleName(QStringLiteral("Start with gas %1").arg(row));
+    one.Option1->setToolTip(QStringLiteral("Select gas used to start dive with"));
+    connect(one.Option1, &QRadioButton::clicked, this, [this, row] { emit startClicked(row); });
+    auto* grid = static_cast<QGridLayout*>(layout());
+    int col = 0;
+    for (QWidget* widget : std::initializer_list<QWidget*>{one.Label1, one.Text1, one.Text2, one.Text3, one.Text4,
+                                                           one.lblEan}) {
+        grid->addWidget(widget, row + 1, col++);
+    }
+    grid->addWidget(one.Check1, row + 1, col++, Qt::AlignCenter);
+    grid->addWidget(one.Option1, row + 1, col, Qt::AlignCenter);
+    grid->setRowMinimumHeight(row + 1, look::scaled(kRowHeight));
+}
+
+void GasTable::show(const GasPlan& plan) {
+    Label4_->setText(plan.feet() ? QStringLiteral("MODft") : QStringLiteral("MODm"));
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const GasRow& gas = plan.rows[i];
+        const Row& row = rows_[i];
+        const bool current = plan.currentgasrow == static_cast<int>(i);
+        row.Label1->setText(gas.name);
+        row.Label1->setInk(current ? look::Ink::Accent : look::Ink::Text);
+        showText(*row.Text1, gas.O2);
+        showText(*row.Text2, gas.He);
+        showText(*row.Text3, gas.MOD);
+        if (!row.Text4->hasFocus() || !row.Text4->isModified()) {
+            showText(*row.Text4, gas.PPO2);
+        }
+        for (QLineEdit* box : {row.Text1, row.Text2, row.Text3}) {
+            box->setEnabled(gas.cellsEnabled);
+        }
+        paintCell(*row.Text1, kLightCyan);
+        paintCell(*row.Text2, gas.HeColour);
+        paintCell(*row.Text3, gas.pressureColour);
+        paintCell(*row.Text4, gas.pressureColour);
+        row.lblEan->setText(gas.EAND);
+        look::setInk(row.lblEan, gas.active ? look::Ink::Text : look::Ink::Quiet);
+        row.Check1->setChecked(gas.active);
+        row.Check1->setEnabled(gas.activeEnabled);
+        row.Option1->setChecked(plan.start == static_cast<int>(i));
+        row.Option1->setEnabled(gas.startEnabled);
+    }
+    if (current_ != plan.currentgasrow) {
+        current_ = plan.currentgasrow;
+        update();
+    }
+}
+
+/// The gas in hand lies on the soft accent.
+void GasTable::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    if (current_ < 0) {
+        return;
+    }
+    const QRect row = static_cast<QGridLayout*>(layout())->cellRect(current_ + 1, 0);
+    const look::Tokens& token = look::tokens();
+    QPainter painter(this);
+    const QRect band(0, row.top(), width(), row.height());
+    painter.fillRect(band, token.accentsoft);
+    painter.fillRect(QRect(0, band.top(), kAccentEdge, band.height()), token.accent);
+}
+
+} // namespace benthor::gas

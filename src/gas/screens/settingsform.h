@@ -1,0 +1,54 @@
+#pragma once
+
+#include "gas/gasplan.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QVBoxLayout;
+
+namespace benthor::gas {
+
+/// The device's settings as one form in three groups.
+class SettingsForm : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SettingsForm(QWidget* parent = nullptr);
+
+    void show(const GasPlan& plan);
+    /// What the controls show.
+    Settings settings() const;
+
+signals:
+    void edited();                        ///< a text or a check box
+    void listChosen(bool startingGas);    ///< a drop-down; `startingGas`: the one that always follows the start
+    void maximumEdited(const QString& text);
+    void stepped(int index, bool up);
+
+private:
+    void buildDecompression();
+    void buildDisplay();
+    void buildTimers();
+    void heading(const char* caption);
+    void row(const char* caption, QWidget* control);
+    QComboBox* list(int index, const QStringList& items);
+    QCheckBox* check(int index, const char* caption);
+    QWidget* stepper(int index, QLineEdit* box);
+    QLineEdit* box(const char* name, const char* caption);
+
+    QVBoxLayout* column_;
+    std::array<QComboBox*, 6> List1_{};
+    std::array<QCheckBox*, 4> Check2_{};
+    QLineEdit* Text5_ = nullptr;
+    QLineEdit* sptext_ = nullptr;
+    QLineEdit* ScreenSaveText_ = nullptr;
+    QLineEdit* HomeText_ = nullptr;
+    QLabel* Label12_ = nullptr;
+};
+
+} // namespace benthor::gas
