@@ -10,6 +10,8 @@ namespace {
 constexpr char kEscape = 27;
 constexpr int kSaveMilliseconds = 700; ///< between "Wait.." and the mark that it is done
 constexpr int kCodeOfDiveZero = 47;
+constexpr qsizetype kPositionOfY = 222; ///< in a setup, counted from 1
+constexpr qsizetype kGasBlock = 160;
 const QByteArray kLineEnd = "\r\n";
 const QByteArray kBookEnd = " * * ";
 
@@ -94,11 +96,14 @@ bool Kd::takeCommand() {
         break;
     case 'H':
         if (!thirdVersion()) {
-            reply(memory.setup.first(223)); // a device's own text ends at "Y" and its value
+            reply(memory.setup.first(kPositionOfY)); // a device's own text ends at "Y"
         }
         break;
     case 'R':
         reply(interval());
+        break;
+    case 'J':
+        reply(readingsLine("R0000"));
         break;
     case 'L':
         body_ = Body::Logo;
@@ -217,11 +222,18 @@ void Kd::endBody(const QByteArray& body) {
         memory.book = body.endsWith(kEscape) ? body.chopped(1) : body;
         log_.push_back("book " + QByteArray::number(memory.book.size()) + " bytes");
         break;
-    case Body::Setup:
-        memory.setup = (body.startsWith("   ") ? body.sliced(3) : body) + kEscape;
+    case Body::Setup: {
+        const QByteArray setup = body.startsWith("   ") ? body.sliced(3) : body;
+        if (!isSetup(setup)) {
+            log_.push_back("setup refused, " + length);
+            body_ = Body::None;
+            return;
+        }
+        memory.setup = setup + kEscape;
         log_.push_back("setup " + length);
         done = "+=+";
         break;
+    }
     case Body::None:
         break;
     }
@@ -260,10 +272,45 @@ QByteArray Kd::directory(std::size_t dives) const {
     return text + "End";
 }
 
+/// A device that keeps a diver alive takes no setup whose fields do not stand where they must.
+bool Kd::isSetup(const QByteArray& body) {
+    if (body.size() != kPositionOfY + 3 || body.indexOf('Y') != kPositionOfY - 1 || !body.endsWith('Z')) {
+        return false;
+    }
+    for (int gas = 0; gas < kGasBlock / 16; ++gas) {
+        const QByteArray block = body.mid(16 * gas, 16);
+        bool nitrogen = false;
+        bool helium = false;
+        bool depth = false;
+        const int sum = block.mid(1, 3).toInt(&nitrogen) + block.mid(5, 3).toInt(&helium);
+        block.mid(9, 4).toInt(&depth);
+        if (block[0] != 'A' + gas || !nitrogen || !helium || !depth || sum > 100 || sum < 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Fields parted by commas; those from the fourth on lead with a letter of their own.
+QByteArray Kd::readingsLine(const QByteArray& lead) const {
+    QByteArray line = lead + ',' + padded(readings.depthcount, 4) + ", 1 ," + padded(readings.ppo2, 4) +
+                      ",M0000,T" + padded(readings.celsius, 4) +
+                      ",A00214,B00130,C00131,D00143,E00168,F00831,G00302,H00130,I00129,J" +
+                      padded(readings.ceiling, 5);
+    for (const QByteArray& alarm : readings.alarms) {
+        line += ',' + alarm;
+    }
+    return line + kLineEnd;
+}
+
 /// Two filler characters and three digits behind the letter; then the values of the head-up display, whose
 /// letters stand nowhere ahead of them.
 QByteArray Kd::interval() const {
-    return "r00" + padded(memory.interval, 3) + "A006B040C070D140E160";
+    QByteArray text = "r00" + padded(memory.interval, 3);
+    for (std::size_t value = 0; value < memory.hud.size(); ++value) {
+        text += static_cast<char>('A' + value) + padded(memory.hud[value], 3);
+    }
+    return text;
 }
 
 QByteArray Kd::spoilt(const QByteArray& bytes) {
@@ -301,10 +348,19 @@ QByteArray Kd::advance(int milliseconds) {
     while (!pieces_.empty() && pieces_.front().due <= now_) {
         out += pieces_.front().bytes;
         pieces_.pop_front();
+        greets_ = true;
         nextBeacon_ = now_ + quietMilliseconds;
     }
     const bool idle = pieces_.empty() && body_ == Body::None && received_.isEmpty() && now_ >= asleepUntil_;
+    if (idle && unaskedMilliseconds > 0 && now_ >= nextUnasked_) {
+        out += readingsLine("R-001");
+        nextUnasked_ = now_ + unaskedMilliseconds;
+    }
     if (idle && now_ >= nextBeacon_) {
+        if (greets_) {
+            out += productWord;
+        }
+        greets_ = false;
         out += "PP";
         nextBeacon_ = now_ + beaconMilliseconds;
     }

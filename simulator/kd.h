@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <vector>
@@ -22,11 +23,22 @@ struct Faults {
     bool operator==(const Faults&) const = default;
 };
 
+/// What a device reads just now.
+struct KdReadings {
+    int depthcount = 100; ///< of 0.09375 m
+    int ppo2 = 130;       ///< hundredths of a bar
+    int celsius = 23;
+    int ceiling = 12; ///< metres
+    std::vector<QByteArray> alarms{"SURFACE"};
+};
+
 /// What the diver has sent to a device; it keeps that over a restart.
 struct KdMemory {
     int interval = 10; ///< seconds between two samples
     QByteArray username;
     QByteArray setup; ///< the 226 characters
+    std::array<int, 5> hud{6, 40, 70, 140,
+                           160}; ///< brightness; low, prelow, prehigh, high in hundredths of a bar
     QByteArray book;
     QByteArray logo;
 };
@@ -50,7 +62,10 @@ public:
 
     Faults faults;
     KdMemory memory;
-    QByteArray productWord; ///< "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory
+    KdReadings readings;
+    int unaskedMilliseconds = 0; ///< between two lines of readings that nobody asked for; 0: none
+    QByteArray productWord; ///< "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory and of
+                            ///< each run of the beacon
 
     /// Commands as they were understood, one entry each: "M", "D 1", "S 5", "L 120 bytes", ...
     const std::vector<QByteArray>& log() const { return log_; }
@@ -78,6 +93,8 @@ private:
     void sendDive(int number);
     QByteArray directory(std::size_t dives) const;
     QByteArray interval() const;
+    QByteArray readingsLine(const QByteArray& lead) const;
+    static bool isSetup(const QByteArray& body);
     bool thirdVersion() const;
     QByteArray spoilt(const QByteArray& bytes);
 
@@ -90,6 +107,8 @@ private:
     std::int64_t now_ = 0;
     std::int64_t lastReceived_ = 0;
     std::int64_t nextBeacon_ = 0;
+    std::int64_t nextUnasked_ = 0;
+    bool greets_ = true; ///< the next beacon tells the product
     std::int64_t asleepUntil_ = 0;
     std::uint64_t sent_ = 0; ///< bytes since the last reply began
 };

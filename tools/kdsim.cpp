@@ -35,6 +35,7 @@ struct Options {
     QByteArray product;
     QString keep;
     int vanishAfter = 0;
+    int unasked = 0;
     Faults faults;
 };
 
@@ -50,6 +51,8 @@ const QCommandLineOption kKeep(
     "keep",
     "Keeps what it was sent, and a list of what it heard, in <folder>, and begins with what lies there.",
     "folder");
+const QCommandLineOption kUnasked("unasked",
+                                  "Sends a line of live readings every <ms> milliseconds, unasked.", "ms");
 const QCommandLineOption kSilent("silent", "Hears nothing and says nothing.");
 const QCommandLineOption kBreak("break-off", "Ends each dive after <n> bytes in the beacon.", "n");
 const QCommandLineOption kDrop("drop", "Loses every <n>th byte that it sends.", "n");
@@ -88,7 +91,7 @@ bool read(const QCommandLineParser& parser, Options& options) {
            number(parser, kFlip, options.faults.flipEvery) &&
            number(parser, kPieces, options.faults.pieces) &&
            number(parser, kDelay, options.faults.delayMilliseconds) &&
-           number(parser, kVanish, options.vanishAfter);
+           number(parser, kUnasked, options.unasked) && number(parser, kVanish, options.vanishAfter);
 }
 
 // --- what the device was sent, as files that a person can look at
@@ -136,6 +139,7 @@ Kd makeDevice(const Options& options) {
     }
     Kd device(std::move(dives), options.version);
     device.productWord = options.product;
+    device.unaskedMilliseconds = options.unasked;
     device.faults = options.faults;
     if (!options.keep.isEmpty()) {
         loadMemory(options.keep, device.memory);
@@ -175,7 +179,7 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The program folder."));
     parser.addOptions({kPort, kUnpaced, kDives, kThird, kProduct, kKeep, kSilent, kBreak, kDrop, kFlip,
-                       kPieces, kDelay, kVanish});
+                       kPieces, kDelay, kVanish, kUnasked});
     parser.process(application);
     Options options;
     QTextStream out(stdout);

@@ -134,7 +134,8 @@ void Timer5_tick(GasPlan& plan, GasShown& shown, const link::SetupLink& link, bo
     }
 }
 
-void mnuopensource(GasPlan& plan, const ProgramFolder& folder, int mode, const QString& path, const Say& say) {
+void mnuopensource(GasPlan& plan, const ProgramFolder& folder, int mode, const QString& path,
+                   const Say& say) {
     const bool received = mode == 1;
     const QString file = received ? folder.path(u"gdatalastrec.mit") : path;
     if (received) {

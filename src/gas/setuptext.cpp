@@ -132,6 +132,7 @@ void takeRow(GasPlan& plan, int row, const QString& text, const Say& say, Depth 
     gas.HeColour = helium > 0 ? kLightYellow : kLightCyan;
     setMOD(plan, row, depth(wholeAt(text, at + 10, 4)));
     gas.active = part(text, at + 15, 1) == QLatin1String("1");
+    gas.cellsEnabled = gas.active; // as a click on its box leaves them
 }
 
 /// The characters from the first "A" on, as many as `most`; two blanks in a row empty what is held, and the
@@ -337,8 +338,6 @@ void gas_openupdate(GasPlan& plan, const Say& say) {
             takeRow(plan, row, plan.Text6, say, [&plan](long long depth) {
                 return generaltext(platform::roundToEven(static_cast<double>(depth) / plan.depthperbar));
             });
-            GasRow& gas = plan.rows[static_cast<size_t>(row)];
-            gas.cellsEnabled = gas.active;
             showgasrow(plan, row);
         }
     } catch (const BadField&) {

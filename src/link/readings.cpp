@@ -106,7 +106,7 @@ Readings parsereadings(const QByteArray& text) {
     }
     if (has(5) && !fields[5].isEmpty() && platform::isNumeric(fields[5].mid(1))) {
         const double celsius = platform::leadingNumber(fields[5].mid(1));
-        put(5, formatNumber(celsius, u"0000"));
+        put(5, formatNumber(celsius, u"0"));
         put(6, formatNumber(celsius * 9 / 5 + 32, u"0.00"));
     }
     if (has(6)) {

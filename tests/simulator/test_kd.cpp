@@ -27,6 +27,11 @@ Kd device() {
     return Kd({kDive, kOlder});
 }
 
+/// What the program writes to send a setup.
+QByteArray setupCommand(const QByteArray& setup) {
+    return "G   " + setup + "\x1B\x1B\r\n";
+}
+
 } // namespace
 
 class TestKd : public QObject {
@@ -62,8 +67,15 @@ private slots:
         QTest::newRow("all dives") << QByteArray("Dy") << kDive + kOlder + "backsenddone";
         QTest::newRow("logo") << QByteArray("L") << QByteArray("l");
         QTest::newRow("logo with body") << QByteArray("Lbits\x1B") << QByteArray("lWait..+++");
-        QTest::newRow("setup in one piece")
-            << QByteArray("G   A079\x1B\x1B\x1B\r\n") << QByteArray("gWait..+=+");
+        QTest::newRow("setup in one piece") << setupCommand(newSetup()) << QByteArray("gWait..+=+");
+        QTest::newRow("setup cut short") << setupCommand("A079\x1B") << QByteArray("g");
+        QTest::newRow("setup with another letter in the place of a gas")
+            << setupCommand(newSetup().replace(16, 1, "X")) << QByteArray("g");
+        QTest::newRow("setup of more than 100 per cent")
+            << setupCommand(newSetup().replace(1, 7, "079 090")) << QByteArray("g");
+        QTest::newRow("readings") << QByteArray("J")
+                                  << QByteArray("R0000,0100, 1 ,0130,M0000,T0023,A00214,B00130,C00131,D00143,E00168,"
+                                                "F00831,G00302,H00130,I00129,J00012,SURFACE\r\n");
         QTest::newRow("book") << QByteArray("Btext\x1B * * ") << QByteArray("bWait..+++");
         QTest::newRow("name") << "A^" + QByteArray("Ada").leftJustified(32) + "B*@ " + QByteArray(30, 'C') +
                                      "\r\n"
@@ -95,7 +107,7 @@ private slots:
         const QByteArray setup = answer(kd, "H");
         QCOMPARE(newSetup().size(), 226);
         QCOMPARE(newSetup().at(221), 'Y');
-        QCOMPARE(setup, newSetup().first(223));
+        QCOMPARE(setup, newSetup().first(222));
         QVERIFY(setup.startsWith("A079 000 0660 1 B001 000 0060 1 "));
     }
 
@@ -110,17 +122,47 @@ private slots:
         answer(kd, "S020F\r\n");
         answer(kd, "Lbits\x1B");
         answer(kd, "Btext\x1B * * ");
-        answer(kd, "G   A079\x1B\x1B\x1B\r\n");
+        const QByteArray other = newSetup().replace("P130", "P120");
+        answer(kd, setupCommand(other));
         answer(kd, "A^" + QByteArray("Ada").leftJustified(32) + "B*@\r\n");
         QCOMPARE(kd.memory.interval, 20);
         QCOMPARE(kd.memory.logo, QByteArray("bits"));
         QCOMPARE(kd.memory.book, QByteArray("text"));
-        QCOMPARE(kd.memory.setup, QByteArray("A079\x1B"));
+        QCOMPARE(kd.memory.setup, other);
         QCOMPARE(kd.memory.username, QByteArray("Ada").leftJustified(32));
         QCOMPARE(answer(kd, "R"), QByteArray("r00020A006B040C070D140E160"));
         const std::vector<QByteArray> expected{
-            "S 020", "L", "logo 4 bytes", "B", "book 4 bytes", "G", "setup 7 bytes", "A", "R"};
+            "S 020", "L", "logo 4 bytes", "B", "book 4 bytes", "G", "setup 228 bytes", "A", "R"};
         QVERIFY(kd.log() == expected);
+    }
+
+    void readingsComeUnaskedWhileNobodyAsks() {
+        Kd kd = device();
+        kd.unaskedMilliseconds = 1000;
+        QByteArray came;
+        for (int turn = 0; turn < 35; ++turn) {
+            came += kd.advance(100);
+        }
+        QCOMPARE(came.count("R-001,0100,"), 4);
+        QVERIFY(came.contains("PP"));
+    }
+
+    void theProductStandsAheadOfEachRunOfTheBeacon() {
+        Kd kd = device();
+        kd.productWord = "KDX";
+        QByteArray came;
+        for (int turn = 0; turn < 20; ++turn) {
+            came += kd.advance(100);
+        }
+        QVERIFY(came.startsWith("KDXPP"));
+        QCOMPARE(came.count("KDX"), 1);
+        kd.receive("R");
+        came.clear();
+        for (int turn = 0; turn < 20; ++turn) {
+            came += kd.advance(100);
+        }
+        QCOMPARE(came.count("KDX"), 1);
+        QVERIFY(came.contains("PPP"));
     }
 
     void aRestartIsSilentForAWhile() {

@@ -79,7 +79,7 @@ private slots:
         const QString help = run.out();
         for (const char* option :
              {"--port", "--unpaced", "--dives", "--third-version", "--product", "--keep", "--silent",
-              "--break-off", "--drop", "--flip", "--pieces", "--delay", "--vanish"}) {
+              "--break-off", "--drop", "--flip", "--pieces", "--delay", "--vanish", "--unasked"}) {
             QVERIFY2(help.contains(QLatin1String(option)), option);
         }
     }

@@ -127,7 +127,9 @@ int main(int argc, char** argv) {
     QDir::setCurrent(folder);
 
     constexpr int kDevicePort = 3;
-    simulator::KdPort device(folder, kDevicePort, simulator::Kd(simulator::deviceDives()));
+    simulator::Kd kd(simulator::deviceDives());
+    kd.productWord = "KD3";
+    simulator::KdPort device(folder, kDevicePort, std::move(kd));
     shell::House house(link::serialLines());
     bool ended = false;
     QString failure;

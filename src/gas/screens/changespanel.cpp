@@ -52,10 +52,11 @@ void ChangesPanel::show(const QString& device, const QString& text, const QStrin
     const QList<SetupChange> changes = setupchanges(device, text);
     changes_ = static_cast<int>(changes.size());
     const bool read = device.size() >= kPositionOfY;
-    QString words = !read ? QStringLiteral("The device has not reported its setup: none of these was read from it.")
-                    : changes.isEmpty() ? QStringLiteral("The device has what stands here.")
-                                        : QStringLiteral("An update changes %1 of what the device reported.")
-                                              .arg(changes.size());
+    QString words =
+        !read ? QStringLiteral("The device has not reported its setup: none of these was read from it.")
+        : changes.isEmpty()
+            ? QStringLiteral("The device has what stands here.")
+            : QStringLiteral("An update changes %1 of what the device reported.").arg(changes.size());
     for (const QString& warning : warnings) {
         words += QStringLiteral("\nLook twice: ") + warning;
     }

@@ -9,8 +9,8 @@ class QTableWidget;
 
 namespace benthor::gas {
 
-/// What an update would change in the device, against what it last reported, and what nobody has read from it. It
-/// stands beside everything else and keeps nothing from being done.
+/// What an update would change in the device, against what it last reported, and what nobody has read from
+/// it. It stands beside everything else and keeps nothing from being done.
 class ChangesPanel : public QWidget {
     Q_OBJECT
 

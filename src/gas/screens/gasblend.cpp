@@ -86,8 +86,8 @@ void GasBlend::Timer5_tick() {
         const auto ask = [this](const QString& text, const QString& title) {
             return dialogs().confirm(this, text, title);
         };
-        gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), QDateTime::currentDateTime(), ask,
-                         say_);
+        gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), QDateTime::currentDateTime(),
+                         ask, say_);
     });
 }
 
@@ -144,8 +144,8 @@ void GasBlend::mnuOpen_click() {
 void GasBlend::mnuSave_click() {
     act([this] {
         buildgasblock(plan_, say_);
-        const QString path = dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(),
-                                                mitFilter());
+        const QString path =
+            dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(), mitFilter());
         if (!path.isEmpty() && !mnuSave(plan_, path, say_)) {
             dialogs().message(this, QStringLiteral("The file %1 cannot be written.").arg(path),
                               platform::BoxKind::Warning);
@@ -168,11 +168,14 @@ void GasBlend::Command2_click() {
 }
 
 QString GasBlend::sourceWords() const {
-    const QString text = source_ == TextSource::Last    ? QStringLiteral("the text of the last time")
-                         : source_ == TextSource::Stock ? QStringLiteral("the stock text")
-                                                        : QStringLiteral("no text, since no file of one was found");
+    const QString text = source_ == TextSource::Last ? QStringLiteral("the text of the last time")
+                         : source_ == TextSource::Stock
+                             ? QStringLiteral("the stock text")
+                             : QStringLiteral("no text, since no file of one was found");
     return QStringLiteral("Gases at the start: %1. Setup text: %2.")
-        .arg(fromUpload_ ? QStringLiteral("those in hand for the device") : QStringLiteral("the program's own"), text);
+        .arg(fromUpload_ ? QStringLiteral("those in hand for the device")
+                         : QStringLiteral("the program's own"),
+             text);
 }
 
 void GasBlend::sync() {

@@ -61,7 +61,8 @@ protected:
 private:
     // gasblend_layout.cpp
     void buildMenus();
-    QAction* entry(class QMenu* menu, const char* name, const char* caption, const std::function<void()>& work);
+    QAction* entry(class QMenu* menu, const char* name, const char* caption,
+                   const std::function<void()>& work);
     void buildBody();
     QWidget* buildFoot();
     QWidget* buildDebug();

@@ -50,14 +50,16 @@ void GasBlend::buildMenus() {
     mnuDebug_ = entry(view, "mnuDebug", "&Debug", [this] { showDebug(true); });
     mnuDebugOff_ = entry(view, "mnuDebugOff", "Debug &off", [this] { showDebug(false); });
     QMenu* units = heading("mnuUnits", "&Units");
-    mnuMeters_ = entry(units, "mnuMeters", "&Metres", [this] { act([this] { chooseunits(plan_, false, say_); }); });
+    mnuMeters_ =
+        entry(units, "mnuMeters", "&Metres", [this] { act([this] { chooseunits(plan_, false, say_); }); });
     mnuFeet_ = entry(units, "mnuFeet", "&Feet", [this] { act([this] { chooseunits(plan_, true, say_); }); });
     for (QAction* action : {mnuDebug_, mnuDebugOff_, mnuMeters_, mnuFeet_}) {
         action->setCheckable(true);
     }
 }
 
-QAction* GasBlend::entry(QMenu* menu, const char* name, const char* caption, const std::function<void()>& work) {
+QAction* GasBlend::entry(QMenu* menu, const char* name, const char* caption,
+                         const std::function<void()>& work) {
     QAction* action = menu->addAction(QLatin1String(caption));
     action->setObjectName(QLatin1String(name));
     connect(action, &QAction::triggered, this, work);
@@ -89,7 +91,8 @@ void GasBlend::buildBody() {
     connect(graph_, &GasGraph::scrolled, this, [this](int index, int value) {
         act([this, index, value] { sliderscrolled(plan_, index, value, say_); });
     });
-    connect(form_, &SettingsForm::edited, this, [this] { act([this] { plan_.settings = form_->settings(); }); });
+    connect(form_, &SettingsForm::edited, this,
+            [this] { act([this] { plan_.settings = form_->settings(); }); });
     connect(form_, &SettingsForm::listChosen, this, [this](bool startingGas) {
         // The starting gas is chosen in the table; its list only follows.
         const int divegas = plan_.settings.divegas;
@@ -175,7 +178,8 @@ QWidget* GasBlend::buildFoot() {
     Label15->setFocusPolicy(Qt::NoFocus);
     inside->addWidget(Picture1);
     inside->addWidget(Label15);
-    refresh->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() + 3 * look::spaceSmall);
+    refresh->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() +
+                             3 * look::spaceSmall);
     const auto refreshed = [this] { act([this] { neighbours_.setupLink().refreshDirectory(); }); };
     connect(refresh, &QPushButton::clicked, this, refreshed);
     connect(Picture1, &look::ClickableLabel::clicked, this, refreshed);

@@ -98,11 +98,13 @@ QWidget* GasGraph::buildPart(int index, const char* caption) {
     row->addWidget(name);
     const auto stepper = [this, index](const char* objectName, const char* icon, bool up) {
         auto* button = new QPushButton(look::icon(icon), QString());
-        button->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(objectName)).arg(kFirstStepper + index));
+        button->setObjectName(
+            QStringLiteral("%1(%2)").arg(QLatin1String(objectName)).arg(kFirstStepper + index));
         button->setAccessibleName(up ? QStringLiteral("More") : QStringLiteral("Less"));
         button->setAutoRepeat(true);
         button->setFixedWidth(look::scaled(30));
-        connect(button, &QPushButton::clicked, this, [this, index, up] { emit stepped(kFirstStepper + index, up); });
+        connect(button, &QPushButton::clicked, this,
+                [this, index, up] { emit stepped(kFirstStepper + index, up); });
         return button;
     };
     auto* number = new look::NumberLabel(24);
@@ -129,7 +131,8 @@ void GasGraph::show(const GasPlan& plan) {
     for (size_t i = 0; i < texts.size(); ++i) {
         numbers_[i]->setText(texts[i] + QLatin1Char('%'));
         const QSignalBlocker quiet(Slider1_[i]);
-        Slider1_[i]->setValue(static_cast<int>(std::clamp<long long>(cellwhole(texts[i]).value_or(0), 0, 100)));
+        Slider1_[i]->setValue(
+            static_cast<int>(std::clamp<long long>(cellwhole(texts[i]).value_or(0), 0, 100)));
         Slider1_[i]->setEnabled(plan.currentgasrow > 0);
     }
     for (const char* const name : {"Command3(3)", "Command3(4)", "Command4(3)", "Command4(4)"}) {

@@ -23,8 +23,8 @@ public:
     void show(const GasPlan& plan);
 
 signals:
-    void stepped(int index, bool up);      ///< 3 oxygen, 4 helium
-    void scrolled(int index, int value);   ///< 0 oxygen, 1 helium
+    void stepped(int index, bool up);    ///< 3 oxygen, 4 helium
+    void scrolled(int index, int value); ///< 0 oxygen, 1 helium
 
 private:
     class Bars;

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kRowHeight = 29;
 constexpr int kCellWidth = 42;
+constexpr int kDepthWidth = 50; // a depth may come with its tenth
 constexpr int kAccentEdge = 3;
 
 QString arrayName(const char* name, int index) {
@@ -96,7 +97,7 @@ QLineEdit* GasTable::cell(const char* name, int row, Cell kind, const char* tip)
     box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(QLatin1String(name)).arg(row));
     box->setToolTip(QLatin1String(tip));
     box->setAlignment(Qt::AlignRight);
-    box->setFixedWidth(look::scaled(kCellWidth));
+    box->setFixedWidth(look::scaled(kind == Cell::MOD ? kDepthWidth : kCellWidth));
     box->setFont(look::numbers(13));
     if (kind == Cell::PPO2) {
         // Rewritten with two places at each change: taken when it is finished, not at each key.
@@ -129,9 +130,9 @@ void GasTable::buildRow(int row) {
     one.Check1 = new QCheckBox;
     one.Check1->setObjectName(arrayName("Check1", row));
     one.Check1->setAccessibleName(QStringLiteral("Gas %1 active").arg(row));
-    one.Check1->setToolTip(
-        QStringLiteral("Select gases to be used on this dive. Allselected gasses will be used in decompression look "
-                       "ahead, so only select actual gasses that will be used."));
+    one.Check1->setToolTip(QStringLiteral(
+        "Select gases to be used on this dive. Allselected gasses will be used in decompression look "
+        "ahead, so only select actual gasses that will be used."));
     connect(one.Check1, &QCheckBox::clicked, this, [this, row](bool on) { emit activeClicked(row, on); });
     one.Option1 = new QRadioButton;
     one.Option1->setObjectName(arrayName("Option1", row));
@@ -140,8 +141,8 @@ void GasTable::buildRow(int row) {
     connect(one.Option1, &QRadioButton::clicked, this, [this, row] { emit startClicked(row); });
     auto* grid = static_cast<QGridLayout*>(layout());
     int col = 0;
-    for (QWidget* widget : std::initializer_list<QWidget*>{one.Label1, one.Text1, one.Text2, one.Text3, one.Text4,
-                                                           one.lblEan}) {
+    for (QWidget* widget : std::initializer_list<QWidget*>{one.Label1, one.Text1, one.Text2, one.Text3,
+                                                           one.Text4, one.lblEan}) {
         grid->addWidget(widget, row + 1, col++);
     }
     grid->addWidget(one.Check1, row + 1, col++, Qt::AlignCenter);

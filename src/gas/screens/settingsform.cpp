@@ -131,12 +131,14 @@ void SettingsForm::buildDecompression() {
     auto* both = new QHBoxLayout(stops);
     both->setContentsMargins({});
     both->addWidget(list(kStopMetres, {QStringLiteral("3m"), QStringLiteral("6m"), QStringLiteral("4.5m")}));
-    both->addWidget(list(kStopFeet, {QStringLiteral("10ft"), QStringLiteral("20ft"), QStringLiteral("15ft")}));
+    both->addWidget(
+        list(kStopFeet, {QStringLiteral("10ft"), QStringLiteral("20ft"), QStringLiteral("15ft")}));
     row("Last Stop", stops);
-    row("CNS", list(4, {QStringLiteral("80%"), QStringLiteral("90%"), QStringLiteral("100%"), QStringLiteral("110%"),
-                        QStringLiteral("120%"), QStringLiteral("130%"), QStringLiteral("140%")}));
-    row("Safety", list(5, {QStringLiteral("0%"), QStringLiteral("10%"), QStringLiteral("20%"), QStringLiteral("30%"),
-                           QStringLiteral("40%"), QStringLiteral("50%")}));
+    row("CNS",
+        list(4, {QStringLiteral("80%"), QStringLiteral("90%"), QStringLiteral("100%"), QStringLiteral("110%"),
+                 QStringLiteral("120%"), QStringLiteral("130%"), QStringLiteral("140%")}));
+    row("Safety", list(5, {QStringLiteral("0%"), QStringLiteral("10%"), QStringLiteral("20%"),
+                           QStringLiteral("30%"), QStringLiteral("40%"), QStringLiteral("50%")}));
     row("Closed Circuit", check(3, "Closed Circuit"));
 }
 

@@ -25,8 +25,8 @@ public:
     Settings settings() const;
 
 signals:
-    void edited();                        ///< a text or a check box
-    void listChosen(bool startingGas);    ///< a drop-down; `startingGas`: the one that always follows the start
+    void edited();                     ///< a text or a check box
+    void listChosen(bool startingGas); ///< a drop-down; `startingGas`: the one that always follows the start
     void maximumEdited(const QString& text);
     void stepped(int index, bool up);
 
