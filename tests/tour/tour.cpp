@@ -12,6 +12,7 @@
 #include "simulator/demodives.h"
 #include "tests/tour/actor.h"
 #include "tests/tour/diveroad.h"
+#include "tests/tour/gasroad.h"
 #include "tests/tour/linkroad.h"
 #include "tests/tour/logbookroad.h"
 #include "tests/tour/lookup.h"
@@ -34,7 +35,7 @@ using tour::TourError;
 
 namespace {
 
-constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps + tour::kLogbookSteps;
+constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps + tour::kLogbookSteps + tour::kGasSteps;
 
 void startAndImport(Actor& actor) {
     actor.step(QStringLiteral("The splash stands for a second and a half"));
@@ -83,12 +84,10 @@ QWidget* readTheList(Actor& actor) {
 }
 
 void otherScreens(Actor& actor) {
-    actor.step(QStringLiteral("The screens that other entries lead to"));
+    actor.step(QStringLiteral("Back to the link"));
     QWidget* main = actor.screen(QStringLiteral("main"));
     actor.click(actor.control<QWidget>(main, QStringLiteral("lbllo")));
     actor.picture(actor.screen(QStringLiteral("PC_Link_1")), QStringLiteral("link"));
-    actor.click(actor.control<QWidget>(main, QStringLiteral("Label4")));
-    actor.picture(actor.screen(QStringLiteral("GasBlend")), QStringLiteral("gas"));
 }
 
 void leave(Actor& actor) {
@@ -104,6 +103,7 @@ void walk(Actor& actor, simulator::KdPort& device) {
     tour::publishADive(actor, actor.screen(QStringLiteral("rbmain")));
     tour::downloadDives(actor, device);
     otherScreens(actor);
+    tour::planTheGases(actor, device);
     tour::readTheGuides(actor);
     leave(actor);
 }

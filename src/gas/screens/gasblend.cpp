@@ -15,6 +15,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLayout>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 
@@ -153,7 +154,9 @@ void GasBlend::mnuSave_click() {
     });
 }
 
+/// What was changed a moment ago goes with it: the text is that of a tick now, not of up to a second before.
 void GasBlend::Command1_click() {
+    Timer5_tick();
     act([this] {
         neighbours_.showLinkForSending();
         gas::Command1_click(plan_, neighbours_.setupLink(), say_);
@@ -217,6 +220,9 @@ void GasBlend::showDebug(bool shown) {
     mnuDebug_->setChecked(shown);
     mnuDebugOff_->setChecked(!shown);
     if (!isMaximized() && !isFullScreen()) {
+        // What the hidden texts needed holds no longer.
+        centralWidget()->layout()->activate();
+        layout()->activate();
         resize(firstSize().width(), height());
     }
 }

@@ -4,6 +4,7 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 namespace benthor::gas {
@@ -36,6 +37,33 @@ constexpr std::array<Reading, 11> kReadings{{{"Depth", 0, 1, "m", "ft"},
                                              {"Cells", 10, kNone, "", ""}}};
 /// Shown small behind the last one: what has no heading of its own.
 constexpr std::array<int, 4> kFurther{17, 18, 2, 4};
+
+/// A text that is kept as it came and shown as far as its first line end: the last one of a line brings that,
+/// and the beacon behind it.
+class FirstLine : public QLabel {
+public:
+    QSize sizeHint() const override {
+        const QSize size = fontMetrics().size(Qt::TextSingleLine, shown());
+        return size + QSize(2, 2);
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        Q_UNUSED(event)
+        QPainter painter(this);
+        painter.setFont(font());
+        painter.setPen(look::tokens().text);
+        painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown());
+    }
+
+private:
+    QString shown() const {
+        QString line = text();
+        line.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        return line.section(QLatin1Char('\n'), 0, 0);
+    }
+};
 
 } // namespace
 
@@ -91,7 +119,7 @@ ReadingsPanel::ReadingsPanel(QWidget* parent)
 }
 
 QLabel* ReadingsPanel::number(int label) {
-    auto* made = new QLabel;
+    auto* made = new FirstLine;
     made->setObjectName(QStringLiteral("Label16(%1)").arg(label));
     made->setFont(look::strong(look::numbers(16)));
     Label16_[static_cast<size_t>(label)] = made;
