@@ -11,6 +11,7 @@ GasPlan::GasPlan() {
         rows[i].name = QStringLiteral("Gas %1").arg(i);
         rows[i].O2 = QString::number(kStock[i][0]);
         rows[i].He = QString::number(kStock[i][1]);
+        rows[i].HeColour = kStock[i][1] > 0 ? kLightYellow : kLightCyan;
     }
     rows[0].active = true;
 }

@@ -219,11 +219,10 @@ QString inWords(char16_t letter, const QString& value) {
 QString gasInWords(const QString& block) {
     const int nitrogen = part(block, 2, 3).toInt();
     const int helium = part(block, 6, 3).toInt();
-    return QStringLiteral("%1/%2, %3 m, %4")
+    return QStringLiteral("%1/%2 %3m %4")
         .arg(QString::number(100 - nitrogen - helium), QString::number(helium),
              generaltext(part(block, 10, 4).toInt() / 10.0),
-             part(block, 15, 1) == QLatin1String("1") ? QStringLiteral("active")
-                                                      : QStringLiteral("not active"));
+             part(block, 15, 1) == QLatin1String("1") ? QStringLiteral("on") : QStringLiteral("off"));
 }
 
 } // namespace

@@ -527,8 +527,7 @@ void TestSetuptext::changesAgainstTheDeviceAreNamed() {
     process().depthunit = QStringLiteral("Feet");
     const QList<SetupChange> changes = setupchanges(device, written(plan));
     const QList<SetupChange> expected{
-        {QStringLiteral("Gas 7"), QStringLiteral("18/35, 40 m, not active"),
-         QStringLiteral("16/35, 40 m, active")},
+        {QStringLiteral("Gas 7"), QStringLiteral("18/35 40m off"), QStringLiteral("16/35 40m on")},
         {QStringLiteral("Backlight"), QStringLiteral("Off"), QStringLiteral("Timed")},
         {QStringLiteral("PPO2 Set Point"), QStringLiteral("1.40 bar"), QStringLiteral("1.20 bar")},
         {QStringLiteral("Units"), QStringLiteral("metres"), QStringLiteral("feet")},

@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QMouseEvent>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTextStream>
 
 using namespace benthor;
@@ -149,6 +150,25 @@ void diveScreen(Album& album, const QString& suffix) {
     settle();
 }
 
+/// The gas screen with a gas in hand, in both units, its debug texts and a wide window.
+void gasScreen(Album& album) {
+    const QSize own;
+    control<QAction>("main", "mnuSetupGas")->trigger();
+    for (const char* const box : {"Check1(3)", "Check1(7)", "Option1(7)"}) {
+        control<QAbstractButton>("GasBlend", box)->click();
+    }
+    control<TickTimer>("GasBlend", "Timer5")->expire();
+    album.add("GasBlend", QStringLiteral("GasBlend"), {own, {1024, 700}});
+    control<QAction>("GasBlend", "mnuFeet")->trigger();
+    control<TickTimer>("GasBlend", "Timer5")->expire();
+    control<QTabWidget>("GasBlend", "")->setCurrentIndex(2);
+    control<QAction>("GasBlend", "mnuDebug")->trigger();
+    settle();
+    album.add("GasBlend", QStringLiteral("GasBlend-debug-feet"), {own});
+    control<QAction>("GasBlend", "mnuDebugOff")->trigger();
+    control<QAction>("GasBlend", "mnuMeters")->trigger();
+}
+
 void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     const QSize own;
     album.add("frmSplash", QStringLiteral("frmSplash"), {own});
@@ -190,8 +210,8 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     settle();
 
-    for (const auto& [entry, name] : {std::pair{"mnuSetupGas", "GasBlend"}, std::pair{"mnuAbout", "frmAbout"},
-                                      std::pair{"mnuGets", "frmGetS"}}) {
+    gasScreen(album);
+    for (const auto& [entry, name] : {std::pair{"mnuAbout", "frmAbout"}, std::pair{"mnuGets", "frmGetS"}}) {
         control<QAction>("main", entry)->trigger();
         album.add(name, QLatin1String(name), {own});
     }

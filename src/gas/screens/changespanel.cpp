@@ -32,6 +32,8 @@ ChangesPanel::ChangesPanel(QWidget* parent)
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setDefaultSectionSize(look::scaled(22));
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    table_->setFont(look::caption());
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionMode(QAbstractItemView::NoSelection);
     table_->setFocusPolicy(Qt::NoFocus);
@@ -69,7 +71,9 @@ void ChangesPanel::show(const QString& device, const QString& text, const QStrin
         const std::array<QString, 3> cells{change.setting, change.before.isEmpty() ? unread() : change.before,
                                            change.after};
         for (int col = 0; col < 3; ++col) {
-            table_->setItem(row, col, new QTableWidgetItem(cells[static_cast<size_t>(col)]));
+            auto* item = new QTableWidgetItem(cells[static_cast<size_t>(col)]);
+            item->setToolTip(item->text());
+            table_->setItem(row, col, item);
         }
     }
 }

@@ -105,6 +105,10 @@ void GasBlend::buildBody() {
     connect(form_, &SettingsForm::maximumEdited, this,
             [this](const QString& text) { act([this, &text] { setmaxppo2(plan_, text, say_); }); });
 
+    // The rows of the gases keep their height; what is below takes what is left.
+    table_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    readings_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    changes_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     auto* left = new QVBoxLayout;
     left->setSpacing(look::spaceSmall);
     auto* gases = new look::Card;
@@ -249,9 +253,10 @@ void GasBlend::buildHidden() {
 }
 
 QSize GasBlend::firstSize() const {
-    const int needed = centralWidget()->minimumSizeHint().width();
+    const QSize needed = centralWidget()->minimumSizeHint();
     const int told = debug_->isHidden() ? kWidth : kDebugWidth;
-    return {std::max(look::scaled(told), needed), look::scaled(kHeight)};
+    return {std::max(look::scaled(told), needed.width()),
+            std::max(look::scaled(kHeight), needed.height() + menuBar()->sizeHint().height())};
 }
 
 } // namespace benthor::gas
