@@ -92,6 +92,7 @@ private slots:
     void captionsAndToolTipsAreAsTold();
     void listsHoldTheirItems();
     void theTimerBeatsEachSecond();
+    void theScreenOpensAtItsOwnPlace();
     void theFirstStartShowsDefaults();
 
     void typingMovesTheOtherCells();
@@ -209,6 +210,23 @@ void TestGasBlend::theTimerBeatsEachSecond() {
     Stage stage;
     QCOMPARE(stage.control<platform::TickTimer>("Timer5")->interval(), 1000);
     QVERIFY(stage.control<platform::TickTimer>("Timer5")->isEnabled());
+}
+
+/// 2955 and 760 twips from the display's corner, whatever the user did with it before; but never off the
+/// display.
+void TestGasBlend::theScreenOpensAtItsOwnPlace() {
+    const TestSettings settings;
+    const TestFolder folder;
+    FakeLink link;
+    for (int run = 0; run < 2; ++run) {
+        GasBlend screen(link);
+        screen.showScreen();
+        const QRect display = screen.screen()->availableGeometry();
+        QVERIFY(std::abs(screen.x() - std::min(197, display.right() + 1 - screen.width())) <= 4);
+        QVERIFY(std::abs(screen.y() - std::min(51, display.bottom() + 1 - screen.height())) <= 4);
+        screen.move(0, 0);
+        screen.unload();
+    }
 }
 
 void TestGasBlend::theFirstStartShowsDefaults() {

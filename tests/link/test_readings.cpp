@@ -1,3 +1,4 @@
+#include "link/linkstate.h"
 #include "link/readings.h"
 
 #include <QFile>
@@ -119,6 +120,62 @@ private slots:
         QCOMPARE(textOf(readings, 30), "(left)");
         QCOMPARE(readings.visible[29], std::optional(true));
         QCOMPARE(readings.visible[30], std::optional(false));
+    }
+
+    void theAnswerEndsItsWaiting() {
+        LinkState link;
+        link.Timer6 = true;
+        link.rxbuf.append("J");
+        QVERIFY(!Timer6_tick(link));
+        QCOMPARE(link.Text4.bytes(), "J"); // the view follows what comes
+        QVERIFY(link.Timer6);
+        link.rxbuf.append("R0000,0100,1,0130");
+        const auto readings = Timer6_tick(link);
+        QVERIFY(readings.has_value());
+        QCOMPARE(textOf(*readings, 0), "9.38");
+        QVERIFY(!link.Timer6);
+        QCOMPARE(link.AFLabel3.text, "Status Update");
+        QCOMPARE(link.AFLabel3.colour, benthor::platform::kToldCyan);
+        QVERIFY(!link.rxbuf.isEmpty()); // an answer stays in the view
+    }
+
+    void withoutAnAnswerTheTickGoesOn() {
+        LinkState link;
+        link.Timer6 = true;
+        for (int tick = 0; tick < 200; ++tick) {
+            link.rxbuf.append("PP");
+            QVERIFY(!Timer6_tick(link));
+        }
+        QVERIFY(link.Timer6);
+    }
+
+    void anUnaskedLineIsTakenAndCleared() {
+        LinkState link;
+        link.rxbuf.append("PPPR-001,0320,1,0130,J00001PPP");
+        QVERIFY(!Timer7_tick(link)); // the view has not taken it yet
+        link.Text4.follow(link.rxbuf);
+        const auto readings = Timer7_tick(link);
+        QVERIFY(readings.has_value());
+        QCOMPARE(textOf(*readings, 0), "30.00");
+        QVERIFY(link.Text4.isEmpty() && link.rxbuf.isEmpty());
+        QCOMPARE(link.AFLabel3.text, "Status Update");
+    }
+
+    void whileAnAnswerIsAwaitedUnaskedLinesWait() {
+        LinkState link;
+        link.Timer6 = true;
+        link.Text4.assign("R-001,0320,1,0130,J");
+        QVERIFY(!Timer7_tick(link));
+        QVERIFY(!link.Text4.isEmpty());
+    }
+
+    void halfALineHidesTheLabelsBehindIt() {
+        LinkState link;
+        link.Text4.assign("J R-001,0320");
+        const auto readings = Timer7_tick(link);
+        QVERIFY(readings.has_value());
+        QCOMPARE(readings->visible[21], std::optional(false));
+        QVERIFY(!readings->texts[9].has_value());
     }
 
     void randomTextHarmsNothing() {

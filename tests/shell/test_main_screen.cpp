@@ -15,20 +15,6 @@ using benthor::process;
 using benthor::shell::MainScreen;
 using namespace benthor::tests;
 
-namespace {
-
-/// The tip that the panel shows: its only text that begins so.
-QString tipInPanel(MainStage& stage) {
-    for (QLabel* label : stage.control("Frame4")->findChildren<QLabel*>()) {
-        if (label->text().startsWith(QLatin1String("Tip "))) {
-            return label->text();
-        }
-    }
-    return {};
-}
-
-} // namespace
-
 class TestMainScreen : public QObject {
     Q_OBJECT
 
@@ -63,14 +49,6 @@ private slots:
     void theOldReprogrammingEntryOpensNothing();
     void gettingStartedIsWrittenAndShown();
     void tipsAreTurnedOnAndShown();
-    void theTipsPanelOpensStepsAndCloses();
-    void theTipsPanelFollowsTheTipsScreen();
-    void aTipsScreenThatIsClosedLeavesItsTipInThePanel();
-    void anotherStoreIsOpenedForTheList();
-    void aCancelledStoreChangesNothing();
-    void aStoreThatCannotBeShownIsNamed();
-    void theHiddenCompactionClosesTheQueriesAndEnds();
-    void aJournalThatWasLeftDoesNotGetIntoTheBackup();
     void captionsAndToolTipsStandAsTold();
     void timersStandAsTold();
 };
@@ -453,108 +431,6 @@ void TestMainScreen::tipsAreTurnedOnAndShown() {
              1);
     QCOMPARE(stage.neighbours.asked, QStringList{"showTips"});
     QVERIFY(stage.control("Frame4")->isVisible());
-}
-
-void TestMainScreen::theTipsPanelOpensStepsAndCloses() {
-    MainStage stage;
-    stage.main->showScreen();
-    QVERIFY(!stage.control("Frame4")->isVisible());
-    stage.click("Label10(0)");
-    QVERIFY(stage.control("Frame4")->isVisible());
-    QCOMPARE(tipInPanel(stage), "Tip 1:   \nthe text");
-    stage.click("cmdNextTip");
-    QCOMPARE(tipInPanel(stage), "Tip 2:   \nthe text");
-    stage.click("Label10(1)");
-    QCOMPARE(tipInPanel(stage), "Tip 3:   \nthe text");
-    emit stage.control<benthor::look::ClickableLabel>("Image4")->clicked();
-    QCOMPARE(tipInPanel(stage), "Tip 4:   \nthe text");
-    QCOMPARE(stage.control<QPushButton>("cmdNextTip")->text(), "&Next Tip");
-    stage.main->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(stage.main));
-    stage.control("cmdNextTip")->setFocus();
-    QTest::keyClick(stage.control("cmdNextTip"), Qt::Key_Escape);
-    QTRY_VERIFY(!stage.control("Frame4")->isVisible());
-    stage.click("Label6");
-    QVERIFY(stage.control("Frame4")->isVisible());
-}
-
-void TestMainScreen::theTipsPanelFollowsTheTipsScreen() {
-    MainStage stage;
-    stage.main->showScreen();
-    stage.click("Label10(0)");
-    stage.neighbours.tip = 9;
-    stage.main->Timer1_tick();
-    QCOMPARE(tipInPanel(stage), "Tip 9:   \nthe text");
-}
-
-void TestMainScreen::aTipsScreenThatIsClosedLeavesItsTipInThePanel() {
-    MainStage stage;
-    stage.main->showScreen();
-    stage.click("Label10(0)");
-    stage.neighbours.tip = 9;
-    stage.neighbours.tipsLoaded = false;
-    stage.main->Timer1_tick();
-    QCOMPARE(tipInPanel(stage), "Tip 1:   \nthe text");
-}
-
-void TestMainScreen::anotherStoreIsOpenedForTheList() {
-    MainStage stage;
-    stage.main->showScreen();
-    stage.neighbours.asked.clear();
-    stage.dialogs.answerFile(QStringLiteral("/media/stick/rb.mdb"));
-    stage.action("mnuOpen")->trigger();
-    QCOMPARE(stage.dialogs.asked().size(), 1);
-    QCOMPARE(stage.dialogs.asked().first().title, "Open");
-    QCOMPARE(stage.dialogs.asked().first().folder, "/");
-    QCOMPARE(stage.dialogs.asked().first().filter, "mdb (*.mdb)|*.mdb|All Files (*.*)|*.*");
-    QCOMPARE(process().storepath, "/media/stick/rb.mdb");
-    QCOMPARE(stage.neighbours.asked, QStringList{"reopenDiveList"});
-    QCOMPARE(process().database.path(), stage.folder.path("rb.mdb"));
-}
-
-void TestMainScreen::aCancelledStoreChangesNothing() {
-    MainStage stage;
-    stage.main->showScreen();
-    stage.neighbours.asked.clear();
-    stage.action("mnuOpen")->trigger();
-    QCOMPARE(process().storepath, "");
-    QCOMPARE(stage.neighbours.asked, QStringList());
-}
-
-void TestMainScreen::aStoreThatCannotBeShownIsNamed() {
-    MainStage stage;
-    stage.main->showScreen();
-    stage.neighbours.listFault = QStringLiteral("it is a letter");
-    stage.dialogs.answerFile(QStringLiteral("/media/stick/letter.mdb"));
-    stage.action("mnuOpen")->trigger();
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    QVERIFY(stage.dialogs.messages().first().contains(QLatin1String("/media/stick/letter.mdb")));
-    QVERIFY(stage.dialogs.messages().first().contains(QLatin1String("it is a letter")));
-}
-
-void TestMainScreen::theHiddenCompactionClosesTheQueriesAndEnds() {
-    MainStage stage;
-    stage.main->showScreen();
-    QVERIFY(!stage.control("Command5")->isVisible());
-    process().mainrecordset = process().database.openRecordset("SELECT * FROM Display ");
-    process().countrecordset = process().database.openRecordset("SELECT COUNT(*) FROM main ");
-    const QByteArray before = benthor::platform::readFile(stage.folder.path("rb.mdb")).value();
-    stage.control<QPushButton>("Command5")->click();
-    QVERIFY(!process().mainrecordset.isOpen());
-    QVERIFY(!process().countrecordset.isOpen());
-    QCOMPARE(benthor::platform::readFile(stage.folder.path("rb.mdb")).value(), before);
-    QVERIFY(process().database.isOpen());
-    QCOMPARE(stage.dialogs.asked().size(), 0);
-}
-
-void TestMainScreen::aJournalThatWasLeftDoesNotGetIntoTheBackup() {
-    MainStage stage(TestFolder::Store::Missing);
-    benthor::store::createStore(stage.folder.path("backup.mdb"));
-    QVERIFY(benthor::platform::writeFileWhole(stage.folder.path("rb.mdb-journal"), "of another store"));
-    stage.dialogs.answer(true);
-    stage.main->showScreen();
-    QVERIFY(!stage.folder.has("rb.mdb-journal"));
-    QVERIFY(process().database.isOpen());
 }
 
 void TestMainScreen::captionsAndToolTipsStandAsTold() {

@@ -57,6 +57,7 @@ protected:
     void loading() override;
     void unloading() override;
     QSize firstSize() const override;
+    std::optional<QPoint> ownPlace() const override { return QPoint(197, 51); }
 
 private:
     // gasblend_layout.cpp

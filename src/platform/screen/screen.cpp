@@ -131,12 +131,13 @@ void Screen::restorePlace() {
     for (const QScreen* display : displays) {
         areas += display->availableGeometry();
     }
-    const QRect remembered = userSettings().rectangle(QStringLiteral("Windows"), objectName());
+    const QRect remembered = ownPlace() ? QRect(*ownPlace(), firstSize())
+                                        : userSettings().rectangle(QStringLiteral("Windows"), objectName());
     setGeometry(windowPlace(remembered, firstSize(), areas));
 }
 
 void Screen::rememberPlace() const {
-    if (placed_ && !isMinimized()) {
+    if (placed_ && !isMinimized() && !ownPlace()) {
         userSettings().setRectangle(QStringLiteral("Windows"), objectName(),
                                     isMaximized() ? normalGeometry() : geometry());
     }

@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include <optional>
+
 namespace benthor::platform {
 
 /// A top-level window with the life of a screen: loaded (its controls are there and can be read), shown,
@@ -49,6 +51,9 @@ protected:
 
     /// Size of the window when it is shown for the first time.
     virtual QSize firstSize() const { return {1180, 640}; }
+
+    /// Where the window opens each time, for a screen that sets its own place; it is then not remembered.
+    virtual std::optional<QPoint> ownPlace() const { return std::nullopt; }
 
     /// Lets waiting events run, input and ticks included. False when the screen was unloaded meanwhile: the
     /// routine that asked then ends.
