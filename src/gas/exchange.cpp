@@ -187,9 +187,10 @@ void Command2_click(GasPlan& plan, link::SetupLink& link, const Say& say) {
     Command1_click(plan, link, say);
 }
 
-bool mnuSave(GasPlan& plan, const QString& path, const Say& say) {
+QString mnuSave(GasPlan& plan, const std::function<QString()>& askPath, const Say& say) {
     buildgasblock(plan, say);
-    return platform::writeFileWhole(path, savedfile(plan.Text7)).ok();
+    const QString path = askPath();
+    return path.isEmpty() ? QString() : platform::writeFileWhole(path, savedfile(plan.Text7)).error;
 }
 
 void closegas(GasPlan& plan, const ProgramFolder& folder, link::SetupLink& link, const Say& say) {

@@ -31,19 +31,20 @@ TextSource opengas(GasPlan& plan, const platform::ProgramFolder& folder, const S
 void Timer5_tick(GasPlan& plan, GasShown& shown, const link::SetupLink& link, bool visible,
                  const QDateTime& now, const Ask& ask, const Say& say);
 
-/// Reads a setup: that received from the device (mode 1, which is first written to its file), or that of the file
-/// `path`.
+/// Reads a setup: that received from the device (mode 1, which is first written to its file), or that of the
+/// file `path`.
 void mnuopensource(GasPlan& plan, const platform::ProgramFolder& folder, int mode, const QString& path,
                    const Say& say);
 
-/// Sends the setup, unless a guard keeps it back: then a box says why, and not a byte leaves. The link's screen is
-/// in front by then.
+/// Sends the setup, unless a guard keeps it back: then a box says why, and not a byte leaves. The link's
+/// screen is in front by then.
 void Command1_click(GasPlan& plan, link::SetupLink& link, const Say& say);
 /// The spare of the same act: with a gas block in hand it empties the text first.
 void Command2_click(GasPlan& plan, link::SetupLink& link, const Say& say);
 
-/// Writes the setup text under a name, its gas block built anew but not yet in it. False when it cannot be written.
-bool mnuSave(GasPlan& plan, const QString& path, const Say& say);
+/// Builds the gas block anew, asks for a path (empty: cancelled) and writes the setup text there, as the last
+/// tick left it. Returns why it could not be written.
+QString mnuSave(GasPlan& plan, const std::function<QString()>& askPath, const Say& say);
 
 /// What a closing screen leaves behind: the text for the next start, the text in hand for the device, and the
 /// link's text to send.

@@ -23,10 +23,11 @@ bool holdsunasked(const QByteArray& text);
 
 struct LinkState;
 
-/// The tick that waits for the answer to a readings request: the receive view follows what comes, and the first
-/// answer ends the waiting. Nothing where no line is there.
+/// The tick that waits for the answer to a readings request: the receive view follows what comes, and the
+/// first answer ends the waiting. Nothing where no line is there.
 std::optional<Readings> Timer6_tick(LinkState& link);
-/// The tick that looks for lines sent unasked, while no answer is waited for. A line that was taken is cleared away.
+/// The tick that looks for lines sent unasked, while no answer is waited for. A line that was taken is
+/// cleared away.
 std::optional<Readings> Timer7_tick(LinkState& link);
 
 /// Converts the fields of a line, parted by commas, to the labels.

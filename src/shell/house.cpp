@@ -202,8 +202,9 @@ struct House::Rooms : Neighbours, gas::GasNeighbours {
     void connectLinkToGas(link::PC_Link_1* screen) {
         QObject::connect(screen, &link::PC_Link_1::setupArrived, &house,
                          [this](const QByteArray& text) { GasBlend.get().receiveSetup(text); });
-        QObject::connect(screen, &link::PC_Link_1::readingsArrived, &house,
-                         [this](const link::Readings& readings) { GasBlend.get().receiveReadings(readings); });
+        QObject::connect(
+            screen, &link::PC_Link_1::readingsArrived, &house,
+            [this](const link::Readings& readings) { GasBlend.get().receiveReadings(readings); });
     }
 
     void connectLinkToMain(link::PC_Link_1* screen) {

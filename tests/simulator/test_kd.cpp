@@ -74,8 +74,9 @@ private slots:
         QTest::newRow("setup of more than 100 per cent")
             << setupCommand(newSetup().replace(1, 7, "079 090")) << QByteArray("g");
         QTest::newRow("readings") << QByteArray("J")
-                                  << QByteArray("R0000,0100, 1 ,0130,M0000,T0023,A00214,B00130,C00131,D00143,E00168,"
-                                                "F00831,G00302,H00130,I00129,J00012,SURFACE\r\n");
+                                  << QByteArray(
+                                         "R0000,0100, 1 ,0130,M0000,T0023,A00214,B00130,C00131,D00143,E00168,"
+                                         "F00831,G00302,H00130,I00129,J00012,SURFACE\r\n");
         QTest::newRow("book") << QByteArray("Btext\x1B * * ") << QByteArray("bWait..+++");
         QTest::newRow("name") << "A^" + QByteArray("Ada").leftJustified(32) + "B*@ " + QByteArray(30, 'C') +
                                      "\r\n"

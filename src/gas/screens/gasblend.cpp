@@ -144,12 +144,13 @@ void GasBlend::mnuOpen_click() {
 
 void GasBlend::mnuSave_click() {
     act([this] {
-        buildgasblock(plan_, say_);
-        const QString path =
-            dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(), mitFilter());
-        if (!path.isEmpty() && !mnuSave(plan_, path, say_)) {
-            dialogs().message(this, QStringLiteral("The file %1 cannot be written.").arg(path),
-                              platform::BoxKind::Warning);
+        const auto askPath = [this] {
+            return dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(),
+                                      mitFilter());
+        };
+        const QString error = mnuSave(plan_, askPath, say_);
+        if (!error.isEmpty()) {
+            dialogs().message(this, error, platform::BoxKind::Warning);
         }
     });
 }

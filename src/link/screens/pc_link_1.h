@@ -72,8 +72,8 @@ signals:
     void importAfterLeaving(); ///< unload, the main screen comes forward, its import entry
     void setupArrived(const QByteArray& text);
     void readingsArrived(const benthor::link::Readings& readings); ///< a line of live readings
-    void hintForMain(const QString& text); ///< for `lbltotaldive` of the main screen
-    void statusPainted();                  ///< the status label of the main screen may follow
+    void hintForMain(const QString& text);                         ///< for `lbltotaldive` of the main screen
+    void statusPainted(); ///< the status label of the main screen may follow
 
 protected:
     void loading() override;

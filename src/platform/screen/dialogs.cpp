@@ -27,6 +27,11 @@ QMessageBox::Icon iconOf(BoxKind kind) {
     return QMessageBox::NoIcon;
 }
 
+/// Lines as a label shows them, whichever way they end.
+QString shownLines(QString text) {
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
 /// A box hangs on a window that can be seen; on a hidden one it would stand behind everything.
 QWidget* visibleWindow(QWidget* parent) {
     return (parent != nullptr && parent->window()->isVisible()) ? parent->window() : nullptr;
@@ -36,7 +41,7 @@ class RealDialogs : public Dialogs {
 public:
     void message(QWidget* parent, const QString& text, BoxKind kind, const QString& title) override {
         const TickHold hold;
-        QMessageBox box(iconOf(kind), title.isEmpty() ? QStringLiteral("Benthor") : title, text,
+        QMessageBox box(iconOf(kind), title.isEmpty() ? QStringLiteral("Benthor") : title, shownLines(text),
                         QMessageBox::Ok, visibleWindow(parent));
         box.setTextFormat(Qt::PlainText);
         box.exec();
