@@ -26,7 +26,6 @@ using platform::ProgramFolder;
 
 namespace {
 
-constexpr int kReadingsTab = 1;
 constexpr int kChangesTab = 2;
 
 QString mitFilter() {

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QRadioButton>
-#include <QSignalBlocker>
 
 namespace benthor::gas {
 

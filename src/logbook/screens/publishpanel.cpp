@@ -49,10 +49,10 @@ PublishPanel::PublishPanel(QWidget* parent)
     Option1_->setObjectName(QStringLiteral("Option1"));
     Text2_->setObjectName(QStringLiteral("Text2"));
     Text2_->setPlaceholderText(QStringLiteral("Mail address"));
-    Text2_->setAccessibleName(Text2_->placeholderText());
+    Text2_->setAccessibleName(QStringLiteral("Mail address"));
     Text3_->setObjectName(QStringLiteral("Text3"));
     Text3_->setPlaceholderText(QStringLiteral("What you want to say about the dive"));
-    Text3_->setAccessibleName(Text3_->placeholderText());
+    Text3_->setAccessibleName(QStringLiteral("What you want to say about the dive"));
     Text3_->setTabChangesFocus(true);
     Text3_->setFixedHeight(look::scaled(kNoteHeight));
     send_->setProperty("primary", true);
