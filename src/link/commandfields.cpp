@@ -1,31 +1,18 @@
+#include "link/commandfields.h"
+
 #include "link/console.h"
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace benthor::link {
 
 namespace {
 
-/// What a choice puts into the command fields.
-struct Choice {
-    int option;
-    const char* command;
-    const char* expected;
-    std::optional<const char*> prefix; ///< none: stays as it was
-    const char* data;
-    int dataLimit;
-    const char* trailer;
-    const char* replytag;
-    int replywidth;
-    bool file; ///< the file box is shown: a body follows
-};
-
 constexpr const char* kSeconds = " secs";
 constexpr const char* kNameTrailer = "B*@ CCCCCCCCCCCCCCCCCCCCCCCCCCCCCC\r\n"; // thirty letters C
 
-constexpr std::array<Choice, 11> choices{{
+constexpr std::array<CommandFields, 11> choices{{
     {0, "L", "l", "", "", 1, "", "", 0, true},
     {1, "R", "", "", "", 1, "", "r", 3, false},
     {2, "S", "s", "", "005", 3, "F\r\n", "+^+", 5, false},
@@ -51,7 +38,7 @@ void hidereply(Console& console) {
     console.mnuEditEnabled = false;
 }
 
-void showfields(Console& console, const Choice& choice) {
+void showfields(Console& console, const CommandFields& choice) {
     const bool name = choice.option == kChoiceUserId;
     const bool other = choice.option == kChoiceOther;
     const bool answered = *choice.replytag != '\0';
@@ -67,13 +54,18 @@ void showfields(Console& console, const Choice& choice) {
 
 } // namespace
 
+const CommandFields* commandfields(int option) {
+    const auto* choice = std::find_if(choices.begin(), choices.end(), [option](const CommandFields& known) {
+        return known.option == option;
+    });
+    return choice == choices.end() ? nullptr : choice;
+}
+
 void preparecommand(LinkState& link) {
     Console& console = link.console;
     hidereply(console);
-    const auto* choice = std::find_if(choices.begin(), choices.end(), [&console](const Choice& known) {
-        return known.option == console.option;
-    });
-    if (choice == choices.end()) {
+    const CommandFields* choice = commandfields(console.option);
+    if (choice == nullptr) {
         return;
     }
     console.Text3 = QLatin1String(choice->command);

@@ -21,6 +21,7 @@
 
 #include <QImage>
 #include <QMenuBar>
+#include <QShowEvent>
 #include <QStackedWidget>
 
 namespace benthor::link {

@@ -1,0 +1,171 @@
+// What the user does: keys of the device, the choice of an image, commands by hand.
+
+#include "firmware/session.h"
+#include "link/commandfields.h"
+#include "link/console.h"
+#include "platform/files.h"
+
+namespace benthor::firmware {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int kNines = 21;
+constexpr int kRestarts = 200;
+constexpr int kPolls = 100000; ///< about ten seconds on a silent line
+constexpr auto kPollWait = 100us;
+constexpr int kPollsBetweenPaints = 500;
+
+QString textFilter() {
+    return QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+}
+
+/// One byte after the other, so that the device's own pace shows in the count.
+void restart(ReprogState& state, ReprogHost& host) {
+    for (int press = 1; press <= kRestarts && host.MSComm1().PortOpen(); ++press) {
+        host.MSComm1().Output("Q");
+        sayinplace(state, "restarting...  " + QByteArray::number(press));
+        if (!host.repaint()) {
+            return;
+        }
+    }
+}
+
+void refresh(ReprogState& state, ReprogHost& host) {
+    if (!host.MSComm1().PortOpen() && !state.Text6.isEmpty() && openport(state, host, state.Text6)) {
+        freecontrols(state);
+    }
+    host.MSComm1().Output(bytesofkey(kKeyRefresh));
+    sayinplace(state, {});
+}
+
+/// Each poll adds what waits, until the reply is in the text.
+bool awaitreply(ReprogState& state, ReprogHost& host, bool& closed) {
+    const QByteArray expected = state.fields.Text8.toLatin1();
+    for (int poll = 0; poll <= kPolls; ++poll) {
+        takereply(state, host);
+        if (expected.isEmpty() || state.Text4.holds(expected)) {
+            return true;
+        }
+        host.MSComm1().waitForInput(kPollWait);
+        if (poll % kPollsBetweenPaints == 0 && !host.repaint()) {
+            closed = true;
+            return false;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+QByteArray bytesofkey(size_t key) {
+    switch (key) {
+    case kKeyYes:
+        return "Y";
+    case kKeyNo:
+        return "N";
+    case kKeyErase:
+        return "&";
+    case kKeyRefresh:
+        return "1";
+    case kKeyContinue:
+        return "2";
+    case kKeyQuit:
+        return "Q";
+    case kKeyEnter:
+        return "R1";
+    case kKeyRetry:
+        return QByteArray(kNines, '9') + '&';
+    case kKeyRestart:
+        return QByteArray(kRestarts, 'Q');
+    default:
+        return {};
+    }
+}
+
+void SendCh_click(ReprogState& state, ReprogHost& host, size_t key) {
+    state.ProgressBar1.value = 0;
+    state.pollflag = true;
+    if (key == kKeyRefresh) {
+        refresh(state, host);
+    } else if (key == kKeyRestart) {
+        restart(state, host);
+    } else {
+        for (const char one : bytesofkey(key)) {
+            host.MSComm1().Output(QByteArrayView(&one, 1));
+        }
+    }
+}
+
+void chooseimage(ReprogState& state, const QString& path) {
+    state.Text5 = path;
+    state.lastimage = path;
+    state.filechosen = true;
+    refreshchecksums(state);
+}
+
+void Command7_click(ReprogState& state, ReprogHost& host) {
+    const QString path =
+        host.openFile(QStringLiteral("Text Files (*.sog)|*.sog|All Files (*.*)|*.*"), state.reprogfolder);
+    if (!path.isEmpty()) {
+        chooseimage(state, path);
+    }
+}
+
+void Check1_click(ReprogState& state, ReprogHost& host, bool checked) {
+    state.baud9600 = checked;
+    host.MSComm1().setSettings(portsettings(state));
+}
+
+/// The count begins anew, so that none that stood still keeps the send locked.
+void mnuAutoRefresh_click(ReprogState& state, bool checked) {
+    state.autorefresh = checked;
+    state.noanswer = 0;
+}
+
+void Option1_click(ReprogState& state, int option) {
+    SendFields fields;
+    fields.option = option;
+    const link::CommandFields* known = link::commandfields(option);
+    if (known != nullptr && option != link::kChoiceQuit) {
+        fields.Text3 = QLatin1String(known->command);
+        fields.Text8 = QLatin1String(known->expected);
+        fields.Text11 = QLatin1String(known->prefix.value_or(""));
+        fields.Text9 = QLatin1String(known->data);
+        fields.Text9MaxLength = known->dataLimit;
+        fields.Text10 = QLatin1String(known->trailer);
+    }
+    state.fields = fields;
+}
+
+void Command4_click(ReprogState& state, ReprogHost& host) {
+    state.pollflag = true;
+    if (!state.fields.Text3.isEmpty()) {
+        host.MSComm1().Output(state.fields.Text3.toLatin1());
+    }
+}
+
+void Command2_click(ReprogState& state, ReprogHost& host) {
+    state.ProgressBar1.value = 0;
+    Command4_click(state, host);
+    bool closed = false;
+    if (awaitreply(state, host, closed)) {
+        Command5_click(state, host);
+    } else if (!closed) {
+        host.message(QStringLiteral("No Response - Check Connection"), QStringLiteral("No Response"));
+    }
+}
+
+void Command3_click(ReprogState& state, ReprogHost& host) {
+    const QString path = host.saveFile(textFilter(), QStringLiteral("new"));
+    if (path.isEmpty()) {
+        return;
+    }
+    const platform::FileResult written = platform::writeFileWhole(path, state.Text4.bytes());
+    if (!written) {
+        host.message(QStringLiteral("The text can't be saved: ") + written.error, {});
+    }
+}
+
+} // namespace benthor::firmware
