@@ -75,6 +75,8 @@ CheckValues checkvalues(const QString& path, const QByteArray& list, QIODevice* 
     int number = 0;
     if (image != nullptr) {
         values.length = image->size();
+        char first = 0;
+        values.firstbyte = image->getChar(&first) ? static_cast<unsigned char>(first) : -1;
         if (const std::optional<int> stored = storedvalue(*image)) {
             number = *stored;
             values.stored4 = fourdigits(number);

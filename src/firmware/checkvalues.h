@@ -20,6 +20,7 @@ struct CheckValues {
     QString listed4;     ///< what the list says; empty: nothing
     QString stored4;     ///< what the image's last two bytes say; empty where they hold no value
     qint64 length = -1;  ///< of the image, in bytes; -1: it can't be read
+    int firstbyte = -1;  ///< of the image; -1: it has none
     bool operator==(const CheckValues&) const = default;
 };
 

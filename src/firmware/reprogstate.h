@@ -70,6 +70,7 @@ struct SendFields {
 struct ReprogState {
     bool idleflag = false; ///< the controls are free; false while a send runs or no port is known
     bool pollflag = false; ///< the tick collects replies
+    bool sending = false;  ///< a send runs: nothing can be worked
     int blinkcount = 0;
     /// 0 idle; -1 stopped more than 2000 bytes short; -2 read-back not satisfied; 1 sent to the end; from 2
     /// on the ticks of the final wait, up to 61.

@@ -45,6 +45,7 @@ void beginsend(ReprogState& state) {
     state.SendCh[kKeyRestart] = {false, kButtonGrey};
     state.Label4[kLampResult] = {QStringLiteral("KD Not Programmed"), platform::kToldRed};
     lockcontrols(state);
+    state.sending = true;
     state.pollflag = false;
     // Neither the mark nor the value of a send before this one may speak for it.
     state.sentmark = false;

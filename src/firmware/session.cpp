@@ -30,6 +30,7 @@ void lockcontrols(ReprogState& state) {
 
 void freecontrols(ReprogState& state) {
     state.idleflag = true;
+    state.sending = false;
     state.pollflag = true;
     state.Label5Visible = false;
 }
@@ -76,7 +77,20 @@ void openreprog(ReprogState& state, ReprogHost& host, const QString& programfold
                  {});
     Option1_click(state, kNoCommand);
     host.MSComm1().setInputLen(kInputAtOnce);
-    const QString number = host.rememberedPort();
+    beginrun(state, host, host.rememberedPort(), false);
+}
+
+void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal) {
+    state.rehearsal = rehearsal;
+    state.sendstate = 0;
+    state.sentmark = false;
+    state.recoveryflag = false;
+    state.noanswer = 0;
+    state.counted = 0;
+    state.Text14.clear();
+    state.Text14Colour = kButtonGrey;
+    state.Text6 = number;
+    sayinplace(state, {});
     if (number.isEmpty()) {
         lockcontrols(state);
         return;

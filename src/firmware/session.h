@@ -16,6 +16,9 @@ namespace benthor::firmware {
 /// the port that is remembered, and a first request for the status.
 void openreprog(ReprogState& state, ReprogHost& host, const QString& programfolder);
 void closereprog(ReprogState& state, ReprogHost& host);
+/// Begins anew on another port, the image and what the user chose kept: nothing of what was heard or sent
+/// before counts. `number` empty: no port, the controls are busy.
+void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal);
 /// Opens the port of that number at the speed chosen. False when it can't be opened.
 bool openport(ReprogState& state, ReprogHost& host, const QString& number);
 

@@ -15,6 +15,7 @@
 #include "platform/instancelock.h"
 #include "platform/programfolder.h"
 #include "platform/screen/screenslot.h"
+#include "shell/house_rehearsal.h"
 #include "shell/process.h"
 #include "shell/screens/main_screen.h"
 #include "shell/screens/neighbours.h"
@@ -27,7 +28,7 @@ namespace benthor::shell {
 using platform::Screen;
 using platform::ScreenSlot;
 
-struct House::Rooms : Neighbours, gas::GasNeighbours {
+struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbours {
     Rooms(House& owner, link::LinkLines serialLines)
         : house(owner)
         , lines(std::move(serialLines))
@@ -39,6 +40,8 @@ struct House::Rooms : Neighbours, gas::GasNeighbours {
     bool ending = false; ///< the main screen goes: nothing shows it again
     bool ended = false;
     int handovers = 0;
+    QString lastimage; ///< firmware image chosen last
+    Rehearsal rehearsal;
     guides::frmTip::Opened tipsOpened =
         guides::frmTip::Opened::ByUser; ///< how the next tips screen is opened
 
@@ -74,7 +77,9 @@ struct House::Rooms : Neighbours, gas::GasNeighbours {
     ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
     ScreenSlot<logbook::rbdetails> rbdetails{[this] { return makeDetails(); }};
     ScreenSlot<logbook::rbmain> rbmain{[this] { return makeDiveList(); }};
-    ScreenSlot<firmware::ReProg_Link> ReProg_Link{[this] { return make<firmware::ReProg_Link>(); }};
+    ScreenSlot<firmware::ReProg_Link> ReProg_Link{[this] {
+        return make<firmware::ReProg_Link>(static_cast<firmware::FirmwareNeighbours&>(*this), lines);
+    }};
     ScreenSlot<firmware::RunProg> RunProg{[this] { return make<firmware::RunProg>(); }};
     ScreenSlot<firmware::BlinkForm> BlinkForm{[this] { return make<firmware::BlinkForm>(); }};
     ScreenSlot<guides::frmSplash> frmSplash{[this] { return makeSplash(); }};
@@ -249,6 +254,29 @@ struct House::Rooms : Neighbours, gas::GasNeighbours {
         PC_Link_1.showInFront();
         PC_Link_1.get().layFace();
     }
+
+    // --- what the firmware screen asks
+
+    void leaveToMain() override {
+        const Handover handover(*this);
+        main.showInFront(); // it closes the firmware screen as it loads
+        ReProg_Link.unload();
+    }
+    void showRunningPrograms() override { RunProg.showInFront(); }
+    QString lastImage() override { return lastimage; }
+    void setLastImage(const QString& path) override { lastimage = path; }
+    bool blinkVisible() override { return BlinkForm.isVisible(); }
+    void showBlink() override { BlinkForm.show(); }
+    void hideBlink() override {
+        if (BlinkForm.isLoaded()) {
+            BlinkForm.get().hide();
+        }
+    }
+    void unloadBlink() override { BlinkForm.unload(); }
+    int startRehearsal(const QByteArray& checkvalue, bool kd, int baud, QString& error) override {
+        return rehearsal.start(checkvalue, kd, baud, error);
+    }
+    void stopRehearsal() override { rehearsal.stop(); }
 
     // --- what the main screen asks
 

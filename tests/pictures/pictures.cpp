@@ -9,6 +9,7 @@
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/house.h"
+#include "tests/pictures/firmwarepictures.h"
 #include "tests/pictures/linkpictures.h"
 #include "tests/support/scripteddialogs.h"
 
@@ -29,6 +30,7 @@ using platform::TickTimer;
 namespace {
 
 const QList<QSize> kSizes{{1024, 700}, {1920, 1080}};
+const QList<QSize> kFirmwareSizes{{1120, 744}, {1024, 700}};
 const QList<QSize> kLinkSizes{{1024, 700}, {1180, 760}};
 
 Screen* screen(const char* name) {
@@ -169,6 +171,12 @@ void gasScreen(Album& album) {
     control<QAction>("GasBlend", "mnuMeters")->trigger();
 }
 
+void takeFirmware(Album& album) {
+    tests::takeFirmwareScreens([&album](QWidget* window, const char* name) {
+        album.add(window, QLatin1String(name), kFirmwareSizes);
+    });
+}
+
 void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     const QSize own;
     album.add("frmSplash", QStringLiteral("frmSplash"), {own});
@@ -217,17 +225,16 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     }
     tests::takeLinkScreens(
         [&album](QWidget* window, const char* name) { album.add(window, QLatin1String(name), kLinkSizes); });
-    // The firmware screen comes last: the main screen goes for it.
-    control<QAction>("main", "mnuReprogIR")->trigger();
-    album.add("ReProg_Link", QStringLiteral("ReProg_Link"), {own});
+    takeFirmware(album);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     platform::Application application(argc, argv);
-    if (argc != 3) {
-        QTextStream(stderr) << "usage: benthor-pictures <demonstration folder> <folder for pictures>\n";
+    if (argc != 3 && argc != 4) {
+        QTextStream(stderr)
+            << "usage: benthor-pictures <demonstration folder> <folder for pictures> [firmware]\n";
         return 2;
     }
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
@@ -237,6 +244,11 @@ int main(int argc, char** argv) {
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
 
     tests::ScriptedDialogs dialogs;
+    if (argc == 4) {
+        Album album(pictures);
+        takeFirmware(album);
+        return 0;
+    }
     shell::House house;
     house.start();
     settle();

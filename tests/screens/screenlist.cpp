@@ -17,6 +17,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/screens/main_screen.h"
+#include "tests/firmware/fakefirmwareneighbours.h"
 #include "tests/gas/fakelink.h"
 #include "tests/shell/fakeneighbours.h"
 #include "viewer/screens/rbinterface.h"
@@ -142,7 +143,8 @@ QString screenList() {
     text += section(link::PC_Link_1());
     FakeLink link;
     text += section(gas::GasBlend(link));
-    text += section(firmware::ReProg_Link());
+    FakeFirmwareNeighbours firmware;
+    text += section(firmware::ReProg_Link(firmware, {}));
     text += section(firmware::RunProg());
     text += section(firmware::BlinkForm());
     text += section(guides::frmTip(guides::frmTip::Opened::ByUser));

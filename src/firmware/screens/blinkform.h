@@ -1,16 +1,19 @@
 #pragma once
 
-#include "platform/screen/emptyscreen.h"
+#include "platform/screen/screen.h"
 
 namespace benthor::firmware {
 
-/// Appears and disappears to show life while a firmware image goes out.
-class BlinkForm : public platform::EmptyScreen {
+/// Appears and disappears while an image goes out, to show that the program is alive. It takes the keyboard
+/// from nobody.
+class BlinkForm : public platform::Screen {
     Q_OBJECT
 
 public:
-    BlinkForm()
-        : EmptyScreen(QStringLiteral("BlinkForm"), QString()) {}
+    BlinkForm();
+
+protected:
+    QSize firstSize() const override;
 };
 
 } // namespace benthor::firmware

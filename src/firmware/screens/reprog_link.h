@@ -1,16 +1,98 @@
 #pragma once
 
-#include "platform/screen/emptyscreen.h"
+#include "firmware/reprogstate.h"
+#include "firmware/screens/firmwareneighbours.h"
+#include "link/screens/linklines.h"
+#include "platform/screen/screen.h"
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class QCheckBox;
+class QLabel;
+class QMenu;
+
+namespace benthor::link {
+class RawText;
+}
+
+namespace benthor::platform {
+class TickTimer;
+}
 
 namespace benthor::firmware {
 
-/// The firmware screen; nothing of it stands yet but its card.
-class ReProg_Link : public platform::EmptyScreen {
+class AdvancedCard;
+class ImageCard;
+class KeyRow;
+class ProgressCard;
+class StepsPath;
+
+/// The firmware screen: an image goes to a device that is in its reprogramming mode, and what the device says
+/// is followed to the verdict.
+class ReProg_Link : public platform::Screen {
     Q_OBJECT
 
 public:
-    ReProg_Link()
-        : EmptyScreen(QStringLiteral("ReProg_Link"), QStringLiteral("KD Reprogramming Link")) {}
+    ReProg_Link(FirmwareNeighbours& neighbours, link::LinkLines lines);
+    ~ReProg_Link() override;
+
+    const ReprogState& state() const { return state_; }
+    void Timer1_tick();
+
+protected:
+    void loading() override;
+    void unloading() override;
+    QSize firstSize() const override { return {1120, 744}; }
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    class Host;
+    friend class Host;
+
+    // reprog_link_layout.cpp
+    void buildMenus();
+    void buildBody();
+    QWidget* buildHead();
+    QWidget* buildBanner();
+    QWidget* buildWords();
+    void connectControls();
+    QMenu* menu(const char* name, const char* caption);
+    QAction* entry(QMenu* menu, const char* name, const char* caption, const std::function<void()>& work);
+
+    // reprog_link.cpp
+    void act(const std::function<void()>& work);
+    void sync();
+    void syncFiles();
+    void fieldEdited(const QString& field, const QString& text);
+    void fileTaken(const QString& name);
+    void mnuAdvanced_click();
+
+    // reprog_link_rehearsal.cpp
+    void mnuRehearse_click();
+    void startRehearsal();
+    void endRehearsal();
+
+    FirmwareNeighbours& neighbours_;
+    std::unique_ptr<Host> host_;
+    ReprogState state_;
+    QString realPort_; ///< the port to come back to behind a rehearsal
+
+    QWidget* banner_ = nullptr;
+    QLabel* bannerWords_ = nullptr;
+    StepsPath* path_ = nullptr;
+    ImageCard* image_ = nullptr;
+    ProgressCard* progress_ = nullptr;
+    AdvancedCard* advanced_ = nullptr;
+    KeyRow* keys_ = nullptr;
+    link::RawText* Text4_ = nullptr;
+    QLabel* length_ = nullptr;
+    QCheckBox* Check1_ = nullptr;
+    QAction* mnuAdvanced_ = nullptr;
+    QAction* mnuAutoRefresh_ = nullptr;
+    QAction* mnuRehearse_ = nullptr;
+    platform::TickTimer* Timer1_ = nullptr;
 };
 
 } // namespace benthor::firmware

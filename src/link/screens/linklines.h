@@ -17,6 +17,9 @@ struct LinkLines {
     std::function<std::unique_ptr<platform::SerialLine>(QObject* owner, std::function<void()> received)> make;
     /// What the user can do where a port is there and may not be opened; empty when all is well. May be null.
     std::function<QString()> portHint;
+
+    /// A line from `make`; one that never opens where there is none.
+    std::unique_ptr<platform::SerialLine> line(QObject* owner, std::function<void()> received = {}) const;
 };
 
 } // namespace benthor::link

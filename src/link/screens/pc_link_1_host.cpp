@@ -13,25 +13,6 @@ namespace {
 
 constexpr int kPaintPause = 15; // milliseconds; a busy loop asks far more often
 
-/// Stands where no serial lines were given: it never opens.
-class NoLine : public platform::SerialLine {
-public:
-    int CommPort() const override { return port_; }
-    void setCommPort(int number) override { port_ = number; }
-    void setSettings(const QString&) override {}
-    void setInputLen(int) override {}
-    void setRThreshold(int) override {}
-    bool PortOpen() const override { return false; }
-    bool setPortOpen(bool open) override { return !open; }
-    QByteArray Input() override { return {}; }
-    qsizetype InBufferCount() const override { return 0; }
-    void Output(QByteArrayView) override {}
-    void waitForInput(std::chrono::microseconds) override {}
-
-private:
-    int port_ = 0;
-};
-
 /// The name as told, in the program folder unless it says where.
 QString startingPlace(const QString& name) {
     return QDir(platform::ProgramFolder::current().root()).filePath(QString(name).replace(u'\\', u'/'));
@@ -43,7 +24,7 @@ PC_Link_1::Host::Host(PC_Link_1& screen, LinkLines lines)
     : screen_(screen)
     , portHint_(std::move(lines.portHint)) {
     const auto make = [&](std::function<void()> received) -> std::unique_ptr<platform::SerialLine> {
-        return lines.make ? lines.make(&screen, std::move(received)) : std::make_unique<NoLine>();
+        return lines.line(&screen, std::move(received));
     };
     working_ = make([this] { screen_.act([this] { MSComm1_received(screen_.link_, *this); }); });
     for (size_t i = 0; i < search_.size(); ++i) {

@@ -38,7 +38,7 @@ QSize StatusChip::sizeHint() const {
 }
 
 QSize StatusChip::minimumSizeHint() const {
-    return sizeHint();
+    return wordWrap() ? QSize(2 * spaceWide, height_) : sizeHint();
 }
 
 void StatusChip::paintEvent(QPaintEvent* event) {
@@ -47,14 +47,17 @@ void StatusChip::paintEvent(QPaintEvent* event) {
     const QColor fill = told_.isValid() ? told_ : tokens().sunken;
     drawPanel(&painter, rect(), fill, mixed(fill, readableOn(fill), 0.3));
     const QColor ink = readableOn(fill);
-    QRect room = rect().adjusted(spaceWide, 0, -spaceWide, 0);
+    const int margin = wordWrap() ? spaceBase : spaceWide;
+    QRect room = rect().adjusted(margin, 0, -margin, 0);
     if (!iconName_.isEmpty()) {
         const int side = scaled(20);
         drawIcon(&painter, iconName_, QRect(room.x(), room.y(), side, room.height()), side, ink);
         room.setLeft(room.left() + side + spaceSmall);
     }
     painter.setPen(ink);
-    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
+    painter.drawText(room,
+                     Qt::AlignVCenter | Qt::AlignLeft | (wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine),
+                     text());
 }
 
 LampDot::LampDot(QWidget* parent)

@@ -6,7 +6,8 @@
 namespace benthor::look {
 
 /// A state in words on a filled ground of a told colour; the words are black or white, whichever reads. 40
-/// high.
+/// high. With word wrap on, the words take two lines where one is too short, and the chip as narrow a place
+/// as it gets.
 class StatusChip : public QLabel {
     Q_OBJECT
     Q_PROPERTY(QColor toldBackground READ toldBackground WRITE setToldBackground)

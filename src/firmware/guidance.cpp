@@ -1,0 +1,216 @@
+#include "firmware/guidance.h"
+
+#include <QFileInfo>
+#include <algorithm>
+
+namespace benthor::firmware {
+
+namespace {
+
+constexpr qint64 kRecord = 128;
+constexpr int kBytesASecond = 960; // ten bits each, at 9600 baud
+constexpr int kFaster = 4;
+
+QString duration(int seconds) {
+    constexpr int kMinute = 60;
+    return seconds < 2 * kMinute ? QStringLiteral("%1 s").arg(seconds)
+                                 : QStringLiteral("%1 min").arg((seconds + kMinute / 2) / kMinute);
+}
+
+bool inreprogmode(const ReprogState& state) {
+    const QByteArray& text = state.Text4.bytes();
+    return text.lastIndexOf("REPROG MODE") > text.lastIndexOf("R, Enter");
+}
+
+bool hasprompt(const ReprogState& state) {
+    return state.Label4[kLampPrompt].colour == platform::kToldGreen;
+}
+
+bool issog(const QString& path) {
+    return path.contains(QLatin1String(".SOG")) || path.contains(QLatin1String(".sog"));
+}
+
+bool willberefused(const ReprogState& state) {
+    return state.check.length < 0 || (!issog(state.Text5) && state.check.firstbyte != '&');
+}
+
+QString memories(const ReprogState& state) {
+    QStringList erased;
+    for (const char memory : {'A', 'B', 'C'}) {
+        const QByteArray name = QByteArray("MEMORY ") + memory;
+        const QByteArray& text = state.Text4.bytes();
+        if (text.lastIndexOf(name + " Erased") > text.lastIndexOf(name + " Programmed")) {
+            erased += QChar::fromLatin1(memory);
+        }
+    }
+    return erased.isEmpty() ? QStringLiteral("the device told of no programmed memory")
+                            : QStringLiteral("erased: memory %1").arg(erased.join(QLatin1String(", ")));
+}
+
+QString portreason(const ReprogState& state, bool portopen) {
+    if (state.Text6.isEmpty()) {
+        return QStringLiteral("no port is remembered");
+    }
+    const QString port =
+        state.rehearsal ? QStringLiteral("simulated device") : QStringLiteral("com %1").arg(state.Text6);
+    if (!portopen) {
+        return port + QStringLiteral(" can't be opened");
+    }
+    return port + (state.baud9600 ? QStringLiteral(", 9600 baud") : QStringLiteral(", 38400 baud"));
+}
+
+/// Digits alone are told without their zeros, and then differ from the file's value though they are the same.
+bool samebutzeros(const ReprogState& state) {
+    const QString& expected = state.check.Text13;
+    return !state.Text14.isEmpty() && state.Text14.size() < expected.size() &&
+           state.Text14.rightJustified(expected.size(), u'0') == expected;
+}
+
+QString resultreason(const ReprogState& state) {
+    const QString& verdict = state.Label4[kLampResult].text;
+    if (verdict == QLatin1String("OK to Restart")) {
+        return state.Text14.isEmpty() ? QStringLiteral("the device told no value, and none is expected")
+                                      : QStringLiteral("device reports the expected value");
+    }
+    if (verdict == QLatin1String("KD Not same Check sum as chosen file")) {
+        return samebutzeros(state)
+                   ? QStringLiteral("%1 is %2 without its zeros").arg(state.Text14, state.check.Text13)
+                   : QStringLiteral("device reports %1, not %2").arg(state.Text14, state.check.Text13);
+    }
+    if (verdict == QLatin1String("Not sent new code")) {
+        return state.sentmark ? QStringLiteral("the device has not told the expected value")
+                              : QStringLiteral("it runs what it had; nothing was sent");
+    }
+    return memories(state);
+}
+
+} // namespace
+
+QString grouped(qint64 number) {
+    QString text = QString::number(number);
+    for (qsizetype at = text.size() - 3; at > 0; at -= 3) {
+        text.insert(at, QChar(0x202F));
+    }
+    return text;
+}
+
+SendPlan sendplan(qint64 length, bool baud9600) {
+    SendPlan plan;
+    if (length < 1) {
+        return plan;
+    }
+    plan.records = std::min(length / kRecord, (length - 1 + kRecord - 1) / kRecord);
+    plan.leaving = std::min(length, 1 + kRecord * plan.records);
+    plan.staying = length - plan.leaving;
+    plan.onLine = 2 + kRecord * plan.records;
+    const int speed = baud9600 ? kBytesASecond : kFaster * kBytesASecond;
+    plan.seconds = static_cast<int>((plan.onLine + speed - 1) / speed);
+    return plan;
+}
+
+Notice imagewords(const ReprogState& state) {
+    const QString name = QFileInfo(state.Text5).fileName();
+    if (state.check.length < 0) {
+        return {QStringLiteral("%1 is not there, or can't be read. Choose a file.").arg(name), true};
+    }
+    if (state.check.length == 0) {
+        return {QStringLiteral("%1 is empty. Choose another file.").arg(name), true};
+    }
+    if (willberefused(state)) {
+        return {QStringLiteral("%1 does not begin as an image does, and will be refused.").arg(name), true};
+    }
+    const SendPlan plan = sendplan(state.check.length, state.baud9600);
+    QString words = QStringLiteral("Send to KD sends %1: %2 bytes in %3 records, about %4 at %5 baud.")
+                        .arg(name, grouped(state.check.length), grouped(plan.records), duration(plan.seconds),
+                             state.baud9600 ? QStringLiteral("9600") : QStringLiteral("38400"));
+    if (plan.staying > 0) {
+        words += QStringLiteral(" Its last %1 bytes fill no record and stay behind.").arg(plan.staying);
+    }
+    if (issog(state.Text5) && state.check.firstbyte != '*') {
+        return {words + QStringLiteral(" It does not begin with a star, as images do."), true};
+    }
+    return {words, false};
+}
+
+Notice valuewords(const ReprogState& state) {
+    const CheckValues& check = state.check;
+    if (check.Text13.isEmpty()) {
+        return {
+            QStringLiteral("No check value is known: the file holds none and the check list does not name "
+                           "it. What the device reports can't be compared."),
+            true};
+    }
+    if (check.stored4.isEmpty()) {
+        return {
+            QStringLiteral("The value comes from the check list; the file's length leaves no room for one "
+                           "of its own."),
+            false};
+    }
+    if (!check.listed) {
+        return {QStringLiteral("The value is the one stored in the file; the check list does not name it."),
+                false};
+    }
+    if (check.listed4.compare(check.stored4, Qt::CaseInsensitive) == 0) {
+        return {QStringLiteral("File and check list agree on the value."), false};
+    }
+    return {QStringLiteral("File and check list differ: the file holds %1, which counts, the list says %2.")
+                .arg(check.stored4, check.listed4),
+            true};
+}
+
+std::array<QString, 5> lampreasons(const ReprogState& state, bool portopen) {
+    const bool text = state.Label4[kLampLink].colour == platform::kToldGreen;
+    const bool prompt = hasprompt(state);
+    const bool mode = inreprogmode(state);
+    return {portreason(state, portopen),
+            text ? QStringLiteral("text comes from the device") : QStringLiteral("nothing heard since"),
+            prompt ? QStringLiteral("R, Enter seen")
+            : mode ? QStringLiteral("left for the reprog mode")
+                   : QStringLiteral("R, Enter not seen"),
+            !state.idleflag ? QStringLiteral("the controls rest")
+            : mode          ? QStringLiteral("in reprog mode: Send to KD is open")
+            : prompt        ? QStringLiteral("image chosen, device waits")
+                            : QStringLiteral("the device has not asked for anything"),
+            resultreason(state)};
+}
+
+NextStep nextstep(const ReprogState& state, bool portopen) {
+    const bool failed = state.sentmark && state.sendstate == 0;
+    if (state.Text6.isEmpty()) {
+        return {QStringLiteral(
+            "Open PC Link once with the device connected: it finds the port and remembers it.")};
+    }
+    if (!portopen) {
+        return {QStringLiteral("Plug the adapter in, then press Refresh."), NextKey::Refresh};
+    }
+    if (state.sending) {
+        return {QStringLiteral("Hands off until the image is through.")};
+    }
+    if (state.Frame6Visible) {
+        return {QStringLiteral("Wait. If the device stays silent for five minutes: Continue, then Retry.")};
+    }
+    if (state.Label4[kLampResult].text == QLatin1String("OK to Restart")) {
+        return {QStringLiteral("Press Restart KD."), NextKey::Restart};
+    }
+    if (state.sendstate > 0 && state.sendstate < kWaitOver) {
+        return {QStringLiteral("Wait until the device has finished.")};
+    }
+    if (inreprogmode(state) && willberefused(state)) {
+        return {QStringLiteral("Choose the image to send."), NextKey::Choose};
+    }
+    if (inreprogmode(state)) {
+        return {QStringLiteral("Check file and value, then press Send to KD."), NextKey::Send};
+    }
+    if (hasprompt(state)) {
+        return {QStringLiteral("Press Enter Reprog Mode."), NextKey::Enter};
+    }
+    if (failed) {
+        return {QStringLiteral(
+                    "Press Refresh, enter the mode again and send once more. Where the device does not "
+                    "answer: Continue, then Retry."),
+                NextKey::Refresh};
+    }
+    return {QStringLiteral("Press Refresh to ask the device how it stands."), NextKey::Refresh};
+}
+
+} // namespace benthor::firmware

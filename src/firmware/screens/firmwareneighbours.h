@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace benthor::firmware {
+
+/// What the firmware screen asks of the other screens. The house answers; a test may.
+class FirmwareNeighbours {
+public:
+    virtual ~FirmwareNeighbours() = default;
+
+    /// The main screen, loaded again; this one goes.
+    virtual void leaveToMain() = 0;
+    virtual void showRunningPrograms() = 0;
+
+    /// The image chosen last, for as long as the program runs.
+    virtual QString lastImage() = 0;
+    virtual void setLastImage(const QString& path) = 0;
+
+    virtual bool blinkVisible() = 0;
+    virtual void showBlink() = 0;
+    virtual void hideBlink() = 0;
+    virtual void unloadBlink() = 0;
+
+    /// A simulated device that waits to be reprogrammed, on a port of its own, at that speed of the line. It
+    /// reports `checkvalue` (four hexadecimal digits; empty: one of its own) once it holds an image. Returns
+    /// the port's number, or 0 with the reason in `error`.
+    virtual int startRehearsal(const QByteArray& checkvalue, bool kd, int baud, QString& error) = 0;
+    virtual void stopRehearsal() = 0;
+};
+
+} // namespace benthor::firmware

@@ -1,0 +1,205 @@
+// What the screen tells beside the session's own words.
+
+#include "firmware/guidance.h"
+#include "tests/firmware/fakereproghost.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace benthor;
+using namespace benthor::firmware;
+using tests::FakeReprogHost;
+
+namespace {
+
+/// A session with an image of that many bytes, its first byte as given.
+struct Session {
+    explicit Session(int length = 7040, const char* name = "a.sog", char first = '*') {
+        host.line.open = true;
+        freecontrols(state);
+        state.reprogfolder = folder.path();
+        state.Text6 = QStringLiteral("3");
+        if (length >= 0) {
+            QByteArray bytes(length, 'x');
+            if (length > 0) {
+                bytes[0] = first;
+            }
+            put(name, bytes);
+        }
+        chooseimage(state, folder.filePath(QLatin1String(name)));
+    }
+    void put(const char* name, const QByteArray& bytes) const {
+        QFile file(folder.filePath(QLatin1String(name)));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+            qFatal("no file");
+        }
+    }
+    void hear(const QByteArray& text) {
+        state.Text4.assign({});
+        host.line.waiting = text;
+        Timer1_tick(state, host);
+    }
+    NextKey next() const { return nextstep(state, host.line.open).key; }
+    QString reason(size_t lamp) const { return lampreasons(state, host.line.open)[lamp]; }
+
+    QTemporaryDir folder;
+    ReprogState state;
+    FakeReprogHost host;
+};
+
+const QByteArray kPage = "Status check complete, press R, Enter to begin or Q to quit.......";
+const QByteArray kProgrammed = "MEMORY A Programmed MEMORY B Programmed MEMORY C Programmed ";
+
+QByteArray shell(const QByteArray& value) {
+    return "shell:" + QByteArray(23, '.') + value;
+}
+
+} // namespace
+
+class TestGuidance : public QObject {
+    Q_OBJECT
+
+private slots:
+    /// The plan against what the send does put on the line, for every length up to a few records.
+    void thePlanIsWhatTheSendDoes() {
+        for (int length = 1; length < 700; ++length) {
+            Session session(length);
+            session.host.line.onOutput = [&session](const QByteArray&) {
+                if (session.state.sentmark) {
+                    session.host.closed = true; // behind the image nothing is of interest here
+                }
+            };
+            Command5_click(session.state, session.host);
+            const SendPlan plan = sendplan(length, true);
+            const QByteArray image = session.host.line.sent.chopped(2); // the two marks behind it
+            QCOMPARE(image.size(), plan.onLine);
+            QCOMPARE(session.host.line.writes.size(), static_cast<size_t>(2 + plan.records + 2));
+            QCOMPARE(plan.leaving + plan.staying, length);
+            QFile file(session.state.Text5);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QCOMPARE(image.mid(1, plan.leaving), file.read(plan.leaving));
+            QCOMPARE(image.sliced(1 + plan.leaving).count('\0'), image.size() - 1 - plan.leaving);
+        }
+    }
+
+    void aPlanTellsItsTime() {
+        QCOMPARE(sendplan(7040, true).onLine, 2 + 55 * 128);
+        QCOMPARE(sendplan(7040, true).seconds, 8);
+        QCOMPARE(sendplan(7040, false).seconds, 2);
+        QCOMPARE(sendplan(0, true).onLine, 0);
+        QCOMPARE(sendplan(-1, true).leaving, 0);
+    }
+
+    void theImageIsToldBeforeItGoes() {
+        const Session whole;
+        const Notice words = imagewords(whole.state);
+        QVERIFY(!words.grave);
+        QVERIFY(words.words.contains("a.sog"));
+        QVERIFY(words.words.contains(grouped(7040) + " bytes in 55 records, about 8 s at 9600 baud."));
+        QVERIFY(!words.words.contains("stay behind"));
+        QVERIFY(imagewords(Session(141).state)
+                    .words.contains("Its last 12 bytes fill no record and stay behind."));
+        Session fast;
+        Check1_click(fast.state, fast.host, false);
+        QVERIFY(imagewords(fast.state).words.contains("2 s at 38400 baud"));
+    }
+
+    void whatIsNoImageIsTold() {
+        QVERIFY(imagewords(Session(-1).state).grave);
+        QVERIFY(imagewords(Session(-1).state).words.contains("can't be read"));
+        QVERIFY(imagewords(Session(0).state).words.contains("is empty"));
+        QVERIFY(imagewords(Session(200, "a.bin").state).words.contains("will be refused"));
+        QVERIFY(!imagewords(Session(200, "a.bin", '&').state).grave);
+        const Notice noStar = imagewords(Session(200, "a.sog", 'A').state);
+        QVERIFY(noStar.grave);
+        QVERIFY(noStar.words.contains("does not begin with a star"));
+    }
+
+    void theOriginOfTheValueIsTold() {
+        Session none(141);
+        QVERIFY(valuewords(none.state).grave);
+        QVERIFY(valuewords(none.state).words.startsWith("No check value is known"));
+        Session listed(141);
+        listed.put("chklst.txt", "a.sog  chksum= 0ABC");
+        refreshchecksums(listed.state);
+        QVERIFY(valuewords(listed.state).words.startsWith("The value comes from the check list"));
+        Session stored(140);
+        QVERIFY(valuewords(stored.state).words.startsWith("The value is the one stored in the file"));
+        stored.put("chklst.txt", "a.sog  chksum= 7878"); // "xx"
+        refreshchecksums(stored.state);
+        QCOMPARE(valuewords(stored.state), (Notice{"File and check list agree on the value.", false}));
+        stored.put("chklst.txt", "a.sog  chksum= 7879");
+        refreshchecksums(stored.state);
+        QCOMPARE(valuewords(stored.state),
+                 (Notice{"File and check list differ: the file holds 7878, which counts, the list says 7879.",
+                         true}));
+    }
+
+    void theNextKeyFollowsTheSession() {
+        Session session;
+        session.state.Text6.clear();
+        QCOMPARE(session.next(), NextKey::None);
+        session.state.Text6 = "3";
+        session.host.line.open = false;
+        QCOMPARE(session.next(), NextKey::Refresh);
+        session.host.line.open = true;
+        QCOMPARE(session.next(), NextKey::Refresh);
+        session.hear(kPage);
+        QCOMPARE(session.next(), NextKey::Enter);
+        session.hear(kPage + "REPROG MODE"); // the mode behind the prompt
+        QCOMPARE(session.next(), NextKey::Send);
+        session.hear("REPROG MODE");
+        QCOMPARE(session.next(), NextKey::Send);
+        QFile::remove(session.state.Text5);
+        refreshchecksums(session.state);
+        QCOMPARE(session.next(), NextKey::Choose);
+        session.state.sending = true;
+        QCOMPARE(session.next(), NextKey::None);
+        session.state.sending = false;
+        session.state.sentmark = true;
+        session.state.sendstate = 10;
+        session.hear("programming");
+        QCOMPARE(session.next(), NextKey::None);
+        session.state.check.Text13 = "BEEF";
+        session.hear(kProgrammed + shell("BEEF"));
+        session.hear(kProgrammed + shell("BEEF"));
+        QCOMPARE(session.next(), NextKey::Restart);
+        session.state.sendstate = 0;
+        session.hear("??");
+        QCOMPARE(session.next(), NextKey::Refresh);
+        session.state.Frame6Visible = true;
+        QVERIFY(nextstep(session.state, true).words.contains("Continue, then Retry"));
+    }
+
+    void eachLampSaysWhy() {
+        Session session;
+        session.hear(kPage);
+        QCOMPARE(session.reason(kLampPort), "com 3, 9600 baud");
+        QCOMPARE(session.reason(kLampLink), "text comes from the device");
+        QCOMPARE(session.reason(kLampPrompt), "R, Enter seen");
+        QCOMPARE(session.reason(kLampReady), "image chosen, device waits");
+        QCOMPARE(session.reason(kLampResult), "the device told of no programmed memory");
+        session.host.line.open = false;
+        QCOMPARE(session.reason(kLampPort), "com 3 can't be opened");
+        session.host.line.open = true;
+        session.state.rehearsal = true;
+        QCOMPARE(session.reason(kLampPort), "simulated device, 9600 baud");
+        session.hear("MEMORY A Programmed MEMORY B Erased MEMORY C Erased");
+        QCOMPARE(session.reason(kLampResult), "erased: memory B, C");
+        session.hear(kProgrammed);
+        QCOMPARE(session.reason(kLampResult), "it runs what it had; nothing was sent");
+        session.state.check.Text13 = "0123";
+        session.hear(kProgrammed + shell("BEEF"));
+        QCOMPARE(session.reason(kLampResult), "device reports BEEF, not 0123");
+        session.hear(kProgrammed + shell("0123"));
+        QCOMPARE(session.reason(kLampResult), "123 is 0123 without its zeros");
+    }
+
+    void thousandsAreSetApart() {
+        QCOMPARE(grouped(7), "7");
+        QCOMPARE(grouped(1234567), QStringLiteral("1\u202F234\u202F567"));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestGuidance)
+#include "test_guidance.moc"
