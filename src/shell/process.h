@@ -18,6 +18,7 @@ struct Process {
     QString screenmode;                            ///< "Dive", "Command" or empty: face of the link screen
     QString storepath;         ///< store chosen for the dive list; empty means the default
     QString uploadtext;        ///< body of an upload to the device
+    QString processnames;      ///< a line for each program that the list of running ones has read
     int deviceconnected = 0;   ///< 1 while the link's caption is exactly "Connected"
     int servedrow = 0;         ///< row of the device's directory that is being served
     bool importing = false;    ///< an import runs; the main screen's timers pause
