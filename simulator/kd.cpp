@@ -67,6 +67,11 @@ void Kd::receive(QByteArrayView bytes) {
     if (faults.silent || now_ < asleepUntil_) {
         return;
     }
+    if (loader) {
+        loader->receive(bytes);
+        advanceLoader(0);
+        return;
+    }
     received_ += bytes.toByteArray();
     lastReceived_ = now_;
     while (!received_.isEmpty() && (body_ == Body::None ? takeCommand() : takeBody())) {
@@ -329,13 +334,35 @@ QByteArray Kd::spoilt(const QByteArray& bytes) {
     return result;
 }
 
+void Kd::advanceLoader(int milliseconds) {
+    if (!loader) {
+        return;
+    }
+    const QByteArray said = loader->advance(milliseconds);
+    if (!said.isEmpty()) {
+        reply(said);
+    }
+    for (const QByteArray& entry : loader->takeLog()) {
+        log_.push_back(entry);
+    }
+    if (loader->over()) {
+        memory.image = image();
+        loader.reset();
+        asleepUntil_ = now_ + restartMilliseconds;
+    }
+}
+
 void Kd::hold(int milliseconds) {
     now_ += milliseconds;
+    if (loader) {
+        loader->hold(milliseconds);
+    }
     nextBeacon_ = now_ + quietMilliseconds;
 }
 
 QByteArray Kd::advance(int milliseconds) {
     now_ += milliseconds;
+    advanceLoader(milliseconds);
     if (faults.silent) {
         pieces_.clear();
         return {};
@@ -351,7 +378,8 @@ QByteArray Kd::advance(int milliseconds) {
         greets_ = true;
         nextBeacon_ = now_ + quietMilliseconds;
     }
-    const bool idle = pieces_.empty() && body_ == Body::None && received_.isEmpty() && now_ >= asleepUntil_;
+    const bool idle =
+        !loader && pieces_.empty() && body_ == Body::None && received_.isEmpty() && now_ >= asleepUntil_;
     if (idle && unaskedMilliseconds > 0 && now_ >= nextUnasked_) {
         out += readingsLine("R-001");
         nextUnasked_ = now_ + unaskedMilliseconds;

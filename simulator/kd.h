@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/loader.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
@@ -7,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <vector>
 
 namespace benthor::simulator {
@@ -41,13 +44,15 @@ struct KdMemory {
                            160}; ///< brightness; low, prelow, prehigh, high in hundredths of a bar
     QByteArray book;
     QByteArray logo;
+    QByteArray image; ///< of the firmware that a loader took last; empty: the maker's own
 };
 
 /// The setup of a new device: air in gas 0, diluents and bail-out gases behind, ended by "Z" and ESC.
 QByteArray newSetup();
 
 /// The device's side of the conversation, without a wire and without a clock: bytes go in, time passes, bytes
-/// come out. In PC Link mode it sends a run of "P" while nobody asks it anything.
+/// come out. In PC Link mode it sends a run of "P" while nobody asks it anything. While its loader runs, that
+/// hears and talks in its place.
 class Kd {
 public:
     /// `dives`: dive texts, the newest first; dive 1 is the newest. `version`: what stands behind "ver=".
@@ -60,14 +65,20 @@ public:
     /// Lets time pass in which the line still carries what came before: nothing is put on it.
     void hold(int milliseconds);
 
-    Faults faults;
+    Faults faults;                ///< of the loader's words as well, but for a dive's end
+    std::optional<Loader> loader; ///< put in to run it; a restart takes it out
     KdMemory memory;
     KdReadings readings;
     int unaskedMilliseconds = 0; ///< between two lines of readings that nobody asked for; 0: none
     QByteArray productWord; ///< "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory and of
                             ///< each run of the beacon
 
-    /// Commands as they were understood, one entry each: "M", "D 1", "S 5", "L 120 bytes", ...
+    /// The image last received whole, by the loader that runs or the last one that ran.
+    const QByteArray& image() const {
+        return loader && !loader->image.isEmpty() ? loader->image : memory.image;
+    }
+
+    /// Commands as they were understood, one entry each: "M", "D 1", "S 5", "L 120 bytes", "loader R", ...
     const std::vector<QByteArray>& log() const { return log_; }
 
     static constexpr int beaconMilliseconds = 250;
@@ -83,6 +94,7 @@ private:
         QByteArray bytes;
     };
 
+    void advanceLoader(int milliseconds);
     bool takeCommand();
     bool takeDive();
     bool takeInterval();

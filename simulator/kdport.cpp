@@ -1,5 +1,7 @@
 #include "simulator/kdport.h"
 
+#include "simulator/linepace.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -13,12 +15,17 @@
 #include <termios.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace benthor::simulator {
 
 namespace {
 
+using std::chrono::steady_clock;
+
 constexpr int kTurnMilliseconds = 5;
+constexpr qsizetype kMostIncoming = 1024; ///< that wait for the device when it is paced
+constexpr char kGarbage = 0x35;           ///< bits that a wrong speed turns
 
 /// Puts the line into the form in which bytes go through as they are. Opening and closing the near end also
 /// marks it as hung up until the program opens it: what is sent to nobody is lost, as on a real line.
@@ -31,6 +38,17 @@ void prepare(int master) {
     ::cfmakeraw(&settings);
     ::tcsetattr(near, TCSANOW, &settings);
     ::close(near);
+}
+
+speed_t speedOf(int baud) {
+    return baud == 38400 ? B38400 : baud == 9600 ? B9600 : B0;
+}
+
+QByteArray garbled(QByteArray bytes) {
+    for (char& byte : bytes) {
+        byte = static_cast<char>(byte ^ kGarbage);
+    }
+    return bytes;
 }
 
 } // namespace
@@ -47,6 +65,10 @@ struct KdPort::Line {
             throw std::runtime_error("there is no pseudo-terminal");
         }
         prepare(master);
+        if (takesPerSecond != unpaced) {
+            held = std::make_unique<HeldEnd>(::ptsname(master));
+            takeCredit = LineCredit(takesPerSecond);
+        }
         const QString path = QString::fromLocal8Bit(::ptsname(master));
         QDir().mkpath(QFileInfo(link).path());
         if (QFileInfo(link).isSymLink()) {
@@ -59,6 +81,7 @@ struct KdPort::Line {
 
     void close() {
         QFile::remove(link);
+        held.reset();
         if (master >= 0) {
             ::close(master);
             master = -1;
@@ -69,23 +92,16 @@ struct KdPort::Line {
         QElapsedTimer clock;
         clock.start();
         qint64 last = 0;
+        lastLook = steady_clock::now();
         while (running) {
-            pollfd state{master, POLLIN, 0};
-            ::poll(&state, 1, kTurnMilliseconds);
-            const bool heard = (state.revents & POLLHUP) == 0;
-            if (!heard) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(kTurnMilliseconds));
-            }
+            const bool heard = await();
             const qint64 now = clock.elapsed();
             const std::lock_guard guard(mutex);
-            if ((state.revents & POLLIN) != 0) {
-                take();
-            }
-            const auto passed = static_cast<int>(now - last);
+            // What has come is heard now, at the end of the time that has passed.
+            pass(static_cast<int>(now - last));
+            take();
             if (waiting.isEmpty()) {
-                waiting = device.advance(passed);
-            } else {
-                device.hold(passed);
+                say(device.advance(0));
             }
             if (heard) {
                 put(now - last);
@@ -96,13 +112,72 @@ struct KdPort::Line {
         }
     }
 
+    /// Until something comes, for a turn at most. False when no program is there.
+    bool await() {
+        const bool room = incoming.size() < kMostIncoming;
+        if (held) {
+            held->let(room);
+        }
+        pollfd state{master, static_cast<short>(room ? POLLIN : 0), 0};
+        ::poll(&state, 1, kTurnMilliseconds);
+        const bool heard = held ? held->inUse() : (state.revents & POLLHUP) == 0;
+        if ((state.revents & POLLHUP) != 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(kTurnMilliseconds));
+        }
+        return heard;
+    }
+
+    void pass(int milliseconds) {
+        if (waiting.isEmpty()) {
+            say(device.advance(milliseconds));
+        } else {
+            device.hold(milliseconds);
+        }
+    }
+
+    void say(const QByteArray& bytes) { waiting = isWrongSpeed() ? garbled(bytes) : bytes; }
+
     void take() {
         char bytes[4096];
-        const ssize_t length = ::read(master, bytes, sizeof bytes);
-        if (length > 0) {
-            received.append(bytes, length);
-            device.receive(QByteArrayView(bytes, length));
+        ssize_t length = 0;
+        while ((length = ::read(master, bytes, sizeof bytes)) > 0) {
+            incoming.append(bytes, length);
+            if (!held) {
+                break;
+            }
+            held->let(incoming.size() < kMostIncoming);
         }
+        hear(held ? allowed() : incoming.size());
+    }
+
+    /// Of what has come, as many bytes as the line has carried by now.
+    qsizetype allowed() {
+        const auto now = steady_clock::now();
+        takeCredit.pass(now - std::exchange(lastLook, now));
+        const qsizetype length = std::min(takeCredit.bytes(), incoming.size());
+        takeCredit.spend(length);
+        if (length == incoming.size()) {
+            takeCredit.idle();
+        }
+        return length;
+    }
+
+    void hear(qsizetype length) {
+        if (length < 1) {
+            return;
+        }
+        const QByteArray came = incoming.first(length);
+        const QByteArray bytes = isWrongSpeed() ? garbled(came) : came;
+        incoming.remove(0, length);
+        const auto now = steady_clock::now();
+        times = Times{times ? times->first : now, now};
+        received.append(bytes);
+        device.receive(bytes);
+    }
+
+    bool isWrongSpeed() const {
+        termios settings{};
+        return baud != 0 && ::tcgetattr(master, &settings) == 0 && ::cfgetospeed(&settings) != speedOf(baud);
     }
 
     /// As many bytes as the line carries in that time.
@@ -127,8 +202,15 @@ struct KdPort::Line {
     int bytesPerSecond;
     int master = -1;
     QByteArray waiting; ///< for the line to carry it
-    QByteArray received;
     double credit = 0;
+    int takesPerSecond = unpaced;
+    int baud = 0;
+    std::unique_ptr<HeldEnd> held; ///< when what it takes is paced
+    LineCredit takeCredit{unpaced};
+    steady_clock::time_point lastLook;
+    QByteArray incoming; ///< for the device to hear it
+    QByteArray received;
+    std::optional<Times> times;
     std::mutex mutex;
     std::atomic<bool> running = false;
     std::thread thread;
@@ -163,6 +245,17 @@ void KdPort::stop() {
     line_->thread.join();
     line_->close();
     line_->waiting.clear();
+    line_->incoming.clear();
+}
+
+void KdPort::paceReceived(int bytesPerSecond) {
+    const std::lock_guard guard(line_->mutex);
+    line_->takesPerSecond = bytesPerSecond;
+}
+
+void KdPort::setBaud(int baud) {
+    const std::lock_guard guard(line_->mutex);
+    line_->baud = baud;
 }
 
 void KdPort::with(const std::function<void(Kd&)>& work) {
@@ -173,6 +266,11 @@ void KdPort::with(const std::function<void(Kd&)>& work) {
 QByteArray KdPort::received() const {
     const std::lock_guard guard(line_->mutex);
     return line_->received;
+}
+
+std::optional<KdPort::Times> KdPort::receivedTimes() const {
+    const std::lock_guard guard(line_->mutex);
+    return line_->times;
 }
 
 } // namespace benthor::simulator

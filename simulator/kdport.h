@@ -4,8 +4,10 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace benthor::simulator {
 
@@ -13,13 +15,22 @@ namespace benthor::simulator {
 /// folder: the link "ports/com<number>" there leads to it for as long as it runs.
 class KdPort {
 public:
-    static constexpr int lineSpeed = 960; ///< bytes a second at 9600 baud
+    static constexpr int lineSpeed = 960;      ///< bytes a second at 9600 baud
+    static constexpr int fastLineSpeed = 3840; ///< and at 38400
     static constexpr int unpaced = 0;
 
     KdPort(QString programFolder, int number, Kd device, int bytesPerSecond = lineSpeed);
     ~KdPort();
     KdPort(const KdPort&) = delete;
     KdPort& operator=(const KdPort&) = delete;
+
+    /// The device takes no more than so many bytes a second, and what the program writes waits for it, but
+    /// for the KB or so that a serial port keeps. `unpaced`, as at first: it takes what comes. Counts from
+    /// the next start() on.
+    void paceReceived(int bytesPerSecond);
+    /// The device's own speed: what goes through while the program has set another one at its end is garbage
+    /// in both directions, each byte changed. 0, as at first: any speed will do.
+    void setBaud(int baud);
 
     /// Throws std::runtime_error when the machine gives no pseudo-terminal or the link can't be made.
     void start();
@@ -28,8 +39,13 @@ public:
 
     /// Works on the device while its thread waits.
     void with(const std::function<void(Kd&)>& work);
-    /// All bytes that have come from the program.
+    /// All bytes that have come from the program, as the device heard them.
     QByteArray received() const;
+    /// When the first and the last of them reached the device; nothing before the first.
+    struct Times {
+        std::chrono::steady_clock::time_point first, last;
+    };
+    std::optional<Times> receivedTimes() const;
 
 private:
     struct Line;

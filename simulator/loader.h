@@ -1,11 +1,10 @@
 #pragma once
 
-#include "simulator/firmwareimage.h"
+#include "simulator/loaderwords.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -40,7 +39,6 @@ public:
         Restarting, ///< into itself again
         Over        ///< into the device with its firmware
     };
-    enum Memory { A, B, C };
 
     explicit Loader(FirmwareType type);
 
@@ -65,7 +63,7 @@ public:
     QByteArray foreignCheck;        ///< four digits, reported for an image that is not ours; empty: its sum
     QByteArray check = "1C4E";      ///< check value of the firmware
     QByteArray image; ///< last one received whole: without "&" ahead and "&&" behind, padding kept
-    std::array<bool, 3> programmed{true, true, true}; ///< by Memory
+    Memories programmed{true, true, true};
 
     static constexpr int beaconMilliseconds = 250;
     static constexpr int endMilliseconds = 400;   ///< silence behind "&&" that ends a transfer
@@ -77,30 +75,36 @@ public:
     static constexpr int secondGoBeacons = 8;
 
 private:
+    // time
     void pass(int milliseconds);
     void beacon();
+    void programStep();
+    void program(int step);
+    // keys
+    void keys(QByteArrayView bytes);
     void key(char byte);
     bool answer(char byte);
+    void mark(char before);
     void command(char byte);
-    void mark();
+    void restart();
+    void verdict(bool good);
+    void goOn();
+    // images
     void open(char byte);
     void settleOpening();
+    void begin(QByteArrayView bytes);
     void take(QByteArrayView bytes);
-    void verdict(char byte);
-    void restart();
     void endTransfer();
     void dropOut();
     void endEarly();
-    void tellSum();
-    void programStep();
     void wantSecondGo();
-    void eraseAll();
+    QByteArray checkOfImage() const;
+    // words
+    void tellSum();
     void say(const QByteArray& line);
+    void put(const QByteArray& bytes);
     void note(const QByteArray& entry);
     QByteArray page() const;
-    QByteArray promptPage() const;
-    QByteArray checkLine() const;
-    QByteArray checkOfImage() const;
 
     FirmwareType type_;
     State state_ = State::Prompt;
@@ -112,8 +116,8 @@ private:
     std::int64_t nextBeacon_ = 0;
     int beaconsLeft_ = endless;
     bool hangs_ = false;
-    int deafFor_ = 0;     ///< milliseconds of silence that it needs before it listens again
-    char lastKey_ = 0;    ///< since the last byte that was none
+    int deafFor_ = 0; ///< milliseconds of silence that it needs before it listens again
+    char lastKey_ = 0;
     bool asked_ = false;  ///< waits for "Y" or "N"
     QByteArray opening_;  ///< "&" and what came right behind it, as long as it may be an image
     QByteArray received_; ///< of an image on its way, behind its "&"
