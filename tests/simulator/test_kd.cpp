@@ -184,6 +184,71 @@ private slots:
         QVERIFY(answer(kd, "M").endsWith("End"));
     }
 
+    // --- its loader
+
+    void whileTheLoaderRunsItTalksInItsPlace() {
+        Kd kd = device();
+        kd.unaskedMilliseconds = 100;
+        kd.loader.emplace(FirmwareType::Kd);
+        QCOMPARE(kd.advance(1000).count('o'), 11 * 4);
+        QVERIFY(answer(kd, "1").contains("R, Enter"));
+        QCOMPARE(answer(kd, "M", 10000), QByteArray());
+        const std::vector<QByteArray> expected{"loader 1", "noise"};
+        QVERIFY(kd.log() == expected);
+    }
+
+    void aRestartOfTheLoaderStartsTheDevice() {
+        Kd kd = device();
+        kd.loader.emplace(FirmwareType::Rb);
+        QVERIFY(!answer(kd, QByteArray(200, 'Q'), 100).isEmpty());
+        QVERIFY(!kd.loader);
+        QCOMPARE(kd.advance(Kd::restartMilliseconds - 200), QByteArray());
+        QVERIFY(kd.advance(200).startsWith("PP"));
+        QVERIFY(answer(kd, "M").endsWith("End"));
+        QCOMPARE(kd.log().front(), QByteArray("loader Q"));
+        QCOMPARE(kd.log().size(), 2U);
+    }
+
+    void theImageOutlivesTheLoader() {
+        const QByteArray image = firmwareImage(FirmwareType::Rb, 51, 1);
+        Kd kd = device();
+        kd.loader.emplace(FirmwareType::Rb);
+        QVERIFY(kd.image().isEmpty());
+        answer(kd, "R");
+        QVERIFY(answer(kd, '&' + image + QByteArray("\0&&", 3)).contains("Prog"));
+        QCOMPARE(kd.image(), image + '\0');
+        QVERIFY(answer(kd, "y", 6500).contains("8:f"));
+        answer(kd, "Q");
+        QVERIFY(!kd.loader);
+        QCOMPARE(kd.image(), image + '\0');
+    }
+
+    void theLoadersWordsSufferTheSameFaults() {
+        Kd kd = device();
+        kd.loader.emplace(FirmwareType::Rb);
+        const QByteArray page = answer(kd, "1");
+        kd.faults.dropEvery = 10;
+        QCOMPARE(answer(kd, "1").size(), page.size() - page.size() / 10);
+        kd.faults = {.pieces = 50, .delayMilliseconds = 500};
+        kd.receive("1");
+        QCOMPARE(kd.advance(490), QByteArray());
+        QCOMPARE(kd.advance(20), page.first(50));
+        QCOMPARE(answer(kd, ""), page.sliced(50));
+        kd.faults = {.silent = true};
+        QCOMPARE(answer(kd, "1"), QByteArray());
+        kd.faults = {};
+        QCOMPARE(answer(kd, "1"), page);
+    }
+
+    void theLoadersTimePassesWhileTheLineIsBusy() {
+        Kd kd = device();
+        kd.loader.emplace(FirmwareType::Rb);
+        answer(kd, "R");
+        kd.receive("&*ab&&");
+        kd.hold(Loader::endMilliseconds + 20);
+        QVERIFY(kd.advance(0).contains("Prog"));
+    }
+
     // --- faults
 
     void aSilentDeviceSaysNothing() {
