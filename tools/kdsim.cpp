@@ -3,6 +3,7 @@
 
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
+#include "simulator/logo.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -130,6 +131,11 @@ void saveMemory(const QString& folder, const Kd& device) {
     save(folder, "setup.txt", device.memory.setup);
     save(folder, "book.txt", device.memory.book);
     save(folder, "logo.txt", device.memory.logo);
+    if (const std::optional<Logo> logo = readLogo(device.memory.logo)) {
+        save(folder, "logo.pbm", logoPbm(*logo));
+    } else {
+        QFile::remove(folder + QLatin1String("/logo.pbm"));
+    }
 }
 
 Kd makeDevice(const Options& options) {
@@ -157,6 +163,9 @@ void tell(QTextStream& out, KdPort& port, std::size_t& told, const QString& keep
         QByteArray lines;
         for (; told < device.log().size(); ++told) {
             lines += time + " heard " + device.log()[told] + '\n';
+        }
+        if (const auto logo = readLogo(device.memory.logo); logo && lines.contains(" heard logo ")) {
+            out << QString::fromUtf8(logoPicture(*logo));
         }
         out << lines << Qt::flush;
         if (!keep.isEmpty()) {

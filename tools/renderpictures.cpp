@@ -1,5 +1,5 @@
 // Renders each drawing of a folder to a BMP file of the same name in another folder, as the program folder
-// holds them.
+// holds them: the panel's pictures, or with --logo monochrome logos for the device.
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,25 +8,48 @@
 #include <QSvgRenderer>
 #include <QTextStream>
 
+#include <functional>
+
 namespace {
 
 // The panel's place for a picture; twice as many pixels keep it crisp on dense displays.
 constexpr QSize placeSize(288, 200);
 constexpr int density = 2;
 
-bool render(const QFileInfo& drawing, const QString& target) {
+// The device's display.
+constexpr QSize logoSize(102, 64);
+constexpr int logoFineness = 8; ///< points across each pixel that its colour is judged by
+
+using Renderer = std::function<QImage(QSvgRenderer&)>;
+
+QImage paint(QSvgRenderer& renderer, QSize size, const QColor& ground) {
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter, QRectF(image.rect()));
+    return image;
+}
+
+QImage panelPicture(QSvgRenderer& renderer) {
+    return paint(renderer, placeSize * density, QColor(0xDF, 0xE8, 0xEE));
+}
+
+/// A pixel is black where most of it is.
+QImage logo(QSvgRenderer& renderer) {
+    return paint(renderer, logoSize * logoFineness, Qt::white)
+        .scaled(logoSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::ThresholdDither);
+}
+
+bool render(const QFileInfo& drawing, const QString& target, const Renderer& rendered) {
     QSvgRenderer renderer(drawing.filePath());
     if (!renderer.isValid()) {
         QTextStream(stderr) << drawing.filePath() << " is no drawing that can be read\n";
         return false;
     }
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    QImage image(placeSize * density, QImage::Format_RGB32);
-    image.fill(QColor(0xDF, 0xE8, 0xEE));
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, QRectF(image.rect()));
-    painter.end();
+    const QImage image = rendered(renderer);
     if (!image.save(target, "BMP")) {
         QTextStream(stderr) << "cannot write " << target << '\n';
         return false;
@@ -41,9 +64,11 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     const QGuiApplication application(argc, argv);
-    const QStringList arguments = QGuiApplication::arguments();
+    QStringList arguments = QGuiApplication::arguments();
+    const bool logos = arguments.removeAll(QStringLiteral("--logo")) > 0;
     if (arguments.size() != 3) {
-        QTextStream(stderr) << "usage: benthor-renderpictures <folder of drawings> <folder for pictures>\n";
+        QTextStream(stderr)
+            << "usage: benthor-renderpictures [--logo] <folder of drawings> <folder for pictures>\n";
         return 2;
     }
     const QDir source(arguments.at(1));
@@ -59,7 +84,9 @@ int main(int argc, char** argv) {
     }
     bool good = true;
     for (const QFileInfo& drawing : drawings) {
-        good = render(drawing, target.filePath(drawing.completeBaseName() + QStringLiteral(".bmp"))) && good;
+        good = render(drawing, target.filePath(drawing.completeBaseName() + QStringLiteral(".bmp")),
+                      logos ? logo : panelPicture) &&
+               good;
     }
     return good ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // The program kdsim as a person starts it: a process of its own.
 
 #include "platform/serial/serialport.h"
+#include "tests/simulator/logobitmap.h"
 #include "tests/support/testfolder.h"
 
 #include <QFileInfo>
@@ -153,6 +154,23 @@ private slots:
         QTRY_VERIFY(folder.get(QStringLiteral("device/commands.txt")).contains("heard R"));
         QVERIFY(folder.get(QStringLiteral("device/commands.txt")).contains("heard S 025"));
         QCOMPARE(folder.get(QStringLiteral("device/logo.txt")), QByteArray("a logo"));
+    }
+
+    void aLogoIsPrintedAndKeptAsAPicture() {
+        const TestFolder folder(TestFolder::Store::Missing);
+        const simulator::Logo logo = tests::crookedLogo();
+        Run run({folder.root(), "--unpaced", "--keep", folder.path("device")});
+        QTRY_VERIFY(QFileInfo(folder.path("ports/com3")).isSymLink());
+        platform::SerialPort port;
+        QVERIFY(open(port, 3));
+        ask(port, "L", "l");
+        ask(port, logoText(logo) + "\x1b", "+++"); // with its head: no picture
+        QTRY_VERIFY(folder.get(QStringLiteral("device/logo.txt")).contains("simulated"));
+        QVERIFY(!folder.has(QStringLiteral("device/logo.pbm")));
+        ask(port, "L", "l");
+        ask(port, logoText(logo).split(' ').last() + "\x1b", "+++");
+        QTRY_COMPARE(folder.get(QStringLiteral("device/logo.pbm")), logoPbm(logo));
+        QTRY_VERIFY(run.out().contains(QString::fromUtf8(logoPicture(logo))));
     }
 
     void aFolderThatCannotBeWrittenIsToldAndEndsIt() {
