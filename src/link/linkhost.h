@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace benthor::link {
 
@@ -22,6 +23,11 @@ public:
     /// Path of the file, or empty when cancelled. `filter` is "Words (*.txt)|*.txt|All Files (*.*)|*.*".
     virtual QString openFile(const QString& filter, const QString& name) = 0;
     virtual QString saveFile(const QString& filter, const QString& name) = 0;
+
+    /// Starts a program that lives on by itself, with `folder` as its working folder. False when it does not
+    /// start.
+    virtual bool startProgram(const QString& program, const QStringList& arguments,
+                              const QString& folder) = 0;
 
     /// Paints what has changed; no input and no tick is served. False when the screen was closed: the routine
     /// then ends, and nothing more is written to the line.

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <set>
+#include <vector>
 
 namespace benthor::tests {
 
@@ -60,6 +61,12 @@ public:
 /// Keeps what the link asked for, answers with what the test laid out.
 class FakeHost : public link::LinkHost {
 public:
+    struct Started {
+        QString program;
+        QStringList arguments;
+        QString folder;
+    };
+
     platform::SerialLine& MSComm1() override { return line; }
     platform::SerialLine& MSComm2(int index) override { return scan.at(static_cast<std::size_t>(index)); }
     void message(const QString& text) override { messages << text; }
@@ -83,6 +90,10 @@ public:
         suggested << name;
         return chosenFile;
     }
+    bool startProgram(const QString& program, const QStringList& arguments, const QString& folder) override {
+        started.push_back({program, arguments, folder});
+        return programsStart;
+    }
     bool repaint() override {
         ++repaints;
         return !closed;
@@ -102,6 +113,8 @@ public:
     std::deque<bool> answers;
     QString chosenFile;
     QByteArrayList setups;
+    std::vector<Started> started;
+    bool programsStart = true;
     bool closed = false, hourglass = false, tips = false;
     int repaints = 0, tipsShown = 0, firmwareOpened = 0, imports = 0, leavings = 0;
 };

@@ -14,6 +14,7 @@ namespace benthor::link {
 namespace {
 
 constexpr int kFieldHeight = 44;
+constexpr int kLogo = 0;
 constexpr int kQuit = 10;
 
 QLineEdit* field(const char* name, int width) {
@@ -96,6 +97,7 @@ CommandCard::CommandCard(QWidget* parent)
     , Command2_(named(new QPushButton, "Command2"))
     , fileCaption_(look::makeCaption(QStringLiteral("File")))
     , Text5_(named(new QLineEdit, "Text5"))
+    , Command8_(named(new QPushButton(look::icon("picture"), QStringLiteral("Convert Logo")), "Command8"))
     , open_(new QPushButton(look::icon("open-folder"), QStringLiteral("Open")))
     , Command5_(named(new QPushButton(look::icon("send"), QStringLiteral("Send File/Text")), "Command5")) {
     open_->setObjectName(QStringLiteral("openFile"));
@@ -181,6 +183,7 @@ QWidget* CommandCard::buildFile() {
     Text5_->setPlaceholderText(QStringLiteral("No file opened"));
     Text5_->setAccessibleName(QStringLiteral("File"));
     across->addWidget(Text5_, 1);
+    across->addWidget(Command8_);
     across->addWidget(open_);
     across->addWidget(Command5_);
     return file;
@@ -245,6 +248,7 @@ void CommandCard::syncFile(const Console& console) {
     showText(Text5_, file && !console.Text5.text.isEmpty() ? console.Text5.text : console.filenameshown);
     showEnabled(Text5_, file);
     showEnabled(open_, file);
+    showVisible(Command8_, console.option == kLogo);
     showEnabled(Command5_, file && !console.Text5.text.isEmpty());
     showVisible(Command5_, console.advanced);
 }

@@ -49,6 +49,7 @@ private:
     QPushButton* Command2_;
     QLabel* fileCaption_;
     QLineEdit* Text5_;
+    QPushButton* Command8_; ///< Convert Logo
     QPushButton* open_;
     QPushButton* Command5_;
 };

@@ -4,6 +4,7 @@
 #include "link/console.h"
 #include "link/directory.h"
 #include "link/download.h"
+#include "link/logo.h"
 #include "link/screens/commandlist.h"
 #include "link/screens/directorycard.h"
 #include "link/screens/drawer.h"
@@ -124,6 +125,7 @@ void PC_Link_1::connectButtons() {
     onClick("Command3", [this] { Command3_click(link_, *host_); });
     onClick("Command2", [this] { Command2_click(link_, *host_); });
     onClick("Command5", [this] { Command5_click(link_, *host_); });
+    onClick("Command8", [this] { Command8_click(link_, *host_); });
     onClick("openFile", [this] { mnuOpen_click(link_, *host_); });
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QProcess>
 
 namespace benthor::link {
 
@@ -54,11 +55,22 @@ bool PC_Link_1::Host::confirm(const QString& text, const QString& title) {
 }
 
 QString PC_Link_1::Host::openFile(const QString& filter, const QString& name) {
+    if (screen_.isUnloaded()) {
+        return {};
+    }
     return platform::dialogs().openFile(&screen_, QStringLiteral("Open"), startingPlace(name), filter);
 }
 
 QString PC_Link_1::Host::saveFile(const QString& filter, const QString& name) {
+    if (screen_.isUnloaded()) {
+        return {};
+    }
     return platform::dialogs().saveFile(&screen_, QStringLiteral("Save As"), startingPlace(name), filter);
+}
+
+bool PC_Link_1::Host::startProgram(const QString& program, const QStringList& arguments,
+                                   const QString& folder) {
+    return QProcess::startDetached(program, arguments, folder);
 }
 
 bool PC_Link_1::Host::repaint() {

@@ -22,6 +22,7 @@ public:
     bool confirm(const QString& text, const QString& title) override;
     QString openFile(const QString& filter, const QString& name) override;
     QString saveFile(const QString& filter, const QString& name) override;
+    bool startProgram(const QString& program, const QStringList& arguments, const QString& folder) override;
     bool repaint() override;
     void setHourglass(bool on) override;
     void hintOnMain(const QString& text) override;

@@ -1,6 +1,7 @@
 #include "link/commandmenu.h"
 #include "link/console.h"
 #include "link/download.h"
+#include "link/logo.h"
 #include "link/screens/drawer.h"
 #include "link/screens/pc_link_1.h"
 #include "link/screens/pc_link_1_host.h"
@@ -35,9 +36,7 @@ QAction* PC_Link_1::entry(QMenu* menu, const char* name, const char* caption,
 void PC_Link_1::buildMenus() {
     QMenu* file = menu("mnuFile", "&File");
     entry(file, "mnuOpen", "&Open", [this] { mnuOpen_click(link_, *host_); });
-    QAction* convert = entry(file, "mnuLogoConv", "&Convert Logo", [] {});
-    convert->setEnabled(false);
-    convert->setToolTip(QStringLiteral("Converting a logo is not there yet."));
+    entry(file, "mnuLogoConv", "&Convert Logo", [this] { mnuLogoConv_click(link_, *host_); });
     file->addSeparator();
     entry(file, "mnuExit", "&Menu Screen", [this] {
         Label11_click();
