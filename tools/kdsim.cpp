@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <csignal>
 #include <ctime>
+#include <map>
+#include <optional>
 
 using namespace benthor::simulator;
 
@@ -31,6 +33,11 @@ struct Options {
     QString folder;
     int port = 3;
     int speed = KdPort::lineSpeed;
+    int takes = KdPort::unpaced;
+    int baud = 0;
+    std::optional<FirmwareType> loader;
+    bool large = false;
+    LoaderFaults loaderFaults;
     int dives = -1;
     QByteArray version = "V2.31";
     QByteArray product;
@@ -64,6 +71,20 @@ const QCommandLineOption kDelay("delay", "Waits <ms> milliseconds before each re
 const QCommandLineOption kVanish("vanish",
                                  "Goes off the line every <s> seconds, and comes back after as many.", "s");
 
+const QCommandLineOption kLoader(
+    "loader",
+    "Begins in its loader, as a device of the type rb or kd, and takes what it is sent at the line's pace.",
+    "type");
+const QCommandLineOption kLarge("large-beacon", "Its loader is of the kind whose beacon is OOOOOOOOO.");
+const QCommandLineOption kBaud("baud",
+                               "Talks at 9600 or 38400 baud, and hears and says garbage at any other speed. "
+                               "Without it any speed will do, and its pace is that of 9600.",
+                               "speed");
+const QCommandLineOption kLoaderFault("loader-fault",
+                                      "What its loader does wrong: drop-out, early-end, wrong-sum, erased, "
+                                      "wrong-check, silent-end, silent-after-y or second-go.",
+                                      "fault");
+
 bool number(const QCommandLineParser& parser, const QCommandLineOption& option, int& value) {
     if (!parser.isSet(option) && option.defaultValues().isEmpty()) {
         return true;
@@ -76,6 +97,43 @@ bool number(const QCommandLineParser& parser, const QCommandLineOption& option, 
     return good && given >= 0;
 }
 
+bool readFault(const QString& name, LoaderFaults& faults) {
+    constexpr int kSomeBytes = 3000; // of an image
+    const std::map<QString, LoaderFaults> known{{"", {}},
+                                                {"drop-out", {.dropOutAfter = kSomeBytes}},
+                                                {"early-end", {.endEarlyAfter = kSomeBytes}},
+                                                {"wrong-sum", {.wrongSums = LoaderFaults::always}},
+                                                {"erased", {.leftErased = 'B'}},
+                                                {"wrong-check", {.wrongCheck = true}},
+                                                {"silent-end", {.silentEnd = true}},
+                                                {"silent-after-y", {.silentAfterY = true}},
+                                                {"second-go", {.secondGo = true}}};
+    const auto found = known.find(name);
+    if (found != known.end()) {
+        faults = found->second;
+    }
+    return found != known.end();
+}
+
+bool readLoader(const QCommandLineParser& parser, Options& options) {
+    const QString type = parser.value(kLoader);
+    const QString baud = parser.value(kBaud);
+    if (!(type.isEmpty() || type == u"rb" || type == u"kd") ||
+        !(baud.isEmpty() || baud == u"9600" || baud == u"38400")) {
+        return false;
+    }
+    if (!type.isEmpty()) {
+        options.loader = type == u"rb" ? FirmwareType::Rb : FirmwareType::Kd;
+    }
+    options.baud = baud.toInt();
+    if (!parser.isSet(kUnpaced)) {
+        options.speed = baud == u"38400" ? KdPort::fastLineSpeed : KdPort::lineSpeed;
+        options.takes = options.loader ? options.speed : KdPort::unpaced;
+    }
+    options.large = parser.isSet(kLarge);
+    return readFault(parser.value(kLoaderFault), options.loaderFaults);
+}
+
 bool read(const QCommandLineParser& parser, Options& options) {
     if (parser.positionalArguments().size() != 1) {
         return false;
@@ -86,8 +144,8 @@ bool read(const QCommandLineParser& parser, Options& options) {
     options.product = parser.value(kProduct).toLatin1();
     options.keep = parser.value(kKeep);
     options.faults.silent = parser.isSet(kSilent);
-    return number(parser, kPort, options.port) && number(parser, kDives, options.dives) &&
-           number(parser, kBreak, options.faults.breakOffAfter) &&
+    return readLoader(parser, options) && number(parser, kPort, options.port) &&
+           number(parser, kDives, options.dives) && number(parser, kBreak, options.faults.breakOffAfter) &&
            number(parser, kDrop, options.faults.dropEvery) &&
            number(parser, kFlip, options.faults.flipEvery) &&
            number(parser, kPieces, options.faults.pieces) &&
@@ -122,6 +180,7 @@ void loadMemory(const QString& folder, KdMemory& memory) {
     memory.setup = load(folder, "setup.txt", memory.setup);
     memory.book = load(folder, "book.txt", memory.book);
     memory.logo = load(folder, "logo.txt", memory.logo);
+    memory.image = load(folder, "image.bin", memory.image);
 }
 
 void saveMemory(const QString& folder, const Kd& device) {
@@ -136,6 +195,9 @@ void saveMemory(const QString& folder, const Kd& device) {
     } else {
         QFile::remove(folder + QLatin1String("/logo.pbm"));
     }
+    if (!device.image().isEmpty()) {
+        save(folder, "image.bin", device.image());
+    }
 }
 
 Kd makeDevice(const Options& options) {
@@ -147,6 +209,11 @@ Kd makeDevice(const Options& options) {
     device.productWord = options.product;
     device.unaskedMilliseconds = options.unasked;
     device.faults = options.faults;
+    if (options.loader) {
+        device.loader.emplace(*options.loader);
+        device.loader->large = options.large;
+        device.loader->faults = options.loaderFaults;
+    }
     if (!options.keep.isEmpty()) {
         loadMemory(options.keep, device.memory);
     }
@@ -188,7 +255,7 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The program folder."));
     parser.addOptions({kPort, kUnpaced, kDives, kThird, kProduct, kKeep, kSilent, kBreak, kDrop, kFlip,
-                       kPieces, kDelay, kVanish, kUnasked});
+                       kPieces, kDelay, kVanish, kUnasked, kLoader, kLarge, kBaud, kLoaderFault});
     parser.process(application);
     Options options;
     QTextStream out(stdout);
@@ -201,6 +268,8 @@ int main(int argc, char** argv) {
     std::signal(SIGTERM, stop);
     try {
         KdPort port(options.folder, options.port, makeDevice(options), options.speed);
+        port.setBaud(options.baud);
+        port.paceReceived(options.takes);
         port.start();
         out << "a device stands as port " << options.port << " of " << options.folder << Qt::endl;
         std::size_t told = 0;
