@@ -94,16 +94,18 @@ struct KdPort::Line {
         qint64 last = 0;
         lastLook = steady_clock::now();
         while (running) {
-            const bool heard = await();
+            const short events = await();
             const qint64 now = clock.elapsed();
             const std::lock_guard guard(mutex);
             // What has come is heard now, at the end of the time that has passed.
             pass(static_cast<int>(now - last));
-            take();
+            if (held || (events & POLLIN) != 0) {
+                take();
+            }
             if (waiting.isEmpty()) {
                 say(device.advance(0));
             }
-            if (heard) {
+            if (isHeard(events)) {
                 put(now - last);
             } else {
                 waiting.clear();
@@ -112,20 +114,22 @@ struct KdPort::Line {
         }
     }
 
-    /// Until something comes, for a turn at most. False when no program is there.
-    bool await() {
+    /// Until something comes, for a turn at most; what poll tells of it.
+    short await() {
         const bool room = incoming.size() < kMostIncoming;
         if (held) {
             held->let(room);
         }
         pollfd state{master, static_cast<short>(room ? POLLIN : 0), 0};
         ::poll(&state, 1, kTurnMilliseconds);
-        const bool heard = held ? held->inUse() : (state.revents & POLLHUP) == 0;
         if ((state.revents & POLLHUP) != 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(kTurnMilliseconds));
         }
-        return heard;
+        return state.revents;
     }
+
+    /// A program is there. Asked once its bytes are taken: one that came meanwhile must get its answer.
+    bool isHeard(short events) { return held ? held->inUse() : (events & POLLHUP) == 0; }
 
     void pass(int milliseconds) {
         if (waiting.isEmpty()) {
