@@ -273,9 +273,10 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
         }
     }
     void unloadBlink() override { BlinkForm.unload(); }
-    int startRehearsal(const QByteArray& checkvalue, bool kd, int baud, QString& error) override {
-        return rehearsal.start(checkvalue, kd, baud, error);
+    int startRehearsal(bool kd, int baud, QString& error) override {
+        return rehearsal.start(kd, baud, error);
     }
+    void rehearsalReports(const QByteArray& checkvalue) override { rehearsal.report(checkvalue); }
     void stopRehearsal() override { rehearsal.stop(); }
 
     // --- what the main screen asks

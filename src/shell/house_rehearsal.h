@@ -22,10 +22,11 @@ public:
     Rehearsal(const Rehearsal&) = delete;
     Rehearsal& operator=(const Rehearsal&) = delete;
 
-    /// `checkvalue`: four hexadecimal digits that the device reports once it holds an image; empty: one of
-    /// its own. `kd`: its type is "kd", else "rb". `baud`: 9600 or 38400. Returns the port, or 0 with the
+    /// `kd`: the device's type is "kd", else "rb". `baud`: 9600 or 38400. Returns the port, or 0 with the
     /// reason.
-    int start(const QByteArray& checkvalue, bool kd, int baud, QString& error);
+    int start(bool kd, int baud, QString& error);
+    /// What the device reports once it holds an image: four hexadecimal digits; empty: a value of its own.
+    void report(const QByteArray& checkvalue);
     void stop();
 
 private:

@@ -17,17 +17,19 @@ public:
     void showBlink() override { blink = true; }
     void hideBlink() override { blink = false; }
     void unloadBlink() override { blink = false; }
-    int startRehearsal(const QByteArray& checkvalue, bool kd, int baud, QString& error) override {
-        asked << QStringLiteral("rehearsal %1 %2 %3")
-                     .arg(QString::fromLatin1(checkvalue), kd ? QStringLiteral("kd") : QStringLiteral("rb"))
+    int startRehearsal(bool kd, int baud, QString& error) override {
+        asked << QStringLiteral("rehearsal %1 %2")
+                     .arg(kd ? QStringLiteral("kd") : QStringLiteral("rb"))
                      .arg(baud);
         error = rehearsalError;
         return rehearsalPort;
     }
+    void rehearsalReports(const QByteArray& checkvalue) override { reports = checkvalue; }
     void stopRehearsal() override { asked << QStringLiteral("stop rehearsal"); }
 
     QStringList asked;
     QString last, rehearsalError;
+    QByteArray reports;
     int rehearsalPort = 40;
     bool blink = false;
 };

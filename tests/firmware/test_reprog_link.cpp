@@ -418,9 +418,10 @@ void TestReprogLink::aRehearsalHasAPortOfItsOwn() {
     stage.tick();
     QVERIFY(!stage.control("rehearsal")->isVisible());
     stage.control<QAction>("mnuRehearse")->trigger();
-    QCOMPARE(stage.neighbours.asked, QStringList("rehearsal 7878 rb 9600"));
+    QCOMPARE(stage.neighbours.asked, QStringList("rehearsal rb 9600"));
     QVERIFY(stage.control("rehearsal")->isVisible());
     QVERIFY(stage.screen->windowTitle().startsWith("REHEARSAL"));
+    QCOMPARE(stage.neighbours.reports, "7878");
     QCOMPARE(stage.line->port, 40);
     QVERIFY(stage.line->open);
     QCOMPARE(stage.line->sent, "11");

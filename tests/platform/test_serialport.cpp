@@ -254,6 +254,30 @@ private slots:
         QCOMPARE(received, sent);
     }
 
+    /// A line that takes nothing for a moment is no line that broke.
+    void recordsWaitForASlowLineAndNoneIsLost() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        const QByteArray record = allBytes().first(128);
+        const QByteArray sent = record.repeated(400); // more than a pseudo-terminal swallows
+        QByteArray received;
+        const std::unique_ptr<QThread> reader(QThread::create([&] {
+            for (int turn = 0; turn < 4000 && received.size() < sent.size(); ++turn) {
+                QThread::msleep(5);
+                received += stage.line().received();
+            }
+        }));
+        reader->start();
+        for (int at = 0; at < sent.size(); at += 128) {
+            port.Output(sent.mid(at, 128));
+            QVERIFY(port.PortOpen());
+        }
+        QTRY_VERIFY_WITH_TIMEOUT((port.Output({}), reader->isFinished()), 30000);
+        reader->wait();
+        QCOMPARE(received, sent);
+    }
+
     void aStuckLineIsGivenUp() {
         Stage stage;
         SerialPort port;

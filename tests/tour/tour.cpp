@@ -12,6 +12,7 @@
 #include "simulator/demodives.h"
 #include "tests/tour/actor.h"
 #include "tests/tour/diveroad.h"
+#include "tests/tour/firmwareroad.h"
 #include "tests/tour/gasroad.h"
 #include "tests/tour/linkroad.h"
 #include "tests/tour/logbookroad.h"
@@ -35,7 +36,8 @@ using tour::TourError;
 
 namespace {
 
-constexpr int kSteps = 8 + tour::kDiveSteps + tour::kLinkSteps + tour::kLogbookSteps + tour::kGasSteps;
+constexpr int kSteps =
+    8 + tour::kDiveSteps + tour::kLinkSteps + tour::kLogbookSteps + tour::kGasSteps + tour::kFirmwareSteps;
 
 void startAndImport(Actor& actor) {
     actor.step(QStringLiteral("The splash stands for a second and a half"));
@@ -105,6 +107,7 @@ void walk(Actor& actor, simulator::KdPort& device) {
     otherScreens(actor);
     tour::planTheGases(actor, device);
     tour::readTheGuides(actor);
+    tour::reprogramTheDevice(actor, device);
     leave(actor);
 }
 

@@ -23,10 +23,11 @@ public:
     virtual void hideBlink() = 0;
     virtual void unloadBlink() = 0;
 
-    /// A simulated device that waits to be reprogrammed, on a port of its own, at that speed of the line. It
-    /// reports `checkvalue` (four hexadecimal digits; empty: one of its own) once it holds an image. Returns
-    /// the port's number, or 0 with the reason in `error`.
-    virtual int startRehearsal(const QByteArray& checkvalue, bool kd, int baud, QString& error) = 0;
+    /// A simulated device that waits to be reprogrammed, on a port of its own, at that speed of the line; its
+    /// type is "kd" or else "rb". Returns the port's number, or 0 with the reason in `error`.
+    virtual int startRehearsal(bool kd, int baud, QString& error) = 0;
+    /// What that device reports once it holds an image: four hexadecimal digits; empty: a value of its own.
+    virtual void rehearsalReports(const QByteArray& checkvalue) = 0;
     virtual void stopRehearsal() = 0;
 };
 

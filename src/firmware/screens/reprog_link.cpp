@@ -138,6 +138,9 @@ void ReProg_Link::sync() {
     mnuAutoRefresh_->setChecked(state_.autorefresh);
     mnuRehearse_->setChecked(state_.rehearsal);
     showVisible(banner_, state_.rehearsal);
+    if (state_.rehearsal) {
+        neighbours_.rehearsalReports(state_.check.Text13.toLatin1());
+    }
     const QString title = QStringLiteral("KD Reprogramming Link");
     setWindowTitle(state_.rehearsal ? QStringLiteral("REHEARSAL - ") + title : title);
 }

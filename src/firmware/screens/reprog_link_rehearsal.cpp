@@ -27,8 +27,7 @@ void ReProg_Link::startRehearsal() {
     QString error;
     host_->MSComm1().setPortOpen(false);
     const bool kd = QFileInfo(state_.Text5).fileName().contains(QLatin1String("kd"), Qt::CaseInsensitive);
-    const int port = neighbours_.startRehearsal(state_.check.Text13.toLatin1(), kd,
-                                                state_.baud9600 ? kSlow : kFast, error);
+    const int port = neighbours_.startRehearsal(kd, state_.baud9600 ? kSlow : kFast, error);
     realPort_ = state_.Text6;
     if (port == 0) {
         platform::dialogs().message(this, QStringLiteral("The rehearsal can't begin: ") + error);

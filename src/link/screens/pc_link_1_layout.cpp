@@ -12,9 +12,11 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/status.h"
 
+#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
+#include <QVBoxLayout>
 
 namespace benthor::link {
 

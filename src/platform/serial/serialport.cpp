@@ -160,10 +160,12 @@ void SerialPort::Output(QByteArrayView bytes) {
     }
     port_.write(bytes.data(), bytes.size());
     while (port_.isOpen() && port_.bytesToWrite() > kMostWaiting) {
-        if (!port_.waitForBytesWritten(kStuckMilliseconds)) {
+        pollfd room{port_.handle(), POLLOUT, 0};
+        if (::poll(&room, 1, kStuckMilliseconds) < 1) {
             port_.clear(QSerialPort::Output);
             return;
         }
+        port_.flush(); // a full line takes some of it, or none after all
     }
     // A short text leaves now, not at the next turn of the event loop.
     if (port_.isOpen()) {
@@ -194,7 +196,8 @@ void SerialPort::broken(QSerialPort::SerialPortError error) {
     if (error == QSerialPort::NoError || !port_.isOpen()) {
         return;
     }
-    if (error == QSerialPort::ResourceError || hungUp(port_.handle())) {
+    // A line that is full just now is told as a resource that failed, too.
+    if (hungUp(port_.handle())) {
         port_.close();
         taken_.clear();
     }
