@@ -6,7 +6,10 @@
 #include <QElapsedTimer>
 #include <QFile>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <mutex>
@@ -24,8 +27,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr int kTurnMilliseconds = 5;
-constexpr qsizetype kMostIncoming = 1024; ///< that wait for the device when it is paced
-constexpr char kGarbage = 0x35;           ///< bits that a wrong speed turns
+constexpr char kGarbage = 0x35; ///< bits that a wrong speed turns
 
 /// Puts the line into the form in which bytes go through as they are. Opening and closing the near end also
 /// marks it as hung up until the program opens it: what is sent to nobody is lost, as on a real line.
@@ -65,10 +67,6 @@ struct KdPort::Line {
             throw std::runtime_error("there is no pseudo-terminal");
         }
         prepare(master);
-        if (takesPerSecond != unpaced) {
-            held = std::make_unique<HeldEnd>(::ptsname(master));
-            takeCredit = LineCredit(takesPerSecond);
-        }
         const QString path = QString::fromLocal8Bit(::ptsname(master));
         QDir().mkpath(QFileInfo(link).path());
         if (QFileInfo(link).isSymLink()) {
@@ -81,7 +79,6 @@ struct KdPort::Line {
 
     void close() {
         QFile::remove(link);
-        held.reset();
         if (master >= 0) {
             ::close(master);
             master = -1;
@@ -94,42 +91,39 @@ struct KdPort::Line {
         qint64 last = 0;
         lastLook = steady_clock::now();
         while (running) {
-            const short events = await();
+            await();
             const qint64 now = clock.elapsed();
             const std::lock_guard guard(mutex);
             // What has come is heard now, at the end of the time that has passed.
             pass(static_cast<int>(now - last));
-            if (held || (events & POLLIN) != 0) {
-                take();
-            }
+            take();
             if (waiting.isEmpty()) {
                 say(device.advance(0));
             }
-            if (isHeard(events)) {
-                put(now - last);
-            } else {
+            // Asked once its bytes are taken: a program that came meanwhile must get its answer.
+            if (isHungUp(0)) {
                 waiting.clear();
+            } else {
+                put(now - last);
             }
             last = now;
         }
     }
 
-    /// Until something comes, for a turn at most; what poll tells of it.
-    short await() {
-        const bool room = incoming.size() < kMostIncoming;
-        if (held) {
-            held->let(room);
-        }
-        pollfd state{master, static_cast<short>(room ? POLLIN : 0), 0};
-        ::poll(&state, 1, kTurnMilliseconds);
-        if ((state.revents & POLLHUP) != 0) {
+    /// Until something comes, for a turn at most.
+    void await() {
+        // What waits for its time to be taken would end the wait at once, and so does a hung-up line.
+        if (isHungUp(busy ? 0 : POLLIN, kTurnMilliseconds)) {
             std::this_thread::sleep_for(std::chrono::milliseconds(kTurnMilliseconds));
         }
-        return state.revents;
     }
 
-    /// A program is there. Asked once its bytes are taken: one that came meanwhile must get its answer.
-    bool isHeard(short events) { return held ? held->inUse() : (events & POLLHUP) == 0; }
+    /// No program is there. Waits so long for it, or for one of `events`.
+    bool isHungUp(short events, int milliseconds = 0) const {
+        pollfd state{master, events, 0};
+        ::poll(&state, 1, milliseconds);
+        return (state.revents & POLLHUP) != 0;
+    }
 
     void pass(int milliseconds) {
         if (waiting.isEmpty()) {
@@ -142,39 +136,34 @@ struct KdPort::Line {
     void say(const QByteArray& bytes) { waiting = isWrongSpeed() ? garbled(bytes) : bytes; }
 
     void take() {
-        char bytes[4096];
-        ssize_t length = 0;
-        while ((length = ::read(master, bytes, sizeof bytes)) > 0) {
-            incoming.append(bytes, length);
-            if (!held) {
-                break;
-            }
-            held->let(incoming.size() < kMostIncoming);
-        }
-        hear(held ? allowed() : incoming.size());
-    }
-
-    /// Of what has come, as many bytes as the line has carried by now.
-    qsizetype allowed() {
-        const auto now = steady_clock::now();
-        takeCredit.pass(now - std::exchange(lastLook, now));
-        const qsizetype length = std::min(takeCredit.bytes(), incoming.size());
-        takeCredit.spend(length);
-        if (length == incoming.size()) {
-            takeCredit.idle();
-        }
-        return length;
-    }
-
-    void hear(qsizetype length) {
-        if (length < 1) {
+        std::array<char, 4096> bytes{};
+        const bool paced = takesPerSecond != unpaced;
+        const std::size_t most = paced ? std::min(bytes.size(), carried()) : bytes.size();
+        if (most == 0) {
             return;
         }
-        const QByteArray came = incoming.first(length);
-        const QByteArray bytes = isWrongSpeed() ? garbled(came) : came;
-        incoming.remove(0, length);
+        const ssize_t length = ::read(master, bytes.data(), most);
+        busy = paced && length > 0;
+        if (length > 0) {
+            takeCredit.spend(length);
+            hear(QByteArray(bytes.data(), length));
+        }
+    }
+
+    /// Bytes that the line has carried by now, if there were as many.
+    std::size_t carried() {
+        const auto now = steady_clock::now();
+        takeCredit.pass(now - std::exchange(lastLook, now));
+        if (!busy) {
+            takeCredit.idle();
+        }
+        return static_cast<std::size_t>(takeCredit.bytes());
+    }
+
+    void hear(const QByteArray& came) {
         const auto now = steady_clock::now();
         times = Times{times ? times->first : now, now};
+        const QByteArray bytes = isWrongSpeed() ? garbled(came) : came;
         received.append(bytes);
         device.receive(bytes);
     }
@@ -209,10 +198,9 @@ struct KdPort::Line {
     double credit = 0;
     int takesPerSecond = unpaced;
     int baud = 0;
-    std::unique_ptr<HeldEnd> held; ///< when what it takes is paced
     LineCredit takeCredit{unpaced};
+    bool busy = false; ///< what it takes is paced, and the last look found something
     steady_clock::time_point lastLook;
-    QByteArray incoming; ///< for the device to hear it
     QByteArray received;
     std::optional<Times> times;
     std::mutex mutex;
@@ -249,12 +237,15 @@ void KdPort::stop() {
     line_->thread.join();
     line_->close();
     line_->waiting.clear();
-    line_->incoming.clear();
+    line_->busy = false;
 }
 
 void KdPort::paceReceived(int bytesPerSecond) {
     const std::lock_guard guard(line_->mutex);
     line_->takesPerSecond = bytesPerSecond;
+    line_->takeCredit = LineCredit(bytesPerSecond);
+    line_->busy = false;
+    line_->lastLook = steady_clock::now();
 }
 
 void KdPort::setBaud(int baud) {

@@ -24,9 +24,9 @@ public:
     KdPort(const KdPort&) = delete;
     KdPort& operator=(const KdPort&) = delete;
 
-    /// The device takes no more than so many bytes a second, and what the program writes waits for it, but
-    /// for the KB or so that a serial port keeps. `unpaced`, as at first: it takes what comes. Counts from
-    /// the next start() on.
+    /// The device takes no more than so many bytes a second; `unpaced`, as at first: all that comes. What the
+    /// program writes is held up at that pace once the terminal between is full. That holds some 20 KB, where
+    /// a serial port holds 4, and a program can be so far ahead: 21 s at 9600 baud, 5 s at 38400.
     void paceReceived(int bytesPerSecond);
     /// The device's own speed: what goes through while the program has set another one at its end is garbage
     /// in both directions, each byte changed. 0, as at first: any speed will do.
