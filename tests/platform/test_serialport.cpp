@@ -29,6 +29,9 @@ struct Stage {
     std::vector<std::unique_ptr<PseudoTerminal>> far;
 };
 
+/// For tests of much text.
+const QString kFast = QStringLiteral("921600,n,8,1");
+
 bool open(SerialPort& port, int number = 1) {
     port.setCommPort(number);
     port.setSettings(QStringLiteral("9600,N,8,1"));
@@ -231,6 +234,7 @@ private slots:
         Stage stage;
         SerialPort port;
         QVERIFY(open(port));
+        port.setSettings(kFast);
         QByteArray sent;
         for (int i = 0; sent.size() < 20000; ++i) {
             sent += QByteArray::number(i);
@@ -259,6 +263,7 @@ private slots:
         Stage stage;
         SerialPort port;
         QVERIFY(open(port));
+        port.setSettings(kFast);
         const QByteArray record = allBytes().first(128);
         const QByteArray sent = record.repeated(400); // more than a pseudo-terminal swallows
         QByteArray received;
@@ -276,6 +281,27 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT((port.Output({}), reader->isFinished()), 30000);
         reader->wait();
         QCOMPARE(received, sent);
+    }
+
+    /// Whatever the system keeps for the line: the port knows its speed.
+    void noMoreThan512BytesAreOnTheirWayWhenAWriteReturns() {
+        Stage stage;
+        SerialPort port;
+        QVERIFY(open(port));
+        port.setSettings(QStringLiteral("38400,n,8,1"));
+        QElapsedTimer passed;
+        passed.start();
+        for (int record = 0; record < 20; ++record) {
+            port.Output(QByteArray(128, 'x'));
+        }
+        QVERIFY(passed.nsecsElapsed() >= (20 * 128 - 512) * 1'000'000'000LL / 3840);
+        port.setPortOpen(false);
+        QVERIFY(port.setPortOpen(true)); // a line opened anew owes nothing
+        passed.start();
+        port.Output("x");
+        QVERIFY(passed.elapsed() < 500);
+        QByteArray received;
+        QTRY_COMPARE((received += stage.line().received()).count('x'), 20 * 128 + 1);
     }
 
     void aStuckLineIsGivenUp() {

@@ -89,6 +89,7 @@ bool SerialPort::setPortOpen(bool open) {
         return true;
     }
     taken_.clear();
+    carried_ = {};
     if (!open) {
         port_.close();
         return true;
@@ -153,6 +154,29 @@ void SerialPort::pump() {
     }
 }
 
+std::chrono::nanoseconds SerialPort::lineTime(qint64 bytes) const {
+    constexpr qint64 kNanoseconds = 1'000'000'000;
+    const int parity = settings_.parity == QSerialPort::NoParity ? 0 : 1;
+    const int stop = settings_.stopBits == QSerialPort::TwoStop ? 2 : 1;
+    const qint64 bits = bytes * (1 + settings_.dataBits + parity + stop);
+    return std::chrono::nanoseconds(bits * kNanoseconds / settings_.baud);
+}
+
+/// Until no more than so many bytes are on their way. What comes meanwhile is taken.
+void SerialPort::awaitLine() {
+    const auto latest = carried_ - lineTime(kMostWaiting);
+    for (auto now = std::chrono::steady_clock::now(); port_.isOpen() && now < latest;
+         now = std::chrono::steady_clock::now()) {
+        const auto left = latest - now;
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
+        const timespec time{seconds.count(), (left - seconds).count()};
+        pollfd coming{port_.handle(), POLLIN, 0};
+        if (::ppoll(&coming, 1, &time, nullptr) > 0) {
+            pump();
+        }
+    }
+}
+
 void SerialPort::Output(QByteArrayView bytes) {
     const QScopedValueRollback<bool> hold(held_, true);
     if (!port_.isOpen()) {
@@ -163,6 +187,7 @@ void SerialPort::Output(QByteArrayView bytes) {
         pollfd room{port_.handle(), POLLOUT, 0};
         if (::poll(&room, 1, kStuckMilliseconds) < 1) {
             port_.clear(QSerialPort::Output);
+            carried_ = {};
             return;
         }
         port_.flush(); // a full line takes some of it, or none after all
@@ -171,6 +196,8 @@ void SerialPort::Output(QByteArrayView bytes) {
     if (port_.isOpen()) {
         port_.flush();
     }
+    carried_ = std::max(carried_, std::chrono::steady_clock::now()) + lineTime(bytes.size());
+    awaitLine();
 }
 
 void SerialPort::waitForInput(std::chrono::microseconds longest) {

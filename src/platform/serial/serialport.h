@@ -44,7 +44,9 @@ public:
     bool setPortOpen(bool open) override;
     QByteArray Input() override;
     qsizetype InBufferCount() const override;
-    /// Gives up without a word when the line takes nothing for two seconds.
+    /// Gives up without a word when the line takes nothing for two seconds. What the system keeps for the
+    /// line counts as waiting, too: it goes out at the line's own speed, so its end is known without asking,
+    /// and no more than told still leaves once a routine has stopped writing.
     void Output(QByteArrayView bytes) override;
     void waitForInput(std::chrono::microseconds longest) override;
 
@@ -60,6 +62,8 @@ signals:
 
 private:
     bool openPort();
+    std::chrono::nanoseconds lineTime(qint64 bytes) const;
+    void awaitLine();
     bool failed(PortFault fault);
     void pump();
     void arrived();
@@ -68,6 +72,7 @@ private:
     mutable QSerialPort port_;
     QByteArray taken_; ///< read by a wait and not yet by Input
     LineSettings settings_;
+    std::chrono::steady_clock::time_point carried_; ///< when the line has carried all that it was given
     int number_ = 0;
     int inputLen_ = 0;
     int threshold_ = 0;
