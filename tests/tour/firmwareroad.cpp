@@ -51,8 +51,12 @@ void sendALogo(Actor& actor, KdPort& device) {
     actor.step(QStringLiteral("The converter makes a logo of the example; the device shows it"));
     QWidget* link = openTheLink(actor);
     trigger(actor, link, "mnuLogoConv");
-    actor.answerBox(QStringLiteral("Bitmap to convert must be the following specification:"),
-                    QStringLiteral("OK"));
+    actor.answerBox(QStringLiteral("Bitmap to convert must be the following specification:\n"
+                                   "102 pixels wide x 64 pixels high. Monochrome Bitmap.\n"
+                                   "The file must be in the same folder as logoconv.exe: %1\n"
+                                   "File sharka.bmp supplied as example.")
+                        .arg(platform::ProgramFolder::current().root()),
+                    QStringLiteral("OK"), QStringLiteral("logo-specification"));
     actor.chooseFile(path("sharka.bmp"));
     actor.answerBox(QStringLiteral("Created file: sharka.bmt"), QStringLiteral("OK"));
     auto* status = actor.control<QLabel>(link, QStringLiteral("AFLabel3"));
