@@ -22,6 +22,11 @@ bool inreprogmode(const ReprogState& state) {
     return text.lastIndexOf("REPROG MODE") > text.lastIndexOf("R, Enter");
 }
 
+/// Nothing is known of a device that was asked to restart.
+bool isrestarting(const ReprogState& state) {
+    return state.Text4.bytes().startsWith("restarting...");
+}
+
 bool hasprompt(const ReprogState& state) {
     return state.Label4[kLampPrompt].colour == platform::kToldGreen;
 }
@@ -81,7 +86,7 @@ QString resultreason(const ReprogState& state) {
         return state.sentmark ? QStringLiteral("the device has not told the expected value")
                               : QStringLiteral("it runs what it had; nothing was sent");
     }
-    return memories(state);
+    return isrestarting(state) ? QStringLiteral("the device was asked to restart") : memories(state);
 }
 
 } // namespace
@@ -194,6 +199,10 @@ NextStep nextstep(const ReprogState& state, bool portopen) {
     }
     if (state.sendstate > 0 && state.sendstate < kWaitOver) {
         return {QStringLiteral("Wait until the device has finished.")};
+    }
+    if (isrestarting(state)) {
+        return {
+            QStringLiteral("The device restarts with what it holds. Home leads back to the main screen.")};
     }
     if (inreprogmode(state) && willberefused(state)) {
         return {QStringLiteral("Choose the image to send."), NextKey::Choose};

@@ -93,11 +93,12 @@ void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool 
     sayinplace(state, {});
     if (number.isEmpty()) {
         lockcontrols(state);
-        return;
+    } else {
+        openport(state, host, number);
+        freecontrols(state);
+        SendCh_click(state, host, kKeyRefresh);
     }
-    openport(state, host, number);
-    freecontrols(state);
-    SendCh_click(state, host, kKeyRefresh);
+    showstatus(state, host.MSComm1().PortOpen()); // no lamp speaks of the port before
 }
 
 void closereprog(ReprogState& state, ReprogHost& host) {

@@ -335,6 +335,7 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
         frmAbout.unload();
         frmSplash.unload();
         BlinkForm.unload();
+        RunProg.unload();
     }
 
     void endProcess() override {

@@ -167,6 +167,11 @@ private slots:
         session.state.sendstate = 0;
         session.hear("??");
         QCOMPARE(session.next(), NextKey::Refresh);
+        SendCh_click(session.state, session.host, kKeyRestart);
+        Timer1_tick(session.state, session.host);
+        QCOMPARE(session.next(), NextKey::None);
+        QVERIFY(nextstep(session.state, true).words.contains("Home leads back"));
+        QCOMPARE(session.reason(kLampResult), "the device was asked to restart");
         session.state.Frame6Visible = true;
         QVERIFY(nextstep(session.state, true).words.contains("Continue, then Retry"));
     }

@@ -102,6 +102,23 @@ private slots:
         QVERIFY(session.state.idleflag);
     }
 
+    void anotherPortBeginsWithItsOwnLamps() {
+        Session session;
+        session.open();
+        session.host.line.waiting = "Status check complete, press R, Enter to begin or Q to quit.......";
+        Timer1_tick(session.state, session.host);
+        QCOMPARE(session.state.Label4[kLampReady].text, "Ready to Send");
+        beginrun(session.state, session.host, "40", true);
+        QCOMPARE(session.host.line.port, 40);
+        QCOMPARE(session.state.Label4[kLampPort].text, "OK");
+        QCOMPARE(session.state.Label4[kLampLink].text, "??");
+        QCOMPARE(session.state.Label4[kLampReady].text, "KD not Ready");
+        QCOMPARE(session.state.Label4[kLampResult].text, "KD Not Programmed");
+        QVERIFY(session.state.rehearsal);
+        closereprog(session.state, session.host);
+        QCOMPARE(session.host.written, QStringList()); // a simulated port is never remembered
+    }
+
     void anotherOpeningBeginsAfreshButForTheImage() {
         Session session;
         session.open();

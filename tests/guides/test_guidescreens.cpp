@@ -8,6 +8,7 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
 #include "shell/process.h"
+#include "tests/support/ownpath.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"
@@ -94,31 +95,6 @@ QTextBrowser* manualView() {
     }
     return nullptr;
 }
-
-/// Only programs of the test's own are found while this lives.
-class OwnPath {
-public:
-    OwnPath()
-        : before_(qgetenv("PATH")) {
-        qputenv("PATH", folder_.path().toLocal8Bit());
-    }
-    ~OwnPath() { qputenv("PATH", before_); }
-    OwnPath(const OwnPath&) = delete;
-    OwnPath& operator=(const OwnPath&) = delete;
-
-    QString path(const QString& name) const { return folder_.filePath(name); }
-    void install(const QString& name, const QByteArray& script) const {
-        QFile::remove(path(name));
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(script), script.size());
-        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    }
-
-private:
-    QTemporaryDir folder_;
-    QByteArray before_;
-};
 
 } // namespace
 
