@@ -31,7 +31,7 @@ namespace {
 
 const QList<QSize> kSizes{{1024, 700}, {1920, 1080}};
 const QList<QSize> kFirmwareSizes{{1120, 744}, {1024, 700}};
-const QList<QSize> kLinkSizes{{960, 620}, {1024, 700}, {1180, 760}};
+const QList<QSize> kLinkSizes{{1024, 700}, {1180, 760}};
 
 Screen* screen(const char* name) {
     for (QWidget* window : QApplication::topLevelWidgets()) {

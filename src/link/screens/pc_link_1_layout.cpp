@@ -74,7 +74,8 @@ void PC_Link_1::buildBody() {
     down->addWidget(area, 1);
     down->addWidget(foot_);
     setCentralWidget(ground);
-    setMinimumSize(960, 620);
+    // Never so narrow that the lamps of the head lie over its status.
+    setMinimumSize(std::max(960, head_->minimumSizeHint().width()), 620);
     wait_ = new WaitCard(area);
 }
 
