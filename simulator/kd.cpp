@@ -282,7 +282,7 @@ bool Kd::isSetup(const QByteArray& body) {
     if (body.size() != kPositionOfY + 3 || body.indexOf('Y') != kPositionOfY - 1 || !body.endsWith('Z')) {
         return false;
     }
-    for (int gas = 0; gas < kGasBlock / 16; ++gas) {
+    for (qsizetype gas = 0; gas < kGasBlock / 16; ++gas) {
         const QByteArray block = body.mid(16 * gas, 16);
         bool nitrogen = false;
         bool helium = false;

@@ -56,7 +56,7 @@ QByteArray garbled(QByteArray bytes) {
 } // namespace
 
 struct KdPort::Line {
-    Line(QString programFolder, int portNumber, Kd kd, int speed)
+    Line(const QString& programFolder, int portNumber, Kd kd, int speed)
         : link(programFolder + QStringLiteral("/ports/com%1").arg(portNumber))
         , device(std::move(kd))
         , bytesPerSecond(speed) {}
@@ -208,8 +208,8 @@ struct KdPort::Line {
     std::thread thread;
 };
 
-KdPort::KdPort(QString programFolder, int number, Kd device, int bytesPerSecond)
-    : line_(std::make_unique<Line>(std::move(programFolder), number, std::move(device), bytesPerSecond)) {}
+KdPort::KdPort(const QString& programFolder, int number, Kd device, int bytesPerSecond)
+    : line_(std::make_unique<Line>(programFolder, number, std::move(device), bytesPerSecond)) {}
 
 KdPort::~KdPort() {
     stop();

@@ -19,7 +19,7 @@ public:
     static constexpr int fastLineSpeed = 3840; ///< and at 38400
     static constexpr int unpaced = 0;
 
-    KdPort(QString programFolder, int number, Kd device, int bytesPerSecond = lineSpeed);
+    KdPort(const QString& programFolder, int number, Kd device, int bytesPerSecond = lineSpeed);
     ~KdPort();
     KdPort(const KdPort&) = delete;
     KdPort& operator=(const KdPort&) = delete;

@@ -107,7 +107,7 @@ QByteArray logoText(const Logo& logo) {
     text += kDoubleBlank;
     text += "\r\n";
     for (const std::bitset<Logo::width>& row : logo.rows) {
-        for (std::size_t first = 0; first < kDigits * kBitsPerDigit; first += kBitsPerDigit) {
+        for (std::size_t first = 0; first < std::size_t{kDigits} * kBitsPerDigit; first += kBitsPerDigit) {
             int value = 0;
             for (std::size_t place = first; place < first + kBitsPerDigit; ++place) {
                 value = value * 2 + (place < row.size() && row[place] ? 1 : 0);

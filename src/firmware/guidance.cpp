@@ -86,6 +86,12 @@ QString resultreason(const ReprogState& state) {
         return state.sentmark ? QStringLiteral("the device has not told the expected value")
                               : QStringLiteral("it runs what it had; nothing was sent");
     }
+    if (state.sending) {
+        return QStringLiteral("an image is on its way");
+    }
+    if (state.sendstate > 0 && state.sendstate < kWaitOver) {
+        return QStringLiteral("the device is still at it");
+    }
     return isrestarting(state) ? QStringLiteral("the device was asked to restart") : memories(state);
 }
 

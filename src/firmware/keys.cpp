@@ -78,7 +78,7 @@ QByteArray bytesofkey(size_t key) {
     case kKeyRetry:
         return QByteArray(kNines, '9') + '&';
     case kKeyRestart:
-        return QByteArray(kRestarts, 'Q');
+        return QByteArray().fill('Q', kRestarts);
     default:
         return {};
     }

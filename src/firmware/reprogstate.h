@@ -68,50 +68,55 @@ struct SendFields {
 
 /// All that the firmware screen holds: what its controls show and what its ticks count.
 struct ReprogState {
-    bool idleflag = false; ///< the controls are free; false while a send runs or no port is known
-    bool pollflag = false; ///< the tick collects replies
-    bool sending = false;  ///< a send runs: nothing can be worked
-    int blinkcount = 0;
-    /// 0 idle; -1 stopped more than 2000 bytes short; -2 read-back not satisfied; 1 sent to the end; from 2
-    /// on the ticks of the final wait, up to 61.
-    int sendstate = 0;
-    bool sentmark = false;     ///< the image has gone to the end
-    bool recoveryflag = false; ///< the device printed "8:f" in the final wait
-    bool filechosen = false;   ///< the user has picked a file: no stock image is chosen for him
-    int noanswer = 0;          ///< ticks since the last automatic request of the status
-    QString lastimage;         ///< path last chosen
-
-    QString reprogfolder;   ///< folder of images and check list
+    // What is heard and what is known of the image.
     link::MarkedText Text4; ///< what the device says; what the program says of a send stands here as well
-    bool heard = false;     ///< some of `Text4` came from the device
+    QString reprogfolder;   ///< folder of images and check list
+    QString lastimage;      ///< path last chosen
     QString Text2;          ///< name clicked in the list of files
     QString Text5;          ///< path of the image
     QString Text6;          ///< number of the port
     CheckValues check;      ///< `Text13` and `Text15`
     QString Text14;         ///< value reported by the device
-    ToldColour Text14Colour = kButtonGrey;
+    SendFields fields;
 
+    // What it counts.
+    qint64 counted = 0; ///< bytes of the last image, 128 for each record and for the byte ahead of them
+    qint64 sum = 0;     ///< of the image's bytes
+    /// 0 idle; -1 stopped more than 2000 bytes short; -2 read-back not satisfied; 1 sent to the end; from 2
+    /// on the ticks of the final wait, up to 61.
+    int sendstate = 0;
+    int blinkcount = 0; ///< updates left before the blink goes off
+    int noanswer = 0;   ///< ticks since the last automatic request of the status
+
+    // What it shows.
     std::array<Lamp, 5> Label4{};
     std::array<Button, kKeys> SendCh{};
     Button Command2{false, platform::kToldYellow}; ///< Send to KD
     ToldColour Command7Colour = kButtonGrey;       ///< Choose File
-    bool Command3Enabled = false;                  ///< the text holds a dive's profile
-
-    bool advanced = false;    ///< `mnuAdvanced`
-    bool autorefresh = false; ///< `mnuAutoRefresh`
-    bool baud9600 = true;     ///< `Check1`
-    bool rehearsal = false;   ///< the device is a simulated one
-    SendFields fields;
-
-    bool Label5Visible = false; ///< an image is on its way
-    qint64 counted = 0; ///< bytes of the last image, 128 for each record and for the byte ahead of them
-    qint64 sum = 0;     ///< of the image's bytes
-    bool Frame5Visible = false; ///< final wait
-    bool Frame6Visible = false; ///< the device does it again
+    ToldColour Text14Colour = kButtonGrey;
     Bar ProgressBar1;
     Bar ProgressBar2{0, kWaitBar};
     Bar ProgressBar3{0, kAgainBar};
+
+    // How it stands.
+    bool idleflag = false;     ///< the controls are free; false while a send runs or no port is known
+    bool pollflag = false;     ///< the tick collects replies
+    bool sending = false;      ///< a send runs: nothing can be worked
+    bool sentmark = false;     ///< the image has gone to the end
+    bool recoveryflag = false; ///< the device printed "8:f" in the final wait
+    bool filechosen = false;   ///< the user has picked a file: no stock image is chosen for him
+    bool heard = false;        ///< some of `Text4` came from the device
+    bool rehearsal = false;    ///< the device is a simulated one
     bool Timer1 = true;
+
+    // What the user has switched, and which parts can be seen.
+    bool advanced = false;        ///< `mnuAdvanced`
+    bool autorefresh = false;     ///< `mnuAutoRefresh`
+    bool baud9600 = true;         ///< `Check1`
+    bool Command3Enabled = false; ///< the text holds a dive's profile
+    bool Label5Visible = false;   ///< an image is on its way
+    bool Frame5Visible = false;   ///< final wait
+    bool Frame6Visible = false;   ///< the device does it again
 };
 
 /// The port's settings for the speed chosen.

@@ -189,6 +189,12 @@ private slots:
         session.host.line.open = true;
         session.state.rehearsal = true;
         QCOMPARE(session.reason(kLampPort), "simulated device, 9600 baud");
+        session.state.sending = true;
+        QCOMPARE(session.reason(kLampResult), "an image is on its way");
+        session.state.sending = false;
+        session.state.sendstate = 2;
+        QCOMPARE(session.reason(kLampResult), "the device is still at it");
+        session.state.sendstate = 0;
         session.hear("MEMORY A Programmed MEMORY B Erased MEMORY C Erased");
         QCOMPARE(session.reason(kLampResult), "erased: memory B, C");
         session.hear(kProgrammed);

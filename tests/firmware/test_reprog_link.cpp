@@ -50,7 +50,7 @@ struct Stage {
             line = made.get();
             return made;
         };
-        screen = new ReProg_Link(neighbours, std::move(lines));
+        screen = new ReProg_Link(neighbours, lines);
         screen->showScreen();
     }
     ~Stage() {

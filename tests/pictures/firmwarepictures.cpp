@@ -36,7 +36,7 @@ struct Stage {
             line = made.get();
             return made;
         };
-        screen = std::make_unique<firmware::ReProg_Link>(neighbours, std::move(lines));
+        screen = std::make_unique<firmware::ReProg_Link>(neighbours, lines);
         screen->showScreen();
     }
     template <class T> T* control(const char* name) { return screen->findChild<T*>(QLatin1String(name)); }

@@ -6,6 +6,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
 

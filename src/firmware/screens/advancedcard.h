@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+class QGridLayout;
+class QHBoxLayout;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -32,8 +34,8 @@ signals:
 private:
     QWidget* buildOptions();
     QWidget* buildFields();
-    void addButtons(class QHBoxLayout* across);
-    QLineEdit* field(const char* name, const char* caption, class QGridLayout* grid, int place, int width);
+    void addButtons(QHBoxLayout* across);
+    QLineEdit* field(const char* name, const char* caption, QGridLayout* grid, int place, int width);
 
     QHash<int, QRadioButton*> Option1_;
     QLineEdit* Text3_ = nullptr;

@@ -30,7 +30,7 @@ constexpr int kTick = 500;
 
 } // namespace
 
-ReProg_Link::ReProg_Link(FirmwareNeighbours& neighbours, link::LinkLines lines)
+ReProg_Link::ReProg_Link(FirmwareNeighbours& neighbours, const link::LinkLines& lines)
     : Screen(QStringLiteral("ReProg_Link"))
     , neighbours_(neighbours)
     , host_(std::make_unique<Host>(*this, lines)) {

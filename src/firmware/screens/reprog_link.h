@@ -35,7 +35,7 @@ class ReProg_Link : public platform::Screen {
     Q_OBJECT
 
 public:
-    ReProg_Link(FirmwareNeighbours& neighbours, link::LinkLines lines);
+    ReProg_Link(FirmwareNeighbours& neighbours, const link::LinkLines& lines);
     ~ReProg_Link() override;
 
     const ReprogState& state() const { return state_; }

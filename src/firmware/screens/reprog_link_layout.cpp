@@ -16,6 +16,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
