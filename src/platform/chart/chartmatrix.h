@@ -23,11 +23,13 @@ public:
     int lastRow() const { return lastRow_; }
 
     void set(int row, int column, double value) {
-        if (row < 1 || row > lastRow_ || column < 1 || column >= columns || !std::isfinite(value))
+        if (row < 1 || row > lastRow_ || column < 1 || column >= columns || !std::isfinite(value)) {
             return;
+        }
         std::vector<double>& cells = cells_[static_cast<size_t>(column)];
-        if (cells.empty())
+        if (cells.empty()) {
             cells.assign(static_cast<size_t>(lastRow_) + 1, empty);
+        }
         cells[static_cast<size_t>(row)] = value;
     }
 
@@ -44,8 +46,9 @@ public:
 
     /// The column from row 0 to the last, NaN where empty; no values at all while none was written.
     std::span<const double> series(int column) const {
-        if (column < 0 || column >= columns)
+        if (column < 0 || column >= columns) {
             return {};
+        }
         return cells_[static_cast<size_t>(column)];
     }
 

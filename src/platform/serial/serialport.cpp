@@ -134,7 +134,7 @@ QByteArray SerialPort::Input() {
     }
     pump();
     const qsizetype most = inputLen_ > 0 ? inputLen_ : taken_.size();
-    const QByteArray bytes = taken_.first(std::min(most, taken_.size()));
+    QByteArray bytes = taken_.first(std::min(most, taken_.size()));
     taken_.remove(0, bytes.size());
     return bytes;
 }
