@@ -39,8 +39,9 @@ std::optional<ImageHead> imageHead(QByteArrayView image);
 /// on their way. Nothing for an image that is not ours.
 std::optional<std::uint16_t> receivedCheck(QByteArrayView image);
 
-/// The line of a check list for that image: "<base name>.sog  chksum= XXXX" and a line end. What follows the
-/// last point of `name` is not part of the base name.
+/// The line of a check list for that image: its base name with ".sog", two blanks, "chksum=", a blank, the
+/// value in four hexadecimal digits, and a line end. What follows the last point of `name` is not part of the
+/// base name.
 QByteArray checkListLine(const QString& name, std::uint16_t value);
 
 } // namespace benthor::simulator
