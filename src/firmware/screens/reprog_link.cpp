@@ -61,20 +61,8 @@ void ReProg_Link::unloading() {
     }
 }
 
-/// One event: the work on the state, then the painting. The screen may be gone after the work.
-void ReProg_Link::act(const std::function<void()>& work) {
-    if (isUnloaded()) {
-        return;
-    }
-    const Routine routine(*this);
-    work();
-    if (!isUnloaded()) {
-        sync();
-    }
-}
-
 void ReProg_Link::Timer1_tick() {
-    act([this] {
+    perform([this] {
         firmware::Timer1_tick(state_, *host_);
         syncFiles();
     });
@@ -98,19 +86,19 @@ void ReProg_Link::fieldEdited(const QString& field, const QString& text) {
 }
 
 void ReProg_Link::fileTaken(const QString& name) {
-    act([this, &name] {
+    perform([this, &name] {
         state_.Text2 = name;
         chooseimage(state_, ProgramFolder::current().path(u"Reprog", name));
     });
 }
 
 void ReProg_Link::mnuAdvanced_click() {
-    act([this] { state_.advanced = mnuAdvanced_->isChecked(); });
+    perform([this] { state_.advanced = mnuAdvanced_->isChecked(); });
 }
 
 void ReProg_Link::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && state_.advanced) {
-        act([this] { state_.advanced = false; });
+        perform([this] { state_.advanced = false; });
         return;
     }
     Screen::keyPressEvent(event);

@@ -62,8 +62,7 @@ private:
     QAction* entry(QMenu* menu, const char* name, const char* caption, const std::function<void()>& work);
 
     // reprog_link.cpp
-    void act(const std::function<void()>& work);
-    void sync();
+    void sync() override;
     void syncFiles();
     void fieldEdited(const QString& field, const QString& text);
     void fileTaken(const QString& name);

@@ -4,6 +4,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 
+#include <QElapsedTimer>
 #include <QThread>
 #include <algorithm>
 
@@ -13,15 +14,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int kPaintPause = 15; // milliseconds; a busy loop asks far more often
+constexpr int kPaintPause = 15; // milliseconds
 
 } // namespace
 
 ReProg_Link::Host::Host(ReProg_Link& screen, const link::LinkLines& lines)
     : screen_(screen)
-    , line_(lines.line(&screen)) {
-    painted_.start();
-}
+    , line_(lines.line(&screen)) {}
 
 QString ReProg_Link::Host::rememberedPort() {
     return link::readcomport().trimmed();
@@ -59,16 +58,7 @@ QString ReProg_Link::Host::saveFile(const QString& filter, const QString& name) 
 }
 
 bool ReProg_Link::Host::repaint() {
-    if (screen_.isUnloaded()) {
-        return false;
-    }
-    if (painted_.elapsed() < kPaintPause) {
-        return true;
-    }
-    screen_.sync();
-    const bool goOn = screen_.yieldPainting();
-    painted_.start();
-    return goOn;
+    return screen_.syncPainting();
 }
 
 bool ReProg_Link::Host::pause(std::chrono::milliseconds time) {

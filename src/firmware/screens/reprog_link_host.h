@@ -3,8 +3,6 @@
 #include "firmware/reproghost.h"
 #include "firmware/screens/reprog_link.h"
 
-#include <QElapsedTimer>
-
 namespace benthor::firmware {
 
 /// What the session asks of the screen.
@@ -29,7 +27,6 @@ public:
 private:
     ReProg_Link& screen_;
     std::unique_ptr<platform::SerialLine> line_;
-    QElapsedTimer painted_;
 };
 
 } // namespace benthor::firmware

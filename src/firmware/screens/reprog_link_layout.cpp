@@ -70,7 +70,7 @@ QAction* ReProg_Link::entry(QMenu* menu, const char* name, const char* caption,
 void ReProg_Link::buildMenus() {
     QMenu* file = menu("mnuFile", "&File");
     entry(file, "mnuChoose", "&Choose File", [this] {
-        act([this] { Command7_click(state_, *host_); });
+        perform([this] { Command7_click(state_, *host_); });
     })->setShortcut(QKeySequence::Open);
     file->addSeparator();
     entry(file, "mnuExit", "E&xit", [this] {
@@ -80,7 +80,7 @@ void ReProg_Link::buildMenus() {
     QMenu* advanced = menu("mnuAdvancedMenu", "&Advanced");
     mnuAdvanced_ = entry(advanced, "mnuAdvanced", "&Adavanced Keyboard", [this] { mnuAdvanced_click(); });
     mnuAutoRefresh_ = entry(advanced, "mnuAutoRefresh", "Auto &Refresh", [this] {
-        act([this] { mnuAutoRefresh_click(state_, mnuAutoRefresh_->isChecked()); });
+        perform([this] { mnuAutoRefresh_click(state_, mnuAutoRefresh_->isChecked()); });
     });
     QMenu* tools = menu("mnuTools", "&Tools");
     mnuRehearse_ =
@@ -193,29 +193,29 @@ void ReProg_Link::buildBody() {
 }
 
 void ReProg_Link::connectControls() {
-    const auto send = [this] { act([this] { Command2_click(state_, *host_); }); };
+    const auto send = [this] { perform([this] { Command2_click(state_, *host_); }); };
     connect(keys_, &KeyRow::keyClicked, this,
-            [this](size_t key) { act([this, key] { SendCh_click(state_, *host_, key); }); });
+            [this](size_t key) { perform([this, key] { SendCh_click(state_, *host_, key); }); });
     connect(keys_, &KeyRow::sendClicked, this, send);
     connect(progress_, &ProgressCard::sendClicked, this, send);
     connect(image_, &ImageCard::chooseClicked, this,
-            [this] { act([this] { Command7_click(state_, *host_); }); });
+            [this] { perform([this] { Command7_click(state_, *host_); }); });
     connect(image_, &ImageCard::fileClicked, this,
-            [this](const QString& name) { act([this, &name] { state_.Text2 = name; }); });
+            [this](const QString& name) { perform([this, &name] { state_.Text2 = name; }); });
     connect(image_, &ImageCard::fileTaken, this, &ReProg_Link::fileTaken);
     connect(Check1_, &QCheckBox::clicked, this,
-            [this](bool checked) { act([this, checked] { Check1_click(state_, *host_, checked); }); });
+            [this](bool checked) { perform([this, checked] { Check1_click(state_, *host_, checked); }); });
     connect(advanced_, &AdvancedCard::optionChosen, this,
-            [this](int option) { act([this, option] { Option1_click(state_, option); }); });
+            [this](int option) { perform([this, option] { Option1_click(state_, option); }); });
     connect(advanced_, &AdvancedCard::fieldEdited, this, &ReProg_Link::fieldEdited);
     connect(advanced_, &AdvancedCard::commandClicked, this,
-            [this] { act([this] { Command4_click(state_, *host_); }); });
+            [this] { perform([this] { Command4_click(state_, *host_); }); });
     connect(advanced_, &AdvancedCard::sendClicked, this,
-            [this] { act([this] { Command5_click(state_, *host_); }); });
+            [this] { perform([this] { Command5_click(state_, *host_); }); });
     connect(advanced_, &AdvancedCard::storeClicked, this,
-            [this] { act([this] { Command3_click(state_, *host_); }); });
+            [this] { perform([this] { Command3_click(state_, *host_); }); });
     connect(advanced_, &AdvancedCard::closeWanted, this,
-            [this] { act([this] { state_.advanced = false; }); });
+            [this] { perform([this] { state_.advanced = false; }); });
 }
 
 } // namespace benthor::firmware

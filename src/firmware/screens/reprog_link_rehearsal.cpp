@@ -12,7 +12,7 @@
 namespace benthor::firmware {
 
 void ReProg_Link::mnuRehearse_click() {
-    act([this] {
+    perform([this] {
         if (state_.rehearsal) {
             endRehearsal();
         } else {

@@ -69,20 +69,8 @@ void GasBlend::unloading() {
     closegas(plan_, ProgramFolder::current(), neighbours_.setupLink(), say_);
 }
 
-/// An event: what it does to the plan, and then what the screen shows of it.
-void GasBlend::act(const std::function<void()>& work) {
-    if (isUnloaded()) {
-        return;
-    }
-    const Routine routine(*this);
-    work();
-    if (!isUnloaded()) {
-        sync();
-    }
-}
-
 void GasBlend::Timer5_tick() {
-    act([this] {
+    perform([this] {
         const auto ask = [this](const QString& text, const QString& title) {
             return dialogs().confirm(this, text, title);
         };
@@ -92,7 +80,7 @@ void GasBlend::Timer5_tick() {
 }
 
 void GasBlend::receiveSetup(const QByteArray& text) {
-    act([this, &text] {
+    perform([this, &text] {
         plan_.Text8_1 = QString::fromLatin1(text);
         const qsizetype from = plan_.Text8_1.indexOf(QLatin1Char('A'));
         reported_ = from < 0 ? QString() : plan_.Text8_1.mid(from);
@@ -102,7 +90,7 @@ void GasBlend::receiveSetup(const QByteArray& text) {
 
 /// The size that the screen has by itself comes back with each line.
 void GasBlend::receiveReadings(const link::Readings& readings) {
-    act([this, &readings] {
+    perform([this, &readings] {
         readings_->take(readings);
         readings_->showUnits(plan_.feet());
         const link::SetupLink& link = neighbours_.setupLink();
@@ -113,7 +101,7 @@ void GasBlend::receiveReadings(const link::Readings& readings) {
 }
 
 void GasBlend::cellEdited(GasTable::Cell cell, int row, const QString& text) {
-    act([this, cell, row, &text] {
+    perform([this, cell, row, &text] {
         switch (cell) {
         case GasTable::Cell::O2:
             setO2(plan_, row, text, say_);
@@ -132,7 +120,7 @@ void GasBlend::cellEdited(GasTable::Cell cell, int row, const QString& text) {
 }
 
 void GasBlend::mnuOpen_click() {
-    act([this] {
+    perform([this] {
         const QString path =
             dialogs().openFile(this, QStringLiteral("Open"), ProgramFolder::current().root(), mitFilter());
         if (!path.isEmpty()) {
@@ -142,7 +130,7 @@ void GasBlend::mnuOpen_click() {
 }
 
 void GasBlend::mnuSave_click() {
-    act([this] {
+    perform([this] {
         const auto askPath = [this] {
             return dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(),
                                       mitFilter());
@@ -157,14 +145,14 @@ void GasBlend::mnuSave_click() {
 /// What was changed a moment ago goes with it: the text is that of a tick now, not of up to a second before.
 void GasBlend::Command1_click() {
     Timer5_tick();
-    act([this] {
+    perform([this] {
         neighbours_.showLinkForSending();
         gas::Command1_click(plan_, neighbours_.setupLink(), say_);
     });
 }
 
 void GasBlend::Command2_click() {
-    act([this] {
+    perform([this] {
         neighbours_.showLinkForSending();
         gas::Command2_click(plan_, neighbours_.setupLink(), say_);
     });

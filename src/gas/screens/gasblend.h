@@ -71,8 +71,7 @@ private:
     QPlainTextEdit* rawText(QWidget* parent, const char* name, const char* caption);
 
     // gasblend.cpp
-    void act(const std::function<void()>& work);
-    void sync();
+    void sync() override;
     void syncDebug();
     void cellEdited(GasTable::Cell cell, int row, const QString& text);
     void showDebug(bool shown);

@@ -50,9 +50,10 @@ void GasBlend::buildMenus() {
     mnuDebug_ = entry(view, "mnuDebug", "&Debug", [this] { showDebug(true); });
     mnuDebugOff_ = entry(view, "mnuDebugOff", "Debug &off", [this] { showDebug(false); });
     QMenu* units = heading("mnuUnits", "&Units");
-    mnuMeters_ =
-        entry(units, "mnuMeters", "&Metres", [this] { act([this] { chooseunits(plan_, false, say_); }); });
-    mnuFeet_ = entry(units, "mnuFeet", "&Feet", [this] { act([this] { chooseunits(plan_, true, say_); }); });
+    mnuMeters_ = entry(units, "mnuMeters", "&Metres",
+                       [this] { perform([this] { chooseunits(plan_, false, say_); }); });
+    mnuFeet_ =
+        entry(units, "mnuFeet", "&Feet", [this] { perform([this] { chooseunits(plan_, true, say_); }); });
     for (QAction* action : {mnuDebug_, mnuDebugOff_, mnuMeters_, mnuFeet_}) {
         action->setCheckable(true);
     }
@@ -74,25 +75,25 @@ void GasBlend::buildBody() {
     form_ = new SettingsForm;
     connect(table_, &GasTable::cellEdited, this, &GasBlend::cellEdited);
     connect(table_, &GasTable::activeClicked, this, [this](int row, bool active) {
-        act([this, row, active] {
+        perform([this, row, active] {
             plan_.rows[static_cast<size_t>(row)].active = active;
             activeclicked(plan_, row, say_);
         });
     });
     connect(table_, &GasTable::startClicked, this,
-            [this](int row) { act([this, row] { startclicked(plan_, row); }); });
+            [this](int row) { perform([this, row] { startclicked(plan_, row); }); });
     connect(table_, &GasTable::rowChosen, this,
-            [this](int row) { act([this, row] { showgasrow(plan_, row); }); });
+            [this](int row) { perform([this, row] { showgasrow(plan_, row); }); });
     const auto stepped = [this](int index, bool up) {
-        act([this, index, up] { stepperclicked(plan_, index, up, say_); });
+        perform([this, index, up] { stepperclicked(plan_, index, up, say_); });
     };
     connect(graph_, &GasGraph::stepped, this, stepped);
     connect(form_, &SettingsForm::stepped, this, stepped);
     connect(graph_, &GasGraph::scrolled, this, [this](int index, int value) {
-        act([this, index, value] { sliderscrolled(plan_, index, value, say_); });
+        perform([this, index, value] { sliderscrolled(plan_, index, value, say_); });
     });
     connect(form_, &SettingsForm::edited, this,
-            [this] { act([this] { plan_.settings = form_->settings(); }); });
+            [this] { perform([this] { plan_.settings = form_->settings(); }); });
     connect(form_, &SettingsForm::listChosen, this, [this](bool startingGas) {
         // The starting gas is chosen in the table; its list only follows.
         const int divegas = plan_.settings.divegas;
@@ -103,7 +104,7 @@ void GasBlend::buildBody() {
         Timer5_tick();
     });
     connect(form_, &SettingsForm::maximumEdited, this,
-            [this](const QString& text) { act([this, &text] { setmaxppo2(plan_, text, say_); }); });
+            [this](const QString& text) { perform([this, &text] { setmaxppo2(plan_, text, say_); }); });
 
     // The rows of the gases keep their height; what is below takes what is left.
     table_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -184,7 +185,7 @@ QWidget* GasBlend::buildFoot() {
     inside->addWidget(Label15);
     refresh->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() +
                              3 * look::spaceSmall);
-    const auto refreshed = [this] { act([this] { neighbours_.setupLink().refreshDirectory(); }); };
+    const auto refreshed = [this] { perform([this] { neighbours_.setupLink().refreshDirectory(); }); };
     connect(refresh, &QPushButton::clicked, this, refreshed);
     connect(Picture1, &look::ClickableLabel::clicked, this, refreshed);
     connect(Label15, &look::ClickableLabel::clicked, this, refreshed);

@@ -75,19 +75,19 @@ void PC_Link_1::closePorts() {
 }
 
 void PC_Link_1::setTextToSend(const QString& text) {
-    act([this, &text] { link_.console.Text7 = text; });
+    perform([this, &text] { link_.console.Text7 = text; });
 }
 
 void PC_Link_1::prepareSetup() {
-    act([this] { dooptioncheck(link_); });
+    perform([this] { dooptioncheck(link_); });
 }
 
 void PC_Link_1::sendSetup() {
-    act([this] { send_data(link_, *host_); });
+    perform([this] { send_data(link_, *host_); });
 }
 
 void PC_Link_1::refreshDirectory() {
-    act([this] { cmdstore_click(link_, *host_); });
+    perform([this] { cmdstore_click(link_, *host_); });
 }
 
 void PC_Link_1::takeReadings(const std::optional<Readings>& readings) {
@@ -116,18 +116,6 @@ void PC_Link_1::layFace() {
         download_->series()->selectAll();
     }
     sync();
-}
-
-/// One event: the work on the state, then the painting. The screen may be gone after the work.
-void PC_Link_1::act(const std::function<void()>& work) {
-    if (isUnloaded()) {
-        return;
-    }
-    const Routine routine(*this);
-    work();
-    if (!isUnloaded()) {
-        sync();
-    }
 }
 
 void PC_Link_1::sync() {

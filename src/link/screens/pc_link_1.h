@@ -85,8 +85,7 @@ private:
     class Host;
 
     // pc_link_1.cpp
-    void act(const std::function<void()>& work);
-    void sync();
+    void sync() override;
     void syncTimers();
 
     // pc_link_1_layout.cpp

@@ -60,7 +60,7 @@ void PC_Link_1::buildTimers() {
         auto* timer =
             new TickTimer(QLatin1String(one.name), one.interval,
                           one.enabled ? TickTimer::Start::Enabled : TickTimer::Start::Disabled, this);
-        connect(timer, &TickTimer::tick, this, [this, tick = one.tick] { act(tick); });
+        connect(timer, &TickTimer::tick, this, [this, tick = one.tick] { perform(tick); });
         timers_.insert(timer->objectName(), timer);
     }
 }
@@ -83,13 +83,13 @@ void PC_Link_1::Timer3_tick() {
 
 void PC_Link_1::onClick(const char* name, const std::function<void()>& work) {
     auto* button = findChild<QAbstractButton*>(QLatin1String(name));
-    connect(button, &QAbstractButton::clicked, this, [this, work] { act(work); });
+    connect(button, &QAbstractButton::clicked, this, [this, work] { perform(work); });
 }
 
 void PC_Link_1::onEdit(const char* name, const std::function<void(const QString&)>& work) {
     auto* box = findChild<QLineEdit*>(QLatin1String(name));
     connect(box, &QLineEdit::textEdited, this,
-            [this, work](const QString& text) { act([&work, &text] { work(text); }); });
+            [this, work](const QString& text) { perform([&work, &text] { work(text); }); });
 }
 
 void PC_Link_1::connectControls() {
@@ -97,9 +97,9 @@ void PC_Link_1::connectControls() {
     connectBoxes();
     connectDirectory();
     connect(head_->swap(), &look::ClickableLabel::clicked, this,
-            [this] { act([this] { Label13_click(); }); });
+            [this] { perform([this] { Label13_click(); }); });
     connect(head_->menuScreen(), &look::ClickableLabel::clicked, this,
-            [this] { act([this] { Label11_click(); }); });
+            [this] { perform([this] { Label11_click(); }); });
     connect(commands_, &CommandList::captionClicked, this, [this](int index) {
         chooseCommand(index, [this, index] { Label19_click(link_, *host_, index); });
     });
@@ -144,7 +144,7 @@ void PC_Link_1::connectBoxes() {
     });
     onEdit("Text6", [&console](const QString& text) { console.Text6 = text; });
     connect(drawer_, &Drawer::textToSendEdited, this,
-            [this](const QString& text) { act([this, &text] { link_.console.Text7 = text; }); });
+            [this](const QString& text) { perform([this, &text] { link_.console.Text7 = text; }); });
 }
 
 void PC_Link_1::connectDirectory() {
@@ -154,7 +154,7 @@ void PC_Link_1::connectDirectory() {
     connect(Mgrid, &FlexGrid::headerClicked, this, [] { process().servedrow = 0; });
     connect(Mgrid, &FlexGrid::mouseReleased, this,
             [this](int row, int rowSel, Qt::KeyboardModifiers modifiers) {
-                act([&] { Mgrid_mouseup(link_, row, rowSel, shiftBits(modifiers)); });
+                perform([&] { Mgrid_mouseup(link_, row, rowSel, shiftBits(modifiers)); });
             });
     connect(Mgrid, &FlexGrid::keyPressed, this, &PC_Link_1::Mgrid_keydown);
 }
@@ -166,7 +166,7 @@ void PC_Link_1::Mgrid_keydown(QKeyEvent* event) {
         return;
     }
     event->accept();
-    act([&] {
+    perform([&] {
         process().servedrow = Mgrid->row();
         Mgrid_mouseup(link_, Mgrid->row(), Mgrid->rowSel(), shiftBits(event->modifiers()));
     });
@@ -174,7 +174,7 @@ void PC_Link_1::Mgrid_keydown(QKeyEvent* event) {
 
 /// Send bears the caption of what it sends.
 void PC_Link_1::chooseCommand(int index, const std::function<void()>& work) {
-    act([this, index, &work] {
+    perform([this, index, &work] {
         if (const CommandEntry* entry = commandEntry(index)) {
             link_.console.Command2.text = entry->caption;
         }

@@ -12,8 +12,6 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kPaintPause = 15; // milliseconds; a busy loop asks far more often
-
 /// The name as told, in the program folder unless it says where.
 QString startingPlace(const QString& name) {
     return QDir(platform::ProgramFolder::current().root()).filePath(QString(name).replace(u'\\', u'/'));
@@ -27,11 +25,10 @@ PC_Link_1::Host::Host(PC_Link_1& screen, LinkLines lines)
     const auto make = [&](std::function<void()> received) -> std::unique_ptr<platform::SerialLine> {
         return lines.line(&screen, std::move(received));
     };
-    working_ = make([this] { screen_.act([this] { MSComm1_received(screen_.link_, *this); }); });
+    working_ = make([this] { screen_.perform([this] { MSComm1_received(screen_.link_, *this); }); });
     for (size_t i = 0; i < search_.size(); ++i) {
         search_.at(i) = make([this, i] { MSComm2_received(screen_.link_, *this, static_cast<int>(i)); });
     }
-    painted_.start();
 }
 
 PC_Link_1::Host::~Host() {
@@ -74,16 +71,7 @@ bool PC_Link_1::Host::startProgram(const QString& program, const QStringList& ar
 }
 
 bool PC_Link_1::Host::repaint() {
-    if (screen_.isUnloaded()) {
-        return false;
-    }
-    if (painted_.elapsed() < kPaintPause) {
-        return true;
-    }
-    screen_.sync();
-    const bool goOn = screen_.yieldPainting();
-    painted_.start();
-    return goOn;
+    return screen_.syncPainting();
 }
 
 void PC_Link_1::Host::setHourglass(bool on) {

@@ -3,8 +3,6 @@
 #include "link/linkhost.h"
 #include "link/screens/pc_link_1.h"
 
-#include <QElapsedTimer>
-
 namespace benthor::link {
 
 /// What the link's logic asks for, answered by the screen, by its lines, and by signals to the house.
@@ -41,7 +39,6 @@ private:
     std::unique_ptr<platform::SerialLine> working_;
     std::array<std::unique_ptr<platform::SerialLine>, 32> search_;
     bool hourglass_ = false;
-    QElapsedTimer painted_;
 };
 
 } // namespace benthor::link

@@ -26,7 +26,7 @@ QAction* PC_Link_1::entry(QMenu* menu, const char* name, const char* caption,
                           const std::function<void()>& work) {
     auto* made = new QAction(QLatin1String(caption), this);
     made->setObjectName(QLatin1String(name));
-    connect(made, &QAction::triggered, this, [this, work] { act(work); });
+    connect(made, &QAction::triggered, this, [this, work] { perform(work); });
     if (menu != nullptr) {
         menu->addAction(made);
     }
@@ -94,7 +94,7 @@ void PC_Link_1::buildViewMenu() {
     });
     mnuAdvancedOption_->setCheckable(true);
     connect(drawer_, &Drawer::closeWanted, this, [this] {
-        act([this] {
+        perform([this] {
             if (link_.console.advanced) {
                 mnuAdvancedOption_click(link_);
             }

@@ -96,6 +96,31 @@ void Screen::unload() {
     }
 }
 
+void Screen::perform(const std::function<void()>& work) {
+    if (isUnloaded()) {
+        return;
+    }
+    const Routine routine(*this);
+    work();
+    if (!isUnloaded()) {
+        sync();
+    }
+}
+
+bool Screen::syncPainting() {
+    constexpr int kPause = 15; // milliseconds
+    if (isUnloaded()) {
+        return false;
+    }
+    if (painted_.isValid() && painted_.elapsed() < kPause) {
+        return true;
+    }
+    sync();
+    const bool goOn = yieldPainting();
+    painted_.start();
+    return goOn;
+}
+
 bool Screen::yieldEvents() {
     if (isUnloaded()) {
         return false;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
+#include <functional>
 #include <optional>
 
 namespace benthor::platform {
@@ -55,6 +57,15 @@ protected:
     /// Where the window opens each time, for a screen that sets its own place; it is then not remembered.
     virtual std::optional<QPoint> ownPlace() const { return std::nullopt; }
 
+    /// One event: the work, then sync(), unless the screen is gone by then. Nothing on one that is gone
+    /// before.
+    void perform(const std::function<void()>& work);
+    /// Shows what the screen's state says.
+    virtual void sync() {}
+    /// sync() and yieldPainting() for a busy loop that asks far more often than anything need be painted:
+    /// every 15 ms at most.
+    bool syncPainting();
+
     /// Lets waiting events run, input and ticks included. False when the screen was unloaded meanwhile: the
     /// routine that asked then ends.
     bool yieldEvents();
@@ -75,6 +86,7 @@ private:
     State state_ = State::New;
     bool placed_ = false;
     int routines_ = 0;
+    QElapsedTimer painted_;
 };
 
 } // namespace benthor::platform
