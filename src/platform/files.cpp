@@ -124,7 +124,8 @@ ssize_t readBlock(int file, char* block, size_t size) {
 
 } // namespace
 
-FileResult copyFile(const QString& from, const QString& to, FolderSync sync, const DraftCheck& check) {
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync, const DraftCheck& check,
+                    const BetweenBlocks& between) {
     const Descriptor source = openForReading(from);
     if (!source.isOpen()) {
         return failure("Cannot read", from, errno);
@@ -142,6 +143,9 @@ FileResult copyFile(const QString& from, const QString& to, FolderSync sync, con
             }
             if (const int number = writeAll(target, block.data(), static_cast<size_t>(count))) {
                 return number;
+            }
+            if (between && !between()) {
+                return ECANCELED;
             }
         }
     };
@@ -196,7 +200,7 @@ std::optional<QByteArray> readFile(const QString& path, qint64 most) {
     return bytes;
 }
 
-bool sameContents(const QString& first, const QString& second) {
+bool sameContents(const QString& first, const QString& second, const BetweenBlocks& between) {
     const Descriptor one = openForReading(first);
     const Descriptor two = openForReading(second);
     if (!one.isOpen() || !two.isOpen()) {
@@ -213,6 +217,9 @@ bool sameContents(const QString& first, const QString& second) {
         }
         if (countOne == 0) {
             return true;
+        }
+        if (between && !between()) {
+            return false;
         }
     }
 }

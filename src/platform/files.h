@@ -32,9 +32,13 @@ enum class FolderSync { Now, Later };
 /// it; any other is why the copy fails, and what stood in the place stays.
 using DraftCheck = std::function<QString(const QString& draft)>;
 
+/// Called between the blocks of a long file, so that a window can be painted meanwhile. False ends the work,
+/// which then fails with ECANCELED.
+using BetweenBlocks = std::function<bool()>;
+
 /// Copies the contents of `from` over `to`, whatever stood there. `from` and `to` may be one file.
 FileResult copyFile(const QString& from, const QString& to, FolderSync sync = FolderSync::Now,
-                    const DraftCheck& check = {});
+                    const DraftCheck& check = {}, const BetweenBlocks& between = {});
 
 /// Makes `bytes` the contents of `path`.
 FileResult writeFileWhole(const QString& path, QByteArrayView bytes);
@@ -49,8 +53,8 @@ FileResult syncFolder(const QString& folder);
 /// The first `most` bytes of a file (all of them when it is not longer). Nothing when it cannot be read.
 std::optional<QByteArray> readFile(const QString& path, qint64 most = 256LL * 1024 * 1024);
 
-/// Whether both files are there and hold the same bytes.
-bool sameContents(const QString& first, const QString& second);
+/// Whether both files are there and hold the same bytes. False as well where `between` ended it.
+bool sameContents(const QString& first, const QString& second, const BetweenBlocks& between = {});
 
 /// Removes a file. One that is not there is a failure.
 FileResult removeFile(const QString& path);

@@ -32,6 +32,7 @@ private slots:
     void readingIsLimited();
     void readingAFolderOrNothingGivesNothing();
     void contentsAreCompared();
+    void betweenTheBlocksOfALongFileOthersHaveTheirTurn();
     void removingWhatIsNotThereIsAnError();
 
     void filesAreListedByNameWithoutRegardToCase();
@@ -169,6 +170,23 @@ void TestFiles::contentsAreCompared() {
     QVERIFY(!sameContents(path("a"), path("b")));
     QVERIFY(!sameContents(path("a"), path("c")));
     QVERIFY(!sameContents(path("a"), path("none")));
+}
+
+void TestFiles::betweenTheBlocksOfALongFileOthersHaveTheirTurn() {
+    make("from", QByteArray(4 * 65536 + 1, 'a'));
+    make("to", "old");
+    int turns = 0;
+    const auto count = [&] { return ++turns > 0; };
+    QVERIFY(copyFile(path("from"), path("to"), FolderSync::Now, {}, count));
+    QCOMPARE(turns, 5);
+    QVERIFY(sameContents(path("from"), path("to"), count));
+    QCOMPARE(turns, 10);
+    const auto end = [&] { return ++turns < 12; };
+    make("other", "stays");
+    QCOMPARE(copyFile(path("from"), path("other"), FolderSync::Now, {}, end).number, ECANCELED);
+    QCOMPARE(turns, 12);
+    QCOMPARE(bytes("other"), "stays");
+    QVERIFY(!sameContents(path("from"), path("to"), end));
 }
 
 void TestFiles::removingWhatIsNotThereIsAnError() {

@@ -22,6 +22,7 @@ public:
         QString filter;
         platform::BoxKind box = platform::BoxKind::Plain;
         bool noIsDefault = false;
+        QString below; ///< informative text
     };
 
     ScriptedDialogs()
@@ -67,13 +68,14 @@ private:
                 act();
             }
         }
-        void message(QWidget*, const QString& text, platform::BoxKind kind, const QString& title) override {
-            asked.append({QStringLiteral("message"), text, title, {}, {}, kind, false});
+        void message(QWidget*, const QString& text, platform::BoxKind kind, const QString& title,
+                     const QString& below) override {
+            asked.append({QStringLiteral("message"), text, title, {}, {}, kind, false, below});
             up();
         }
         bool confirm(QWidget*, const QString& text, const QString& title, platform::BoxKind kind,
-                     bool noIsDefault) override {
-            asked.append({QStringLiteral("confirm"), text, title, {}, {}, kind, noIsDefault});
+                     bool noIsDefault, const QString& below) override {
+            asked.append({QStringLiteral("confirm"), text, title, {}, {}, kind, noIsDefault, below});
             up();
             if (confirms.empty()) {
                 return false;
@@ -84,7 +86,7 @@ private:
         }
         QString file(const QString& kind, const QString& title, const QString& folder,
                      const QString& filter) {
-            asked.append({kind, {}, title, folder, filter, platform::BoxKind::Plain, false});
+            asked.append({kind, {}, title, folder, filter, platform::BoxKind::Plain, false, {}});
             up();
             if (files.empty()) {
                 return {};
@@ -102,7 +104,7 @@ private:
             return file(QStringLiteral("save"), title, folder, filter);
         }
         std::shared_ptr<QPrinter> printer(QWidget*) override {
-            asked.append({QStringLiteral("print"), {}, {}, {}, {}, platform::BoxKind::Plain, false});
+            asked.append({QStringLiteral("print"), {}, {}, {}, {}, platform::BoxKind::Plain, false, {}});
             up();
             if (printers.empty()) {
                 return nullptr;

@@ -3,6 +3,7 @@
 #include "platform/screen/ticktimer.h"
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -37,21 +38,36 @@ QWidget* visibleWindow(QWidget* parent) {
     return (parent != nullptr && parent->window()->isVisible()) ? parent->window() : nullptr;
 }
 
+/// Texts as they stand: names of files and dives come from outside and may look like markup. The label of the
+/// informative text comes with the first such text; it is told to be plain before it gets the real one.
+void setTexts(QMessageBox& box, const QString& below) {
+    box.setTextFormat(Qt::PlainText);
+    if (below.isEmpty()) {
+        return;
+    }
+    box.setInformativeText(QStringLiteral(" "));
+    for (QLabel* label : box.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
+    box.setInformativeText(shownLines(below));
+}
+
 class RealDialogs : public Dialogs {
 public:
-    void message(QWidget* parent, const QString& text, BoxKind kind, const QString& title) override {
+    void message(QWidget* parent, const QString& text, BoxKind kind, const QString& title,
+                 const QString& below) override {
         const TickHold hold;
         QMessageBox box(iconOf(kind), title.isEmpty() ? QStringLiteral("Benthor") : title, shownLines(text),
                         QMessageBox::Ok, visibleWindow(parent));
-        box.setTextFormat(Qt::PlainText);
+        setTexts(box, below);
         box.exec();
     }
 
-    bool confirm(QWidget* parent, const QString& text, const QString& title, BoxKind kind,
-                 bool noIsDefault) override {
+    bool confirm(QWidget* parent, const QString& text, const QString& title, BoxKind kind, bool noIsDefault,
+                 const QString& below) override {
         const TickHold hold;
         QMessageBox box(iconOf(kind), title, text, QMessageBox::Yes | QMessageBox::No, visibleWindow(parent));
-        box.setTextFormat(Qt::PlainText);
+        setTexts(box, below);
         box.setDefaultButton(noIsDefault ? QMessageBox::No : QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
         return box.exec() == QMessageBox::Yes;

@@ -16,13 +16,16 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
-    /// Shows `text` until the user closes the box. An empty title stands for the program's name.
+    /// Shows `text` until the user closes the box. An empty title stands for the program's name. `below`
+    /// stands under the text in smaller words, as the box's informative text.
     virtual void message(QWidget* parent, const QString& text, BoxKind kind = BoxKind::Plain,
-                         const QString& title = {}) = 0;
+                         const QString& title = {}, const QString& below = {}) = 0;
 
-    /// Asks with Yes and No; true for Yes. Return takes No when `noIsDefault`. Closing the box is No.
+    /// Asks with Yes and No; true for Yes. Return takes No when `noIsDefault`. Closing the box is No. `below`
+    /// as in a message.
     virtual bool confirm(QWidget* parent, const QString& text, const QString& title,
-                         BoxKind kind = BoxKind::Question, bool noIsDefault = false) = 0;
+                         BoxKind kind = BoxKind::Question, bool noIsDefault = false,
+                         const QString& below = {}) = 0;
 
     /// Path of an existing file, or empty when cancelled. `filter` is "Words (*.txt)|*.txt|All Files
     /// (*.*)|*.*".

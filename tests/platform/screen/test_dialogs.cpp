@@ -3,6 +3,7 @@
 #include "platform/screen/ticktimer.h"
 #include "tests/support/scripteddialogs.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QtTest>
@@ -16,6 +17,7 @@ private slots:
     void aMessageHoldsTicksAndReturnCloses();
     void returnTakesNoWhereNoIsTheDefault();
     void escapeIsNo();
+    void whatStandsBelowIsPlainAndBesideTheText();
     void aScriptAnswersInPlaceOfTheBoxes();
     void filtersGoOverInTheToolkitsForm();
 
@@ -60,6 +62,28 @@ void TestDialogs::returnTakesNoWhereNoIsTheDefault() {
 void TestDialogs::escapeIsNo() {
     whenUp([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
     QVERIFY(!dialogs().confirm(nullptr, QStringLiteral("?"), QStringLiteral("Comfirmation")));
+}
+
+void TestDialogs::whatStandsBelowIsPlainAndBesideTheText() {
+    const QString below = QStringLiteral("<b>a.txt</b>\nb.txt");
+    const auto look = [&](QMessageBox* box) {
+        QCOMPARE(box->text(), "words");
+        QCOMPARE(box->informativeText(), below);
+        int found = 0;
+        for (const QLabel* label : box->findChildren<QLabel*>()) {
+            QVERIFY(label->text() != below || label->textFormat() == Qt::PlainText);
+            found += label->text() == below ? 1 : 0;
+        }
+        QCOMPARE(found, 1);
+        QTest::keyClick(box, Qt::Key_Escape);
+    };
+    whenUp(look);
+    dialogs().message(nullptr, QStringLiteral("words"), BoxKind::Information, {}, below);
+    whenUp(look);
+    QVERIFY(!dialogs().confirm(nullptr, QStringLiteral("words"), {}, BoxKind::Question, true, below));
+    benthor::tests::ScriptedDialogs script;
+    dialogs().message(nullptr, QStringLiteral("words"), BoxKind::Information, {}, below);
+    QCOMPARE(script.asked().first().below, below);
 }
 
 void TestDialogs::aScriptAnswersInPlaceOfTheBoxes() {
