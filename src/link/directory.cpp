@@ -2,7 +2,6 @@
 #include "link/console.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
-#include "store/access.h"
 
 #include <algorithm>
 
@@ -101,8 +100,8 @@ void markstoreddives(LinkState& link) {
         for (std::size_t row = 1; row < link.Mgrid.rows.size(); ++row) {
             DirectoryRow& dive = link.Mgrid.rows[row];
             const QString code = platform::trimBlanks(dive.cells[1]);
-            store::openmain(process().database, platform::sqlWith(kQuery, code, "' "));
-            if (!process().mainrecordset.eof()) {
+            // In rows of its own: a device is heard in the background, beside whoever holds the shared ones.
+            if (!process().database.openRecordset(platform::sqlWith(kQuery, code, "' ")).eof()) {
                 dive.mark = RowMark::Stored;
             }
         }

@@ -11,8 +11,7 @@ namespace {
 constexpr int kDigits = 7;
 
 void writeserialno(platform::Database& database, const QString& identifier) {
-    openmain(database, "SELECT * FROM serialno ");
-    platform::Recordset& counter = process().mainrecordset;
+    platform::Recordset counter = database.openRecordset("SELECT * FROM serialno ");
     counter.edit();
     counter.set(u"serial_no", identifier);
     counter.update();
@@ -35,8 +34,7 @@ void addDive(const QString& identifier, const platform::Value* version) {
 }
 
 platform::Value lastIdentifier() {
-    openmain(process().database, "SELECT * FROM SERIALNO");
-    return process().mainrecordset.value(u"serial_no");
+    return process().database.openRecordset("SELECT * FROM SERIALNO").value(u"serial_no");
 }
 
 } // namespace

@@ -1,24 +1,22 @@
 #include "store/units.h"
 
 #include "shell/process.h"
-#include "store/access.h"
 
 namespace benthor::store {
 
 namespace {
 
 void writefirst(const platform::Query& query, QStringView field, const QString& word) {
-    openmain(process().database, query);
-    process().mainrecordset.edit();
-    process().mainrecordset.set(field, word);
-    process().mainrecordset.update();
+    platform::Recordset row = process().database.openRecordset(query);
+    row.edit();
+    row.set(field, word);
+    row.update();
 }
 
 } // namespace
 
 QString readunit() {
-    openmain(process().database, "SELECT * FROM Display ");
-    return process().mainrecordset.value(u"display").text();
+    return process().database.openRecordset("SELECT * FROM Display ").value(u"display").text();
 }
 
 void writeunit(const QString& word) {

@@ -4,8 +4,8 @@
 
 namespace benthor::store {
 
-// The two settings that the store itself keeps. Both work on the process's open store through its main
-// recordset and throw a StoreError where the row is missing.
+// The two settings that the store itself keeps. All work on the process's open store, in a recordset of their
+// own: whoever holds rows in the shared one keeps them. A missing row is a StoreError.
 
 /// Field display of the first row of the table Display: "Feet" or "metre"; Null reads as "".
 QString readunit();

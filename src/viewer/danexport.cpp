@@ -80,6 +80,9 @@ QByteArray danText(const DanHead& head, const std::vector<ExportRow>& rows,
     text += "ZAR{}" + kLineEnd;
     text += "ZDH|1|" + head.diveid.toUtf8() + "|I|Q" + head.interval.toUtf8() + "S|" + start + "|" + kLineEnd;
     text += "ZDP{" + kLineEnd;
+    if (rows.empty()) {
+        return text; // there is no first row to go to
+    }
     DanProgress progress;
     for (const ExportRow& row : rows) {
         QByteArray line;

@@ -27,9 +27,9 @@ QDateTime dateOfBox(const QString& text);
 bool danSampleLine(const ExportRow& row, const std::vector<ExportRow>& gases, const QString& interval,
                    DanProgress& progress, QByteArray& line);
 
-/// The whole file as far as it comes. Rows with fewer than eight fields, as the dive's gases are, end it
-/// behind "ZDP{"; a start that is no date leaves it empty. The closing segment is never reached: it asks for
-/// an end date that the screen does not hold.
+/// The whole file as far as it comes. Rows with fewer than eight fields, as the dive's gases are, and no rows
+/// at all end it behind "ZDP{"; a start that is no date leaves it empty. The closing segment is never
+/// reached: it asks for an end date that the screen does not hold.
 QByteArray danText(const DanHead& head, const std::vector<ExportRow>& rows,
                    const std::vector<ExportRow>& gases);
 

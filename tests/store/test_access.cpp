@@ -1,6 +1,7 @@
 #include "store/access.h"
 #include "store/divetime.h"
 #include "store/identifiers.h"
+#include "store/units.h"
 #include "tests/support/programfixture.h"
 
 #include <QJsonArray>
@@ -51,6 +52,7 @@ private slots:
     void anIdentifierWithASingleQuoteFailsWhereItIsUsed();
     void checkpfexistCountsRowsByName();
     void theSharedHandlesHoldWhatRanLast();
+    void settingsAreReadAndWrittenBesideTheSharedRows();
 
     void nextIdentifiersAreAsTheVectorsSay();
     void anEmptyStoreGivesTheFirstDive();
@@ -247,6 +249,18 @@ void TestAccess::theSharedHandlesHoldWhatRanLast() {
     QCOMPARE(process().mainrecordset.value(u"Interval").text(), "10");
     store::openmain(process().database, "SELECT * FROM GAS");
     QVERIFY(process().mainrecordset.eof());
+    QCOMPARE(process().mainrecordset.fieldName(5), "Gasstat");
+}
+
+void TestAccess::settingsAreReadAndWrittenBesideTheSharedRows() {
+    store::openmain(process().database, "SELECT * FROM GAS");
+    store::writeunit(QStringLiteral("Feet"));
+    QCOMPARE(store::readunit(), "Feet");
+    store::writegetstarted(QStringLiteral("Open"));
+    QCOMPARE(process().mainrecordset.fieldName(5), "Gasstat");
+    process().database.execute("DELETE FROM Display");
+    QVERIFY_EXCEPTION_THROWN(store::readunit(), StoreError);
+    QVERIFY_EXCEPTION_THROWN(store::writeunit(QStringLiteral("metre")), StoreError);
     QCOMPARE(process().mainrecordset.fieldName(5), "Gasstat");
 }
 

@@ -118,6 +118,7 @@ private:
     QString resolveDisplay();
     void showHeader();
     void readgaslist();
+    std::vector<GasRow> gasRowsOfDive();
     void readMetric(DiveProfile& profile, GasArrays& gases);
     void Command_textfind();
     void showMissingFile();

@@ -16,7 +16,6 @@
 #include "viewer/screens/chartpicture.h"
 #include "viewer/screens/headnumber.h"
 #include "viewer/screens/rbinterface.h"
-#include "viewer/screens/recordrows.h"
 #include "viewer/screens/timelabels.h"
 
 #include <QAction>
@@ -27,7 +26,6 @@
 namespace benthor::viewer {
 
 using platform::dialogs;
-using platform::Recordset;
 using platform::skipErrors;
 
 QString rbinterface::askSaveFile(const QString& filter, const QString& suggested) {
@@ -41,8 +39,8 @@ void rbinterface::headGrid() {
     MSFlexGrid1->setRow(0);
 }
 
-/// The rows are those of the shared recordset, which after the load are the dive's gases. The filter is set
-/// behind the dialog, so it holds from the next one on.
+/// A line for each gas of the dive shown. The filter is set behind the dialog, so it holds from the next one
+/// on.
 void rbinterface::cmdSave_click() {
     const QString path = askSaveFile(dialogfilter_, QString());
     dialogfilter_ = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
@@ -56,7 +54,7 @@ void rbinterface::cmdSave_click() {
         }
         headGrid();
         process().depthunit = resolveDisplay();
-        const QByteArray text = csvText(rowsOf(process().mainrecordset), isFeet(process().depthunit));
+        const QByteArray text = csvText(gasRowsOfDive(), isFeet(process().depthunit));
         if (file.write(text) == text.size() && file.flush()) {
             dialogs().message(this, QStringLiteral("Dive Record save as file ") + path);
         }
@@ -77,15 +75,13 @@ void rbinterface::Command4_click() {
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
             return;
         }
-        Recordset gases = process().database.openRecordset(
-            platform::sqlWith("SELECT * FROM GAS  where DiveID = '", process().currentdiveid, "'"));
-        const std::vector<ExportRow> gasrows = rowsOf(gases);
+        const std::vector<ExportRow> gases = gasRowsOfDive();
         const DanHead head{txtdiveid->value()->text(), txtinterval->value()->text(),
                            txttimedown->value()->text()};
         if (dateOfBox(head.start).isValid()) {
             process().depthunit = QStringLiteral("metre");
         }
-        file.write(danText(head, rowsOf(process().mainrecordset), gasrows));
+        file.write(danText(head, gases, gases));
     });
 }
 

@@ -160,14 +160,20 @@ void rbinterface::readgaslist() {
     }
 }
 
+/// The gas rows of the dive shown, by a query of their own: what ran in the program since the load has no
+/// part in them.
+std::vector<GasRow> rbinterface::gasRowsOfDive() {
+    Recordset rows = process().database.openRecordset(
+        sqlWith("SELECT * FROM GAS  where DiveID = '", header_.txtdiveid, "'"));
+    return rowsOf(rows);
+}
+
 /// The dive once more in metres, for a screen that shows it in feet.
 void rbinterface::readMetric(DiveProfile& profile, GasArrays& gases) {
     if (const std::optional<QByteArray> bytes = diveFile(header_.divefilename)) {
         profile = decodeProfile(*bytes, false);
     }
-    Recordset rows = process().database.openRecordset(
-        sqlWith("SELECT * FROM GAS  where DiveID = '", header_.txtdiveid, "'"));
-    viewer::readgaslist(rowsOf(rows), false, gases);
+    viewer::readgaslist(gasRowsOfDive(), false, gases);
 }
 
 void rbinterface::Command_textfind() {
