@@ -34,13 +34,73 @@ QString freename(const ProgramFolder& folder, const QString& base) {
     return name;
 }
 
-/// A backup that is not there leaves the one behind it as it is.
-void rotate(const ProgramFolder& folder) {
-    for (int number = kBackups - 1; number >= 1; --number) {
-        platform::copyFile(folder.path(backupname(number)), folder.path(backupname(number + 1)),
-                           platform::FolderSync::Later);
+/// The backup to be, until it takes the place of the newest.
+QString draftname() {
+    return QStringLiteral("backup-new.mdb");
+}
+
+/// The newest backup of before, from the moment at which another takes its place until those behind it have
+/// moved on.
+QString movingname() {
+    return QStringLiteral("backup-moving.mdb");
+}
+
+/// Gives a backup the next older place. False where that failed and a later start may do better.
+bool moveOn(const ProgramFolder& folder, const QString& name, int place) {
+    const QString to = folder.path(backupname(place));
+    return platform::moveFile(folder.path(name), to).ok() || QFileInfo(to).isDir();
+}
+
+bool hasBackup(const ProgramFolder& folder, int number) {
+    return QFileInfo(folder.path(backupname(number))).isFile();
+}
+
+/// Moves the older backups on, the oldest first, and the newest of before behind the new one. A backup in
+/// front of which one is missing is copied: it leaves its own place as it is. A move that fails ends this, so
+/// that none is written over; the next start goes on.
+void rotate(const ProgramFolder& folder, bool hadNewest) {
+    for (int number = kBackups - 1; number >= 2; --number) {
+        if (!hasBackup(folder, number)) {
+            continue;
+        }
+        const bool followed = number == 2 ? hadNewest : hasBackup(folder, number - 1);
+        if (!followed) {
+            platform::copyFile(folder.path(backupname(number)), folder.path(backupname(number + 1)));
+        } else if (!moveOn(folder, backupname(number), number + 1)) {
+            return;
+        }
     }
-    platform::syncFolder(folder.root());
+    if (hadNewest) {
+        moveOn(folder, movingname(), 2);
+    }
+}
+
+/// Ends what a start did not: up to the first free place each backup moves on, for behind that all have.
+/// Failures are passed over here, or one bad place would end all backups.
+void endRotation(const ProgramFolder& folder) {
+    QFile::remove(folder.path(draftname()));
+    const QString moving = folder.path(movingname());
+    if (!QFile::exists(moving)) {
+        return;
+    }
+    if (platform::sameContents(moving, folder.path(backupname(1)))) {
+        QFile::remove(moving); // nothing has taken its place yet
+        return;
+    }
+    int place = 2;
+    while (place < kBackups && hasBackup(folder, place)) {
+        ++place;
+    }
+    for (int number = place - 1; number >= 2; --number) {
+        static_cast<void>(moveOn(folder, backupname(number), number + 1));
+    }
+    static_cast<void>(moveOn(folder, movingname(), 2));
+}
+
+/// Puts the draft in the place of the newest backup. What fails behind the change of place does not count.
+bool takePlace(const ProgramFolder& folder) {
+    const QString draft = folder.path(draftname());
+    return platform::moveFile(draft, folder.path(backupname(1))).ok() || !QFile::exists(draft);
 }
 
 void removePacked(const ProgramFolder& folder) {
@@ -78,6 +138,26 @@ QString faultOf(const QString& path) {
     return verdict.sound() ? QString() : QStringLiteral("%1: %2").arg(path, verdict.reason);
 }
 
+/// Makes the store the newest backup and moves the others on. No other moves before the new one stands, and
+/// at every moment backup.mdb is a whole store.
+void backUp(const ProgramFolder& folder) {
+    endRotation(folder);
+    const QString draft = folder.path(draftname());
+    const QString moving = folder.path(movingname());
+    const QString newest = folder.path(backupname(1));
+    if (!platform::copyFile(folder.path(storename()), draft, platform::FolderSync::Now, faultOf)) {
+        QFile::remove(draft);
+        return;
+    }
+    const bool hadNewest = hasBackup(folder, 1);
+    if ((hadNewest && !platform::copyFile(newest, moving)) || !takePlace(folder)) {
+        QFile::remove(draft);
+        QFile::remove(moving);
+        return;
+    }
+    rotate(folder, hadNewest);
+}
+
 } // namespace
 
 QString backupname(int number) {
@@ -95,7 +175,6 @@ Maintenance maintainstore(const ProgramFolder& folder) {
     if (!folder.listFiles(QString(), storename()).contains(storename())) {
         return {};
     }
-    rotate(folder);
     if (!pack(folder)) {
         const StoreVerdict verdict = examinestore(store);
         if (verdict.state == StoreVerdict::State::Damaged) {
@@ -105,7 +184,7 @@ Maintenance maintainstore(const ProgramFolder& folder) {
             return {};
         }
     }
-    platform::copyFile(store, folder.path(backupname(1)), platform::FolderSync::Now, faultOf);
+    backUp(folder);
     return {};
 }
 

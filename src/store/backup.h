@@ -25,10 +25,10 @@ struct Maintenance {
     QString reason;   ///< what is wrong with it
 };
 
-/// Moves each backup on to the next number, packs the store and makes the packed store the newest backup. A
-/// step that fails is passed over. A store that is damaged is kept under a name of its own, and rb.mdb is
-/// then missing; one that cannot be judged (locked, a failing disk) stays as it is, and so does the newest
-/// backup. Nothing is done without a store. The store must be closed.
+/// Packs the store, makes the packed store the newest backup and moves each older one on to the next number.
+/// A step that fails is passed over; where no new backup can be made, none moves. A store that is damaged is
+/// kept under a name of its own, and rb.mdb is then missing; one that cannot be judged (locked, a failing
+/// disk) stays as it is. Nothing is done without a store. The store must be closed.
 Maintenance maintainstore(const platform::ProgramFolder& folder);
 
 /// Copies backup.mdb to rb.mdb, for a folder without a store.

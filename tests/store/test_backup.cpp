@@ -92,6 +92,37 @@ void start(const ProgramFolder& folder) {
     store::makedbtxt(folder);
 }
 
+using Backups = QList<QByteArray>;
+
+/// The bytes of all nine, the newest first.
+Backups backupsOf(const Folder& folder) {
+    Backups all;
+    for (int number = 1; number <= store::kBackups; ++number) {
+        all += folder.bytes(store::backupname(number));
+    }
+    return all;
+}
+
+/// Nine starts, each with one dive more, and then a tenth dive. `missing` are the backups that somebody took
+/// away.
+void fillBackups(const Folder& folder, const QList<int>& missing = {}) {
+    static const std::unique_ptr<Folder> nine = [] {
+        auto made = std::make_unique<Folder>(0);
+        for (int run = 1; run <= store::kBackups; ++run) {
+            addDive(made->store(), run);
+            store::maintainstore(made->folder);
+        }
+        addDive(made->store(), store::kBackups + 1);
+        return made;
+    }();
+    for (const QString& name : nine->names()) {
+        folder.put(name, nine->bytes(name));
+    }
+    for (const int number : missing) {
+        QVERIFY(QFile::remove(folder.backup(number)));
+    }
+}
+
 /// Every backup that is there is a whole store with as many dives as one of `counts` says.
 void verifyBackups(const Folder& folder, const QList<int>& counts) {
     for (int number = 1; number <= store::kBackups; ++number) {
@@ -124,6 +155,7 @@ private slots:
     void theStoreIsPackedAndHoldsTheSame();
     void aLeftoverOfAnEarlierPackingIsNoHindrance();
     void withoutAStoreNothingIsRotated();
+    void aBackupThatIsMissingLeavesTheOneBehindItAsItIs();
     void anUnfinishedChangeIsRolledBackFirst();
 
     void aDamagedStoreIsKeptAsideAndTheBackupsStay_data();
@@ -132,6 +164,13 @@ private slots:
     void aLockedStoreStaysAsItIs();
     void aSoundStoreStaysWherePackingFails();
     void aBackupThatComesOutWrongLeavesTheEarlierOne();
+    void aStoreThatIsLockedOrDamagedMovesNoBackup();
+
+    void aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne_data();
+    void aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne();
+    void killedAtAnyStepNoBackupMovesUnlessThereIsANewOneAndNoneIsLost_data();
+    void killedAtAnyStepNoBackupMovesUnlessThereIsANewOneAndNoneIsLost();
+    void aPlaceThatCannotBeTakenDoesNotEndTheBackups();
 
     void aDiskThatFailsOnceAtAnyStepLosesNothing();
     void aDiskThatFailsFromAnyStepOnLosesNothing();
@@ -215,6 +254,18 @@ void TestBackup::withoutAStoreNothingIsRotated() {
     store::maintainstore(folder.folder);
     QCOMPARE(folder.names(), QStringList{"backup.mdb"});
     QCOMPARE(divesIn(folder.backup(1)), 3);
+}
+
+void TestBackup::aBackupThatIsMissingLeavesTheOneBehindItAsItIs() {
+    const Folder folder(0);
+    fillBackups(folder, {1, 4, 8, 9}); // left: 2 with 8 dives, 3 with 7, 5 with 5, 6 with 4, 7 with 3
+    store::maintainstore(folder.folder);
+    QList<int> dives;
+    for (int number = 1; number <= store::kBackups; ++number) {
+        dives += divesIn(folder.backup(number));
+    }
+    QCOMPARE(dives, (QList<int>{10, 8, 8, 7, 5, 5, 4, 3, -1}));
+    QCOMPARE(folder.names().size(), 1 + store::kBackups - 1);
 }
 
 void TestBackup::anUnfinishedChangeIsRolledBackFirst() {
@@ -328,7 +379,122 @@ void TestBackup::aBackupThatComesOutWrongLeavesTheEarlierOne() {
     }
     QCOMPARE(divesIn(folder.store()), 4);
     QCOMPARE(divesIn(folder.backup(1)), 3);
-    QCOMPARE(folder.names(), QStringList({"backup.mdb", "backup2.mdb", "rb.mdb"}));
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb.mdb"}));
+}
+
+void TestBackup::aStoreThatIsLockedOrDamagedMovesNoBackup() {
+    const Folder folder(0);
+    fillBackups(folder);
+    const Backups before = backupsOf(folder);
+    {
+        SQLite::Database other(folder.store().toStdString(), SQLite::OPEN_READWRITE);
+        other.exec("BEGIN EXCLUSIVE");
+        store::maintainstore(folder.folder);
+        other.exec("ROLLBACK");
+    }
+    QCOMPARE(backupsOf(folder), before);
+    folder.put(QStringLiteral("rb.mdb"), "damaged");
+    QCOMPARE(store::maintainstore(folder.folder).setAside, "rb-damaged.mdb");
+    QCOMPARE(backupsOf(folder), before);
+}
+
+void TestBackup::aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne_data() {
+    QTest::addColumn<QList<int>>("missing");
+    QTest::addColumn<bool>("fromThenOn");
+    for (const bool fromThenOn : {false, true}) {
+        const char* const words = fromThenOn ? "from a step on" : "once";
+        QTest::addRow("all are there, %s", words) << QList<int>{} << fromThenOn;
+        QTest::addRow("two are missing, %s", words) << QList<int>{4, 8} << fromThenOn;
+        QTest::addRow("the newest is missing, %s", words) << QList<int>{1} << fromThenOn;
+    }
+}
+
+void TestBackup::aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne() {
+    QFETCH(QList<int>, missing);
+    QFETCH(bool, fromThenOn);
+    bool reached = true;
+    int step = 1;
+    int unchanged = 0;
+    for (; reached; ++step) {
+        const Folder folder(0);
+        fillBackups(folder, missing);
+        const Backups before = backupsOf(folder);
+        int count = 0;
+        {
+            const platform::FaultInjection fault([&](std::string_view) {
+                ++count;
+                return count == step || (fromThenOn && count > step) ? ENOSPC : 0;
+            });
+            store::maintainstore(folder.folder);
+        }
+        reached = count >= step;
+        const Backups after = backupsOf(folder);
+        QCOMPARE(divesIn(folder.store()), 10);
+        if (after.first() == before.first()) {
+            QCOMPARE(after, before);
+            ++unchanged;
+        } else {
+            QCOMPARE(divesIn(folder.backup(1)), 10);
+        }
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("failed at step %1").arg(step)));
+        }
+    }
+    QVERIFY(unchanged >= 4 && step > unchanged + 10);
+}
+
+void TestBackup::killedAtAnyStepNoBackupMovesUnlessThereIsANewOneAndNoneIsLost_data() {
+    QTest::addColumn<QList<int>>("missing");
+    QTest::newRow("all are there") << QList<int>{};
+    QTest::newRow("the oldest are missing") << QList<int>{6, 7, 8, 9};
+    QTest::newRow("two are missing") << QList<int>{4, 8};
+    QTest::newRow("the newest is missing") << QList<int>{1};
+}
+
+void TestBackup::killedAtAnyStepNoBackupMovesUnlessThereIsANewOneAndNoneIsLost() {
+    QFETCH(QList<int>, missing);
+    for (int step = 1;; ++step) {
+        const Folder folder(0);
+        fillBackups(folder, missing);
+        const Backups before = backupsOf(folder);
+        const bool killed = tests::isKilledAt(step, [&] { store::maintainstore(folder.folder); });
+        const bool made = divesIn(folder.backup(1)) == 10;
+        if (!made) {
+            QCOMPARE(backupsOf(folder), before);
+        }
+        // The next start ends what was begun, and moves all on once more: the two oldest may fall out.
+        addDive(folder.store(), 11);
+        store::maintainstore(folder.folder);
+        const Backups after = backupsOf(folder);
+        QCOMPARE(divesIn(folder.backup(1)), 11);
+        QCOMPARE(divesIn(folder.backup(2)), missing.contains(1) && !made ? 8 : made ? 10 : 9);
+        for (int number = 1; number <= store::kBackups - 2; ++number) {
+            const QByteArray& one = before.at(number - 1);
+            QVERIFY2(one == "(no file)" || after.contains(one), qPrintable(QString::number(number)));
+        }
+        QCOMPARE(folder.names().filter(QStringLiteral("backup")).size() + after.count("(no file)"),
+                 store::kBackups);
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
+        }
+        if (!killed) {
+            break;
+        }
+    }
+}
+
+/// Somebody made a folder of that name. The backups in front of it go on all the same.
+void TestBackup::aPlaceThatCannotBeTakenDoesNotEndTheBackups() {
+    const Folder folder(0);
+    fillBackups(folder, {5});
+    QVERIFY(QDir().mkpath(folder.backup(5) + QStringLiteral("/in it")));
+    for (int run = 1; run <= 4; ++run) {
+        store::maintainstore(folder.folder);
+        QCOMPARE(divesIn(folder.backup(1)), 9 + run);
+        addDive(folder.store(), 10 + run);
+    }
+    QCOMPARE(divesIn(folder.backup(2)), 12);
+    QCOMPARE(divesIn(folder.backup(3)), 11);
 }
 
 void TestBackup::aDiskThatFailsOnceAtAnyStepLosesNothing() {
