@@ -17,10 +17,27 @@ void writeserialno(platform::Database& database, const QString& identifier) {
     counter.update();
 }
 
+/// A dive that is deleted leaves its buddies. What stands under a number that no dive bears would show up on
+/// the next one that gets it.
+void removeleftovers(platform::Database& database, const QString& identifier) {
+    using platform::sqlWith;
+    const platform::Recordset bearers =
+        database.openRecordset(sqlWith("SELECT COUNT(*) FROM main WHERE DiveID = '", identifier, "'"));
+    if (bearers.value(0).text() != QLatin1String("0")) {
+        return;
+    }
+    database.execute(sqlWith("DELETE FROM gas WHERE diveid = '", identifier, "'"));
+    database.execute(sqlWith("DELETE FROM tissue WHERE diveid = '", identifier, "'"));
+    if (database.updatable(QStringLiteral("buddylist"))) { // not every store has it
+        database.execute(sqlWith("DELETE FROM buddylist WHERE diveid = '", identifier, "'"));
+    }
+}
+
 /// The identifier is taken before its row is written; both stand in one transaction of the caller or of this
 /// routine.
 void addDive(const QString& identifier, const platform::Value* version) {
     writeserialno(process().database, identifier);
+    removeleftovers(process().database, identifier);
     platform::Recordset& dives = process().mainrecordset;
     dives = process().database.openForAdding("MAIN");
     process().querytext = QStringLiteral("SELECT * FROM MAIN");

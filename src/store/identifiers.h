@@ -11,7 +11,7 @@ namespace benthor::store {
 QString nextidentifier(const platform::Value& last);
 
 /// Gives the next identifier to a new row of main with the version and the system "KD3"; leaves it in
-/// `currentdiveid`.
+/// `currentdiveid`. What a dive of that identifier left behind when it was deleted goes.
 void newdive(const QString& version);
 
 /// The same for side imports: neither version nor system. A counter that was never written is a StoreError.

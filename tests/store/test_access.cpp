@@ -1,3 +1,4 @@
+#include "platform/faultpoint.h"
 #include "store/access.h"
 #include "store/divetime.h"
 #include "store/identifiers.h"
@@ -64,6 +65,11 @@ private slots:
     void aBareDiveHasNeitherVersionNorSystem();
     void aBareDiveNeedsACounter();
     void aDiveThatCannotBeAddedTakesNoIdentifier();
+    void whatADeletedDiveLeftIsNotTheNextOnesOfItsNumber_data();
+    void whatADeletedDiveLeftIsNotTheNextOnesOfItsNumber();
+    void rowsOfADiveThatStandsAreNotTakenForLeftovers();
+    void aDiveThatIsNotStoredLeavesTheLeftovers();
+    void aStoreWithoutBuddiesTakesNewDives();
 
 private:
     static QStringList main(const char* fields) {
@@ -333,6 +339,63 @@ void TestAccess::aDiveThatCannotBeAddedTakesNoIdentifier() {
         "CREATE TRIGGER refuse BEFORE INSERT ON main BEGIN SELECT RAISE(ABORT, 'refused'); END");
     QVERIFY_EXCEPTION_THROWN(store::newdive(QStringLiteral("V3.12")), StoreError);
     QCOMPARE(serial(), "D0000002");
+}
+
+void TestAccess::whatADeletedDiveLeftIsNotTheNextOnesOfItsNumber_data() {
+    QTest::addColumn<bool>("bare");
+    QTest::newRow("a device's dive") << false;
+    QTest::newRow("a bare dive") << true;
+}
+
+void TestAccess::whatADeletedDiveLeftIsNotTheNextOnesOfItsNumber() {
+    QFETCH(bool, bare);
+    store::syncserialno();
+    for (const char* const table : {"buddylist", "gas", "tissue"}) {
+        for (const char* const id : {"D0000002", "D0000003", "d0000003", "D0000004"}) {
+            const std::string insert =
+                std::string("INSERT INTO ") + table + " (diveid) VALUES ('" + id + "')";
+            process().database.execute(insert.c_str());
+        }
+    }
+    if (bare) {
+        store::newdivebare();
+    } else {
+        store::newdive(QStringLiteral("V3.12"));
+    }
+    QCOMPARE(process().currentdiveid, "D0000003");
+    for (const char* const table : {"buddylist", "gas", "tissue"}) {
+        const std::string select = std::string("SELECT diveid FROM ") + table + " ORDER BY diveid";
+        QCOMPARE(tests::ProgramFixture::rows(select.c_str()), QStringList({"D0000002", "D0000004"}));
+    }
+}
+
+/// A counter that another program left behind gives a number that is in use.
+void TestAccess::rowsOfADiveThatStandsAreNotTakenForLeftovers() {
+    process().database.execute("UPDATE serialno SET serial_no = 'D0000001'");
+    process().database.execute("INSERT INTO gas (diveid, Gastype) VALUES ('D0000002', '0000')");
+    process().database.execute("INSERT INTO buddylist (diveid, buddylist) VALUES ('D0000002', 'Ann')");
+    store::newdive(QStringLiteral("V3.12"));
+    QCOMPARE(process().currentdiveid, "D0000002");
+    QCOMPARE(tests::ProgramFixture::rows("SELECT Gastype FROM gas"), QStringList("0000"));
+    QCOMPARE(tests::ProgramFixture::rows("SELECT buddylist FROM buddylist"), QStringList("Ann"));
+}
+
+void TestAccess::aDiveThatIsNotStoredLeavesTheLeftovers() {
+    store::syncserialno();
+    process().database.execute("INSERT INTO buddylist (diveid, buddylist) VALUES ('D0000003', 'Ann')");
+    {
+        const platform::FaultInjection fault(
+            [](std::string_view step) { return step == "commit" ? EIO : 0; });
+        QVERIFY_EXCEPTION_THROWN(store::newdive(QStringLiteral("V3.12")), StoreError);
+    }
+    QCOMPARE(tests::ProgramFixture::rows("SELECT buddylist FROM buddylist"), QStringList("Ann"));
+}
+
+void TestAccess::aStoreWithoutBuddiesTakesNewDives() {
+    store::syncserialno();
+    process().database.execute("DROP TABLE buddylist");
+    store::newdive(QStringLiteral("V3.12"));
+    QCOMPARE(process().currentdiveid, "D0000003");
 }
 
 QTEST_GUILESS_MAIN(TestAccess)
