@@ -7,6 +7,14 @@
 
 namespace benthor::platform {
 
+/// How a write ended.
+enum class Written {
+    Whole,  ///< all of it is on its way
+    Stuck,  ///< the line took nothing for two seconds; what still waited was thrown away, the port is open
+    Cut,    ///< the device went away, under this write or before it
+    Closed, ///< no port is open: nothing was written
+};
+
 /// A serial line as the link works it. Bytes go through as they are, in both directions; none is converted.
 class SerialLine {
 public:
@@ -30,7 +38,9 @@ public:
     virtual QByteArray Input() = 0;
     virtual qsizetype InBufferCount() const = 0;
     /// Puts the bytes on the line; returns once at most 512 of them still wait. Nothing on a closed port.
-    virtual void Output(QByteArrayView bytes) = 0;
+    /// Where it does not end whole some of the bytes may have left: whoever has more of them to send ends
+    /// there, since the device must not take what follows for what is missing.
+    virtual Written Output(QByteArrayView bytes) = 0;
 
     /// Waits for something to come, for at most that long, without running events.
     virtual void waitForInput(std::chrono::microseconds longest) = 0;

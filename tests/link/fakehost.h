@@ -22,19 +22,33 @@ public:
     bool PortOpen() const override { return open; }
     bool setPortOpen(bool wanted) override {
         open = wanted && (!portExists || portExists(port));
+        closed = platform::Written::Closed;
         openings += wanted ? 1 : 0;
         return open == wanted;
     }
     QByteArray Input() override { return open ? std::exchange(waiting, {}) : QByteArray(); }
     qsizetype InBufferCount() const override { return open ? waiting.size() : 0; }
-    void Output(QByteArrayView bytes) override {
-        if (open) {
-            sent += bytes.toByteArray();
-            writes.push_back(bytes.toByteArray());
-            if (onOutput) {
-                onOutput(bytes.toByteArray());
-            }
+    platform::Written Output(QByteArrayView bytes) override {
+        if (!open) {
+            return closed;
         }
+        if (takes >= 0 && bytes.size() > takes) {
+            sent += bytes.first(takes).toByteArray();
+            takes = 0;
+            return platform::Written::Stuck;
+        }
+        takes -= takes >= 0 ? bytes.size() : 0;
+        sent += bytes.toByteArray();
+        writes.push_back(bytes.toByteArray());
+        if (onOutput) {
+            onOutput(bytes.toByteArray());
+        }
+        return open ? platform::Written::Whole : platform::Written::Cut;
+    }
+    /// The device goes away.
+    void cut() {
+        open = false;
+        closed = platform::Written::Cut;
     }
     void waitForInput(std::chrono::microseconds) override {
         ++polls;
@@ -50,10 +64,12 @@ public:
     bool open = false;
     int openings = 0;
     int polls = 0;
-    QByteArray waiting;                  ///< comes with the next Input()
-    QByteArray sent;                     ///< all that went out
-    std::deque<QByteArray> writes;       ///< the same, write by write
-    std::function<bool(int)> portExists; ///< null: each does
+    qsizetype takes = -1;                                 ///< bytes until the line is stuck; -1: it never is
+    platform::Written closed = platform::Written::Closed; ///< what a write on the closed port says
+    QByteArray waiting;                                   ///< comes with the next Input()
+    QByteArray sent;                                      ///< all that went out
+    std::deque<QByteArray> writes;                        ///< the same, write by write
+    std::function<bool(int)> portExists;                  ///< null: each does
     std::function<void(QByteArray)> onOutput;
     std::function<void()> onPoll;
 };

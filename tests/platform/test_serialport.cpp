@@ -304,12 +304,104 @@ private slots:
         QTRY_COMPARE((received += stage.line().received()).count('x'), 20 * 128 + 1);
     }
 
-    void aStuckLineIsGivenUp() {
+    /// However much or little is written: one byte that finds no room is as lost as a book.
+    void aLineThatTakesNothingForTwoSecondsIsToldAsStuck_data() {
+        QTest::addColumn<qsizetype>("length");
+        QTest::newRow("a letter") << qsizetype(1);
+        QTest::newRow("a setup") << qsizetype(233);
+        QTest::newRow("more than a line holds") << qsizetype(1'000'000);
+    }
+
+    void aLineThatTakesNothingForTwoSecondsIsToldAsStuck() {
+        QFETCH(qsizetype, length);
         Stage stage;
         SerialPort port;
+        stage.line().fill();
         QVERIFY(open(port));
-        port.Output(QByteArray(1'000'000, 'x')); // nobody reads
+        QElapsedTimer passed;
+        passed.start();
+        QCOMPARE(port.Output(QByteArray(length, 'x')), Written::Stuck);
+        QVERIFY2(passed.elapsed() >= 2000, qPrintable(QString::number(passed.elapsed())));
         QVERIFY(port.PortOpen());
+    }
+
+    /// What waited is thrown away and never comes behind; what is written once the line takes again does.
+    void nothingThatWaitedOnAStuckLineLeavesLater() {
+        Stage stage;
+        SerialPort port;
+        stage.line().fill();
+        QVERIFY(open(port));
+        port.setSettings(kFast);
+        QCOMPARE(port.Output(QByteArray(20000, 'x')), Written::Stuck);
+        QCOMPARE(port.Output("behind"), Written::Whole);
+        QByteArray received;
+        QTRY_VERIFY((received += stage.line().received()).endsWith("behind"));
+        QVERIFY(!received.contains('x'));
+    }
+
+    /// A line that takes a little now and then is slow, not stuck: not one byte is missing.
+    void aLineThatTakesALittleEverySecondIsNotGivenUp() {
+        Stage stage;
+        SerialPort port;
+        stage.line().fill();
+        QVERIFY(open(port));
+        port.setSettings(kFast);
+        const QByteArray sent = allBytes().repeated(100);
+        QByteArray received;
+        std::atomic<bool> done = false;
+        const std::unique_ptr<QThread> reader(QThread::create([&] {
+            while (!done) {
+                QThread::msleep(1000);
+                received += stage.line().received();
+            }
+            received += stage.line().received();
+        }));
+        reader->start();
+        const Written written = port.Output(sent);
+        done = true;
+        reader->wait();
+        QCOMPARE(written, Written::Whole);
+        QByteArray rest;
+        QTRY_VERIFY((rest += stage.line().received(), (received + rest).endsWith(sent)));
+    }
+
+    void aWriteTellsOfACutUntilThePortIsOpenedAgain() {
+        Stage stage;
+        SerialPort port;
+        QCOMPARE(port.Output("x"), Written::Closed); // nobody opened it
+        QVERIFY(open(port));
+        QCOMPARE(port.Output("x"), Written::Whole);
+        stage.line().vanish();
+        QCOMPARE(port.Output("x"), Written::Cut); // this write finds it
+        QVERIFY(!port.PortOpen());
+        QCOMPARE(port.Output("x"), Written::Cut);
+        QVERIFY(!open(port)); // not back yet
+        QCOMPARE(port.Output("x"), Written::Cut);
+        stage.far[0] = std::make_unique<PseudoTerminal>();
+        stage.line().link(stage.folder.root(), 1);
+        QVERIFY(open(port));
+        QCOMPARE(port.Output("x"), Written::Whole);
+        stage.line().vanish();
+        QTRY_VERIFY(!port.PortOpen()); // while it was idle
+        QCOMPARE(port.Output("x"), Written::Cut);
+        port.setPortOpen(false); // the program has done with it
+        QCOMPARE(port.Output("x"), Written::Closed);
+    }
+
+    void aLineThatIsCutWhileItIsFullIsNoStuckLine() {
+        Stage stage;
+        SerialPort port;
+        stage.line().fill();
+        QVERIFY(open(port));
+        const std::unique_ptr<QThread> hand(QThread::create([&] {
+            QThread::msleep(300);
+            stage.line().vanish();
+        }));
+        hand->start();
+        const Written written = port.Output(QByteArray(20000, 'x'));
+        hand->wait();
+        QCOMPARE(written, Written::Cut);
+        QVERIFY(!port.PortOpen());
     }
 
     void aDeviceThatVanishesClosesThePortAndCanComeBack() {

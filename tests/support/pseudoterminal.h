@@ -51,6 +51,20 @@ public:
         const ssize_t length = ::read(fd_, bytes.data(), static_cast<size_t>(bytes.size()));
         return length > 0 ? bytes.first(length) : QByteArray();
     }
+    /// Puts as much on the near end's way out as the line holds, so that it takes nothing more until some of
+    /// it is read here. To be called ahead of the port's opening, which keeps others out.
+    void fill() const {
+        const int near = ::open(QFile::encodeName(path_).constData(), O_WRONLY | O_NOCTTY | O_NONBLOCK);
+        const QByteArray filler(4096, '-');
+        // What was taken moves on by itself for a moment and leaves room behind.
+        for (int refused = 0; near >= 0 && refused < 20;) {
+            const bool whole = ::write(near, filler.constData(), static_cast<size_t>(filler.size())) > 0;
+            const bool one = !whole && ::write(near, filler.constData(), 1) > 0;
+            refused = whole || one ? 0 : refused + 1;
+            ::poll(nullptr, 0, refused > 0 ? 10 : 0);
+        }
+        ::close(near);
+    }
     void vanish() {
         if (fd_ >= 0) {
             ::close(fd_);

@@ -21,7 +21,7 @@ public:
     bool setPortOpen(bool open) override { return !open; }
     QByteArray Input() override { return {}; }
     qsizetype InBufferCount() const override { return 0; }
-    void Output(QByteArrayView) override {}
+    platform::Written Output(QByteArrayView) override { return platform::Written::Closed; }
     void waitForInput(std::chrono::microseconds) override {}
 
 private:

@@ -1,20 +1,26 @@
 #include "platform/serial/serialport.h"
 #include "platform/serial/portnames.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QScopedValueRollback>
 #include <QStringList>
 #include <cerrno>
 #include <ctime>
 #include <poll.h>
+#include <sys/ioctl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace benthor::platform {
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr qint64 kMostWaiting = 512; ///< bytes that Output() leaves behind
-constexpr int kStuckMilliseconds = 2000;
+constexpr auto kStuck = 2s;
+constexpr auto kTurn = 1ms; ///< between two looks at how much a full line has taken
 
 bool hungUp(int handle) {
     pollfd state{handle, 0, 0};
@@ -85,6 +91,7 @@ bool SerialPort::failed(PortFault fault) {
 }
 
 bool SerialPort::setPortOpen(bool open) {
+    cut_ = cut_ && open;
     if (open == port_.isOpen()) {
         return true;
     }
@@ -125,6 +132,7 @@ bool SerialPort::openPort() {
             return failed(PortFault::Other);
         }
     }
+    cut_ = false;
     return true;
 }
 
@@ -177,27 +185,52 @@ void SerialPort::awaitLine() {
     }
 }
 
-void SerialPort::Output(QByteArrayView bytes) {
+/// What has not left yet, as far as the system tells it.
+qint64 SerialPort::waiting() const {
+    int inSystem = 0;
+    return port_.bytesToWrite() + (::ioctl(port_.handle(), TIOCOUTQ, &inSystem) == 0 ? inSystem : 0);
+}
+
+/// Until the system has taken all of it and no more than told waits there. False when nothing left for so
+/// long. What comes meanwhile is taken.
+bool SerialPort::handOver() {
+    port_.flush(); // a short text leaves now, not at the next turn of the event loop
+    QDeadlineTimer stuck(kStuck);
+    for (qint64 before = waiting(); port_.isOpen();) {
+        const qint64 left = waiting();
+        if (port_.bytesToWrite() == 0 && left <= kMostWaiting) {
+            return true;
+        }
+        if (left < before) {
+            stuck.setRemainingTime(kStuck);
+        } else if (stuck.hasExpired()) {
+            return false;
+        }
+        before = left;
+        // Not a wait for room: a full line may tell of some and then take nothing after all.
+        std::this_thread::sleep_for(kTurn);
+        pump();
+        if (port_.isOpen()) {
+            port_.flush();
+        }
+    }
+    return true;
+}
+
+Written SerialPort::Output(QByteArrayView bytes) {
     const QScopedValueRollback<bool> hold(held_, true);
     if (!port_.isOpen()) {
-        return;
+        return cut_ ? Written::Cut : Written::Closed;
     }
     port_.write(bytes.data(), bytes.size());
-    while (port_.isOpen() && port_.bytesToWrite() > kMostWaiting) {
-        pollfd room{port_.handle(), POLLOUT, 0};
-        if (::poll(&room, 1, kStuckMilliseconds) < 1) {
-            port_.clear(QSerialPort::Output);
-            carried_ = {};
-            return;
-        }
-        port_.flush(); // a full line takes some of it, or none after all
-    }
-    // A short text leaves now, not at the next turn of the event loop.
-    if (port_.isOpen()) {
-        port_.flush();
+    if (!handOver()) {
+        port_.clear(QSerialPort::Output);
+        carried_ = {};
+        return Written::Stuck;
     }
     carried_ = std::max(carried_, std::chrono::steady_clock::now()) + lineTime(bytes.size());
     awaitLine();
+    return port_.isOpen() ? Written::Whole : Written::Cut;
 }
 
 void SerialPort::waitForInput(std::chrono::microseconds longest) {
@@ -225,6 +258,7 @@ void SerialPort::broken(QSerialPort::SerialPortError error) {
     }
     // A line that is full just now is told as a resource that failed, too.
     if (hungUp(port_.handle())) {
+        cut_ = true;
         port_.close();
         taken_.clear();
     }

@@ -44,10 +44,10 @@ public:
     bool setPortOpen(bool open) override;
     QByteArray Input() override;
     qsizetype InBufferCount() const override;
-    /// Gives up without a word when the line takes nothing for two seconds. What the system keeps for the
-    /// line counts as waiting, too: it goes out at the line's own speed, so its end is known without asking,
-    /// and no more than told still leaves once a routine has stopped writing.
-    void Output(QByteArrayView bytes) override;
+    /// What the system keeps for the line counts as waiting, too: it goes out at the line's own speed, so its
+    /// end is known without asking, and no more than told still leaves once a routine has stopped writing. A
+    /// cut is told as such until the port is opened again or closed by the program.
+    Written Output(QByteArrayView bytes) override;
     void waitForInput(std::chrono::microseconds longest) override;
 
     /// Of the last opening.
@@ -63,6 +63,8 @@ signals:
 private:
     bool openPort();
     std::chrono::nanoseconds lineTime(qint64 bytes) const;
+    qint64 waiting() const;
+    bool handOver();
     void awaitLine();
     bool failed(PortFault fault);
     void pump();
@@ -77,6 +79,7 @@ private:
     int inputLen_ = 0;
     int threshold_ = 0;
     bool held_ = false; ///< no receive event now
+    bool cut_ = false;  ///< the device went away from under the open port
     PortFault fault_ = PortFault::None;
     QString hint_;
 };
