@@ -15,7 +15,13 @@ public:
     /// `make` makes the screen and connects it; the slot owns it from then on.
     explicit ScreenSlot(std::function<T*()> make)
         : make_(std::move(make)) {}
-    ~ScreenSlot() { delete screen_.data(); }
+    /// The screen is hidden first: a text box that loses the focus by it still finds all of its screen.
+    ~ScreenSlot() {
+        if (isLoaded()) {
+            screen_->hide();
+            delete screen_.data();
+        }
+    }
     ScreenSlot(const ScreenSlot&) = delete;
     ScreenSlot& operator=(const ScreenSlot&) = delete;
 

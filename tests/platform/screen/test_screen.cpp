@@ -7,6 +7,7 @@
 #include "tests/support/testsettings.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QtTest>
 
 using namespace benthor::platform;
@@ -76,6 +77,7 @@ class TestScreen : public QObject {
     Q_OBJECT
 
 private slots:
+    void aTextBoxThatLosesTheFocusAsTheSlotGoesFindsItsScreenWhole();
     void init() { Sample::destroyed = 0; }
     void addressingLoadsHiddenAndOnce();
     void hidingKeepsWhatAControlShows();
@@ -250,6 +252,27 @@ void TestScreen::noWindowOpensOffTheDisplay() {
 
 void TestScreen::aWindowIsNeverLargerThanItsDisplay() {
     QCOMPARE(windowPlace({0, 0, 4000, 3000}, {1, 1}, {QRect(0, 0, 1000, 800)}), QRect(0, 0, 1000, 800));
+}
+
+void TestScreen::aTextBoxThatLosesTheFocusAsTheSlotGoesFindsItsScreenWhole() {
+    Sample::destroyed = 0;
+    int finished = 0;
+    int finishedTooLate = 0;
+    {
+        ScreenSlot<Sample> slot([] { return new Sample; });
+        auto* box = new QLineEdit(&slot.get());
+        QObject::connect(box, &QLineEdit::editingFinished, box, [&] {
+            ++finished;
+            finishedTooLate += Sample::destroyed;
+        });
+        slot.showInFront();
+        box->setFocus();
+        QTRY_VERIFY(box->hasFocus());
+        QTest::keyClicks(box, QStringLiteral("7"));
+    }
+    QCOMPARE(finished, 1);
+    QCOMPARE(finishedTooLate, 0);
+    QCOMPARE(Sample::destroyed, 1);
 }
 
 QTEST_MAIN(TestScreen)
