@@ -1,3 +1,4 @@
+#include "link/directory.h"
 #include "link/divefile.h"
 #include "link/download.h"
 #include "platform/files.h"
@@ -10,6 +11,9 @@ const QByteArray kEnd = QByteArrayLiteral("End");
 } // namespace
 
 void Command1_click(LinkState& link, LinkHost& host) {
+    if (link.Timer3) {
+        return; // one dive at a time
+    }
     QByteArray command;
     try {
         command = diverequest(link.download.startdivenum);
@@ -17,6 +21,7 @@ void Command1_click(LinkState& link, LinkHost& host) {
         host.message(downloadfailed());
         return;
     }
+    enddirectorywait(link);
     if (host.MSComm1().PortOpen()) {
         host.MSComm1().Input();
     }
@@ -31,6 +36,9 @@ void Command1_click(LinkState& link, LinkHost& host) {
 }
 
 void Command9_click(LinkState& link, LinkHost& host) {
+    if (link.Timer3) {
+        return;
+    }
     setstartdivenum(link, QStringLiteral("0"));
     Command1_click(link, host);
 }

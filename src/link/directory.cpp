@@ -58,6 +58,9 @@ void cleardirectory(LinkState& link) {
 }
 
 void cmdstore_click(LinkState& link, LinkHost& host) {
+    if (link.Timer3) {
+        return; // "M" would fall into the dive that comes, and what has come of it would be gone
+    }
     cleardirectory(link);
     senddirectorycommand(link, host);
     resetgridheader(link);
@@ -93,6 +96,10 @@ void Timer2_tick(LinkState& link, LinkHost& host) {
     if (link.Text4.holds(kFirstGas) && link.Text4.holds(kLastSetting)) {
         takesetup(link, host);
     }
+}
+
+void enddirectorywait(LinkState& link) {
+    link.Timer2 = false;
 }
 
 void markstoreddives(LinkState& link) {

@@ -20,6 +20,11 @@ void demand(const platform::FileResult& result) {
 }
 } // namespace
 
+const QByteArray& divebeacon() {
+    static const QByteArray beacon = QByteArrayLiteral("PPPPPPPP");
+    return beacon;
+}
+
 QString downloadfailed() {
     return QStringLiteral("Error downloading.. Click Refresh and try again!");
 }

@@ -12,6 +12,8 @@ class DownloadError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// A run of the beacon that long says that no more of a dive comes.
+const QByteArray& divebeacon();
 /// What the user is told of it.
 QString downloadfailed();
 /// Path of the file of waiting dives that `name` stands for: a backslash parts folders as a slash does.

@@ -1,6 +1,7 @@
 #include "link/download.h"
-#include "divefiles/keptfiles.h"
+#include "link/directory.h"
 #include "link/divefile.h"
+#include "platform/programfolder.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
 
@@ -14,10 +15,36 @@ constexpr int kCodeOfDiveZero = 47;
 constexpr int kLargestCode = 255;
 constexpr qsizetype kDiveWord = 4; ///< "Dive" ahead of the number in column 0
 
+constexpr qsizetype kMostNamed = 10;
+
+void begincount(LinkState& link, int chosen) {
+    Download& run = link.download;
+    run.chosen = chosen;
+    run.stored = 0;
+    run.notstored.clear();
+    run.patched.clear();
+}
+
+/// A single dive that never came is no longer waited for either: what comes from now on is stored once.
 void beginrun(LinkState& link) {
+    enddirectorywait(link);
+    link.capturemode = false;
     link.download.divesreceived = 0;
     link.download.selectedcount = 0;
     process().linkidle = false;
+}
+
+int selectedrows(const LinkState& link) {
+    const auto& rows = link.Mgrid.rows;
+    return static_cast<int>(std::count_if(rows.begin() + 1, rows.end(), [](const DirectoryRow& dive) {
+        return dive.mark == RowMark::Selected;
+    }));
+}
+
+QString named(const QStringList& dives) {
+    const QString names = dives.mid(0, kMostNamed).join(QLatin1String(", "));
+    const qsizetype more = dives.size() - kMostNamed;
+    return more > 0 ? names + QStringLiteral(" and %1 more.").arg(more) : names + u'.';
 }
 
 /// A click has no tick around it to catch a request that can't be made.
@@ -35,6 +62,7 @@ void sendandwait(LinkState& link, LinkHost& host, const QByteArray& command) {
     link.rxbuf.clear();
     link.silentticks = 1;
     link.download.divecommand = command;
+    link.download.cut = false;
     link.Timer3 = true;
     if (host.MSComm1().PortOpen()) {
         host.MSComm1().Output(command);
@@ -42,6 +70,9 @@ void sendandwait(LinkState& link, LinkHost& host, const QByteArray& command) {
 }
 
 void getrows(LinkState& link, LinkHost& host, bool storedToo) {
+    if (link.Timer3) {
+        return; // a dive is on its way: the ticks have not yet taken the buttons away
+    }
     beginrun(link);
     for (std::size_t row = 1; row < link.Mgrid.rows.size(); ++row) {
         DirectoryRow& dive = link.Mgrid.rows[row];
@@ -49,6 +80,7 @@ void getrows(LinkState& link, LinkHost& host, bool storedToo) {
             dive.mark = RowMark::Selected;
         }
     }
+    begincount(link, selectedrows(link));
     process().servedrow = 1;
     request(link, host);
     link.download.selectedcount = link.Mgrid.rowCount() - 1;
@@ -56,6 +88,26 @@ void getrows(LinkState& link, LinkHost& host, bool storedToo) {
 }
 
 } // namespace
+
+bool awaitsdive(const LinkState& link) {
+    // The beacon alone says that a single dive does not come; a run's own tick sees to its end.
+    return link.Timer3 || (link.capturemode && !link.rxbuf.holds(divebeacon()));
+}
+
+QString shortcomings(const Download& run) {
+    QStringList words;
+    if (run.stored < run.chosen) {
+        words << QStringLiteral("Chosen: %1, stored: %2.").arg(run.chosen).arg(run.stored);
+    }
+    if (!run.notstored.isEmpty()) {
+        words << QStringLiteral("Not stored, to be fetched again: ") + named(run.notstored);
+    }
+    if (!run.patched.isEmpty()) {
+        words << QStringLiteral("The line was cut while they came, so that they may have a hole: ") +
+                     named(run.patched);
+    }
+    return words.join(u' ');
+}
 
 int nextselectedrow(const LinkState& link) {
     const auto& rows = link.Mgrid.rows;
@@ -65,12 +117,12 @@ int nextselectedrow(const LinkState& link) {
 }
 
 void cmddownload_click(LinkState& link, LinkHost& host) {
+    if (link.Timer3) {
+        return;
+    }
     beginrun(link);
-    const auto& rows = link.Mgrid.rows;
-    link.download.selectedcount =
-        static_cast<int>(std::count_if(rows.begin() + 1, rows.end(), [](const DirectoryRow& dive) {
-            return dive.mark == RowMark::Selected;
-        }));
+    link.download.selectedcount = selectedrows(link);
+    begincount(link, link.download.selectedcount);
     const int first = nextselectedrow(link);
     link.download.moreselected = first > 0;
     if (link.download.moreselected) {
@@ -124,10 +176,15 @@ void senddiverequest(LinkState& link, LinkHost& host) {
 }
 
 void mnubackdive_click(LinkState& link, LinkHost& host) {
+    if (link.Timer3) {
+        return;
+    }
     if (link.AFLabel3.text != QLatin1String("Connected")) {
         host.message(QStringLiteral("KD not connected\nCheck connection tips"));
         return;
     }
+    enddirectorywait(link);
+    begincount(link, link.Mgrid.rowCount() - 1);
     link.download.backupmode = true;
     sendandwait(link, host, "Dy");
 }

@@ -21,6 +21,11 @@ void senddiverequest(LinkState& link, LinkHost& host);
 QByteArray diverequest(const QString& number);
 /// Number of the dive asked for, which is shown beside it too.
 void setstartdivenum(LinkState& link, const QString& number);
+/// Whether a dive was asked for and may still come: nothing else is asked of the device meanwhile, and what
+/// has come is not emptied.
+bool awaitsdive(const LinkState& link);
+/// What a run did not bring as it was chosen, in words; empty where there is nothing to tell.
+QString shortcomings(const Download& run);
 /// The first selected row, or 0.
 int nextselectedrow(const LinkState& link);
 /// Place of the bar, 0 to 300, for that many bytes: thousands, and fifths of them above 300.

@@ -10,7 +10,6 @@ namespace {
 constexpr int kBarMaximum = 300;
 
 const QByteArray kEnd = QByteArrayLiteral("End");
-const QByteArray kBeacon = QByteArrayLiteral("PPPPPPPP");
 const QByteArray kBackupEnd = QByteArrayLiteral("backsenddone");
 const QByteArray kVersion = QByteArrayLiteral("ver=");
 
@@ -38,7 +37,7 @@ QString received(int dives) {
 }
 
 void offerimport(LinkState& link, LinkHost& host) {
-    host.message(received(link.download.divesreceived));
+    host.message(received(link.download.divesreceived), shortcomings(link.download));
     if (host.confirm(QStringLiteral("It is advised to import downloaded dives into database now. Proceed?"),
                      QStringLiteral("Import to database"))) {
         host.leaveAndImport();
@@ -60,9 +59,32 @@ void nextdive(LinkState& link, LinkHost& host) {
     }
 }
 
+void countdive(Download& run, const QString& dive, bool stored) {
+    if (!stored) {
+        run.notstored << dive;
+        return;
+    }
+    ++run.stored;
+    if (run.cut) {
+        run.patched << dive;
+    }
+}
+
+/// Of a back-up only the number of dives is known beforehand, where their directory has come.
+QString backupshortcomings(const Download& run, int files) {
+    QStringList words;
+    if (files < run.chosen) {
+        words << QStringLiteral("Listed by the device: %1, stored: %2.").arg(run.chosen).arg(files);
+    }
+    if (run.cut) {
+        words << QStringLiteral("The line was cut while they came, so that one may have a hole.");
+    }
+    return words.join(u' ');
+}
+
 void divetick(LinkState& link, LinkHost& host) {
     const bool whole = link.rxbuf.holds(kEnd);
-    if (!whole && !link.rxbuf.holds(kBeacon)) {
+    if (!whole && !link.rxbuf.holds(divebeacon())) {
         return; // a run lasts until one of the two marks arrives
     }
     link.Timer3 = false;
@@ -71,12 +93,15 @@ void divetick(LinkState& link, LinkHost& host) {
     takereceived(link);
     ++link.download.divesreceived;
     link.download.DiveCount = QString::number(link.download.divesreceived);
-    if (!process().linkidle && whole) {
+    const bool saves = !process().linkidle && whole;
+    if (saves) {
         savedivefile(link, host);
     }
     const int row = process().servedrow;
     if (row >= 0 && row < link.Mgrid.rowCount()) {
-        link.Mgrid.rows[static_cast<std::size_t>(row)].mark = RowMark::None;
+        DirectoryRow& dive = link.Mgrid.rows[static_cast<std::size_t>(row)];
+        dive.mark = RowMark::None;
+        countdive(link.download, dive.cells[0], saves);
     }
     link.download.moreselected = nextselectedrow(link) > 0;
     if (!process().linkidle) {
@@ -85,7 +110,7 @@ void divetick(LinkState& link, LinkHost& host) {
 }
 
 void backuptick(LinkState& link, LinkHost& host) {
-    if (!link.rxbuf.holds(kBeacon) && !link.rxbuf.holds(kBackupEnd)) {
+    if (!link.rxbuf.holds(divebeacon()) && !link.rxbuf.holds(kBackupEnd)) {
         return;
     }
     link.Timer3 = false;
@@ -104,7 +129,7 @@ void backuptick(LinkState& link, LinkHost& host) {
         link.divesaved = true;
         host.repaint();
     }
-    host.message(received(files));
+    host.message(received(files), backupshortcomings(link.download, files));
     link.download.TXTWaitVisible = false;
     host.leaveAndImport();
 }

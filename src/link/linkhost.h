@@ -18,7 +18,8 @@ public:
     /// Search port, 0 to 31.
     virtual platform::SerialLine& MSComm2(int index) = 0;
 
-    virtual void message(const QString& text) = 0;
+    /// `below`: what stands under the text in smaller words.
+    virtual void message(const QString& text, const QString& below = {}) = 0;
     virtual bool confirm(const QString& text, const QString& title) = 0;
     /// Path of the file, or empty when cancelled. `filter` is "Words (*.txt)|*.txt|All Files (*.*)|*.*".
     virtual QString openFile(const QString& filter, const QString& name) = 0;

@@ -91,6 +91,11 @@ struct Download {
     int selectedcount = 0;
     int divesreceived = 0;
     bool backupmode = false;
+    int chosen = 0;        ///< dives that the run was to bring
+    int stored = 0;        ///< of these
+    QStringList notstored; ///< the others, as column 0 names them
+    bool cut = false;      ///< the line was cut since the dive in hand was asked for
+    QStringList patched;   ///< dives that were stored though the line was cut while they came
     QByteArray divecommand;
     MarkedText lastdivetext; ///< copy of what was received, for other screens
     QString DiveSeriesName = QStringLiteral("MyLatestDives");
@@ -123,7 +128,8 @@ struct LinkState {
 
     StatusCaption AFLabel3;
     std::array<platform::ToldColour, 10> AFShape1{};
-    QString ComNum; ///< changed only by setcomnum(), which opens the port
+    QString ComNum;        ///< changed only by setcomnum(), which opens the port
+    bool portheld = false; ///< the working port was opened and never closed: where it is closed, it was cut
     platform::ToldColour ComNumColour = kLightRed;
     bool downloadbuttons = false; ///< the three Get buttons are enabled and their pictures shown
     bool cmdstoreEnabled = true;
@@ -131,6 +137,7 @@ struct LinkState {
     bool txtstatus2Visible = false;
 
     std::array<QByteArray, 36> scanbuf; ///< received on the search ports
+    std::array<bool, 36> scanheld{};    ///< search ports that this search opened
     int scanticks = 0;
     bool tipshown = false;
     QString Label8;

@@ -85,7 +85,10 @@ public:
 
     platform::SerialLine& MSComm1() override { return line; }
     platform::SerialLine& MSComm2(int index) override { return scan.at(static_cast<std::size_t>(index)); }
-    void message(const QString& text) override { messages << text; }
+    void message(const QString& text, const QString& informative) override {
+        messages << text;
+        below << informative;
+    }
     bool confirm(const QString& text, const QString& title) override {
         questions << text;
         titles << title;
@@ -125,7 +128,7 @@ public:
 
     FakeLine line;
     std::array<FakeLine, 32> scan;
-    QStringList messages, questions, titles, filters, suggested, mainHints;
+    QStringList messages, below, questions, titles, filters, suggested, mainHints;
     std::deque<bool> answers;
     QString chosenFile;
     QByteArrayList setups;

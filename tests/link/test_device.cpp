@@ -165,6 +165,64 @@ private slots:
         QVERIFY(stage.device.received().endsWith("D0D2"));
     }
 
+    /// The directory has come and the setup is asked for; its reply, where there is one, has come as well.
+    void aRunLosesNoDiveWhateverTheSetupReplyIs_data() {
+        QTest::addColumn<bool>("replies");
+        QTest::addColumn<QByteArray>("firstGas");
+        QTest::newRow("its first gas is not air") << true << QByteArray("A068");
+        QTest::newRow("it does not come") << false << QByteArray("A079");
+    }
+
+    void aRunLosesNoDiveWhateverTheSetupReplyIs() {
+        QFETCH(bool, replies);
+        QFETCH(QByteArray, firstGas);
+        Stage stage;
+        stage.device.with([&](Kd& kd) { kd.memory.setup.replace(0, 4, firstGas); });
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        cmdstore_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.link.rxbuf.holds("End"));
+        const auto silence = [&stage](bool on) {
+            Faults faults;
+            faults.silent = on;
+            stage.fault(faults);
+        };
+        silence(!replies);
+        Timer2_tick(stage.link, stage.host);
+        QTRY_VERIFY(stage.device.received().endsWith('H'));
+        if (replies) {
+            QTRY_VERIFY(stage.link.rxbuf.holds("X1 Y"));
+        }
+        Timer2_tick(stage.link, stage.host);
+        silence(false);
+        QVERIFY(stage.link.Timer2); // it waits, and nothing will end that
+        QCOMPARE(stage.link.Mgrid.rowCount(), 9);
+        stage.download({1, 2, 3});
+        QCOMPARE(stage.host.messages.first(), "3  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(), "");
+        QCOMPARE(stage.link.Mgrid.rowCount(), 9);
+        for (const int number : {1, 2, 3}) {
+            QVERIFY(stage.stored(number).contains(dive(static_cast<std::size_t>(number)).chopped(2)));
+        }
+        QVERIFY(stage.device.received().endsWith("D0D1D2"));
+    }
+
+    void aSingleDiveIsStoredThoughTheSetupNeverCame() {
+        Stage stage;
+        stage.device.with([](Kd& kd) { kd.memory.setup.replace(0, 4, "A068"); });
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        cmdstore_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.tickUntil([&stage] { return stage.link.rxbuf.holds("X1 Y"); }));
+        setstartdivenum(stage.link, QStringLiteral("2"));
+        Command1_click(stage.link, stage.host);
+        QTRY_VERIFY(stage.link.rxbuf.holds("End"));
+        stage.tickUntil([] { return true; }); // whichever tick is the first
+        Timer1_tick(stage.link, stage.host);
+        QVERIFY(stage.stored(2).contains(dive(2).chopped(2)));
+        QCOMPARE(stage.link.Mgrid.rowCount(), 9);
+    }
+
     void aPacedLineBringsTheSameBytes() {
         Stage stage(
             Kd({"ver=V2.31\r\nStart     , 521974517\r\nProfile\r\n" + QByteArray(1500, 'x') + "\r\nEnd\r\n"}),

@@ -1,6 +1,7 @@
 #include "link/directory.h"
 #include "link/divefile.h"
 #include "link/download.h"
+#include "link/supervision.h"
 #include "shell/process.h"
 #include "tests/link/fakehost.h"
 #include "tests/link/vectors.h"
@@ -276,6 +277,143 @@ private slots:
         stage.tick();
         QCOMPARE(stage.host.messages.first(), "2  Dives Downloaded.");
         QCOMPARE(stage.waiting(), QStringList("MyLatestDives2.txt"));
+    }
+
+    // --- the directory's wait, which a device of older firmware leaves open
+
+    void eachRequestForDivesEndsTheDirectorysWait_data() {
+        QTest::addColumn<int>("request");
+        int request = 0;
+        for (const char* name : {"Get Selected", "Get All", "Get New", "Get Dive", "Get Dives", "back-up"}) {
+            QTest::newRow(name) << request++;
+        }
+    }
+
+    void eachRequestForDivesEndsTheDirectorysWait() {
+        QFETCH(int, request);
+        Stage stage(1);
+        stage.select({1});
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        setstartdivenum(stage.link, QStringLiteral("1"));
+        stage.link.Timer2 = true; // asked for the setup, which has not come
+        const std::array<void (*)(LinkState&, LinkHost&), 6> requests{
+            cmddownload_click, cmddownloadall_click, cmddownloadnew_click,
+            Command1_click,    Command9_click,       mnubackdive_click};
+        requests.at(static_cast<std::size_t>(request))(stage.link, stage.host);
+        QVERIFY(!stage.link.Timer2);
+        cmdstore_click(stage.link, stage.host);
+        QVERIFY(stage.link.Timer2 != stage.link.Timer3); // the next Refresh, where no run waits for its dive
+    }
+
+    void aRefusedBackupLeavesTheDirectorysWait() {
+        Stage stage;
+        stage.link.AFLabel3.text = QStringLiteral("Command Sent..");
+        mnubackdive_click(stage.link, stage.host);
+        QVERIFY(stage.link.Timer2);
+    }
+
+    void whileARunWaitsForItsDiveNothingElseIsAskedFor() {
+        Stage stage;
+        stage.select({1, 2});
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("ver=V2.31 half");
+        cmdstore_click(stage.link, stage.host);
+        cmddownload_click(stage.link, stage.host); // a double click
+        cmddownloadall_click(stage.link, stage.host);
+        cmddownloadnew_click(stage.link, stage.host);
+        mnubackdive_click(stage.link, stage.host);
+        Command1_click(stage.link, stage.host);
+        Command9_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+        QCOMPARE(stage.link.rxbuf.bytes(), QByteArray("ver=V2.31 half"));
+        QCOMPARE(stage.link.Mgrid.rowCount(), 4);
+        QCOMPARE(stage.mark(3), RowMark::None);
+        QVERIFY(!stage.link.download.backupmode);
+        QVERIFY(!stage.link.capturemode);
+        QCOMPARE(stage.link.download.startdivenum, "1");
+        stage.receive(" End");
+        stage.tick();
+        QCOMPARE(stage.folder.get("new/MyLatestDives1.txt"), QByteArray("ver=V2.31 half End\r\n"));
+    }
+
+    void aRunAfterACaptureThatNeverEndedStoresEachDiveOnce() {
+        Stage stage;
+        Command9_click(stage.link, stage.host); // dive 0, which no device has
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("ver=one End");
+        Timer1_tick(stage.link, stage.host);
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("D/D0"));
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+        QCOMPARE(stage.folder.get("new/MyLatestDives1.txt"), QByteArray("ver=one End\r\n"));
+    }
+
+    // --- what a run has stored of what was chosen
+
+    void aRunThatStoredAllSaysNoMore() {
+        Stage stage;
+        stage.select({1});
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(), "");
+    }
+
+    void aRunThatStoredFewerThanWereChosenSaysHowManyAndWhich() {
+        Stage stage;
+        cmddownloadall_click(stage.link, stage.host);
+        for (const char* reply : {"half PPPPPPPP", "whole End", "half PPPPPPPP"}) {
+            stage.receive(reply);
+            stage.tick();
+        }
+        QCOMPARE(stage.host.messages.first(), "3  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(),
+                 "Chosen: 3, stored: 1. Not stored, to be fetched again: Dive1, Dive3.");
+        stage.select({2}); // the next run counts anew
+        stage.host.messages.clear();
+        stage.host.below.clear();
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("End");
+        stage.tick();
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(), "");
+    }
+
+    void ofManyDivesThatWereNotStoredTheFirstAreNamed() {
+        Stage stage(14);
+        cmddownloadall_click(stage.link, stage.host);
+        for (int dive = 1; dive <= 14; ++dive) {
+            stage.receive(dive == 5 ? "End" : "PPPPPPPP");
+            stage.tick();
+        }
+        QCOMPARE(stage.host.below.first(),
+                 "Chosen: 14, stored: 1. Not stored, to be fetched again: Dive1, Dive2, Dive3, Dive4, "
+                 "Dive6, Dive7, Dive8, Dive9, Dive10, Dive11 and 3 more.");
+    }
+
+    void getNewCountsOnlyWhatIsNew() {
+        Stage stage;
+        stage.mark(2) = RowMark::Stored;
+        cmddownloadnew_click(stage.link, stage.host);
+        for (int dive = 0; dive < 2; ++dive) {
+            stage.receive("End");
+            stage.tick();
+        }
+        QCOMPARE(stage.host.messages.first(), "2  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(), "");
+    }
+
+    void aBackupWithFewerDivesThanTheDirectoryLists() {
+        Stage stage;
+        stage.link.AFLabel3.text = QStringLiteral("Connected");
+        mnubackdive_click(stage.link, stage.host);
+        stage.receive("ver=one End ver=two" + QByteArray(100, 'P'));
+        stage.tick();
+        QCOMPARE(stage.host.messages.first(), "1  Dives Downloaded.");
+        QCOMPARE(stage.host.below.first(), "Listed by the device: 3, stored: 1.");
     }
 
     void aSilentDeviceKeepsTheRunOpen() {

@@ -49,6 +49,7 @@ private slots:
     void getSelectedShowsTheWaitFrame();
     void escapeLeavesTheWaitFrame();
     void theWaitFrameGoesWithTheDive();
+    void whatARunDidNotStoreStandsBelowItsLastWords();
     void theRawTextGrowsByWhatCame();
     void detailsOffHidesTheRawTexts();
     void advancedOptionShowsTheExpertFields();
@@ -221,6 +222,16 @@ void TestPcLink1::theWaitFrameGoesWithTheDive() {
     QVERIFY(stage.folder.has("new/MyLatestDives1.txt"));
     QVERIFY(stage.dialogs.messages().contains("1  Dives Downloaded."));
     QVERIFY(!stage.control<FlexGrid>("Mgrid")->backColour(1, 1).isValid());
+}
+
+void TestPcLink1::whatARunDidNotStoreStandsBelowItsLastWords() {
+    LinkStage stage(QStringLiteral("Dive"));
+    beginDownload(stage);
+    stage.receive("PPPPPPPP");
+    stage.tick("Timer3");
+    const auto& last = stage.dialogs.asked().first();
+    QCOMPARE(last.text, "1  Dives Downloaded.");
+    QCOMPARE(last.below, "Chosen: 1, stored: 0. Not stored, to be fetched again: Dive1.");
 }
 
 void TestPcLink1::theRawTextGrowsByWhatCame() {

@@ -35,12 +35,12 @@ PC_Link_1::Host::~Host() {
     setHourglass(false);
 }
 
-void PC_Link_1::Host::message(const QString& text) {
+void PC_Link_1::Host::message(const QString& text, const QString& below) {
     if (screen_.isUnloaded()) {
         return;
     }
     screen_.sync();
-    platform::dialogs().message(&screen_, text);
+    platform::dialogs().message(&screen_, text, platform::BoxKind::Plain, {}, below);
 }
 
 bool PC_Link_1::Host::confirm(const QString& text, const QString& title) {

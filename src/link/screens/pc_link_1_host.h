@@ -16,7 +16,7 @@ public:
     platform::SerialLine& MSComm1() override { return *working_; }
     platform::SerialLine& MSComm2(int index) override { return *search_.at(static_cast<size_t>(index)); }
 
-    void message(const QString& text) override;
+    void message(const QString& text, const QString& below) override;
     bool confirm(const QString& text, const QString& title) override;
     QString openFile(const QString& filter, const QString& name) override;
     QString saveFile(const QString& filter, const QString& name) override;
