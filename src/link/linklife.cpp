@@ -53,10 +53,12 @@ void unloadlink(LinkState& link, LinkHost& host) {
         remembercomport(link);
     }
     process().screenmode.clear();
-    closeallports(host);
+    closeallports(link, host);
 }
 
-void closeallports(LinkHost& host) {
+void closeallports(LinkState& link, LinkHost& host) {
+    link.portheld = false;
+    link.scanheld.fill(false);
     if (host.MSComm1().PortOpen()) {
         host.MSComm1().setPortOpen(false);
     }

@@ -12,7 +12,7 @@ void loadlink(LinkState& link, LinkHost& host);
 /// Nothing is sent.
 void unloadlink(LinkState& link, LinkHost& host);
 
-/// Closes the working port and all search ports that are open.
-void closeallports(LinkHost& host);
+/// Closes the working port and all search ports that are open; none of them is opened again by a tick.
+void closeallports(LinkState& link, LinkHost& host);
 
 } // namespace benthor::link

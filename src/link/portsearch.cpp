@@ -1,4 +1,5 @@
 #include "link/directory.h"
+#include "link/download.h"
 #include "link/supervision.h"
 
 namespace benthor::link {
@@ -26,19 +27,31 @@ void takefound(LinkState& link, LinkHost& host, int port, Heard what) {
     host.MSComm2(port).setPortOpen(false);
     link.Timer8 = false;
     link.Label8.clear();
+    link.scanheld.fill(false);
     closesearchports(host, kLastSearched);
-    setcomnum(link, host, QString::number(port));
+    const QString number = QString::number(port);
+    if (link.ComNum != number || !host.MSComm1().PortOpen()) {
+        link.ComNum = number; // typed already, it could not be opened while the search held it
+        opencomport(link, host);
+    }
     remembercomport(link);
     if (what == Heard::Loader) {
         host.openFirmware();
     }
 }
 
+/// A port whose adapter was pulled and is back goes on listening; what it heard before stays.
+void reopencut(const LinkState& link, LinkHost& host, int number) {
+    if (link.scanheld[static_cast<std::size_t>(number)] && !host.MSComm2(number).PortOpen()) {
+        host.MSComm2(number).reopen();
+    }
+}
+
 void searchon(LinkState& link, LinkHost& host) {
     link.Label8 = QStringLiteral("Scanning..");
     ++link.scanticks;
-    if (link.scanticks <= kTicksUntilAnew) {
-        return;
+    if (link.scanticks <= kTicksUntilAnew || awaitsdive(link)) {
+        return; // a number beyond the searched ones was typed, and a dive comes there
     }
     mnuFindKD_click(link, host);
     if (!host.tipsShowing() && !link.tipshown) {
@@ -70,6 +83,7 @@ void mnuFindKD_click(LinkState& link, LinkHost& host) {
     setcomnum(link, host, QString());
     for (int number = 1; number <= kLastSearched; ++number) {
         link.scanbuf[static_cast<std::size_t>(number)].clear();
+        link.scanheld[static_cast<std::size_t>(number)] = false;
         platform::SerialLine& port = host.MSComm2(number);
         port.setCommPort(number);
         if (!port.setPortOpen(true)) {
@@ -78,7 +92,7 @@ void mnuFindKD_click(LinkState& link, LinkHost& host) {
         port.setPortOpen(false);
         port.setSettings(QStringLiteral("9600,n,8,1"));
         port.setInputLen(0);
-        port.setPortOpen(true);
+        link.scanheld[static_cast<std::size_t>(number)] = port.setPortOpen(true);
     }
     link.Timer8 = true;
     link.AFLabel3.text = QStringLiteral("Searching..");
@@ -91,6 +105,7 @@ void Timer8_tick(LinkState& link, LinkHost& host) {
     try {
         for (int number = 1; number <= kLastSearched; ++number) {
             QByteArray& text = link.scanbuf[static_cast<std::size_t>(number)];
+            reopencut(link, host, number);
             if (host.MSComm2(number).PortOpen()) {
                 text += host.MSComm2(number).Input();
             }
@@ -103,6 +118,7 @@ void Timer8_tick(LinkState& link, LinkHost& host) {
         }
         searchon(link, host);
     } catch (const std::exception&) {
+        link.scanheld.fill(false);
         closesearchports(host, kLastSearched);
     }
 }

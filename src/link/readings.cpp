@@ -1,5 +1,6 @@
 #include "link/readings.h"
 
+#include "link/download.h"
 #include "link/linkstate.h"
 #include "platform/textformat.h"
 
@@ -154,7 +155,8 @@ std::optional<Readings> Timer6_tick(LinkState& link) {
 }
 
 std::optional<Readings> Timer7_tick(LinkState& link) {
-    if (link.Timer6 || !link.Text4.holds("R-001") || !link.Text4.holds("J")) {
+    // A dive that comes behind such a line would be cleared away with it.
+    if (link.Timer6 || awaitsdive(link) || !link.Text4.holds("R-001") || !link.Text4.holds("J")) {
         return std::nullopt;
     }
     const Readings readings = parsereadings(link.Text4.bytes());

@@ -43,12 +43,20 @@ void askforinterval(LinkState& link, LinkHost& host) {
         number ? QString::number(value + kIntervalStep, 'g', 15) : QString::number(kIntervalStep);
 }
 
+/// Not while a dive comes: the request would fall into it, and what has come would be gone. And not while the
+/// cable is out: nothing leaves, and a try would be used up.
+bool mayask(const LinkState& link, LinkHost& host) {
+    return host.MSComm1().PortOpen() && !awaitsdive(link);
+}
+
 void connected(LinkState& link, LinkHost& host) {
     setstatus(link, "Connected", platform::kToldGreen);
     ++link.tickcount;
-    askforinterval(link, host);
-    if (link.Mgrid.rowCount() < 2) {
-        cmdstore_click(link, host);
+    if (mayask(link, host)) {
+        askforinterval(link, host);
+        if (link.Mgrid.rowCount() < 2) {
+            cmdstore_click(link, host);
+        }
     }
     link.downloadbuttons = true;
 }
@@ -58,7 +66,7 @@ void judge(LinkState& link, LinkHost& host) {
     if (link.updatedticks < kUpdateShows && holdsUpdateMark(link.Text4)) {
         ++link.updatedticks;
         setstatus(link, "Data Updated", platform::kToldCyan);
-        if (link.console.option == kChoiceIntervalSend) {
+        if (link.console.option == kChoiceIntervalSend && mayask(link, host)) {
             Label19_click(link, host, kChoiceIntervalGet);
         }
         ++link.tickcount;
@@ -78,7 +86,7 @@ void judge(LinkState& link, LinkHost& host) {
 void showhintbox(LinkState& link, LinkHost& host) {
     if (link.AFLabel3.text == QLatin1String("Connected")) {
         link.Text14Visible = false;
-        if (link.Text4.holds(kSetupUpdated)) {
+        if (link.Text4.holds(kSetupUpdated) && mayask(link, host)) {
             cmdstore_click(link, host);
         }
     } else if (link.AFLabel3.text == QLatin1String("Command Sent..")) {
@@ -88,7 +96,32 @@ void showhintbox(LinkState& link, LinkHost& host) {
     }
 }
 
+/// Nothing was sent where no port is open, and no verdict follows.
+void endchecking(LinkState& link) {
+    if (link.AFLabel3.text != QLatin1String("Checking..")) {
+        return;
+    }
+    if (!link.ComNum.isEmpty()) {
+        setstatus(link, "Not Connected", platform::kToldYellow);
+    } else {
+        setstatus(link, link.Timer8 ? "Searching.." : "Choose Com Port:", kLightRed);
+    }
+    link.downloadbuttons = false;
+}
+
+/// What has come stays, and so does all that waits for more: the verdict alone falls and rises.
+void reopencut(LinkState& link, LinkHost& host) {
+    if (portcut(link, host)) {
+        link.download.cut = link.download.cut || !link.rxbuf.holds("End");
+        host.MSComm1().reopen();
+    }
+}
+
 } // namespace
+
+bool portcut(const LinkState& link, LinkHost& host) {
+    return link.portheld && !host.MSComm1().PortOpen();
+}
 
 void setcomnum(LinkState& link, LinkHost& host, const QString& text) {
     if (link.ComNum != text) {
@@ -99,6 +132,7 @@ void setcomnum(LinkState& link, LinkHost& host, const QString& text) {
 
 void opencomport(LinkState& link, LinkHost& host) {
     platform::SerialLine& port = host.MSComm1();
+    link.portheld = false;
     if (port.PortOpen()) {
         port.setPortOpen(false);
     }
@@ -113,6 +147,7 @@ void opencomport(LinkState& link, LinkHost& host) {
     if (!port.setPortOpen(true)) {
         return;
     }
+    link.portheld = true;
     port.setRThreshold(kReceive);
     link.capturemode = false;
     link.linkwatch = true;
@@ -136,6 +171,7 @@ void MSComm1_received(LinkState& link, LinkHost& host) {
 }
 
 void Timer1_tick(LinkState& link, LinkHost& host) {
+    reopencut(link, host);
     const bool open = host.MSComm1().PortOpen();
     if (link.capturemode && open) {
         capturestep(link, host);
@@ -146,11 +182,13 @@ void Timer1_tick(LinkState& link, LinkHost& host) {
         }
     }
     ++link.tickcount;
-    if (link.linkwatch && open) {
+    if (link.linkwatch && (open || link.portheld)) {
         link.Text4.follow(link.rxbuf);
         link.silentticks = std::min(link.silentticks + 1, kMostSilentTicks);
         judge(link, host);
         linkstatuspaint(link);
+    } else if (!open) {
+        endchecking(link);
     }
     refreshtexttosend(link);
     link.stallticks = link.rxcount == link.rxcountlast ? link.stallticks + 1 : 0;

@@ -14,6 +14,8 @@ namespace benthor::link {
 /// Any change of the text in `ComNum`: takes the text and runs opencomport().
 void setcomnum(LinkState& link, LinkHost& host, const QString& text);
 void opencomport(LinkState& link, LinkHost& host);
+/// Whether the working port was cut: its adapter is gone, and the port is opened again when that is back.
+bool portcut(const LinkState& link, LinkHost& host);
 /// The receive event: takes all that waits at the working port.
 void MSComm1_received(LinkState& link, LinkHost& host);
 /// Every 500 ms.

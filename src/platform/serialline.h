@@ -34,6 +34,10 @@ public:
     /// Opens or closes. False when it could not be opened: it then stays closed, at once and without harm.
     virtual bool setPortOpen(bool open) = 0;
 
+    /// Opens again the port that was open last, where it was cut: the same one, not what now has its number.
+    /// False as long as it is not back.
+    virtual bool reopen() { return setPortOpen(true); }
+
     /// Takes what has come; empty on a closed port.
     virtual QByteArray Input() = 0;
     virtual qsizetype InBufferCount() const = 0;

@@ -1,6 +1,7 @@
 #include "link/console.h"
 #include "link/directory.h"
 #include "link/download.h"
+#include "link/readings.h"
 #include "link/supervision.h"
 #include "platform/clock.h"
 #include "shell/process.h"
@@ -43,6 +44,12 @@ struct Stage {
         }
     }
     QString caption() const { return link.AFLabel3.text; }
+    /// The adapter goes, and comes back.
+    void pull() {
+        host.line.open = false;
+        host.line.portExists = [](int) { return false; };
+    }
+    void plugIn() { host.line.portExists = nullptr; }
 
     TestFolder folder;
     LinkState link;
@@ -187,6 +194,182 @@ private slots:
         stage.tick(20);
         QCOMPARE(stage.caption(), "Searching..");
         QVERIFY(stage.link.Text14Visible);
+    }
+
+    // --- a cable pulled
+
+    void aPulledCableLetsTheVerdictFallAsSilenceDoes() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.receive("PPPPPP");
+        stage.tick();
+        QCOMPARE(stage.caption(), "Connected");
+        QVERIFY(stage.link.downloadbuttons);
+        stage.pull();
+        stage.tick(12);
+        QCOMPARE(stage.caption(), "Connected");
+        stage.tick();
+        QCOMPARE(stage.caption(), "Not Connected");
+        QVERIFY(!stage.link.downloadbuttons);
+        QVERIFY(stage.link.Text14Visible);
+    }
+
+    void behindACommandAPulledCableFallsByItsAge() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.receive("PPPPPP");
+        stage.tick();
+        stage.pull();
+        send(stage, QStringLiteral("Q"));
+        QCOMPARE(stage.caption(), "Checking..");
+        stage.tick(50);
+        QCOMPARE(stage.caption(), "Command Sent..");
+        stage.tick();
+        QCOMPARE(stage.caption(), "Not Connected");
+    }
+
+    void whenTheAdapterIsBackTheSamePortIsOpenedAndNothingIsEmptied() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.link.Timer8 = false;
+        stage.receive("half a reply, PPPP");
+        stage.tick();
+        stage.pull();
+        stage.tick(30);
+        QCOMPARE(stage.caption(), "Not Connected");
+        QVERIFY(!stage.host.line.open);
+        stage.plugIn();
+        stage.tick();
+        QVERIFY(stage.host.line.open);
+        QCOMPARE(stage.host.line.port, 3);
+        stage.receive(" the other half, PPPP");
+        stage.tick(2);
+        QCOMPARE(stage.caption(), "Connected");
+        QCOMPARE(stage.link.ComNum, "3");
+        QVERIFY(stage.link.rxbuf.bytes().startsWith("half a reply, PPPP"));
+        QCOMPARE(stage.link.Mgrid.rowCount(), 4);
+        QVERIFY(!stage.link.Timer8);
+        QCOMPARE(stage.host.line.sent, QByteArray());
+    }
+
+    void aPulledCableAsksForNothingUntilItIsBack() {
+        Stage stage(1, QString());
+        process().deviceconnected = 1;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.receive("PPP");
+        stage.pull();
+        stage.tick(5);
+        QCOMPARE(stage.caption(), "Connected");
+        QCOMPARE(stage.link.console.Text16[1], ""); // no try is used up
+        QVERIFY(stage.link.rxbuf.holds("PPP"));
+        stage.plugIn();
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("RM"));
+    }
+
+    void aPortThatWasClosedStaysClosed() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        setcomnum(stage.link, stage.host, QString());
+        stage.tick(3);
+        QVERIFY(!stage.host.line.open);
+        QCOMPARE(stage.caption(), "Choose Com Port:");
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.host.line.portExists = [](int port) { return port != 7; };
+        setcomnum(stage.link, stage.host, QStringLiteral("7")); // not there
+        stage.plugIn();
+        stage.tick(3);
+        QVERIFY(!stage.host.line.open);
+    }
+
+    void anotherNumberTypedWhileTheCableIsOutIsOpenedInItsPlace() {
+        Stage stage;
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        stage.pull();
+        stage.tick();
+        stage.plugIn();
+        setcomnum(stage.link, stage.host, QStringLiteral("5"));
+        stage.tick();
+        QVERIFY(stage.host.line.open);
+        QCOMPARE(stage.host.line.port, 5);
+    }
+
+    void checkingEndsAtTheNextTickWhereNoPortIsOpen_data() {
+        QTest::addColumn<QString>("ComNum");
+        QTest::addColumn<bool>("searches");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("no number") << "" << false << "Choose Com Port:";
+        QTest::newRow("the search is on") << "" << true << "Searching..";
+        QTest::newRow("a number without a port") << "5" << false << "Not Connected";
+        QTest::newRow("the same in a search") << "5" << true << "Not Connected";
+    }
+
+    void checkingEndsAtTheNextTickWhereNoPortIsOpen() {
+        QFETCH(QString, ComNum);
+        QFETCH(bool, searches);
+        QFETCH(QString, caption);
+        Stage stage;
+        stage.host.line.open = false;
+        stage.link.ComNum = ComNum;
+        stage.link.Timer8 = searches;
+        stage.link.downloadbuttons = true;
+        send(stage, QStringLiteral("Q"));
+        QCOMPARE(stage.caption(), "Checking..");
+        stage.tick();
+        QCOMPARE(stage.caption(), caption);
+        QVERIFY(!stage.link.downloadbuttons);
+        stage.tick(3);
+        QCOMPARE(stage.caption(), caption);
+    }
+
+    // --- while a dive comes
+
+    void whileADiveComesTheTickSendsNothing_data() {
+        QTest::addColumn<bool>("single");
+        QTest::newRow("a run") << false;
+        QTest::newRow("a single dive") << true;
+    }
+
+    void whileADiveComesTheTickSendsNothing() {
+        QFETCH(bool, single);
+        Stage stage(2, QString()); // neither the interval nor a directory of more than one dive is known
+        process().deviceconnected = 1;
+        stage.link.Mgrid.rows[1].cells[0] = QStringLiteral("Dive1");
+        stage.link.Mgrid.rows[1].mark = RowMark::Selected;
+        setstartdivenum(stage.link, QStringLiteral("1"));
+        if (single) {
+            stage.link.Mgrid.rows.resize(1);
+            Command1_click(stage.link, stage.host);
+        } else {
+            cmddownload_click(stage.link, stage.host);
+        }
+        // What was on its way when the request went out stands ahead of the dive.
+        stage.receive("PPPR-001,0320,1,0130,J00001\r\nver=V2.31\r\n");
+        stage.tick();
+        QVERIFY(!Timer7_tick(stage.link));
+        stage.receive("+=+ +^+ 12,13\r\n");
+        stage.link.updatedticks = 5;
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("D0"));
+        stage.receive("End\r\n");
+        if (single) {
+            stage.tick();
+        }
+        Timer3_tick(stage.link, stage.host);
+        QCOMPARE(stage.folder.get("new/MyLatestDives1.txt"),
+                 QByteArray("PPPR-001,0320,1,0130,J00001\r\nver=V2.31\r\n+=+ +^+ 12,13\r\nEnd\r\n\r\n"));
+    }
+
+    void aCaptureThatTheDeviceDoesNotServeHoldsNothingUpForLong() {
+        Stage stage(1);
+        Command9_click(stage.link, stage.host);
+        stage.host.line.sent.clear();
+        stage.receive("PPP");
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray());
+        stage.receive("PPPPP");
+        stage.tick();
+        QCOMPARE(stage.host.line.sent, QByteArray("M"));
     }
 
     void theIntervalIsAskedForUntilAValueStandsAtMostTenTimes() {
@@ -378,6 +561,69 @@ private slots:
                                                              3));
     }
 
+    void aPortTypedWhileTheSearchHoldsItIsOpenedWhenTheDeviceIsHeardThere() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.line.portExists = [&stage](int port) {
+            return !stage.host.scan.at(static_cast<std::size_t>(port)).open; // one holder at a time
+        };
+        setcomnum(stage.link, stage.host, QStringLiteral("3"));
+        QVERIFY(!stage.host.line.open);
+        stage.host.scan[3].waiting = "PPP";
+        Timer8_tick(stage.link, stage.host);
+        QVERIFY(stage.host.line.open);
+        QCOMPARE(stage.host.line.port, 3);
+        QCOMPARE(stage.caption(), "Connecting..");
+        QCOMPARE(readcomport(), "3");
+    }
+
+    void aSearchPortThatWasCutIsOpenedAgainInTheSameSearch() {
+        Stage stage;
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[6].waiting = "PP";
+        Timer8_tick(stage.link, stage.host);
+        stage.host.scan[6].open = false;
+        stage.host.scan[6].portExists = [](int) { return false; };
+        Timer8_tick(stage.link, stage.host);
+        QVERIFY(!stage.host.scan[6].open);
+        stage.host.scan[6].portExists = nullptr;
+        Timer8_tick(stage.link, stage.host);
+        QVERIFY(stage.host.scan[6].open);
+        QCOMPARE(stage.link.scanticks, 3); // no search began anew, and what was heard stays
+        stage.host.scan[6].waiting = "P";
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.ComNum, "6");
+    }
+
+    void aPortThatWasNotThereWhenTheSearchBeganWaitsForTheNext() {
+        Stage stage;
+        stage.host.scan[6].portExists = [](int) { return false; };
+        mnuFindKD_click(stage.link, stage.host);
+        stage.host.scan[6].portExists = nullptr;
+        Timer8_tick(stage.link, stage.host);
+        QVERIFY(!stage.host.scan[6].open);
+    }
+
+    void aRunOnAPortBeyondTheSearchIsNotEndedByItsBeginningAnew() {
+        Stage stage(2);
+        mnuFindKD_click(stage.link, stage.host);
+        setcomnum(stage.link, stage.host, QStringLiteral("20"));
+        stage.link.Mgrid.rows.resize(2);
+        stage.link.Mgrid.rows[1].mark = RowMark::Selected;
+        stage.link.Mgrid.rows[1].cells[0] = QStringLiteral("Dive1");
+        cmddownload_click(stage.link, stage.host);
+        stage.receive("ver=V2.31");
+        for (int tick = 0; tick < 15; ++tick) {
+            Timer8_tick(stage.link, stage.host);
+        }
+        QVERIFY(stage.host.line.open);
+        QCOMPARE(stage.link.rxbuf.bytes(), QByteArray("ver=V2.31"));
+        QCOMPARE(stage.link.ComNum, "20");
+        stage.link.Timer3 = false;
+        Timer8_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.ComNum, "");
+    }
+
     void tenLettersOfALoaderAreNoHit() {
         Stage stage;
         mnuFindKD_click(stage.link, stage.host);
@@ -449,6 +695,9 @@ private slots:
         for (int index = 1; index <= 16; ++index) {
             QVERIFY(!stage.host.scan[static_cast<std::size_t>(index)].open);
         }
+        stage.link.scanbuf[5].clear();
+        Timer8_tick(stage.link, stage.host); // a fresh pass over closed ports
+        QVERIFY(!stage.host.scan[6].open);
     }
 
     // --- the remembered port

@@ -71,7 +71,7 @@ void PC_Link_1::unloading() {
 }
 
 void PC_Link_1::closePorts() {
-    closeallports(*host_);
+    closeallports(link_, *host_);
 }
 
 void PC_Link_1::setTextToSend(const QString& text) {

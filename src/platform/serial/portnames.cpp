@@ -14,6 +14,10 @@ bool isUsbAdapter(const QString& name) {
     return name.startsWith(QLatin1String("ttyUSB")) || name.startsWith(QLatin1String("ttyACM"));
 }
 
+QString linkOf(int number) {
+    return ProgramFolder::current().path(u"ports", QStringLiteral("com%1").arg(number));
+}
+
 /// Letters and number of a name: "ttyUSB10" is "ttyUSB" and 10.
 std::pair<QString, qlonglong> parts(const QString& name) {
     qsizetype digits = name.size();
@@ -34,13 +38,17 @@ QStringList inPortOrder(QStringList names) {
     return names;
 }
 
+bool isLinkedPort(int number) {
+    const QFileInfo link(linkOf(number));
+    return link.isSymLink() || link.exists();
+}
+
 QString portPath(int number) {
     if (number < 1) {
         return {};
     }
-    const QString link = ProgramFolder::current().path(u"ports", QStringLiteral("com%1").arg(number));
-    if (QFileInfo(link).isSymLink() || QFileInfo::exists(link)) {
-        return link;
+    if (isLinkedPort(number)) {
+        return linkOf(number);
     }
     QStringList names;
     for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {

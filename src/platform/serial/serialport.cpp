@@ -133,7 +133,18 @@ bool SerialPort::openPort() {
         }
     }
     cut_ = false;
+    device_ = device;
     return true;
+}
+
+/// A number counts the ports of the moment: while the adapter is out another one may stand at it. A link
+/// names one and the same, wherever that turns up again.
+bool SerialPort::reopen() {
+    if (!port_.isOpen() && !isLinkedPort(number_) &&
+        QFileInfo(portPath(number_)).canonicalFilePath() != device_) {
+        return false;
+    }
+    return setPortOpen(true);
 }
 
 QByteArray SerialPort::Input() {

@@ -42,6 +42,7 @@ public:
     void setRThreshold(int bytes) override { threshold_ = bytes; }
     bool PortOpen() const override { return port_.isOpen(); }
     bool setPortOpen(bool open) override;
+    bool reopen() override;
     QByteArray Input() override;
     qsizetype InBufferCount() const override;
     /// What the system keeps for the line counts as waiting, too: it goes out at the line's own speed, so its
@@ -75,6 +76,7 @@ private:
     QByteArray taken_; ///< read by a wait and not yet by Input
     LineSettings settings_;
     std::chrono::steady_clock::time_point carried_; ///< when the line has carried all that it was given
+    QString device_;                                ///< where the port was open last
     int number_ = 0;
     int inputLen_ = 0;
     int threshold_ = 0;
