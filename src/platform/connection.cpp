@@ -1,9 +1,8 @@
 #include "platform/connection.h"
 
 #include "platform/faultpoint.h"
+#include "platform/storewait.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <cstring>
@@ -12,9 +11,6 @@
 namespace benthor::platform {
 
 namespace {
-
-/// How long a change waits for another program that holds the store, in milliseconds.
-constexpr int kBusyTimeoutMs = 3000;
 
 /// The table of "SELECT * FROM table ...", else "". A view has no rows of its own that could be changed.
 std::string changeableTable(SQLite::Database& database, const std::string& sql) {
@@ -79,38 +75,11 @@ std::string quotedName(const QString& name) {
     return (QLatin1Char('"') + quoted + QLatin1Char('"')).toStdString();
 }
 
-void Connection::open(const QString& path) {
-    close();
-    const QFileInfo file(path);
-    if (!file.exists()) {
-        throw StoreError(QStringLiteral("The store %1 is missing.").arg(QDir::toNativeSeparators(path)),
-                         SQLITE_CANTOPEN);
+void Connection::requireChangeable() const {
+    if (!readOnlyReason_.isEmpty()) {
+        throw StoreError(QStringLiteral("The dive store is opened for reading only. ") + readOnlyReason_,
+                         SQLITE_READONLY);
     }
-    try {
-        auto database = std::make_unique<SQLite::Database>(file.absoluteFilePath().toStdString(),
-                                                           SQLite::OPEN_READWRITE, kBusyTimeoutMs);
-        // A rollback journal keeps the store one file that can be copied while closed. EXTRA is FULL and in
-        // addition puts the journal's removal on the disk: a dive file is deleted right behind the commit
-        // that stored it.
-        database->exec("PRAGMA synchronous = EXTRA");
-        // Reads the file: one that is no store ends here.
-        database->exec("SELECT count(*) FROM sqlite_master");
-        SQLite::Statement journal(*database, "PRAGMA journal_mode = DELETE");
-        journal.executeStep();
-        database_ = std::move(database);
-        path_ = path;
-    } catch (const SQLite::Exception& error) {
-        throwStoreError(QStringLiteral("The store %1 cannot be opened").arg(QDir::toNativeSeparators(path)),
-                        error);
-    }
-}
-
-void Connection::close() {
-    prepared_.clear();
-    database_.reset();
-    path_.clear();
-    depth_ = 0;
-    broken_ = false;
 }
 
 SQLite::Database& Connection::database() {
@@ -132,7 +101,9 @@ PreparedQuery& Connection::prepareRows(const std::string& sql) {
 }
 
 int Connection::run(const std::string& sql, const std::vector<Value>& values) {
+    requireChangeable();
     passFault("change");
+    startWork();
     auto found = prepared_.find(sql);
     if (found == prepared_.end()) {
         found = prepared_.emplace(sql, PreparedQuery{SQLite::Statement(database(), sql), nullptr}).first;
@@ -142,7 +113,9 @@ int Connection::run(const std::string& sql, const std::vector<Value>& values) {
     for (size_t i = 0; i < values.size(); ++i) {
         bindValue(statement, static_cast<int>(i) + 1, values[i]);
     }
-    return statement.exec();
+    const int changed = statement.exec();
+    lockCameFree(place_);
+    return changed;
 }
 
 void Connection::forgetPrepared() {
@@ -151,9 +124,12 @@ void Connection::forgetPrepared() {
 
 void Connection::begin() {
     if (depth_ == 0) {
+        requireChangeable();
         try {
             passFault("begin");
+            startWork();
             database().exec("BEGIN IMMEDIATE");
+            lockCameFree(place_);
         } catch (const SQLite::Exception& error) {
             throwStoreError(QStringLiteral("The store cannot be changed"), error);
         }
@@ -172,6 +148,7 @@ void Connection::commit() {
     }
     try {
         passFault("commit");
+        startWork();
         database().exec("COMMIT");
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The change cannot be stored"), error);

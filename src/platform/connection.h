@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/query.h"
+#include "platform/storeaccess.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,10 +34,20 @@ struct PreparedQuery {
 /// folder's .cpp files includes this.
 class Connection {
 public:
-    void open(const QString& path);
+    Connection() = default;
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    void open(const QString& path, StoreAccess access = StoreAccess::Change);
     void close();
     bool isOpen() const { return database_ != nullptr; }
     QString path() const { return path_; }
+    /// Why it can only be read, for the user; empty when it can be changed.
+    QString readOnlyReason() const { return readOnlyReason_; }
+    void setReadOnly(const QString& reason);
+    /// Whether it can be changed at this moment; waits for no one.
+    bool canChangeNow();
     SQLite::Database& database();
 
     /// The prepared form of a query that returns rows, its row number behind its last field where rows can be
@@ -50,10 +62,24 @@ public:
     void commit();
     void rollBack(); ///< of a scope that ends without commit
 
+    /// A statement begins: the way out of one that never ends counts from here.
+    void startWork();
+
 private:
+    void makeReady();
+    void requireChangeable() const;
+    static int lockedAgain(void* self, int times);
+    static int worksOn(void* self);
+
+    StoreCopy copy_; ///< what is read in the store's stead; outlives database_
     std::unique_ptr<SQLite::Database> database_;
     std::unordered_map<std::string, PreparedQuery> prepared_;
     QString path_;
+    std::string place_; ///< the file itself, links followed
+    QString readOnlyReason_;
+    bool foreign_ = false; ///< opened for a look: a statement may not work without end
+    bool patient_ = true;  ///< waits for another program that holds the store
+    std::chrono::steady_clock::time_point workBegan_;
     int depth_ = 0;       ///< scopes that are open, one within the other
     bool broken_ = false; ///< a scope within the outermost ended without commit
 };
@@ -73,6 +99,10 @@ public:
 private:
     SQLite::Statement& statement_;
 };
+
+/// The store is data and nothing else: of what it holds nothing runs, and the engine looks at its pages
+/// before it follows them. For every handle, before its first statement.
+void protect(SQLite::Database& database);
 
 /// The engine's failure as a StoreError.
 [[noreturn]] void throwStoreError(const QString& what, const SQLite::Exception& error);

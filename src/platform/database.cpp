@@ -2,9 +2,12 @@
 
 #include "platform/connection.h"
 
-#include <sqlite3.h>
-
 namespace benthor::platform {
+
+namespace {
+/// What the rows of one query may hold together: far more than any logbook.
+constexpr size_t kMostBytes = size_t{1} << 30;
+} // namespace
 
 Database::Database()
     : connection_(std::make_shared<Connection>()) {}
@@ -13,8 +16,8 @@ Database::~Database() {
     close();
 }
 
-void Database::open(const QString& path) {
-    connection_->open(path);
+void Database::open(const QString& path, StoreAccess access) {
+    connection_->open(path, access);
 }
 
 void Database::close() {
@@ -29,8 +32,21 @@ QString Database::path() const {
     return connection_->path();
 }
 
+QString Database::readOnlyReason() const {
+    return connection_->readOnlyReason();
+}
+
+void Database::setReadOnly(const QString& reason) {
+    connection_->setReadOnly(reason);
+}
+
+bool Database::canChangeNow() {
+    return connection_->canChangeNow();
+}
+
 Recordset Database::openRecordset(const Query& query) {
     try {
+        connection_->startWork();
         PreparedQuery& prepared = connection_->prepareRows(query.sql());
         SQLite::Statement& statement = prepared.statement;
         const StatementUse use(statement);
@@ -51,6 +67,10 @@ Recordset Database::openRecordset(const Query& query) {
                     const char* const text = column.getText();
                     const auto length = static_cast<size_t>(column.getBytes());
                     result.cells_.push_back({result.text_.size(), static_cast<int>(length)});
+                    if (result.text_.size() + length > kMostBytes) {
+                        throw StoreError(QStringLiteral("The query \"%1\" brings more than can be read.")
+                                             .arg(query.text()));
+                    }
                     result.text_.append(text, length);
                 }
             }
@@ -108,7 +128,7 @@ int Database::fieldCount(const QString& table) {
 bool Database::updatable(const QString& table) {
     const Recordset found = openRecordset(sqlWith(
         "SELECT name FROM sqlite_master WHERE type = 'table' AND name = '", table, "' COLLATE NOCASE"));
-    return found.recordCount() > 0 && sqlite3_db_readonly(connection_->database().getHandle(), "main") == 0;
+    return found.recordCount() > 0 && connection_->readOnlyReason().isEmpty();
 }
 
 void Database::appendField(const QString& table, const QString& name, int size) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/recordset.h"
+#include "platform/storeaccess.h"
 
 #include <QStringList>
 
@@ -22,11 +23,18 @@ public:
 
     /// Opens the store at `path`; one that was open is closed first. A missing file is an error and is never
     /// created.
-    void open(const QString& path);
+    void open(const QString& path, StoreAccess access = StoreAccess::Change);
     /// Recordsets read from it stay readable. An unfinished change is rolled back.
     void close();
     bool isOpen() const;
     QString path() const; ///< empty while closed
+    /// Why the open store can only be read, for the user; empty when it can be changed. Every change is then
+    /// a StoreError that says so.
+    QString readOnlyReason() const;
+    /// From now on the open store is only read; an empty reason takes that back.
+    void setReadOnly(const QString& reason);
+    /// Whether no other program holds the open store back from being changed. Does not wait.
+    bool canChangeNow();
 
     /// The rows of a query, the first one current.
     Recordset openRecordset(const Query& query);

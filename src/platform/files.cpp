@@ -19,6 +19,7 @@ namespace {
 
 constexpr size_t kBlock = 65536;
 constexpr mode_t kNewFileMode = 0666; // less the user's umask
+constexpr mode_t kOwnersMode = 0600;
 
 class Descriptor {
 public:
@@ -66,13 +67,26 @@ int writeAll(int file, const char* bytes, size_t count) {
     return 0;
 }
 
-/// Makes a file at `path` out of what `fill(descriptor)` writes; fill returns 0 or an error's number.
+/// Gives an open file rights and owner. A change of owner is the system's to refuse; the group in place of
+/// one that it refuses gets no more than everybody.
+int giveRights(int file, const struct stat& like) {
+    const bool owned = ::fchown(file, like.st_uid, like.st_gid) == 0 ||
+                       ::fchown(file, static_cast<uid_t>(-1), like.st_gid) == 0;
+    const mode_t everybodys = (like.st_mode & S_IRWXO) << 3;
+    const mode_t kept = owned ? S_IRWXU | S_IRWXG | S_IRWXO : S_IRWXU | everybodys | S_IRWXO;
+    return ::fchmod(file, like.st_mode & kept) == 0 ? 0 : errno;
+}
+
+/// Makes a file at `path` out of what `fill(descriptor)` writes; fill returns 0 or an error's number. `mode`:
+/// rights of the new file, less the user's umask.
 template <typename Fill>
-FileResult replaceFile(const QString& path, FolderSync sync, Fill fill, const DraftCheck& check = {}) {
-    const QString folder = QFileInfo(path).absolutePath();
+FileResult replaceFile(const QString& path, FolderSync sync, Fill fill, const DraftCheck& check = {},
+                       mode_t mode = kNewFileMode) {
+    const QString place = followLinks(path);
+    const QString folder = QFileInfo(place).absolutePath();
     const QByteArray part = QFile::encodeName(folder + QStringLiteral("/.benthor.part"));
     ::unlink(part.constData());
-    Descriptor file(::open(part.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
+    Descriptor file(::open(part.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (!file.isOpen()) {
         return failure("Cannot write", path, errno);
     }
@@ -90,7 +104,7 @@ FileResult replaceFile(const QString& path, FolderSync sync, Fill fill, const Dr
     }
     if (number == 0) {
         number = attempt("rename",
-                         [&] { return ::rename(part.constData(), QFile::encodeName(path).constData()); });
+                         [&] { return ::rename(part.constData(), QFile::encodeName(place).constData()); });
     }
     if (number != 0) {
         ::unlink(part.constData());
@@ -122,16 +136,20 @@ ssize_t readBlock(int file, char* block, size_t size) {
     return static_cast<ssize_t>(filled);
 }
 
-} // namespace
-
-FileResult copyFile(const QString& from, const QString& to, FolderSync sync, const DraftCheck& check,
-                    const BetweenBlocks& between) {
+/// `like`: the file whose rights the copy has from its first byte on; null for those of any new file.
+FileResult copyWith(const QString* like, const QString& from, const QString& to, FolderSync sync,
+                    const DraftCheck& check, const BetweenBlocks& between = {}) {
     const Descriptor source = openForReading(from);
     if (!source.isOpen()) {
         return failure("Cannot read", from, errno);
     }
+    struct stat rights {};
+    const bool given = like != nullptr && ::stat(QFile::encodeName(*like).constData(), &rights) == 0;
     int readError = 0;
     const auto copyAll = [&](int target) {
+        if (const int number = given ? giveRights(target, rights) : 0) {
+            return number;
+        }
         std::array<char, kBlock> block{};
         for (;;) {
             const ssize_t count = readBlock(source.number(), block.data(), block.size());
@@ -149,8 +167,40 @@ FileResult copyFile(const QString& from, const QString& to, FolderSync sync, con
             }
         }
     };
-    const FileResult result = replaceFile(to, sync, copyAll, check);
+    const FileResult result =
+        replaceFile(to, sync, copyAll, check, like != nullptr ? kOwnersMode : kNewFileMode);
     return readError == 0 ? result : failure("Cannot read", from, readError);
+}
+
+} // namespace
+
+QString followLinks(const QString& path) {
+    constexpr int kMostLinks = 40; // as the system's own limit
+    QString place = QFileInfo(path).absoluteFilePath();
+    for (int i = 0; i < kMostLinks && QFileInfo(place).isSymLink(); ++i) {
+        place = QFileInfo(place).symLinkTarget();
+    }
+    return place;
+}
+
+FileResult copyFile(const QString& from, const QString& to, FolderSync sync, const DraftCheck& check,
+                    const BetweenBlocks& between) {
+    return copyWith(nullptr, from, to, sync, check, between);
+}
+
+FileResult copyFileLike(const QString& like, const QString& from, const QString& to, FolderSync sync,
+                        const DraftCheck& check) {
+    return copyWith(&like, from, to, sync, check);
+}
+
+FileResult takeRights(const QString& path, const QString& like) {
+    struct stat rights {};
+    const Descriptor file = openForReading(path);
+    if (!file.isOpen() || ::stat(QFile::encodeName(like).constData(), &rights) != 0) {
+        return failure("Cannot read", path, errno);
+    }
+    const int number = giveRights(file.number(), rights);
+    return number == 0 ? FileResult{} : failure("Cannot write", path, number);
 }
 
 FileResult writeFileWhole(const QString& path, QByteArrayView bytes) {
@@ -166,6 +216,10 @@ FileResult moveFile(const QString& from, const QString& to) {
     }
     if (const int number = attempt("sync", [&] { return ::fsync(file.number()); })) {
         return failure("Cannot write", from, number);
+    }
+    if (QFileInfo(to).isSymLink()) {
+        const FileResult copied = copyFileLike(from, from, to);
+        return copied ? removeFile(from) : copied;
     }
     if (const int number = attempt("rename", [&] {
             return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());

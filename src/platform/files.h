@@ -12,7 +12,8 @@ namespace benthor::platform {
 // Files as a whole. What these functions say is on the disk is on the disk, and a file that replaces another
 // does so at one stroke: whoever looks, even behind a crash, finds the old file or the whole new one. Files
 // are written in a hidden file beside their place (".benthor.part"), which a later writing in the same folder
-// takes over if a crash left it.
+// takes over if a crash left it. A name that is a link stays one: what it leads to is replaced. New files
+// have the rights that the user's umask leaves, unless a function says otherwise.
 
 /// How a step with a file ended. A failure's text names the file and the system's reason, for a person to
 /// read.
@@ -40,11 +41,22 @@ using BetweenBlocks = std::function<bool()>;
 FileResult copyFile(const QString& from, const QString& to, FolderSync sync = FolderSync::Now,
                     const DraftCheck& check = {}, const BetweenBlocks& between = {});
 
+/// As copyFile(), with the rights of the file `like`, and where the system allows it its owner and group,
+/// from the first byte on. Where `like` is not there, the owner alone may read and write it.
+FileResult copyFileLike(const QString& like, const QString& from, const QString& to,
+                        FolderSync sync = FolderSync::Now, const DraftCheck& check = {});
+
+/// Gives a file the rights, and where the system allows it the owner and group, of `like`.
+FileResult takeRights(const QString& path, const QString& like);
+
 /// Makes `bytes` the contents of `path`.
 FileResult writeFileWhole(const QString& path, QByteArrayView bytes);
 
+/// `path` with all links followed, the last one too where what it names is missing.
+QString followLinks(const QString& path);
+
 /// Gives a file another name in its own folder, in the place of what stood there. The file's contents are put
-/// on the disk first.
+/// on the disk first. Where `to` is a link, its contents go to where that leads.
 FileResult moveFile(const QString& from, const QString& to);
 
 /// Puts the names in `folder` on the disk.

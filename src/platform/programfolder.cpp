@@ -17,11 +17,16 @@ ProgramFolder& currentFolder() {
     return folder;
 }
 
-FileResult notMade(const QString& folder) {
-    return {QStringLiteral("Cannot make the folder %1.").arg(folder), EIO};
+QString storename() {
+    return QStringLiteral("rb.mdb");
 }
 
-/// Copies a folder with all that is in it.
+FileResult notMade(const QString& folder, const QString& reason = {}) {
+    const QString text = QStringLiteral("Cannot make the folder %1.").arg(folder);
+    return {reason.isEmpty() ? text : text + QLatin1Char(' ') + reason, EIO};
+}
+
+/// Copies a folder with all that is in it. A store is its owner's alone.
 FileResult copyTree(const QString& from, const QString& to) {
     if (!QDir().mkpath(to)) {
         return notMade(to);
@@ -31,15 +36,41 @@ FileResult copyTree(const QString& from, const QString& to) {
     while (entries.hasNext()) {
         const QString entry = entries.next();
         const QString target = to + entry.mid(from.size());
+        FileResult copied;
         if (entries.fileInfo().isDir()) {
-            if (!QDir().mkpath(target)) {
-                return notMade(target);
-            }
-        } else if (FileResult copied = copyFile(entry, target); !copied) {
+            copied = QDir().mkpath(target) ? FileResult{} : notMade(target);
+        } else if (entry.endsWith(QLatin1String(".mdb"))) {
+            copied = copyFileLike(QString(), entry, target);
+        } else {
+            copied = copyFile(entry, target);
+        }
+        if (!copied) {
             return copied;
         }
     }
     return {};
+}
+
+/// Fills the data folder beside its place first: one that is there is whole.
+FileResult makeDataFolder(const FolderPlaces& places) {
+    const QString part = places.data + QStringLiteral(".part");
+    QDir(part).removeRecursively();
+    FileResult made;
+    if (!QFileInfo(places.installed + QLatin1Char('/') + storename()).isFile()) {
+        made = notMade(places.data,
+                       QStringLiteral("What it is made from is missing: %1.").arg(places.installed));
+    } else {
+        made = copyTree(places.installed, part);
+    }
+    if (made && !(QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) &&
+                  QDir().rename(part, places.data))) {
+        made = notMade(places.data);
+    }
+    if (!made) {
+        QDir(part).removeRecursively();
+        return made;
+    }
+    return syncFolder(QFileInfo(places.data).absolutePath());
 }
 
 } // namespace
@@ -80,17 +111,15 @@ FolderPlaces folderPlaces() {
 
 ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error) {
     error = {};
-    if (QFileInfo(places.executable).isWritable()) {
-        return ProgramFolder(places.executable);
+    const ProgramFolder beside(places.executable);
+    // A store beside the program is the diver's even where nothing can be written: it is shown, not passed
+    // over.
+    if (beside.listFiles(QString(), storename()).contains(storename()) ||
+        QFileInfo(places.executable).isWritable()) {
+        return beside;
     }
     if (!QFileInfo(places.data).isDir()) {
-        // Filled beside its place first: a data folder that is there is whole.
-        const QString part = places.data + QStringLiteral(".part");
-        QDir(part).removeRecursively();
-        error = copyTree(places.installed, part);
-        if (error.ok() && !QDir().rename(part, places.data)) {
-            error = notMade(places.data);
-        }
+        error = makeDataFolder(places);
     }
     return ProgramFolder(places.data);
 }

@@ -46,9 +46,9 @@ struct FolderPlaces {
 /// The places of this process.
 FolderPlaces folderPlaces();
 
-/// The program folder: the executable's own where it can be written; otherwise the data folder, which is made
-/// and filled as a whole on its first use. `error` says why it could not be made; the folder is then returned
-/// all the same.
+/// The program folder: the executable's own where it holds a store or can be written; otherwise the data
+/// folder, which is made and filled as a whole, for its owner alone, on its first use. `error` says why it
+/// could not be made; the folder is then returned all the same, and nothing stands in its place.
 ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error);
 
 } // namespace benthor::platform

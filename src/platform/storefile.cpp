@@ -1,6 +1,7 @@
 #include "platform/storefile.h"
 
 #include "platform/connection.h"
+#include "platform/files.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -11,25 +12,68 @@ namespace benthor::platform {
 
 namespace {
 
-constexpr int kBusyTimeoutMs = 3000;
-
 StoreVerdict damaged(const QString& reason) {
     return {StoreVerdict::State::Damaged, reason};
 }
 
+/// A store may name a table of its own like one of the engine's lists: only the pragma itself tells the
+/// truth.
+bool isTable(SQLite::Database& database, const QString& name) {
+    SQLite::Statement tables(database, "PRAGMA main.table_list");
+    while (tables.executeStep()) {
+        if (name.compare(QString::fromStdString(tables.getColumn("name").getString()), Qt::CaseInsensitive) ==
+            0) {
+            return tables.getColumn("type").getString() == "table";
+        }
+    }
+    return false;
+}
+
+/// An empty file that only its owner can read; the engine fills it.
+void makePrivateFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner)) {
+        throw StoreError(QStringLiteral("%1: %2").arg(path, file.errorString()), SQLITE_CANTOPEN);
+    }
+}
+
 } // namespace
+
+void createDatabase(const QString& path, const char* schema, const Query& change) {
+    makePrivateFile(path);
+    try {
+        SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE);
+        protect(database);
+        database.exec("PRAGMA journal_mode = MEMORY"); // a draft that a crash leaves behind is never used
+        SQLite::Transaction transaction(database);
+        database.exec(schema);
+        SQLite::Statement statement(database, change.sql());
+        for (size_t i = 0; i < change.values().size(); ++i) {
+            statement.bind(static_cast<int>(i) + 1, change.values()[i]);
+        }
+        statement.exec();
+        transaction.commit();
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(QStringLiteral("The store %1 cannot be made").arg(path), error);
+    }
+}
 
 void compactDatabase(const QString& from, const QString& to) {
     Connection source;
     source.open(from);
+    makePrivateFile(to);
     try {
         passFault("compact");
+        source.startWork();
         SQLite::Statement pack(source.database(), "VACUUM INTO ?1");
         pack.bind(1, QFileInfo(to).absoluteFilePath().toStdString());
         pack.exec();
         passFault("compacted");
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The store %1 cannot be packed").arg(from), error);
+    }
+    if (const FileResult given = takeRights(to, from); !given) {
+        throw StoreError(given.error);
     }
 }
 
@@ -42,28 +86,31 @@ StoreVerdict examineDatabase(const QString& path, const QStringList& tables) {
     if (!file.isFile()) {
         return {StoreVerdict::State::Unknown, QStringLiteral("%1 is no file.").arg(path)};
     }
+    Connection connection;
+    const auto verdictOf = [](int code, const QString& reason) {
+        const bool read = code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
+        return read ? damaged(reason) : StoreVerdict{StoreVerdict::State::Unknown, reason};
+    };
     try {
         passFault("examine");
-        SQLite::Database database(file.absoluteFilePath().toStdString(), SQLite::OPEN_READONLY,
-                                  kBusyTimeoutMs);
+        connection.open(path, StoreAccess::Look);
+        SQLite::Database& database = connection.database();
+        connection.startWork();
         SQLite::Statement check(database, "PRAGMA integrity_check(1)");
         check.executeStep();
         if (const std::string answer = check.getColumn(0).getString(); answer != "ok") {
             return damaged(QString::fromStdString(answer));
         }
         for (const QString& table : tables) {
-            SQLite::Statement find(
-                database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?1 COLLATE NOCASE");
-            find.bind(1, table.toStdString());
-            if (!find.executeStep()) {
+            if (!isTable(database, table)) {
                 return damaged(QStringLiteral("It has no table \"%1\".").arg(table));
             }
         }
         return {StoreVerdict::State::Sound, {}};
     } catch (const SQLite::Exception& error) {
-        const QString reason = QString::fromUtf8(error.what());
-        const bool read = error.getErrorCode() == SQLITE_CORRUPT || error.getErrorCode() == SQLITE_NOTADB;
-        return read ? damaged(reason) : StoreVerdict{StoreVerdict::State::Unknown, reason};
+        return verdictOf(error.getErrorCode(), QString::fromUtf8(error.what()));
+    } catch (const StoreError& error) {
+        return verdictOf(error.code(), error.text());
     }
 }
 
@@ -72,8 +119,9 @@ QStringList journalSuffixes() {
 }
 
 void removeJournals(const QString& path) {
+    const QString place = followLinks(path); // the engine keeps them beside the file itself
     for (const QString& suffix : journalSuffixes()) {
-        QFile::remove(path + suffix);
+        QFile::remove(place + suffix);
     }
 }
 

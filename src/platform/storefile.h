@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/query.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -7,9 +9,13 @@ namespace benthor::platform {
 
 // A store as a file: packed, judged, and parted from what the engine keeps beside it.
 
+/// Makes a store at `path`, where no file may be, out of the texts in `schema`, then runs `change`. Its owner
+/// alone may read it. StoreError; the file may then be there in part.
+void createDatabase(const QString& path, const char* schema, const Query& change);
+
 /// Writes what the store at `from` holds, packed, into a new file `to`. A change that a crash left unfinished
-/// in `from` is rolled back first. `to` must not be there. The file is not yet on the disk: moveFile() puts
-/// it there. StoreError; `to` may then be there in part.
+/// in `from` is rolled back first. `to` must not be there, and has the rights of `from`. The file is not yet
+/// on the disk: moveFile() puts it there. StoreError; `to` may then be there in part.
 void compactDatabase(const QString& from, const QString& to);
 
 /// Opens the store, which rolls back a change that a crash left unfinished, and closes it. StoreError.
@@ -26,8 +32,8 @@ struct StoreVerdict {
     bool sound() const { return state == State::Sound; }
 };
 
-/// Reads the whole file, without changing a byte of it, and says whether its structure holds and each of
-/// `tables` is there.
+/// Reads the whole store, without changing a byte of it or of what stands beside it, and says whether its
+/// structure holds and each of `tables` is a table: no view, nor one whose rows are made by code.
 StoreVerdict examineDatabase(const QString& path, const QStringList& tables);
 
 /// Removes the journal and the like that belong to a store at `path` that stands there no more: they would

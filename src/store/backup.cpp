@@ -65,7 +65,8 @@ void rotate(const ProgramFolder& folder, bool hadNewest) {
         }
         const bool followed = number == 2 ? hadNewest : hasBackup(folder, number - 1);
         if (!followed) {
-            platform::copyFile(folder.path(backupname(number)), folder.path(backupname(number + 1)));
+            const QString backup = folder.path(backupname(number));
+            platform::copyFileLike(backup, backup, folder.path(backupname(number + 1)));
         } else if (!moveOn(folder, backupname(number), number + 1)) {
             return;
         }
@@ -113,6 +114,9 @@ void removePacked(const ProgramFolder& folder) {
 bool pack(const ProgramFolder& folder) {
     const QString store = folder.path(storename());
     const QString packed = folder.path(packedname());
+    if (!platform::whyReadOnly(store).isEmpty()) {
+        return false;
+    }
     removePacked(folder);
     const bool packedWell = skipErrors([&] { platform::compactDatabase(store, packed); });
     if (!packedWell || !examinestore(packed).sound()) {
@@ -125,11 +129,21 @@ bool pack(const ProgramFolder& folder) {
     return moved;
 }
 
+/// What the engine keeps beside the store goes with it. A link stays: a restored store goes where it leads.
 Maintenance setAside(const ProgramFolder& folder, const QString& reason) {
     const QString name = freename(folder, QStringLiteral("rb-damaged"));
-    if (!platform::moveFile(folder.path(storename()), folder.path(name))) {
+    const QString store = platform::followLinks(folder.path(storename()));
+    const QString kept = folder.path(name);
+    const bool here = store == folder.path(storename());
+    for (const QString& suffix : platform::journalSuffixes()) {
+        platform::copyFileLike(store, store + suffix, kept + suffix);
+    }
+    const bool moved = here ? platform::moveFile(store, kept).ok()
+                            : platform::copyFileLike(store, store, kept) && platform::removeFile(store);
+    if (!moved) {
         return {};
     }
+    platform::removeJournals(store);
     return {name, reason};
 }
 
@@ -145,12 +159,13 @@ void backUp(const ProgramFolder& folder) {
     const QString draft = folder.path(draftname());
     const QString moving = folder.path(movingname());
     const QString newest = folder.path(backupname(1));
-    if (!platform::copyFile(folder.path(storename()), draft, platform::FolderSync::Now, faultOf)) {
+    const QString store = folder.path(storename());
+    if (!platform::copyFileLike(store, store, draft, platform::FolderSync::Now, faultOf)) {
         QFile::remove(draft);
         return;
     }
     const bool hadNewest = hasBackup(folder, 1);
-    if ((hadNewest && !platform::copyFile(newest, moving)) || !takePlace(folder)) {
+    if ((hadNewest && !platform::copyFileLike(newest, newest, moving)) || !takePlace(folder)) {
         QFile::remove(draft);
         QFile::remove(moving);
         return;
@@ -190,7 +205,8 @@ Maintenance maintainstore(const ProgramFolder& folder) {
 
 FileResult restorebackup(const ProgramFolder& folder) {
     platform::removeJournals(folder.path(storename()));
-    return platform::copyFile(folder.path(backupname(1)), folder.path(storename()));
+    const QString backup = folder.path(backupname(1));
+    return platform::copyFileLike(backup, backup, folder.path(storename()));
 }
 
 Restore restorestore(const ProgramFolder& folder, const QString& chosen) {
@@ -223,12 +239,13 @@ Restore restorestore(const ProgramFolder& folder, const QString& chosen) {
             }
         }
         result.keptAs = freename(folder, QStringLiteral("rb-replaced"));
-        if (const FileResult kept = platform::copyFile(store, folder.path(result.keptAs)); !kept) {
+        if (const FileResult kept = platform::copyFileLike(store, store, folder.path(result.keptAs)); !kept) {
             return refused(kept.error);
         }
     }
     platform::removeJournals(store);
-    const FileResult copied = platform::copyFile(chosen, store, platform::FolderSync::Now, faultOf);
+    const FileResult copied =
+        platform::copyFileLike(store, chosen, store, platform::FolderSync::Now, faultOf);
     // What fails behind the change of place does not take it back.
     if (!copied && !platform::sameContents(chosen, store)) {
         return refused(copied.error);

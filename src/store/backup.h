@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/programfolder.h"
+#include "platform/storeaccess.h"
 #include "platform/storefile.h"
 
 #include <QString>
@@ -28,7 +29,8 @@ struct Maintenance {
 /// Packs the store, makes the packed store the newest backup and moves each older one on to the next number.
 /// A step that fails is passed over; where no new backup can be made, none moves. A store that is damaged is
 /// kept under a name of its own, and rb.mdb is then missing; one that cannot be judged (locked, a failing
-/// disk) stays as it is. Nothing is done without a store. The store must be closed.
+/// disk) stays as it is; one that may only be read is not packed. Nothing is done without a store. The store
+/// must be closed.
 Maintenance maintainstore(const platform::ProgramFolder& folder);
 
 /// Copies backup.mdb to rb.mdb, for a folder without a store.

@@ -1,12 +1,8 @@
 #include "store/schema.h"
 
-#include "platform/database.h"
 #include "platform/files.h"
 #include "platform/storefile.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -22,23 +18,6 @@ void requireOk(const platform::FileResult& result) {
     }
 }
 
-void layTables(const QString& path, const QString& getstarted) {
-    try {
-        SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-        database.exec("PRAGMA journal_mode = MEMORY"); // a draft that a crash leaves behind is never used
-        SQLite::Transaction transaction(database);
-        database.exec(schemaText());
-        SQLite::Statement guide(database, "UPDATE serialno SET getstarted = ?1");
-        guide.bind(1, getstarted.toStdString());
-        guide.exec();
-        transaction.commit();
-    } catch (const SQLite::Exception& error) {
-        throw StoreError(
-            QStringLiteral("The store %1 cannot be made: %2").arg(path, QString::fromUtf8(error.what())),
-            error.getErrorCode());
-    }
-}
-
 } // namespace
 
 void createStore(const QString& path, const QString& getstarted) {
@@ -48,10 +27,11 @@ void createStore(const QString& path, const QString& getstarted) {
     }
     const QString draft = QFileInfo(target).absolutePath() + QStringLiteral("/.benthor.newstore");
     QFile::remove(draft);
-    layTables(draft, getstarted);
+    platform::createDatabase(draft, schemaText(),
+                             platform::sqlWith("UPDATE serialno SET getstarted = '", getstarted, "'"));
     // A journal of an earlier store by this name would be played into the fresh one.
     platform::removeJournals(target);
-    const platform::FileResult copied = platform::copyFile(draft, target);
+    const platform::FileResult copied = platform::copyFileLike(draft, draft, target);
     QFile::remove(draft);
     requireOk(copied);
 }

@@ -464,9 +464,7 @@ void TestDatabase::aViewIsNotUpdatable() {
     database_->open(path_);
     QVERIFY(!database_->updatable(QStringLiteral("seen")));
     QCOMPARE(database_->fieldCount(QStringLiteral("seen")), 3);
-    Recordset rows = open("SELECT * FROM seen");
-    QCOMPARE(rows.fieldCount(), 3);
-    QVERIFY_EXCEPTION_THROWN(rows.edit(), StoreError);
+    QVERIFY_EXCEPTION_THROWN(open("SELECT * FROM seen"), StoreError); // it could be made of anything
 }
 
 void TestDatabase::aTableThatIsNotThereIsAnError() {

@@ -255,7 +255,7 @@ void TestFiles::aDataFolderInUseIsNotFilledAgain() {
 
 void TestFiles::aFillThatFailsLeavesNoDataFolder() {
     make("share/a");
-    make("share/b");
+    make("share/rb.mdb");
     int copies = 0;
     const FaultInjection fault(
         [&](std::string_view step) { return step == "sync" && ++copies == 2 ? ENOSPC : 0; });

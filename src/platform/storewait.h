@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace benthor::platform {
+
+// What a store does while it keeps the program waiting: another program holds it, or a statement works on and
+// on. Whoever waits asks goOnWaiting() every few hundredths of a second; a hook may show that, and give up.
+
+enum class StoreWait {
+    Locked,  ///< another program holds the store
+    Working, ///< a statement has not come to its end
+};
+
+/// Gets why the store waits and for how long it has so far. False gives up.
+using StoreWaitHook = std::function<bool(StoreWait why, std::chrono::milliseconds waited)>;
+
+/// The hook holds for as long as this lives. One at a time.
+class StoreWaiting {
+public:
+    explicit StoreWaiting(StoreWaitHook hook);
+    ~StoreWaiting();
+    StoreWaiting(const StoreWaiting&) = delete;
+    StoreWaiting& operator=(const StoreWaiting&) = delete;
+};
+
+/// What the hook says; true without one. False while the process is asked to end.
+bool goOnWaiting(StoreWait why, std::chrono::milliseconds waited);
+
+/// How long all waits for one locked store last together, from its last change that went through.
+inline constexpr std::chrono::milliseconds kLockPatience{5000};
+
+/// Waits a moment for the locked store `path`. False when its patience is used up or the user gave up, and
+/// from then on at once.
+bool waitForLock(const std::string& path);
+/// The store could be changed: the next that holds it is waited for anew.
+void lockCameFree(const std::string& path);
+
+/// The process is asked to end: no wait goes on. For the handler of a signal, too.
+void endAllWaits() noexcept;
+bool allWaitsEnd() noexcept;
+
+} // namespace benthor::platform
