@@ -24,6 +24,8 @@ private slots:
     void diveThatIsGoneIsRefused();
     void deleteWithoutABlueRowAsksToReselect();
     void deleteAsksAndNoKeepsEverything();
+    void theQuestionSaysHowManyAndWhichAndReturnIsNo();
+    void aBlockThatAKeyEndedIsNotDeleted();
     void yesDeletesTheRowsOfAllBlueDives();
     void deleteRemovesTheWaitingFileAndLeavesTheOthers();
     void deletePutsTheCounterRight();
@@ -187,6 +189,49 @@ void TestRbmainActions::deleteAsksAndNoKeepsEverything() {
     QVERIFY(world.isThere(u"new", QStringLiteral("Dive01.txt")));
     QCOMPARE(reload.size(), 0);
     QCOMPARE(world.blueRows(), QList<int>{1});
+}
+
+void TestRbmainActions::theQuestionSaysHowManyAndWhichAndReturnIsNo() {
+    ListWorld world;
+    ListWorld::addDive(diveNumber(1),
+                       {{QStringLiteral("Location"), QStringLiteral("<b>Wreck</b>\nof 1912")}});
+    ListWorld::addDive(diveNumber(2), {{QStringLiteral("Location"), QStringLiteral("(null)")}});
+    for (int number = 3; number <= 7; ++number) {
+        ListWorld::addDive(diveNumber(number));
+    }
+    world.show();
+    world.click(1);
+    world.trigger("mnuDelete");
+    world.key(Qt::Key_End, Qt::ShiftModifier);
+    world.trigger("mnuDelete");
+    QCOMPARE(world.dialogs.asked().size(), 2);
+    for (const auto& asked : world.dialogs.asked()) {
+        QCOMPARE(asked.text, QStringLiteral("Are you sure you want to deleted the selected record(s)?"));
+        QCOMPARE(asked.title, QStringLiteral("Comfirmation"));
+        QVERIFY(asked.noIsDefault);
+    }
+    QCOMPARE(world.dialogs.asked()[0].below, QStringLiteral("1 dive:\n<b>Wreck</b> of 1912"));
+    QCOMPARE(world.dialogs.asked()[1].below,
+             QStringLiteral("7 dives:\n<b>Wreck</b> of 1912\nD0000002\nDive03.txt\nDive04.txt\nDive05.txt\n"
+                            "and 2 more"));
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM main"), 7);
+}
+
+void TestRbmainActions::aBlockThatAKeyEndedIsNotDeleted() {
+    ListWorld world;
+    for (int number = 1; number <= 8; ++number) {
+        ListWorld::addDive(diveNumber(number));
+    }
+    world.show();
+    world.click(1);
+    world.key(Qt::Key_End, Qt::ShiftModifier);
+    world.key(Qt::Key_Home);
+    world.dialogs.answer(true);
+    world.list.get().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&world.list.get()));
+    world.key(Qt::Key_Delete);
+    QCOMPARE(world.dialogs.asked().size(), 1);
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM main"), 7);
 }
 
 void TestRbmainActions::yesDeletesTheRowsOfAllBlueDives() {

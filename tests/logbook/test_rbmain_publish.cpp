@@ -90,6 +90,7 @@ private slots:
     void aListThatIsClosedWithThePanelOpenComesBackAtItsOwnHeight();
     void theChosenDiveIsHandedToTheMailer_data();
     void theChosenDiveIsHandedToTheMailer();
+    void theBlueRowClickedLastIsSent();
     void theSupportAddressIsTakenWhenItIsChosen();
     void withoutASupportAddressTheScreenSaysSo();
     void aDiveWithoutItsFileIsNotSent();
@@ -188,6 +189,23 @@ void TestRbmainPublish::theChosenDiveIsHandedToTheMailer() {
              QStringList({"--attach", world.folder.path(u"old", u"Dive02.txt"), "--attach",
                           world.folder.path(u"jpg", u"25D5Dive02.jpg"), "mailto:anna@example.org"}));
     QCOMPARE(world.dialogs.asked().size(), 0);
+}
+
+void TestRbmainPublish::theBlueRowClickedLastIsSent() {
+    const StandInMailer mailer;
+    PublishWorld world;
+    world.show();
+    world.press("Picture5(0)");
+    world.click(1);
+    world.click(2, Qt::ControlModifier);
+    world.click(2, Qt::ControlModifier); // no longer blue, but the current row
+    QCOMPARE(world.grid().row(), 2);
+    world.trigger("mnuEmail");
+    QTRY_VERIFY(QFile::exists(mailer.told()));
+    const QString told = mailer.arguments().join(u'\n');
+    QVERIFY(told.contains(QStringLiteral("old/Dive01.txt")));
+    QVERIFY(told.contains(diveNumber(1)));
+    QVERIFY(!told.contains(diveNumber(2)));
 }
 
 void TestRbmainPublish::theSupportAddressIsTakenWhenItIsChosen() {

@@ -20,6 +20,13 @@ private slots:
     void arrowKeyBehindABlockChoosesOneRowAgain();
     void redOfAFaultyRowComesBackWithAFreshFill();
     void keysStopAtTheEnds();
+    void plainKeyLeavesExactlyOneBlueRow_data();
+    void plainKeyLeavesExactlyOneBlueRow();
+    void otherKeysLeaveTheBlueRows();
+    void stripShowsTheBlueRowClickedLast();
+    void stripGoesBackToTheBlueRowClickedBefore();
+    void stripShowsTheFirstBlueRowWhenNoneWasClicked();
+    void stripShowsTheCurrentRowWhenNoneIsBlue();
 };
 
 namespace {
@@ -186,6 +193,100 @@ void TestRbmainRows::keysStopAtTheEnds() {
     }
     QCOMPARE(world.grid().row(), 1);
     QVERIFY(!world.grid().backColour(0, 0).isValid());
+}
+
+void TestRbmainRows::plainKeyLeavesExactlyOneBlueRow_data() {
+    QTest::addColumn<int>("clicked");
+    QTest::addColumn<Qt::Key>("stretch");
+    QTest::addColumn<Qt::Key>("plain");
+    QTest::addColumn<int>("left");
+    QTest::newRow("Home on the first") << 1 << Qt::Key_End << Qt::Key_Home << 1;
+    QTest::newRow("Up on the first") << 1 << Qt::Key_End << Qt::Key_Up << 1;
+    QTest::newRow("Page Up on the first") << 1 << Qt::Key_End << Qt::Key_PageUp << 1;
+    QTest::newRow("End on the last") << 8 << Qt::Key_Home << Qt::Key_End << 8;
+    QTest::newRow("Down on the last") << 8 << Qt::Key_Home << Qt::Key_Down << 8;
+    QTest::newRow("Page Down on the last") << 8 << Qt::Key_Home << Qt::Key_PageDown << 8;
+    QTest::newRow("Left") << 3 << Qt::Key_Down << Qt::Key_Left << 3;
+    QTest::newRow("Right") << 3 << Qt::Key_Down << Qt::Key_Right << 3;
+    QTest::newRow("Down in the middle") << 3 << Qt::Key_Up << Qt::Key_Down << 4;
+}
+
+void TestRbmainRows::plainKeyLeavesExactlyOneBlueRow() {
+    QFETCH(int, clicked);
+    QFETCH(Qt::Key, stretch);
+    QFETCH(Qt::Key, plain);
+    QFETCH(int, left);
+    ListWorld world;
+    addDives(8);
+    world.show();
+    world.click(clicked);
+    world.key(stretch, Qt::ShiftModifier);
+    QVERIFY(world.blueRows().size() > 1);
+    world.key(plain);
+    QCOMPARE(world.blueRows(), QList<int>{left});
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(left));
+    // The same where no row was blue.
+    world.click(left, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), QList<int>());
+    world.key(Qt::Key_Left);
+    QCOMPARE(world.blueRows(), QList<int>{left});
+}
+
+void TestRbmainRows::otherKeysLeaveTheBlueRows() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.click(1);
+    world.click(3, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_A, Qt::Key_Escape}) {
+        world.key(key);
+        QCOMPARE(world.blueRows(), (QList<int>{1, 3}));
+    }
+}
+
+void TestRbmainRows::stripShowsTheBlueRowClickedLast() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(2);
+    world.click(4, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3, 4}));
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(4));
+}
+
+void TestRbmainRows::stripGoesBackToTheBlueRowClickedBefore() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(1);
+    world.click(2, Qt::ControlModifier);
+    world.click(4, Qt::ControlModifier);
+    world.click(4, Qt::ControlModifier); // no longer blue
+    QCOMPARE(world.blueRows(), (QList<int>{1, 2}));
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
+    QCOMPARE(world.labelText("txtlocation"), QStringLiteral("Dive02.txt"));
+}
+
+void TestRbmainRows::stripShowsTheFirstBlueRowWhenNoneWasClicked() {
+    ListWorld world;
+    addDives(5);
+    world.show();
+    world.click(5);
+    world.key(Qt::Key_Home);
+    world.key(Qt::Key_Down);
+    world.key(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3}));
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
+}
+
+void TestRbmainRows::stripShowsTheCurrentRowWhenNoneIsBlue() {
+    ListWorld world;
+    addDives(3);
+    world.show();
+    world.click(2);
+    world.click(2, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), QList<int>());
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
 }
 
 QTEST_MAIN(TestRbmainRows)

@@ -1,6 +1,7 @@
 #include "logbook/screens/rbmain.h"
 
 #include "divefiles/validators.h"
+#include "logbook/chosenrows.h"
 #include "logbook/divelist.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/picturebutton.h"
@@ -24,6 +25,7 @@ namespace {
 
 constexpr int kTimer3Milliseconds = 1000;
 constexpr int kSystemId = 18;
+constexpr int kNameColumn = 4;
 
 QString cannotOpen() {
     return QStringLiteral("System cannot open Dive Profile, Dive contains error !");
@@ -138,6 +140,18 @@ QStringList rbmain::chosenDives() const {
     return dives;
 }
 
+/// What goes, by name; a dive without one by its identifier.
+QString rbmain::chosenNames() const {
+    QStringList names;
+    for (int row = 1; row <= divecount_; ++row) {
+        if (isBlue(row)) {
+            const QString name = MSFlexGrid1_->text(row, kNameColumn);
+            names += name.trimmed().isEmpty() ? MSFlexGrid1_->text(row, 0) : name;
+        }
+    }
+    return deletedDivesText(names);
+}
+
 void rbmain::cmdelete_click() {
     const Routine routine(*this);
     const QStringList dives = chosenDives();
@@ -147,7 +161,7 @@ void rbmain::cmdelete_click() {
     }
     if (!platform::dialogs().confirm(
             this, QStringLiteral("Are you sure you want to deleted the selected record(s)?"),
-            QStringLiteral("Comfirmation")) ||
+            QStringLiteral("Comfirmation"), BoxKind::Question, true, chosenNames()) ||
         isUnloaded()) {
         return;
     }

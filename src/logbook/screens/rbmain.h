@@ -82,6 +82,7 @@ private:
     void MSFlexGrid1_MouseUp(int row, int rowSel, Qt::KeyboardModifiers modifiers);
     void MSFlexGrid1_RightClick(int row, const QPoint& globalPos);
     void MSFlexGrid1_KeyDown(QKeyEvent* event);
+    void MSFlexGrid1_MovedByKey();
     void MSFlexGrid1_HeaderClick(int col);
 
     // publishing
@@ -116,9 +117,11 @@ private:
     void addToChosen(int row);
     void moveCurrentTo(int row);
     int keyTarget(int key) const;
+    int rowMeant() const;
     void refreshStrip();
     platform::RowSign signOf(int row) const;
     QStringList chosenDives() const;
+    QString chosenNames() const;
 
     ListToolBar* bar_ = nullptr;
     platform::FlexGrid* MSFlexGrid1_;
@@ -140,7 +143,8 @@ private:
     QString storeFault_; ///< why the store cannot be read; empty when it can
     QString sortkey_;
     int divecount_ = 0;
-    int clickedRow_ = 0; ///< row under the last click
+    int clickedRow_ = 0;      ///< row under the last click
+    std::vector<int> clicks_; ///< rows clicked, the last one at the end
     std::vector<bool> faulty_;
     QStringList faultyDives_;
     bool filling_ = false;

@@ -126,6 +126,7 @@ bool rbmain::showDives() {
     faulty_.clear();
     faultyDives_.clear();
     clickedRow_ = 0;
+    clicks_.clear();
     divecount_ = 0;
     ListedDives list;
     try {

@@ -1,5 +1,6 @@
 // What stands where.
 
+#include "logbook/chosenrows.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/problemlabel.h"
@@ -210,10 +211,14 @@ void rbmain::connectControls() {
         }
     });
     connect(MSFlexGrid1_, &FlexGrid::rowSelectionChanged, this, &rbmain::MSFlexGrid1_SelChange);
-    connect(MSFlexGrid1_, &FlexGrid::cellClicked, this, [this](int row) { clickedRow_ = row; });
+    connect(MSFlexGrid1_, &FlexGrid::cellClicked, this, [this](int row) {
+        clickedRow_ = row;
+        noteClick(clicks_, row);
+    });
     connect(MSFlexGrid1_, &FlexGrid::mouseReleased, this, &rbmain::MSFlexGrid1_MouseUp);
     connect(MSFlexGrid1_, &FlexGrid::rightClicked, this, &rbmain::MSFlexGrid1_RightClick);
     connect(MSFlexGrid1_, &FlexGrid::keyPressed, this, &rbmain::MSFlexGrid1_KeyDown);
+    connect(MSFlexGrid1_, &FlexGrid::movedByKey, this, &rbmain::MSFlexGrid1_MovedByKey);
     connect(MSFlexGrid1_, &FlexGrid::headerClicked, this, &rbmain::MSFlexGrid1_HeaderClick);
     connect(MSFlexGrid1_, &FlexGrid::returnPressed, this, &rbmain::cmdgo_click);
     connect(MSFlexGrid1_, &FlexGrid::doubleClicked, this, [this](int row) {

@@ -53,10 +53,10 @@ void rbmain::foldPublish(bool open) {
 
 void rbmain::publishDive() {
     const Routine routine(*this);
-    const int row = MSFlexGrid1_->row();
-    if (row < 1) {
+    if (MSFlexGrid1_->row() < 1) {
         return;
     }
+    const int row = rowMeant();
     PublishedDive dive;
     dive.recipient = publish_->recipient();
     dive.note = publish_->note();

@@ -1,5 +1,6 @@
 // Choosing rows by mouse and keys. A chosen row is one that is blue: its colours are the only record of it.
 
+#include "logbook/chosenrows.h"
 #include "logbook/divelist.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
@@ -53,6 +54,7 @@ void rbmain::chooseOnly(int row) {
     unmarkAll();
     moveCurrentTo(row);
     markBlue(row);
+    clicks_ = {row};
     refreshStrip();
 }
 
@@ -68,12 +70,19 @@ void rbmain::chooseBlock(int from, int to) {
 void rbmain::addToChosen(int row) {
     moveCurrentTo(row);
     markBlue(row);
+    noteClick(clicks_, row); // Control and a key stand for a click
     refreshStrip();
+}
+
+/// The row that the strip and the mail mean.
+int rbmain::rowMeant() const {
+    return rowInHand(
+        clicks_, divecount_, [this](int row) { return isBlue(row); }, MSFlexGrid1_->row());
 }
 
 void rbmain::refreshStrip() {
     QStringList cells;
-    const int row = MSFlexGrid1_->row();
+    const int row = rowMeant();
     for (int col = 0; row > 0 && row <= divecount_ && col < MSFlexGrid1_->cols(); ++col) {
         cells += MSFlexGrid1_->text(row, col);
     }
@@ -104,6 +113,11 @@ void rbmain::MSFlexGrid1_SelChange() {
     chooseOnly(MSFlexGrid1_->row());
 }
 
+/// A plain key leaves one blue row, wherever it leads and where it leads nowhere.
+void rbmain::MSFlexGrid1_MovedByKey() {
+    chooseOnly(MSFlexGrid1_->row());
+}
+
 void rbmain::MSFlexGrid1_MouseUp(int row, int rowSel, Qt::KeyboardModifiers modifiers) {
     if (row < 1) {
         return;
@@ -124,6 +138,7 @@ void rbmain::MSFlexGrid1_RightClick(int row, const QPoint& globalPos) {
     if (row > 0) {
         clickedRow_ = row;
         if (isBlue(row)) {
+            noteClick(clicks_, row);
             moveCurrentTo(row);
             refreshStrip();
         } else {

@@ -131,6 +131,9 @@ signals:
     /// Before the grid looks at a key. A receiver that accepts the event has taken the key.
     void keyPressed(QKeyEvent* event);
     void returnPressed(int row);
+    /// A plain key for moving (an arrow, Home, End, a Page key, without Shift and Control) has done its work.
+    /// Told where there is no way left, too, when rowSelectionChanged is not.
+    void movedByKey();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -159,6 +162,7 @@ private:
     void forgetFit();
     void cellsChanged(int firstRow, int lastRow);
     void moveTo(int row, int col);
+    bool moveBy(int key, bool extend);
     void moveByKey(int row, bool extend);
     void moveColumnByKey(int step);
     void syncCurrent();

@@ -121,49 +121,55 @@ void FlexGrid::moveColumnByKey(int step) {
         scrollTo(cells_->index(row_ - 1, col));
 }
 
+/// False for a key that does not move the current cell.
+bool FlexGrid::moveBy(int key, bool extend) {
+    const int from = extend ? rowSel_ : row_;
+    switch (key) {
+    case Qt::Key_Up:
+        moveByKey(from - 1, extend);
+        return true;
+    case Qt::Key_Down:
+        moveByKey(from + 1, extend);
+        return true;
+    case Qt::Key_PageUp:
+        moveByKey(from - rowsPerPage(), extend);
+        return true;
+    case Qt::Key_PageDown:
+        moveByKey(from + rowsPerPage(), extend);
+        return true;
+    case Qt::Key_Home:
+        moveByKey(1, extend);
+        return true;
+    case Qt::Key_End:
+        moveByKey(rows() - 1, extend);
+        return true;
+    case Qt::Key_Left:
+        moveColumnByKey(-1);
+        return true;
+    case Qt::Key_Right:
+        moveColumnByKey(1);
+        return true;
+    default:
+        return false;
+    }
+}
+
 void FlexGrid::keyPressEvent(QKeyEvent* event) {
     const QPointer<FlexGrid> alive = this;
     event->ignore();
     emit keyPressed(event);
     if (!alive || event->isAccepted())
         return;
-    event->accept();
-    const bool extend = event->modifiers() & Qt::ShiftModifier;
-    const int from = extend ? rowSel_ : row_;
-    switch (event->key()) {
-    case Qt::Key_Up:
-        moveByKey(from - 1, extend);
-        break;
-    case Qt::Key_Down:
-        moveByKey(from + 1, extend);
-        break;
-    case Qt::Key_PageUp:
-        moveByKey(from - rowsPerPage(), extend);
-        break;
-    case Qt::Key_PageDown:
-        moveByKey(from + rowsPerPage(), extend);
-        break;
-    case Qt::Key_Home:
-        moveByKey(1, extend);
-        break;
-    case Qt::Key_End:
-        moveByKey(rows() - 1, extend);
-        break;
-    case Qt::Key_Left:
-        moveColumnByKey(-1);
-        break;
-    case Qt::Key_Right:
-        moveColumnByKey(1);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (row_ > 0)
-            emit returnPressed(row_);
-        else
-            event->ignore();
-        break;
-    default:
-        event->ignore();
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    if (moveBy(event->key(), modifiers & Qt::ShiftModifier)) {
+        event->accept();
+        if (alive && !(modifiers & (Qt::ShiftModifier | Qt::ControlModifier)))
+            emit movedByKey();
+        return;
+    }
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && row_ > 0) {
+        event->accept();
+        emit returnPressed(row_);
     }
 }
 

@@ -78,6 +78,7 @@ private slots:
     void homeAndEndGoToFirstAndLast();
     void keysInAnEmptyGridDoNothing();
     void returnActsOnTheRow();
+    void aPlainKeyIsToldWhereThereIsNoWayLeft();
     void aKeyThatIsTakenDoesNothingMore();
     void keysOfOthersPass();
     void aReceiverMayDeleteTheGrid();
@@ -296,6 +297,25 @@ void TestFlexGridInput::returnActsOnTheRow() {
     QTest::keyClick(&grid, Qt::Key_Return);
     QTest::keyClick(&grid, Qt::Key_Enter);
     QCOMPARE(grid.take(), QStringList({"return 6", "return 6"}));
+}
+
+void TestFlexGridInput::aPlainKeyIsToldWhereThereIsNoWayLeft() {
+    ToldGrid grid;
+    grid.setRow(1);
+    grid.setCol(0);
+    int moved = 0;
+    connect(&grid, &FlexGrid::movedByKey, [&moved] { ++moved; });
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Home, Qt::Key_PageUp, Qt::Key_Left}) {
+        QTest::keyClick(&grid, key);
+    }
+    QCOMPARE(moved, 4);
+    QCOMPARE(grid.row(), 1);
+    for (const Qt::KeyboardModifier modifier : {Qt::ShiftModifier, Qt::ControlModifier}) {
+        QTest::keyClick(&grid, Qt::Key_Down, modifier);
+    }
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QTest::keyClick(&grid, Qt::Key_A);
+    QCOMPARE(moved, 4);
 }
 
 void TestFlexGridInput::aKeyThatIsTakenDoesNothingMore() {
