@@ -1,6 +1,9 @@
 #include "guides/capture.h"
 
+#include "platform/files.h"
+
 #include <FreeImage.h>
+#include <QBuffer>
 #include <QFile>
 #include <QImage>
 
@@ -15,6 +18,11 @@ struct Unload {
 };
 using Image = std::unique_ptr<FIBITMAP, Unload>;
 
+struct CloseMemory {
+    void operator()(FIMEMORY* memory) const { FreeImage_CloseMemory(memory); }
+};
+using Memory = std::unique_ptr<FIMEMORY, CloseMemory>;
+
 /// What the library has reported since it was emptied. The library calls one function for the process.
 QString& reported() {
     static QString words;
@@ -23,6 +31,13 @@ QString& reported() {
 
 void report(FREE_IMAGE_FORMAT, const char* words) {
     reported() = QString::fromLocal8Bit(words);
+}
+
+QByteArray bitmapOf(const QImage& picture) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    picture.convertToFormat(QImage::Format_RGB888).save(&buffer, "BMP");
+    return buffer.data();
 }
 
 } // namespace
@@ -35,20 +50,32 @@ QString captureName(const QString& divefilename) {
 QString saveCapture(const QImage& picture, const QString& bitmapPath, const QString& jpegPath) {
     reported().clear();
     FreeImage_SetOutputMessage(report);
-    // A bitmap of an earlier capture must not pass for this one.
-    QFile::remove(bitmapPath);
-    if (!picture.isNull()) {
-        picture.convertToFormat(QImage::Format_RGB888).save(bitmapPath, "BMP");
+    if (picture.isNull()) {
+        // A bitmap of an earlier capture must not pass for this one.
+        QFile::remove(bitmapPath);
+    } else if (const platform::FileResult written = platform::writeFileWhole(bitmapPath, bitmapOf(picture));
+               !written) {
+        return written.error;
     }
     const Image screen(FreeImage_Load(FIF_BMP, QFile::encodeName(bitmapPath).constData(), 0));
     if (screen == nullptr) {
         return reported();
     }
     const Image scaled(FreeImage_Rescale(screen.get(), kCaptureWidth, kCaptureHeight, FILTER_BILINEAR));
-    if (scaled != nullptr) {
-        FreeImage_Save(FIF_JPEG, scaled.get(), QFile::encodeName(jpegPath).constData(), JPEG_QUALITYSUPERB);
+    if (scaled == nullptr) {
+        return reported();
     }
-    return reported();
+    // The library writes into memory: on a full disk it would have emptied the picture that is there first.
+    const Memory jpeg(FreeImage_OpenMemory());
+    BYTE* bytes = nullptr;
+    DWORD size = 0;
+    if (FreeImage_SaveToMemory(FIF_JPEG, scaled.get(), jpeg.get(), JPEG_QUALITYSUPERB) == FALSE ||
+        FreeImage_AcquireMemory(jpeg.get(), &bytes, &size) == FALSE) {
+        return reported();
+    }
+    const platform::FileResult written =
+        platform::writeFileWhole(jpegPath, QByteArrayView(bytes, static_cast<qsizetype>(size)));
+    return written ? reported() : written.error;
 }
 
 } // namespace benthor::guides

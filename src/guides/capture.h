@@ -14,8 +14,8 @@ constexpr int kCaptureHeight = 600;
 QString captureName(const QString& divefilename);
 
 /// Saves `picture` as the working bitmap, and that, scaled to 800 by 600, as a JPEG of the best quality. What
-/// the image library reports is returned; a failed step leaves the JPEG as it was. Without a picture there is
-/// no bitmap and no JPEG.
+/// the image library or the disk reports is returned. Each file is written whole or not at all: a failed step
+/// leaves it, and the JPEG behind it, as it was. Without a picture there is no bitmap and no JPEG.
 QString saveCapture(const QImage& picture, const QString& bitmapPath, const QString& jpegPath);
 
 } // namespace benthor::guides

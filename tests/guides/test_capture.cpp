@@ -2,6 +2,7 @@
 #include "guides/screens/scrsavform1.h"
 #include "platform/screen/emptyscreen.h"
 #include "tests/support/scripteddialogs.h"
+#include "tests/support/smalldisk.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"
 
@@ -88,6 +89,54 @@ private slots:
         stage.folder.put("jpg/dive.jpg", "the one before");
         saveCapture(QImage(), stage.bitmap(), stage.jpeg());
         QCOMPARE(stage.folder.get("jpg/dive.jpg"), QByteArray("the one before"));
+    }
+
+    void aDiskThatIsFullForTheBitmapLeavesBothPictures() {
+        const Stage stage;
+        saveCapture(twoHalves(1366, 768), stage.bitmap(), stage.jpeg());
+        const QByteArray bitmap = stage.folder.get("screen.bmp");
+        const QByteArray jpeg = stage.folder.get("jpg/dive.jpg");
+        QImage green(1366, 768, QImage::Format_RGB32);
+        green.fill(Qt::green);
+        {
+            const SmallDisk full(100'000);
+            QVERIFY(!saveCapture(green, stage.bitmap(), stage.jpeg()).isEmpty());
+        }
+        QVERIFY(stage.folder.get("screen.bmp") == bitmap);
+        QVERIFY(stage.folder.get("jpg/dive.jpg") == jpeg);
+        QCOMPARE(QDir(stage.folder.root()).entryList({"*.part"}, QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void aDiskThatIsFullForTheJpegLeavesThePictureThatIsThere() {
+        const Stage stage;
+        saveCapture(twoHalves(120, 90), stage.bitmap(), stage.jpeg());
+        const QByteArray jpeg = stage.folder.get("jpg/dive.jpg");
+        QImage noise(90, 70, QImage::Format_RGB32);
+        for (int at = 0; at < 90 * 70; ++at) {
+            noise.setPixel(at % 90, at / 90, static_cast<uint>(at) * 2654435761U);
+        }
+        {
+            const SmallDisk full(30'000); // the bitmap has 19,000 bytes
+            QVERIFY(!saveCapture(noise, stage.bitmap(), stage.jpeg()).isEmpty());
+        }
+        QCOMPARE(QImage(stage.bitmap()).size(), QSize(90, 70));
+        QVERIFY(stage.folder.get("jpg/dive.jpg") == jpeg);
+    }
+
+    void theScreenTellsAFullDisk() {
+        const Stage stage;
+        platform::EmptyScreen dive(QStringLiteral("rbinterface"), QStringLiteral("A dive"));
+        dive.showScreen();
+        ScrSavForm1 helper;
+        helper.setDiveScreen(&dive, QStringLiteral("Wreck1.txt"));
+        {
+            const SmallDisk full(2'000);
+            helper.cmdCapture_click();
+        }
+        QCOMPARE(stage.dialogs.messages().size(), 1);
+        QVERIFY(stage.dialogs.messages().first().startsWith("[FreeImage] Error: "));
+        QVERIFY(stage.dialogs.messages().first().contains("screen.bmp"));
+        QVERIFY(!stage.folder.has("jpg/Wreck1.jpg"));
     }
 
     void theScreenCapturesTheDiveScreenAndStaysOutOfIt() {

@@ -6,6 +6,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "store/units.h"
+#include "tests/support/smalldisk.h"
 
 #include <QImage>
 #include <QPushButton>
@@ -185,6 +186,23 @@ private slots:
         QVERIFY(QSvgRenderer(svg).isValid());
         QCOMPARE(stage.pages("chart.pdf"), 1);
         QCOMPARE(chart.grab().toImage(), before); // the screen is as it was
+    }
+
+    void aChartThatTheDiskDoesNotTakeLeavesThePictureThatIsThere() {
+        Stage stage;
+        for (const char* name : {"chart.png", "chart.svg", "chart.pdf"}) {
+            QFile before(stage.file(name));
+            QVERIFY(before.open(QIODevice::WriteOnly) && before.write("the one before") > 0);
+            before.close();
+            stage.bench.boxes.answerFile(stage.file(name));
+            {
+                const tests::SmallDisk full(1'000);
+                stage.trigger("mnusavechart");
+            }
+            QCOMPARE(stage.read(name), QByteArray("the one before"));
+            QVERIFY(stage.bench.boxes.messages().last().startsWith("The chart could not be saved as " +
+                                                                   stage.file(name) + "."));
+        }
     }
 
     void theScreenIsPrintedWithItsGrid() {

@@ -6,9 +6,12 @@
 #include "viewer/screens/gasstripview.h"
 #include "viewer/screens/legendstrip.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+
+#include <cerrno>
 
 namespace benthor::viewer {
 
@@ -100,26 +103,45 @@ bool paintChartPicture(QPaintDevice& device, const QSizeF& size, const ChartPict
     return painted;
 }
 
-bool saveChartPicture(const QString& path, const ChartPictureParts& parts) {
+namespace {
+
+bool paintSvg(QIODevice& to, const ChartPictureParts& parts) {
     const QSize size = chartPictureSize(parts);
-    if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(size);
-        svg.setViewBox(QRect({}, size));
-        svg.setTitle(parts.title);
-        return paintChartPicture(svg, size, parts);
-    }
-    if (path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
-        QPdfWriter pdf(path);
-        pdf.setTitle(parts.title);
-        pdf.setPageSize(QPageSize(size, QPageSize::Point));
-        pdf.setPageMargins({});
-        return paintChartPicture(pdf, QSizeF(pdf.width(), pdf.height()), parts);
-    }
-    QImage image(size * kImageScale, QImage::Format_RGB32);
+    QSvgGenerator svg;
+    svg.setOutputDevice(&to);
+    svg.setSize(size);
+    svg.setViewBox(QRect({}, size));
+    svg.setTitle(parts.title);
+    return paintChartPicture(svg, size, parts);
+}
+
+bool paintPdf(QIODevice& to, const ChartPictureParts& parts) {
+    QPdfWriter pdf(&to);
+    pdf.setTitle(parts.title);
+    pdf.setPageSize(QPageSize(chartPictureSize(parts), QPageSize::Point));
+    pdf.setPageMargins({});
+    return paintChartPicture(pdf, QSizeF(pdf.width(), pdf.height()), parts);
+}
+
+bool paintPng(QIODevice& to, const ChartPictureParts& parts) {
+    QImage image(chartPictureSize(parts) * kImageScale, QImage::Format_RGB32);
     image.fill(Qt::white);
-    return paintChartPicture(image, image.size(), parts) && image.save(path, "PNG");
+    return paintChartPicture(image, image.size(), parts) && image.save(&to, "PNG");
+}
+
+} // namespace
+
+platform::FileResult saveChartPicture(const QString& path, const ChartPictureParts& parts) {
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
+    const bool painted = path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive) ? paintSvg(picture, parts)
+                         : path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)
+                             ? paintPdf(picture, parts)
+                             : paintPng(picture, parts);
+    if (!painted) {
+        return {QStringLiteral("The chart cannot be painted."), EIO};
+    }
+    return platform::writeFileWhole(path, picture.data());
 }
 
 } // namespace benthor::viewer

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/files.h"
+
 #include <QSize>
 #include <QString>
 #include <array>
@@ -33,8 +35,7 @@ QSize chartPictureSize(const ChartPictureParts& parts);
 /// takes no painting.
 bool paintChartPicture(QPaintDevice& device, const QSizeF& size, const ChartPictureParts& parts);
 
-/// Writes the picture into a file: SVG or PDF by the ending of its name, otherwise PNG. False when it cannot
-/// be written.
-bool saveChartPicture(const QString& path, const ChartPictureParts& parts);
+/// Writes the picture into a file, whole or not at all: SVG or PDF by the ending of its name, otherwise PNG.
+platform::FileResult saveChartPicture(const QString& path, const ChartPictureParts& parts);
 
 } // namespace benthor::viewer

@@ -153,11 +153,12 @@ void rbinterface::saveChart() {
     if (path.isEmpty()) {
         return;
     }
-    if (saveChartPicture(path, chartPictureParts())) {
+    if (const platform::FileResult saved = saveChartPicture(path, chartPictureParts())) {
         dialogs().message(this, QStringLiteral("The chart was saved as %1.").arg(path),
                           platform::BoxKind::Information);
     } else {
-        dialogs().message(this, QStringLiteral("The chart could not be saved as %1.").arg(path),
+        dialogs().message(this,
+                          QStringLiteral("The chart could not be saved as %1.\n%2").arg(path, saved.error),
                           platform::BoxKind::Warning);
     }
 }
