@@ -37,13 +37,26 @@ AlarmTexts::tokensOf(int sample) const {
     return {first, last};
 }
 
+QByteArrayView AlarmTexts::bytesOf(const Token& token) const {
+    const QByteArrayView source =
+        token.field == 0 ? QByteArrayView(texts_).sliced(token.offset) : grown.text(token.field);
+    return source.first(token.length);
+}
+
 QString AlarmTexts::text(int sample) const {
     QString result;
     const auto [first, last] = tokensOf(sample);
     for (auto token = first; token != last; ++token) {
-        const QByteArrayView source =
-            token->field == 0 ? QByteArrayView(texts_).sliced(token->offset) : grown.text(token->field);
-        result += QString::fromLatin1(source.first(token->length)) + QStringLiteral("\r\n");
+        result += QString::fromLatin1(bytesOf(*token)) + QStringLiteral("\r\n");
+    }
+    return result;
+}
+
+QStringList AlarmTexts::words(int sample, qsizetype most) const {
+    QStringList result;
+    const auto [first, last] = tokensOf(sample);
+    for (auto token = first; token != last; ++token) {
+        result += QString::fromLatin1(bytesOf(*token).first(std::min(most, token->length)));
     }
     return result;
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <vector>
 
@@ -38,6 +39,8 @@ public:
 
     /// Every token of the sample, each followed by CR LF; empty when it has none.
     QString text(int sample) const;
+    /// The tokens of the sample, each cut behind `most` characters.
+    QStringList words(int sample, qsizetype most) const;
     /// Whether a token of the sample contains "PREDIVE".
     bool holdsPredive(int sample) const;
 
@@ -51,6 +54,7 @@ private:
         qsizetype length = 0;
         bool predive = false;
     };
+    QByteArrayView bytesOf(const Token& token) const;
     std::pair<std::vector<Token>::const_iterator, std::vector<Token>::const_iterator>
     tokensOf(int sample) const;
 

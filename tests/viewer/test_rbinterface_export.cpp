@@ -3,6 +3,7 @@
 #include "divescreen.h"
 #include "divetext.h"
 #include "platform/chart/chart.h"
+#include "platform/clock.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "store/units.h"
@@ -145,6 +146,7 @@ private slots:
     }
 
     void theWholeProfileIsMetricInAnyUnit() {
+        const platform::FixedClock clock(QDateTime({2026, 2, 3}, {4, 5, 6}));
         QByteArrayList texts;
         for (const char* unit : {"metre", "Feet"}) {
             Stage stage(unit);
@@ -158,8 +160,36 @@ private slots:
         QCOMPARE(texts[0], texts[1]);
         QVERIFY(texts[0].startsWith("Time,Depth (m),Gas,PO2 (bar),Ceiling (m),"));
         QVERIFY(texts[0].contains("\r\n00:00:40,0.94,Air,1.30,6,20,90,"));
+        QVERIFY(texts[0].contains("FSH|^~<>{}|KDBN01|ZXU|20260203040506|\r\n"));
         QVERIFY(texts[0].contains("ZDT|1|1|28.12|20170927014203|20|\r\n"));
         QCOMPARE(texts[0].count("\r\n"), 1 + 30 + 5 + 30 + 2);
+    }
+
+    void aFileThatIsGoneOrAnotherOneIsToldAndNothingIsWritten_data() {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("gone") << QByteArray() << "dive.txt, is not in the folder dbtxt.";
+        QTest::newRow("shorter") << steadyDive(12) << "dive.txt, is no longer the one that is shown.";
+        QTest::newRow("deeper") << steadyDive(30).replace("1,300,", "1,301,")
+                                << "dive.txt, is no longer the one that is shown.";
+    }
+
+    void aFileThatIsGoneOrAnotherOneIsToldAndNothingIsWritten() {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, reason);
+        Stage stage("Feet");
+        QVERIFY(QFile::remove(stage.bench.divePath()));
+        if (!text.isEmpty()) {
+            QFile other(stage.bench.divePath());
+            QVERIFY(other.open(QIODevice::WriteOnly) && other.write(text) == text.size());
+        }
+        for (const char* entry : {"mnufullcsv", "mnufullzxu"}) {
+            stage.bench.boxes.answerFile(stage.file("full"));
+            stage.trigger(entry);
+            QCOMPARE(stage.read("full"), QByteArray("(missing)"));
+            QVERIFY(stage.bench.boxes.messages().last().contains(reason));
+            QVERIFY(!stage.bench.boxes.messages().last().contains("was saved"));
+        }
     }
 
     void aProfileThatCannotBeWrittenSaysWhy() {

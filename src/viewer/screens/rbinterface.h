@@ -119,7 +119,7 @@ private:
     void showHeader();
     void readgaslist();
     std::vector<GasRow> gasRowsOfDive();
-    void readMetric(DiveProfile& profile, GasArrays& gases);
+    QString readMetric(DiveProfile& profile);
     void Command_textfind();
     void showMissingFile();
     void showDive();

@@ -1,6 +1,7 @@
 // Files and paper: what leaves the dive screen.
 
 #include "platform/chart/chart.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/grid/gridprint.h"
@@ -106,24 +107,26 @@ void rbinterface::saveFullProfile(bool zxu) {
     if (lastsample_ < 1) {
         return;
     }
+    DiveProfile metric;
+    if (const QString reason = feet_ ? readMetric(metric) : QString(); !reason.isEmpty()) {
+        dialogs().message(this, QStringLiteral("The profile was not saved.\n") + reason,
+                          platform::BoxKind::Warning);
+        return;
+    }
     const QString ending = zxu ? QStringLiteral("zxu") : QStringLiteral("csv");
     const QString path = askSaveFile(QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending),
                                      header_.txtdiveid + u'.' + ending);
     if (path.isEmpty()) {
         return;
     }
-    DiveProfile metric;
-    GasArrays gases;
-    if (feet_) {
-        skipErrors([&] { readMetric(metric, gases); });
-    }
     const FullDive dive{feet_ ? metric : profile_,
-                        feet_ ? gases : gases_,
+                        gases_, // their shares are the same in any unit
                         lastsample_,
                         header_.txtdiveid,
                         interval(),
                         startdate_,
-                        finisheddate_};
+                        finisheddate_,
+                        platform::now()};
     const QByteArray text = zxu ? fullZxu(dive) : fullCsv(dive);
     const platform::FileResult written = platform::writeFileWhole(path, text);
     dialogs().message(

@@ -168,12 +168,24 @@ std::vector<GasRow> rbinterface::gasRowsOfDive() {
     return rowsOf(rows);
 }
 
-/// The dive once more in metres, for a screen that shows it in feet.
-void rbinterface::readMetric(DiveProfile& profile, GasArrays& gases) {
-    if (const std::optional<QByteArray> bytes = diveFile(header_.divefilename)) {
-        profile = decodeProfile(*bytes, false);
+/// The dive once more in metres, for a screen that shows it in feet. Returns why it cannot be read, or
+/// nothing: the file may be gone, or another one under its name.
+QString rbinterface::readMetric(DiveProfile& profile) {
+    const std::optional<QByteArray> bytes = diveFile(header_.divefilename);
+    if (!bytes) {
+        return QStringLiteral("The file of this dive, %1, is not in the folder dbtxt.")
+            .arg(header_.divefilename);
     }
-    viewer::readgaslist(gasRowsOfDive(), false, gases);
+    profile = decodeProfile(*bytes, false);
+    const auto shown = profile_.depthpos.values();
+    const auto read = profile.depthpos.values();
+    if (profile.lastsample - 1 != lastsample_ ||
+        !std::equal(shown.begin(), shown.end(), read.begin(), read.end())) {
+        return QStringLiteral("The file of this dive, %1, is no longer the one that is shown. Open the dive "
+                              "again.")
+            .arg(header_.divefilename);
+    }
+    return {};
 }
 
 void rbinterface::Command_textfind() {
