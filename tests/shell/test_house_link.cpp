@@ -29,7 +29,7 @@ struct LinkedProgram {
         link::LinkLines made;
         made.make = [this](QObject*, std::function<void()> received) {
             auto line = std::make_unique<FakeLine>();
-            line->portExists = [](int port) { return port == 3; };
+            line->portExists = [this](int port) { return present_ && port == 3; };
             const int index = made_++ % kLines; // the working line, then search lines 0 to 31
             if (index == 0) {
                 working = line.get();
@@ -49,6 +49,12 @@ struct LinkedProgram {
         working->waiting += bytes;
         arrived();
     }
+    /// The adapter of port 3 goes, and comes back.
+    void pull() {
+        present_ = false;
+        working->open = false;
+    }
+    void plugIn() { present_ = true; }
     /// A device on port 3 with one dive.
     void connectDevice() {
         QTest::mouseClick(control<QWidget>("main", "lbllo"), Qt::LeftButton);
@@ -66,6 +72,7 @@ struct LinkedProgram {
     FakeLine* third = nullptr;
     std::function<void()> arrived;
     int made_ = 0;
+    bool present_ = true;
     Program program;
 };
 
@@ -77,6 +84,9 @@ class TestHouseLink : public QObject {
 private slots:
     void theSearchRunsFromTheFirstTickBehindTheHiddenScreen();
     void theMainScreenShowsTheLinksState();
+    void aPulledCableShowsOnTheMainScreenUntilItIsBack();
+    void portsClosedForReprogrammingStayClosed();
+    void aPulledCableInARunLeavesDownloadingOnTheMainScreen();
     void aLoadersBeaconOpensTheFirmwareScreen();
     void aLoadersBeaconInAnImportLetsTheFileInHandEnd();
     void aHintForTheMainScreenStandsThere();
@@ -104,6 +114,66 @@ void TestHouseLink::theMainScreenShowsTheLinksState() {
     QCOMPARE(process().deviceconnected, 0); // the main screen's own tick counts it
     expire("main", "Timer1");
     QCOMPARE(process().deviceconnected, 1);
+}
+
+void TestHouseLink::aPulledCableShowsOnTheMainScreenUntilItIsBack() {
+    LinkedProgram linked;
+    linked.connectDevice();
+    expire("main", "Timer1");
+    QCOMPARE(process().deviceconnected, 1);
+    linked.pull();
+    for (int tick = 0; tick < 64; ++tick) {
+        expire("PC_Link_1", "Timer1");
+    }
+    expire("main", "Timer1");
+    expire("main", "Timer2");
+    QCOMPARE(linked.status(), "Not Connected");
+    QCOMPARE(process().deviceconnected, 0);
+    QVERIFY(!control<QPushButton>("PC_Link_1", "cmddownloadall")->isEnabled());
+    QVERIFY(control<QLabel>("PC_Link_1", "Text14")->text().contains("The adapter of port 3 is gone."));
+    linked.plugIn();
+    expire("PC_Link_1", "Timer1");
+    QVERIFY(linked.working->open);
+    QVERIFY(!control<QLabel>("PC_Link_1", "Text14")->text().contains("is gone"));
+    linked.receive("PPP");
+    expire("PC_Link_1", "Timer1");
+    expire("PC_Link_1", "Timer1");
+    expire("main", "Timer2");
+    QCOMPARE(linked.status(), "Connected");
+    QVERIFY(control<QPushButton>("PC_Link_1", "cmddownloadall")->isEnabled());
+}
+
+void TestHouseLink::portsClosedForReprogrammingStayClosed() {
+    LinkedProgram linked;
+    linked.connectDevice();
+    control<QAction>("main", "mnuReprog")->trigger();
+    QVERIFY(!linked.working->open);
+    expire("PC_Link_1", "Timer1");
+    QVERIFY(!linked.working->open);
+}
+
+void TestHouseLink::aPulledCableInARunLeavesDownloadingOnTheMainScreen() {
+    LinkedProgram linked;
+    linked.connectDevice();
+    control<QPushButton>("PC_Link_1", "cmddownloadall")->click();
+    linked.receive("ver=V3.12");
+    expire("PC_Link_1", "Timer3");
+    linked.pull();
+    for (int tick = 0; tick < 64; ++tick) {
+        expire("PC_Link_1", "Timer1");
+        expire("PC_Link_1", "Timer3");
+    }
+    expire("main", "Timer2");
+    QCOMPARE(control<QLabel>("PC_Link_1", "AFLabel3")->text(), "Not Connected");
+    QCOMPARE(linked.status(), "Downloading");
+    QVERIFY(control<QLabel>("PC_Link_1", "linesilence")->text().contains("The adapter of port 3 is gone."));
+    linked.plugIn();
+    linked.program.dialogs.answer(false);
+    expire("PC_Link_1", "Timer1");
+    linked.receive("\r\nEnd");
+    expire("PC_Link_1", "Timer3");
+    QVERIFY(linked.program.folder.get(QStringLiteral("new/MyLatestDives1.txt")).contains("ver=V3.12\r\nEnd"));
+    QVERIFY(linked.program.dialogs.asked().first().below.endsWith("a hole: Dive1."));
 }
 
 void TestHouseLink::aLoadersBeaconOpensTheFirmwareScreen() {

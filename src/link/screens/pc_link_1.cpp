@@ -13,6 +13,7 @@
 #include "link/screens/pc_link_1_host.h"
 #include "link/screens/showing.h"
 #include "link/screens/waitcard.h"
+#include "link/supervision.h"
 #include "platform/look/widgets/commandbutton.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
@@ -134,12 +135,23 @@ void PC_Link_1::sync() {
     hud_->sync(link_.console);
     drawer_->sync(link_, raw_);
     if (link_.Text14Visible) {
+        const QString cut = cutWords();
+        const QString words = cut.isEmpty() ? nothingHeard() : cut;
         const QString hint = host_->portHint();
-        showText(hintBox_->label(), hint.isEmpty() ? nothingHeard() : nothingHeard() + u'\n' + hint);
+        showText(hintBox_->label(), hint.isEmpty() ? words : words + u'\n' + hint);
     }
     showVisible(hintBox_, link_.Text14Visible);
     wait_->setWords(run.TXTWait);
     wait_->setShown(run.TXTWaitVisible);
+}
+
+/// What the user can do about a pulled cable; empty while the port is open, or closed on purpose.
+QString PC_Link_1::cutWords() const {
+    return portcut(link_, *host_)
+               ? QStringLiteral("The adapter of port %1 is gone. Plug it in again; its port "
+                                "is opened by itself.")
+                     .arg(link_.ComNum)
+               : QString();
 }
 
 void PC_Link_1::syncTimers() {

@@ -87,6 +87,7 @@ private:
     // pc_link_1.cpp
     void sync() override;
     void syncTimers();
+    QString cutWords() const;
 
     // pc_link_1_layout.cpp
     void buildBody();

@@ -77,7 +77,7 @@ void PC_Link_1::Timer3_tick() {
     link::Timer3_tick(link_, *host_);
     if (!isUnloaded() && link_.download.TXTWaitVisible) {
         wait_->setShown(true);
-        wait_->step(link_.rxbuf.size());
+        wait_->step(link_.rxbuf.size(), cutWords());
     }
 }
 

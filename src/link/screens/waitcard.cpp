@@ -50,6 +50,7 @@ WaitCard::WaitCard(QWidget* area)
     warning_ = band->label();
     warning_->setObjectName(QStringLiteral("TXTWait(1)"));
     warning_->setEnabled(false);
+    silence_->setObjectName(QStringLiteral("linesilence"));
     silence_->setWordWrap(true);
 
     body()->setSpacing(look::spaceBase);
@@ -83,20 +84,22 @@ void WaitCard::setWords(const QString& text) {
     }
 }
 
-void WaitCard::step(qsizetype bytes) {
+void WaitCard::step(qsizetype bytes, const QString& cut) {
     if (bytes != received_) {
         received_ = bytes;
         sinceLastByte_.start();
         bytes_->setText(QString::number(bytes));
     }
     sweep_->advance();
-    tellSilence();
+    tellSilence(cut);
 }
 
-void WaitCard::tellSilence() {
+void WaitCard::tellSilence(const QString& cut) {
     const qint64 seconds = sinceLastByte_.elapsed() / 1000;
     QString when = QStringLiteral("The device is sending.");
-    if (seconds >= 2) {
+    if (!cut.isEmpty()) {
+        when = cut;
+    } else if (seconds >= 2) {
         when = received_ == 0 ? QStringLiteral("Nothing has come for %1 s.").arg(seconds)
                               : QStringLiteral("The last byte came %1 s ago.").arg(seconds);
     } else if (received_ == 0) {

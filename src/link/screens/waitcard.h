@@ -24,11 +24,12 @@ public:
     /// Shows or hides it; `TXTWait(1)` is enabled only while it is shown.
     void setShown(bool shown);
     void setWords(const QString& text);
-    /// One step of the work: the sweep moves on. `bytes`: received so far.
-    void step(qsizetype bytes);
+    /// One step of the work: the sweep moves on. `bytes`: received so far; `cut`: what is said of a line that
+    /// was cut, empty for a whole one.
+    void step(qsizetype bytes, const QString& cut = {});
 
 private:
-    void tellSilence();
+    void tellSilence(const QString& cut = {});
 
     QLabel* words_;
     look::NumberLabel* bytes_;
