@@ -50,6 +50,8 @@ void showfields(Console& console, const CommandFields& choice) {
     console.TextResponse.visible = other || answered;
     console.AFLabel4Visible = answered;
     console.Text5.visible = choice.file;
+    console.filecaption = console.filecaption || choice.file;
+    console.Option1_9Visible = console.advanced || other;
 }
 
 } // namespace

@@ -109,9 +109,8 @@ void mnuAdvancedOption_click(LinkState& link) {
     console.Text9Visible = console.advanced;
     console.TextResponse.visible = console.advanced;
     console.Command2.visible = console.advanced;
-    if (!console.advanced) {
-        console.Text5.visible = false;
-    }
+    console.Option1_9Visible = console.advanced;
+    console.filecaption = console.advanced; // the box itself says whether a body goes out, and stays
 }
 
 } // namespace benthor::link

@@ -82,6 +82,8 @@ struct Console {
     bool intervalread = true;      ///< false from a Get Interval click until its reply was read
     std::array<QString, 7> Text16; ///< 0 interval to send, 1 interval read, 2 to 6 HUD and alarm values
     bool advanced = false;         ///< expert fields are shown
+    bool Option1_9Visible = false; ///< choice "Other": with the expert fields, and where it was chosen
+    bool filecaption = true;       ///< caption of `Text5`: goes with the expert fields
     QString checkedEntry;          ///< checked entry of the command menu, by name
 };
 

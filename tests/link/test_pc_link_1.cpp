@@ -48,11 +48,15 @@ private slots:
     void spacePaintsTheCurrentRowBlue();
     void getSelectedShowsTheWaitFrame();
     void escapeLeavesTheWaitFrame();
+    void noKeyReachesWhatARunCovers_data();
+    void noKeyReachesWhatARunCovers();
+    void theKeyboardIsBackWhereItWasWhenTheRunIsOver();
     void theWaitFrameGoesWithTheDive();
     void whatARunDidNotStoreStandsBelowItsLastWords();
     void theRawTextGrowsByWhatCame();
     void detailsOffHidesTheRawTexts();
     void advancedOptionShowsTheExpertFields();
+    void advancedOptionSwitchedOffHidesTheFreeChoiceAndTheFilesCaption();
     void theHudFrameIsToggledByTheMenu();
     void aMenuEntryChecksItselfAlone();
     void anIntervalTypedLeavesAsItIs();
@@ -211,6 +215,86 @@ void TestPcLink1::escapeLeavesTheWaitFrame() {
     QVERIFY(stage.screen->isDownloading());
 }
 
+void TestPcLink1::noKeyReachesWhatARunCovers_data() {
+    QTest::addColumn<int>("ticks");
+    QTest::addColumn<QByteArray>("came");
+    QTest::newRow("before the first tick") << 0 << QByteArray();
+    QTest::newRow("under the veil") << 1 << QByteArray("ver=V3.12");
+    QTest::newRow("between two dives") << 1 << QByteArray("ver=V3.12\r\nEnd");
+}
+
+void TestPcLink1::noKeyReachesWhatARunCovers() {
+    QFETCH(int, ticks);
+    QFETCH(QByteArray, came);
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.connectDevice();
+    QVERIFY(QTest::qWaitForWindowActive(stage.screen));
+    stage.receive(directory());
+    stage.tick("Timer2");
+    stage.receive("PPPPPPPP");
+    stage.tick("Timer1");
+    auto* grid = stage.control<FlexGrid>("Mgrid");
+    stage.click("cmddownloadall");
+    for (int tick = 0; tick < ticks; ++tick) {
+        stage.receive(came);
+        stage.tick("Timer3");
+    }
+    QVERIFY(stage.ticking("Timer3"));
+    const int served = process().servedrow;
+    const auto& rows = stage.screen->state().Mgrid.rows;
+    const auto marks = [&rows] {
+        QByteArray all;
+        for (const auto& row : rows) {
+            all += QByteArray::number(static_cast<int>(row.mark));
+        }
+        return all;
+    };
+    const QByteArray before = marks();
+    QTest::keyClick(grid, Qt::Key_Down);
+    QTest::keyClick(grid, Qt::Key_Space);
+    QTest::keyClick(stage.control("cmddownloadnew"), Qt::Key_Space);
+    QTest::keyClicks(stage.control("DiveSeriesName"), QStringLiteral("x"));
+    const QWidget* frame = stage.control("Frame5");
+    const QWidget* area = frame->parentWidget();
+    for (const bool next : {true, false}) {
+        for (int step = 0; step < 60; ++step) {
+            QTest::keyClick(stage.screen->windowHandle(), Qt::Key_Tab,
+                            next ? Qt::NoModifier : Qt::ShiftModifier);
+            const QWidget* focus = QApplication::focusWidget();
+            QVERIFY2(focus == nullptr || !area->isAncestorOf(focus) || frame->isAncestorOf(focus),
+                     qPrintable(focus != nullptr ? focus->objectName() : QString()));
+            QTest::keyClick(stage.screen->windowHandle(), Qt::Key_Down);
+        }
+    }
+    QCOMPARE(marks(), before);
+    QCOMPARE(process().servedrow, served);
+    QCOMPARE(stage.screen->state().download.DiveSeriesName, "MyLatestDives");
+    QVERIFY(stage.ticking("Timer3"));
+}
+
+void TestPcLink1::theKeyboardIsBackWhereItWasWhenTheRunIsOver() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.connectDevice();
+    QVERIFY(QTest::qWaitForWindowActive(stage.screen));
+    stage.receive(directory());
+    stage.tick("Timer2");
+    auto* grid = stage.control<FlexGrid>("Mgrid");
+    grid->setFocus();
+    grid->setRow(1);
+    QTest::keyClick(grid, Qt::Key_Space);
+    stage.control<QAbstractButton>("cmddownload")->click();
+    stage.receive("ver=V3.12");
+    stage.tick("Timer3");
+    QVERIFY(QApplication::focusWidget() != grid);
+    stage.receive("End");
+    stage.tick("Timer3");
+    QCOMPARE(QApplication::focusWidget(), grid);
+    QVERIFY(grid->isEnabled());
+    QTest::keyClick(grid, Qt::Key_Down);
+    QTest::keyClick(grid, Qt::Key_Space);
+    QCOMPARE(grid->backColour(2, 1), QColor(0, 0, 255));
+}
+
 void TestPcLink1::theWaitFrameGoesWithTheDive() {
     LinkStage stage(QStringLiteral("Dive"));
     beginDownload(stage);
@@ -283,6 +367,25 @@ void TestPcLink1::advancedOptionShowsTheExpertFields() {
     for (const char* name : fields) {
         QVERIFY2(!stage.control(name)->isVisible(), name);
     }
+}
+
+void TestPcLink1::advancedOptionSwitchedOffHidesTheFreeChoiceAndTheFilesCaption() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.screen->showScreen();
+    auto* advanced = stage.control<QAction>("mnuAdvancedOption");
+    stage.control<QAction>("mnuOther")->trigger();
+    QVERIFY(stage.control("Option1(9)")->isVisible());
+    advanced->trigger();
+    QVERIFY(stage.control("filecaption")->isVisible());
+    advanced->trigger();
+    QVERIFY(!stage.control("Option1(9)")->isVisible());
+    QVERIFY(!stage.control("filecaption")->isVisible());
+    QVERIFY(stage.control("Text5")->isVisible());
+    QVERIFY(stage.screen->state().console.Text5.visible); // its body still goes out
+    stage.control<QAction>("mnuLogo")->trigger();
+    QVERIFY(stage.control("filecaption")->isVisible());
+    stage.control<QAction>("mnuOther")->trigger();
+    QVERIFY(stage.control("Option1(9)")->isVisible());
 }
 
 void TestPcLink1::theHudFrameIsToggledByTheMenu() {

@@ -95,7 +95,7 @@ CommandCard::CommandCard(QWidget* parent)
     , Label7_(named(look::makeCaption(QString()), "Label7"))
     , Shape1_(named(new QWidget, "Shape1"))
     , Command2_(named(new QPushButton, "Command2"))
-    , fileCaption_(look::makeCaption(QStringLiteral("File")))
+    , fileCaption_(named(look::makeCaption(QStringLiteral("File")), "filecaption"))
     , Text5_(named(new QLineEdit, "Text5"))
     , Command8_(named(new QPushButton(look::icon("picture"), QStringLiteral("Convert Logo")), "Command8"))
     , open_(new QPushButton(look::icon("open-folder"), QStringLiteral("Open")))
@@ -246,6 +246,7 @@ void CommandCard::syncValues(const Console& console) {
 void CommandCard::syncFile(const Console& console) {
     const bool file = console.Text5.visible;
     showText(Text5_, file && !console.Text5.text.isEmpty() ? console.Text5.text : console.filenameshown);
+    showVisible(fileCaption_, console.filecaption);
     showEnabled(Text5_, file);
     showEnabled(open_, file);
     showVisible(Command8_, console.option == kLogo);

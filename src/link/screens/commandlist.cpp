@@ -141,7 +141,7 @@ void CommandList::sync(const Console& console) {
     if (option != nullptr && !option->isChecked()) {
         option->setChecked(true);
     }
-    showVisible(options_->button(kOther), console.advanced || console.option == kOther);
+    showVisible(options_->button(kOther), console.Option1_9Visible);
 }
 
 void CommandList::setSaverPicture(const QImage& picture) {

@@ -123,9 +123,10 @@ void PC_Link_1::sync() {
     const Download& run = link_.download;
     syncTimers();
     syncMenus();
+    syncCover();
     head_->sync(link_);
-    head_->setDownloading(run.TXTWaitVisible);
-    showEnabled(menuBar(), !run.TXTWaitVisible);
+    head_->setDownloading(covered_);
+    showEnabled(menuBar(), !covered_);
     foot_->sync(link_);
     download_->sync(link_);
     directory_->sync(link_.Mgrid);
@@ -152,6 +153,31 @@ QString PC_Link_1::cutWords() const {
                                 "is opened by itself.")
                      .arg(link_.ComNum)
                : QString();
+}
+
+/// While dives come no key reaches what the wait frame covers, not in the moments either in which it is not
+/// up: behind the click and between two dives. The way out and the foot stay.
+void PC_Link_1::syncCover() {
+    const bool covers = link_.Timer3 || link_.download.TXTWaitVisible;
+    if (covers == covered_) {
+        return;
+    }
+    covered_ = covers;
+    const QWidget* area = wait_->parentWidget();
+    QWidget* now = focusWidget();
+    if (covers && now != nullptr && area->isAncestorOf(now)) {
+        beforeCover_ = now;
+        now->clearFocus(); // else it would go on to the way out
+    }
+    for (QWidget* part : area->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        part->setEnabled(part == wait_ || !covers);
+    }
+    if (!covers) {
+        if (beforeCover_ != nullptr && focusWidget() == nullptr) {
+            beforeCover_->setFocus(Qt::OtherFocusReason);
+        }
+        beforeCover_.clear();
+    }
 }
 
 void PC_Link_1::syncTimers() {

@@ -7,6 +7,7 @@
 #include "platform/screen/screen.h"
 
 #include <QHash>
+#include <QPointer>
 
 class QAction;
 class QKeyEvent;
@@ -87,6 +88,7 @@ private:
     // pc_link_1.cpp
     void sync() override;
     void syncTimers();
+    void syncCover();
     QString cutWords() const;
 
     // pc_link_1_layout.cpp
@@ -123,6 +125,8 @@ private:
     std::unique_ptr<Host> host_;
     std::function<bool()> tipsShowing_;
     bool raw_ = false; ///< the raw text boxes are wanted
+    bool covered_ = false;
+    QPointer<QWidget> beforeCover_; ///< had the keyboard when a run began
 
     LinkHead* head_ = nullptr;
     LinkFoot* foot_ = nullptr;
