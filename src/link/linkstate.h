@@ -79,7 +79,8 @@ struct Console {
     QByteArray replytag;
     int replywidth = 0;
     QString replysuffix;
-    bool intervalread = true;      ///< false from a Get Interval click until its reply was read
+    bool intervalread = true;      ///< false from a Get Interval click until the tick behind it has looked
+    bool intervalasked = false;    ///< Get Interval was clicked since the tick began
     std::array<QString, 7> Text16; ///< 0 interval to send, 1 interval read, 2 to 6 HUD and alarm values
     bool advanced = false;         ///< expert fields are shown
     bool Option1_9Visible = false; ///< choice "Other": with the expert fields, and where it was chosen

@@ -41,11 +41,16 @@ QString cleaned(QString text) {
 }
 
 /// The number behind a field's lead letter; nothing where it leads with another one or is no number.
-std::optional<double> behind(const QString& field, char letter) {
-    if (!field.startsWith(QLatin1Char(letter)) || !platform::isNumeric(field.mid(1))) {
+std::optional<double> behind(const QString& field, QChar letter) {
+    if (!field.startsWith(letter) || !platform::isNumeric(field.mid(1))) {
         return std::nullopt;
     }
     return platform::leadingNumber(field.mid(1));
+}
+
+/// The device's letters are plain ones.
+bool isLetter(const QString& text) {
+    return text.size() == 1 && text.at(0).unicode() < 0x80 && text.at(0).isLetter();
 }
 
 bool isFourDigits(const QString& field) {
@@ -67,14 +72,14 @@ Readings parsereadings(const QByteArray& text) {
     Readings readings;
     const auto put = [&readings](size_t label, const QString& value) { readings.texts[label] = value; };
     const auto has = [&fields](size_t field) { return field < fields.size(); };
-    const auto hundredth = [&](size_t field, char letter, size_t label) {
+    const auto hundredth = [&](size_t field, QChar letter, size_t label) {
         if (has(field)) {
             if (const auto value = behind(fields[field], letter)) {
                 put(label, formatNumber(*value / 100, u"0.00"));
             }
         }
     };
-    const auto pressure = [&](size_t field, char letter, size_t label) {
+    const auto pressure = [&](size_t field, QChar letter, size_t label) {
         if (has(field)) {
             if (const auto value = behind(fields[field], letter)) {
                 put(label, formatNumber(*value, u"0"));
@@ -105,27 +110,28 @@ Readings parsereadings(const QByteArray& text) {
             put(4, QStringLiteral("0"));
         }
     }
-    if (has(5) && !fields[5].isEmpty() && platform::isNumeric(fields[5].mid(1))) {
-        const double celsius = platform::leadingNumber(fields[5].mid(1));
-        put(5, formatNumber(celsius, u"0"));
-        put(6, formatNumber(celsius * 9 / 5 + 32, u"0.00"));
+    if (has(5) && isLetter(fields[5].left(1))) {
+        if (const auto celsius = behind(fields[5], fields[5].at(0))) {
+            put(5, formatNumber(*celsius, u"0"));
+            put(6, formatNumber(*celsius * 9 / 5 + 32, u"0.00"));
+        }
     }
     if (has(6)) {
-        if (const auto value = behind(fields[6], 'A')) {
+        if (const auto value = behind(fields[6], u'A')) {
             put(7, formatNumber(*value / 10, u"0.00"));
             put(8, formatNumber(*value / 10 * kFeetPerMetre, u"0.00"));
         }
     }
-    hundredth(7, 'B', 9);
-    hundredth(8, 'C', 10);
-    pressure(9, 'D', 11);
-    pressure(10, 'E', 13);
-    hundredth(11, 'F', 15);
-    hundredth(12, 'G', 16);
-    hundredth(13, 'H', 17);
-    hundredth(14, 'I', 18);
+    hundredth(7, u'B', 9);
+    hundredth(8, u'C', 10);
+    pressure(9, u'D', 11);
+    pressure(10, u'E', 13);
+    hundredth(11, u'F', 15);
+    hundredth(12, u'G', 16);
+    hundredth(13, u'H', 17);
+    hundredth(14, u'I', 18);
     if (has(15)) {
-        if (const auto value = behind(fields[15], 'J')) {
+        if (const auto value = behind(fields[15], u'J')) {
             put(19, formatNumber(*value, u"0"));
             put(20, formatNumber(*value * kFeetPerMetre, u"0"));
         }

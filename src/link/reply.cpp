@@ -2,6 +2,7 @@
 #include "platform/textformat.h"
 #include "shell/process.h"
 
+#include <algorithm>
 #include <array>
 
 namespace benthor::link {
@@ -26,11 +27,18 @@ QString part(const MarkedText& text, qsizetype from, qsizetype length) {
     return from >= text.size() ? QString() : QString::fromLatin1(text.bytes().mid(from, length));
 }
 
+/// Three digits and nothing else: "V3.10" is a version, not an interval.
+bool isThreeDigits(const QString& text) {
+    return text.size() == 3 && std::all_of(text.begin(), text.end(), [](QChar character) {
+               return character >= u'0' && character <= u'9';
+           });
+}
+
 void readdisplayvalues(LinkState& link) {
     for (const DisplayValue& value : displayvalues) {
         const qsizetype at = link.Text4.find(value.letter);
         const QString digits = at < 0 ? QString() : part(link.Text4, at + 1, kDisplayDigits);
-        if (!platform::isNumeric(digits)) {
+        if (!isThreeDigits(digits)) {
             continue;
         }
         const double number = platform::leadingNumber(digits);
@@ -61,8 +69,7 @@ void readinterval(LinkState& link) {
     }
     const qsizetype at = console.replytag.isEmpty() ? -1 : link.Text4.find(console.replytag);
     const QString digits = at < 0 ? QString() : part(link.Text4, at + kValueBehindTag, console.replywidth);
-    const bool read = platform::isNumeric(digits);
-    if (read) {
+    if (isThreeDigits(digits)) {
         const QString interval = QString::number(platform::toWhole(platform::leadingNumber(digits)));
         console.Text16[1] = interval;
         console.Text16[0] = interval;
@@ -70,8 +77,8 @@ void readinterval(LinkState& link) {
     if (console.Frame4Visible) {
         readdisplayvalues(link);
     }
-    // As long as no value has come the next tick looks again.
-    console.intervalread = read;
+    // One look behind each click, whatever it found: what comes later is no answer to it.
+    console.intervalread = true;
 }
 
 void refreshtexttosend(LinkState& link) {

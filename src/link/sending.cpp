@@ -145,7 +145,7 @@ void Label19_click(LinkState& link, LinkHost& host, int index) {
     Console& console = link.console;
     console.option = index;
     if (index == kChoiceIntervalSend) {
-        if (host.MSComm1().PortOpen()) {
+        if (host.MSComm1().PortOpen() && !console.Text16[0].isEmpty()) {
             host.MSComm1().Output(("S" + console.Text16[0] + "F\r\n").toLatin1());
         }
         return;
@@ -170,6 +170,7 @@ void Label19_click(LinkState& link, LinkHost& host, int index) {
             Command2_click(link, host);
         }
         console.intervalread = false;
+        console.intervalasked = true;
     }
 }
 

@@ -172,6 +172,7 @@ void MSComm1_received(LinkState& link, LinkHost& host) {
 
 void Timer1_tick(LinkState& link, LinkHost& host) {
     reopencut(link, host);
+    link.console.intervalasked = false;
     const bool open = host.MSComm1().PortOpen();
     if (link.capturemode && open) {
         capturestep(link, host);
@@ -194,7 +195,9 @@ void Timer1_tick(LinkState& link, LinkHost& host) {
     link.stallticks = link.rxcount == link.rxcountlast ? link.stallticks + 1 : 0;
     link.rxcountlast = link.rxcount;
     replyecho(link);
-    readinterval(link);
+    if (!link.console.intervalasked) {
+        readinterval(link); // to what this tick has asked no answer can have come
+    }
     if (link.Mgrid.rowCount() < 2) {
         link.downloadbuttons = false;
     }

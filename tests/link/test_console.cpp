@@ -195,6 +195,19 @@ private slots:
         QCOMPARE(stage.host.line.writes.empty(), !taken);
     }
 
+    void withoutAnIntervalTheShortPathSendsNothing() {
+        ConsoleStage stage;
+        Picture14_click(stage.link, stage.host, 2);
+        Label19_click(stage.link, stage.host, 2);
+        QCOMPARE(stage.host.line.sent, QByteArray());
+        QCOMPARE(stage.link.console.option, 2);
+        for (const char* text : {" ", "ab", "999", "-"}) {
+            stage.host.line.sent.clear();
+            stage.link.console.Text16[0] = QLatin1String(text);
+            Label19_click(stage.link, stage.host, 2);
+            QCOMPARE(stage.host.line.sent, QByteArray("S") + text + "F\r\n");
+        }
+    }
     void anIntervalThatIsNoNumberIsToldAndSentAllTheSame() {
         ConsoleStage stage;
         stage.choose(2);

@@ -549,7 +549,7 @@ private slots:
         QCOMPARE(stage.link.console.Text16[1], "10");
     }
 
-    void halfAReplyIsNoReply() {
+    void halfAReplyIsNoReplyAndItsRestIsOnlyShown() {
         Stage stage(Kd(simulator::deviceDives(), "V3.12"));
         stage.connect();
         Faults faults;
@@ -565,7 +565,48 @@ private slots:
         QCOMPARE(stage.link.console.Text16[1], "0.1");
         QTRY_VERIFY(stage.link.rxbuf.holds("r00010"));
         Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.Text16[1], "0.1");
+        QCOMPARE(stage.link.console.TextResponse.text, "10 secs");
+        stage.fault(Faults());
+        Label19_click(stage.link, stage.host, kChoiceIntervalGet);
+        QTRY_VERIFY(stage.link.rxbuf.holds("r00010"));
+        Timer1_tick(stage.link, stage.host);
         QCOMPARE(stage.link.console.Text16[1], "10");
+    }
+
+    /// The tick that asks has nothing to look at yet.
+    void anIntervalThatTheTickAskedForIsReadAtTheNextOne() {
+        Stage stage(Kd(simulator::deviceDives(), "V3.12"));
+        stage.connect();
+        process().deviceconnected = 1;
+        stage.link.console.Text16[1].clear();
+        QTRY_VERIFY(stage.link.rxbuf.holds("PPP"));
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.Text16[1], "0.1");
+        QTRY_VERIFY(stage.link.rxbuf.holds("r00010"));
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.Text16[1], "10");
+        QCOMPARE(stage.link.console.Text16[0], "10");
+    }
+
+    void aDirectoryBehindAnUnansweredGetIntervalIsNoInterval() {
+        Stage stage(Kd(simulator::deviceDives(), "V3.10"));
+        Faults silent;
+        silent.silent = true;
+        stage.fault(silent);
+        stage.device.start();
+        setcomnum(stage.link, stage.host, QString::number(kPort));
+        stage.link.console.Text16[1].clear();
+        stage.link.AFLabel3.text = QStringLiteral("Command Sent..");
+        Label19_click(stage.link, stage.host, kChoiceIntervalGet);
+        QTRY_VERIFY(stage.device.received().endsWith('R'));
+        stage.fault(Faults());
+        stage.host.working.Output("M"); // as another screen may, the choice staying what it is
+        QTRY_VERIFY(stage.link.rxbuf.holds("End"));
+        Timer1_tick(stage.link, stage.host);
+        Timer1_tick(stage.link, stage.host);
+        QCOMPARE(stage.link.console.Text16[1], "");
+        QCOMPARE(stage.link.console.Text16[0], "");
     }
 
     void aRestartSilencesTheDeviceUntilItsBeaconIsBack() {

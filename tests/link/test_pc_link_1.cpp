@@ -1,4 +1,5 @@
 #include "link/screens/waitcard.h"
+#include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
 #include "tests/link/linkstage.h"
@@ -14,6 +15,7 @@
 
 using benthor::process;
 using benthor::link::PC_Link_1;
+using benthor::look::NumberLabel;
 using benthor::platform::FlexGrid;
 using benthor::platform::toQColor;
 using benthor::tests::LinkStage;
@@ -60,6 +62,7 @@ private slots:
     void theHudFrameIsToggledByTheMenu();
     void aMenuEntryChecksItselfAlone();
     void anIntervalTypedLeavesAsItIs();
+    void anIntervalNotYetReadIsPaintedAsADash();
     void aSeriesNameTypedIsTakenAndHinted();
     void savingToTheDatabaseAsksForTheImport();
 
@@ -278,6 +281,8 @@ void TestPcLink1::theKeyboardIsBackWhereItWasWhenTheRunIsOver() {
     QVERIFY(QTest::qWaitForWindowActive(stage.screen));
     stage.receive(directory());
     stage.tick("Timer2");
+    stage.receive("PPPPPPPP");
+    stage.tick("Timer1");
     auto* grid = stage.control<FlexGrid>("Mgrid");
     grid->setFocus();
     grid->setRow(1);
@@ -430,6 +435,32 @@ void TestPcLink1::anIntervalTypedLeavesAsItIs() {
     stage.working->sent.clear();
     stage.click("Picture14(2)");
     QCOMPARE(stage.working->sent, QByteArray("S5F\r\n"));
+}
+
+void TestPcLink1::anIntervalNotYetReadIsPaintedAsADash() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.screen->showScreen();
+    auto* box = stage.control<NumberLabel>("Text16(1)");
+    const auto painted = [&](const QString& text, bool known) {
+        QCOMPARE(box->text(), text);
+        QCOMPARE(box->standIn().number, known ? "" : "–");
+        QCOMPARE(box->standIn().unit, known ? "" : "not read yet");
+    };
+    painted(QString(), false);
+    process().deviceconnected = 1;
+    stage.connectDevice();
+    stage.receive(directory());
+    stage.tick("Timer2");
+    for (int tick = 2; tick <= 10; ++tick) {
+        stage.receive("PPPPPPPP");
+        stage.tick("Timer1");
+        painted(tick < 10 ? QStringLiteral("0.%1").arg(tick) : QStringLiteral("1"), tick == 10);
+    }
+    stage.control<QAction>("mnuIntget")->trigger();
+    stage.click("Label19(1)");
+    stage.receive("r00010");
+    stage.tick("Timer1");
+    painted(QStringLiteral("10"), true);
 }
 
 void TestPcLink1::aSeriesNameTypedIsTakenAndHinted() {

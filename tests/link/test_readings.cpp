@@ -99,6 +99,21 @@ private slots:
         QCOMPARE(textOf(readings, 9), "1.31");
     }
 
+    void aFieldWithoutItsLetterIsWrongAndNotShortened() {
+        const Readings readings = parsereadings(
+            "R0000,0100,1,0130,0000,0023,00123,00131,00131,00143,00168,00831,00302,00130,00129,J,00012");
+        for (const size_t label : {4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}) {
+            QVERIFY2(!readings.texts[label].has_value(), qPrintable(textOf(readings, label)));
+        }
+        QCOMPARE(textOf(parsereadings("R0000,0100,1,0130,M0000,-023,J"), 5), "(left)");
+        QCOMPARE(textOf(parsereadings("R0000,0100,1,0130,M0000,\xD7"
+                                      "0023,J"),
+                        5),
+                 "(left)"); // no letter
+        QCOMPARE(textOf(parsereadings("R0000,0100,1,0130,M0000,T-002,J"), 5), "-2");
+        QCOMPARE(textOf(parsereadings("R0000,0100,1,0130,M0000,t0023,J"), 5), "23");
+    }
+
     void aShortLineTouchesNothingBehindItsFields() {
         const Readings readings = parsereadings("R0000,0100");
         QCOMPARE(textOf(readings, 0), "9.38");

@@ -5,6 +5,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/numberlabel.h"
+#include "platform/textformat.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -208,7 +209,8 @@ void CommandCard::syncValues(const Console& console) {
     const bool interval = console.option <= 2 && console.option != 0;
     showVisible(interval_, interval);
     showText(valueToSend_, console.Text16[0]);
-    showText(intervalRead_, console.Text16[1].isEmpty() ? QStringLiteral("–") : console.Text16[1]);
+    showText(intervalRead_, console.Text16[1]);
+    showInterval(console.Text16[1]);
 
     const auto showBox = [](QWidget* box, QLabel* caption, bool shown, bool captionShown) {
         showVisible(box, shown);
@@ -240,6 +242,14 @@ void CommandCard::syncValues(const Console& console) {
     showEnabled(Command2_, console.Command2.enabled);
     showVisible(Command2_, console.Command2.visible);
     showVisible(Shape1_, console.Command2.visible);
+}
+
+/// The box counts its tries in tenths, and no interval is below 1.
+void CommandCard::showInterval(const QString& text) {
+    const bool known = platform::isNumeric(text) && platform::leadingNumber(text) >= 1.0;
+    const look::NumberAndUnit none{QStringLiteral("–"), QStringLiteral("not read yet")};
+    intervalRead_->setStandIn(known ? look::NumberAndUnit() : none);
+    intervalRead_->setAccessibleDescription(known ? QString() : none.unit);
 }
 
 /// While no file can be sent the box shows the last one, at first what to do.

@@ -28,6 +28,7 @@ private:
     QWidget* buildValues();
     QWidget* buildFile();
     void syncTitle(const Console& console);
+    void showInterval(const QString& text);
     void syncValues(const Console& console);
     void syncFile(const Console& console);
 

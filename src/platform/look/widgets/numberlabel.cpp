@@ -126,13 +126,25 @@ void NumberLabel::setNumberSize(int px) {
     update();
 }
 
+void NumberLabel::setStandIn(const NumberAndUnit& standIn) {
+    if (standIn.number != standIn_.number || standIn.unit != standIn_.unit) {
+        standIn_ = standIn;
+        updateGeometry();
+        update();
+    }
+}
+
+NumberAndUnit NumberLabel::shown() const {
+    return standIn_.number.isEmpty() ? splitNumberAndUnit(text()) : standIn_;
+}
+
 void NumberLabel::setToldColour(const QColor& colour) {
     told_ = colour;
     update();
 }
 
 QSize NumberLabel::sizeHint() const {
-    QSize size = extent(splitNumberAndUnit(text()), facesFor(px_));
+    QSize size = extent(shown(), facesFor(px_));
     if (!caption_.isEmpty()) {
         const QFontMetrics above(look::caption());
         size.setWidth(std::max(size.width(), above.horizontalAdvance(caption_)));
@@ -151,7 +163,7 @@ void NumberLabel::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QRect room = contentsRect();
     Faces faces = facesFor(px_);
-    const NumberAndUnit parts = splitNumberAndUnit(text());
+    const NumberAndUnit parts = shown();
     const QSize size = extent(parts, faces);
     const QFontMetrics above(look::caption());
     const int captionHeight = caption_.isEmpty() ? 0 : above.height() + 1;

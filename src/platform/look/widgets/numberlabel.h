@@ -28,6 +28,9 @@ public:
     void setCaption(const QString& caption);
     QString caption() const { return caption_; }
     void setNumberSize(int px);
+    /// Painted in the place of the text, which stays what it was told; an empty number: the text.
+    void setStandIn(const NumberAndUnit& standIn);
+    const NumberAndUnit& standIn() const { return standIn_; }
     /// Of the number; invalid: the text colour.
     void setToldColour(const QColor& colour);
     QColor toldColour() const { return told_; }
@@ -39,8 +42,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    NumberAndUnit shown() const;
+
     int px_;
     QString caption_;
+    NumberAndUnit standIn_;
     QColor told_;
 };
 
