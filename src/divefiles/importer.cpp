@@ -7,6 +7,7 @@
 #include "platform/faultpoint.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/diveinhand.h"
 #include "store/identifiers.h"
 
 #include <QDir>
@@ -248,7 +249,7 @@ private:
         if (scan.actions.empty()) {
             return true;
         }
-        const QString before = process().currentdiveid;
+        store::DiveInHand inHand;
         try {
             RowWriter writer(state_.importstamp, name);
             platform::Transaction transaction(process().database);
@@ -256,9 +257,9 @@ private:
                 std::visit(writer, action);
             }
             transaction.commit();
+            inHand.keep();
             return writer.serialTaken();
         } catch (const platform::StoreError& error) {
-            process().currentdiveid = before;
             failFile(name, error.text());
         }
     }

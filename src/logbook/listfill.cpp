@@ -3,6 +3,7 @@
 #include "divefiles/validators.h"
 #include "logbook/divelist.h"
 #include "shell/process.h"
+#include "store/diveinhand.h"
 
 namespace benthor::logbook {
 
@@ -77,7 +78,7 @@ DiveList filldivelist(platform::Database& database, const platform::ProgramFolde
     DiveList list;
     list.headers = std::move(dives.headers);
     list.widths = std::move(dives.widths);
-    const QString before = process().currentdiveid;
+    const store::DiveInHand inHand;
     for (QStringList& cells : dives.rows) {
         ListRow row;
         if (!checklisteddive(database, folder, cells.at(kIdentifierColumn), cells.at(kNameColumn))) {
@@ -87,7 +88,6 @@ DiveList filldivelist(platform::Database& database, const platform::ProgramFolde
         row.cells = std::move(cells);
         list.rows.push_back(std::move(row));
     }
-    process().currentdiveid = before;
     return list;
 }
 

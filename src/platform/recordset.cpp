@@ -76,6 +76,12 @@ bool Recordset::isDateTime(int position) const {
     return position >= 0 && position < width_ && shape_->fields[static_cast<size_t>(position)].dateTime;
 }
 
+qint64 Recordset::rowNumber() const {
+    requireChangeable();
+    requireRow();
+    return rows_[static_cast<size_t>(row_)].id;
+}
+
 Value Recordset::value(int position) const {
     const auto text = utf8(position);
     return text ? Value(QString::fromUtf8(text->data(), static_cast<qsizetype>(text->size()))) : Value();

@@ -36,6 +36,10 @@ public:
     /// Declared as a date and time: its value reads with Value::dateTime().
     bool isDateTime(int position) const;
 
+    /// Number that the store gave the current row. Unlike an identifier it stays with the row, though the row
+    /// of a later dive may get the number of a deleted one.
+    qint64 rowNumber() const;
+
     /// Of the current row.
     Value value(int position) const;
     Value value(QStringView name) const;

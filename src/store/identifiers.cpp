@@ -3,6 +3,7 @@
 #include "platform/textformat.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/diveinhand.h"
 
 namespace benthor::store {
 
@@ -67,13 +68,16 @@ QString nextidentifier(const platform::Value& last) {
 
 void newdive(const QString& version) {
     const platform::Value trimmed = platform::trimBlanks(version);
+    DiveInHand inHand;
     platform::Transaction transaction(process().database);
     addDive(nextidentifier(lastIdentifier()), &trimmed);
     putsystemid(QStringLiteral("KD3"));
     transaction.commit();
+    inHand.keep();
 }
 
 void newdivebare() {
+    DiveInHand inHand;
     platform::Transaction transaction(process().database);
     const platform::Value last = lastIdentifier();
     if (last.isNull()) {
@@ -81,6 +85,7 @@ void newdivebare() {
     }
     addDive(nextidentifier(last), nullptr);
     transaction.commit();
+    inHand.keep();
 }
 
 void syncserialno(platform::Database& database) {

@@ -8,13 +8,13 @@
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/screen/toldqcolor.h"
 #include "shell/process.h"
+#include "store/diveinhand.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace benthor::logbook {
@@ -106,8 +106,7 @@ void rbmain::filldivelist() {
     }
     const Routine routine(*this);
     const QScopedValueRollback filling(filling_, true);
-    const auto keepDiveInHand =
-        qScopeGuard([diveid = process().currentdiveid] { process().currentdiveid = diveid; });
+    const store::DiveInHand inHand;
     if (!showDives()) {
         Timer3_.setEnabled(true);
         return;
