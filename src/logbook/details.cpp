@@ -35,14 +35,6 @@ QStringList column(Database& database, const char* query, const char16_t* field)
     return texts;
 }
 
-Recordset openDive(Database& database, const QString& diveid) {
-    Recordset dive = database.openRecordset(sqlWith("SELECT * FROM main WHERE DiveID = '", diveid, "'"));
-    if (dive.recordCount() == 0) {
-        throw StoreError(QStringLiteral("The dive %1 is not in the store.").arg(diveid));
-    }
-    return dive;
-}
-
 struct PickList {
     const char* count; ///< the query as far as the value
     const char* table;
@@ -74,8 +66,12 @@ bool offer(Database& database, const PickList& list, const QString& value) {
     return true;
 }
 
-void writeDive(Database& database, const QString& diveid, const DiverAdds& diver) {
-    Recordset dive = openDive(database, diveid);
+void writeDive(Database& database, const store::DiveIdentity& identity, const DiverAdds& diver) {
+    std::optional<Recordset> found = store::finddive(database, identity);
+    if (!found) {
+        throw StoreError(QStringLiteral("The dive %1 is no longer in the store.").arg(identity.diveid));
+    }
+    Recordset& dive = *found;
     dive.edit();
     dive.set(u"UserName", diver.username);
     dive.set(u"department", diver.department);
@@ -106,12 +102,17 @@ void removeBuddies(Database& database, const QString& diveid) {
 } // namespace
 
 DiveDetails loaddetails(Database& database, const QString& diveid, QStringView depthunit) {
-    const Recordset dive = openDive(database, diveid);
+    const Recordset dive =
+        database.openRecordset(sqlWith("SELECT * FROM main WHERE DiveID = '", diveid, "'"));
+    if (dive.recordCount() == 0) {
+        throw StoreError(QStringLiteral("The dive %1 is not in the store.").arg(diveid));
+    }
     const auto text = [&dive](const char16_t* field) { return withLineFeeds(dive.value(field).text()); };
     const auto date = [&dive](const char16_t* field) {
         return platform::formatDate(dive.value(field).dateTime(), u"dd/mm/yyyy hh:nn:ss");
     };
     DiveDetails details;
+    details.dive = store::identityOf(dive);
     details.device = {text(u"DiveID"),   date(u"startdate"),       date(u"finisheddate"), text(u"duration"),
                       text(u"maxdepth"), QStringLiteral("metres"), text(u"interval"),     text(u"version"),
                       text(u"otu"),      text(u"datmos"),          text(u"dusage")};
@@ -141,7 +142,7 @@ PickLists loadpicklists(Database& database) {
             column(database, "SELECT * FROM buddy ", u"buddy")};
 }
 
-QStringList savedetails(Database& database, const QString& diveid, const DiverAdds& diver) {
+QStringList savedetails(Database& database, const store::DiveIdentity& dive, const DiverAdds& diver) {
     QStringList refused;
     const auto offerValue = [&](const PickList& list, const QString& value) {
         if (!offer(database, list, value) && !refused.contains(value)) {
@@ -149,15 +150,15 @@ QStringList savedetails(Database& database, const QString& diveid, const DiverAd
         }
     };
     platform::Transaction transaction(database);
-    writeDive(database, diveid, diver);
+    writeDive(database, dive, diver);
     offerValue(kDepartment, diver.department);
     offerValue(kSite, diver.site);
     offerValue(kWeather, diver.weather);
-    removeBuddies(database, diveid);
+    removeBuddies(database, dive.diveid);
     for (const QString& buddy : diver.buddies) {
         Recordset rows = database.openForAdding("buddylist");
         rows.addNew();
-        rows.set(u"diveid", diveid);
+        rows.set(u"diveid", dive.diveid);
         rows.set(u"buddylist", buddy);
         rows.update();
         offerValue(kBuddy, buddy);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
+#include "store/diveidentity.h"
 
 #include <QString>
 #include <QStringList>
@@ -52,6 +53,7 @@ struct PickLists {
 };
 
 struct DiveDetails {
+    store::DiveIdentity dive;
     DeviceSays device;
     DiverAdds diver;
 };
@@ -63,8 +65,10 @@ PickLists loadpicklists(platform::Database& database);
 
 /// Stores all of it in one transaction: the dive's row, what is new for the pick lists, the buddies in their
 /// order. Returns the values that a pick list cannot take because they hold a single quote; they stand in the
-/// dive's own rows all the same. StoreError: nothing was stored.
-QStringList savedetails(platform::Database& database, const QString& diveid, const DiverAdds& diver);
+/// dive's own rows all the same. StoreError: nothing was stored; one of them is that the dive is no longer in
+/// the store, even though its identifier may be another dive's by now.
+QStringList savedetails(platform::Database& database, const store::DiveIdentity& dive,
+                        const DiverAdds& diver);
 
 QString divenotetemplate();
 

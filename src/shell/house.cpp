@@ -8,18 +8,15 @@
 #include "guides/screens/frmgets.h"
 #include "guides/screens/frmsplash.h"
 #include "guides/screens/frmtip.h"
-#include "guides/screens/scrsavform1.h"
 #include "link/screens/pc_link_1.h"
-#include "logbook/screens/rbdetails.h"
-#include "logbook/screens/rbmain.h"
 #include "platform/instancelock.h"
 #include "platform/programfolder.h"
 #include "platform/screen/screenslot.h"
+#include "shell/house_dives.h"
 #include "shell/house_rehearsal.h"
 #include "shell/process.h"
 #include "shell/screens/main_screen.h"
 #include "shell/screens/neighbours.h"
-#include "viewer/screens/rbinterface.h"
 
 #include <QCoreApplication>
 
@@ -28,7 +25,7 @@ namespace benthor::shell {
 using platform::Screen;
 using platform::ScreenSlot;
 
-struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbours {
+struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::FirmwareNeighbours {
     Rooms(House& owner, link::LinkLines serialLines)
         : house(owner)
         , lines(std::move(serialLines))
@@ -50,12 +47,9 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
     public:
         explicit Handover(Rooms& rooms)
             : rooms_(rooms) {
-            ++rooms_.handovers;
+            rooms_.handoverBegins();
         }
-        ~Handover() {
-            --rooms_.handovers;
-            rooms_.lookForTheEndLater();
-        }
+        ~Handover() { rooms_.handoverEnds(); }
         Handover(const Handover&) = delete;
         Handover& operator=(const Handover&) = delete;
 
@@ -66,7 +60,7 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
     /// Makes a screen whose end is noticed: the process ends with the last one that can be seen.
     template <class T, class... Arguments> T* make(Arguments&&... arguments) {
         auto* screen = new T(std::forward<Arguments>(arguments)...);
-        QObject::connect(screen, &Screen::unloaded, &house, [this] { lookForTheEndLater(); });
+        watchEnd(*screen);
         return screen;
     }
 
@@ -74,9 +68,10 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
     ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return makeLink(); }};
     ScreenSlot<gas::GasBlend> GasBlend{
         [this] { return make<gas::GasBlend>(static_cast<gas::GasNeighbours&>(*this)); }};
-    ScreenSlot<viewer::rbinterface> rbinterface{[this] { return makeDiveView(); }};
-    ScreenSlot<logbook::rbdetails> rbdetails{[this] { return makeDetails(); }};
-    ScreenSlot<logbook::rbmain> rbmain{[this] { return makeDiveList(); }};
+    DiveScreens dives{static_cast<DiveHost&>(*this)};
+    ScreenSlot<viewer::rbinterface>& rbinterface = dives.rbinterface;
+    ScreenSlot<logbook::rbdetails>& rbdetails = dives.rbdetails;
+    ScreenSlot<logbook::rbmain>& rbmain = dives.rbmain;
     ScreenSlot<firmware::ReProg_Link> ReProg_Link{[this] {
         return make<firmware::ReProg_Link>(static_cast<firmware::FirmwareNeighbours&>(*this), lines);
     }};
@@ -86,7 +81,6 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
     ScreenSlot<guides::frmGetS> frmGetS{[this] { return makeGuide(); }};
     ScreenSlot<guides::frmTip> frmTip{[this] { return make<guides::frmTip>(tipsOpened); }};
     ScreenSlot<guides::frmAbout> frmAbout{[this] { return make<guides::frmAbout>(); }};
-    ScreenSlot<guides::ScrSavForm1> ScrSavForm1{[this] { return make<guides::ScrSavForm1>(); }};
     ScreenSlot<MainScreen> main{[this] { return make<MainScreen>(static_cast<Neighbours&>(*this)); }};
 
     // --- the start chain: splash, guide, main
@@ -113,72 +107,25 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
         return screen;
     }
 
-    // --- the dive list and the dive screen replace each other
+    // --- what the screens of the logbook ask
 
-    logbook::rbmain* makeDiveList() {
-        auto* screen = make<logbook::rbmain>();
-        QObject::connect(screen, &logbook::rbmain::diveOpened, &house, [this] {
-            const Handover handover(*this);
-            rbmain.unload();
-            rbinterface.showInFront();
-        });
-        QObject::connect(screen, &logbook::rbmain::reloadWanted, &house, [this] {
-            const Handover handover(*this);
-            rbmain.unload();
-            rbmain.showInFront();
-        });
-        QObject::connect(screen, &logbook::rbmain::linkWanted, &house, [this] { showDownload(); });
-        QObject::connect(screen, &logbook::rbmain::mainWanted, &house, [this] { main.showInFront(); });
-        return screen;
+    void watchEnd(platform::Screen& screen) override {
+        QObject::connect(&screen, &Screen::unloaded, &house, [this] { lookForTheEndLater(); });
     }
-
-    viewer::rbinterface* makeDiveView() {
-        auto* screen = make<viewer::rbinterface>();
-        QObject::connect(screen, &viewer::rbinterface::diveListWanted, &house, [this] {
-            const Handover handover(*this);
-            rbinterface.unload();
-            rbmain.showInFront();
-        });
-        QObject::connect(screen, &viewer::rbinterface::reloadWanted, &house, [this] {
-            const Handover handover(*this);
-            rbinterface.unload();
-            rbinterface.showInFront();
-        });
-        QObject::connect(screen, &viewer::rbinterface::detailsWanted, &house, [this] { showDetails(); });
-        QObject::connect(screen, &viewer::rbinterface::gasWanted, &house, [this] { GasBlend.showInFront(); });
-        QObject::connect(screen, &viewer::rbinterface::captureWanted, &house, [this] { captureDiveView(); });
-        return screen;
+    void handoverBegins() override { ++handovers; }
+    void handoverEnds() override {
+        --handovers;
+        lookForTheEndLater();
     }
-
-    logbook::rbdetails* makeDetails() {
-        auto* screen = make<logbook::rbdetails>();
-        QObject::connect(screen, &logbook::rbdetails::captureWanted, &house, [this] { captureDiveView(); });
-        QObject::connect(screen, &logbook::rbdetails::diveViewWanted, &house, [this] {
-            const Handover handover(*this);
-            rbdetails.unload();
-            rbinterface.showInFront();
-        });
-        return screen;
-    }
-
-    /// Details left open for another dive are stored and make way.
-    void showDetails() {
-        if (rbdetails.isLoaded() && rbdetails.get().diveid() != process().currentdiveid) {
-            const Handover handover(*this);
-            rbdetails.unload();
-        }
-        rbdetails.showInFront();
-    }
-
-    /// Without a dive screen there is nothing to capture.
-    void captureDiveView() {
-        if (rbinterface.isLoaded()) {
-            const Handover handover(*this);
-            ScrSavForm1.get().setDiveScreen(&rbinterface.get(), rbinterface.get().divefilename());
-            ScrSavForm1.get().cmdCapture_click();
-            ScrSavForm1.unload();
+    void showDownload() override {
+        // An import and the link write into the same folder: one waits for the other.
+        if (!process().importing) {
+            process().screenmode = QStringLiteral("Dive");
+            showLink();
         }
     }
+    void showMain() override { main.showInFront(); }
+    void showGas() override { GasBlend.showInFront(); }
 
     // --- the link screen: its other face, the way back, the tips
 
@@ -238,14 +185,6 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
         });
     }
 
-    /// An import and the link write into the same folder: one waits for the other.
-    void showDownload() {
-        if (!process().importing) {
-            process().screenmode = QStringLiteral("Dive");
-            showLink();
-        }
-    }
-
     // --- what the gas screen asks
 
     link::SetupLink& setupLink() override { return PC_Link_1.get(); }
@@ -288,15 +227,12 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
     void showDiveList() override { rbmain.show(); }
     void bringDiveListToFront() override { rbmain.get().bringToFront(); }
     void unloadDiveList() override { rbmain.unload(); }
-    QString reopenDiveList() override {
-        const Handover handover(*this);
-        rbmain.unload();
-        rbmain.showInFront();
-        return rbmain.isLoaded() ? rbmain.get().refusedStore() : QString();
-    }
+    QString reopenDiveList() override { return dives.reopenList(); }
     bool isDiveListOnScreen() override { return rbmain.isVisible(); }
     void showDiveView() override { rbinterface.showInFront(); }
     void unloadDiveView() override { rbinterface.unload(); }
+    void unitChosen() override { dives.unitChosen(); }
+    void unitMayHaveChanged() override { dives.unitMayHaveChanged(); }
 
     void showGuide() override { frmGetS.showInFront(); }
     void showTips() override { showTips(guides::frmTip::Opened::ByUser); }
@@ -356,7 +292,7 @@ struct House::Rooms : Neighbours, gas::GasNeighbours, firmware::FirmwareNeighbou
                           rbdetails.isVisible() || PC_Link_1.isVisible() || GasBlend.isVisible() ||
                           ReProg_Link.isVisible() || RunProg.isVisible() || frmSplash.isVisible() ||
                           frmGetS.isVisible() || frmTip.isVisible() || frmAbout.isVisible() ||
-                          ScrSavForm1.isVisible();
+                          dives.ScrSavForm1.isVisible();
         if (!seen && handovers == 0) {
             endProcess();
         }

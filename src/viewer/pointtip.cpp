@@ -40,7 +40,7 @@ double co2Shown(const DiveProfile& profile, int place, bool ambient) {
 void addOxygen(TipLines& lines, const DiveProfile& profile, const GasArrays& gases, int row,
                const TipChoice& choice) {
     if (!choice.check3) {
-        lines.add("PPO2: ", computedPpo2(profile, gases, row, isFeet(choice.depthunit)).shown, u"#0.00",
+        lines.add("PPO2: ", computedPpo2(profile, gases, row, choice.inFeet()).shown, u"#0.00",
                   QStringLiteral("bar"));
     } else if (choice.boxes.check.test(3)) {
         lines.add("PPO2: ", profile.po2[row - 1], u"#0.00", QStringLiteral("bar"));
@@ -76,7 +76,7 @@ void addCells(TipLines& lines, const DiveProfile& profile, int place, const TipC
 
 void addSupplies(TipLines& lines, const DiveProfile& profile, int place, const TipChoice& choice) {
     const auto& checked = choice.boxes.check;
-    const bool feet = isFeet(choice.depthunit);
+    const bool feet = choice.inFeet();
     if (checked.test(5)) {
         lines.add("Water Temp: ", profile.temp[place], u"#0",
                   feet ? QStringLiteral("F") : QStringLiteral("C"));
@@ -93,6 +93,10 @@ void addSupplies(TipLines& lines, const DiveProfile& profile, int place, const T
 }
 
 } // namespace
+
+bool TipChoice::inFeet() const {
+    return feet.value_or(isFeet(depthunit));
+}
 
 QString PointTip::text() const {
     const QString lineEnd = QStringLiteral("\r\n");

@@ -13,6 +13,10 @@ struct TipChoice {
     SeriesBoxes boxes;  ///< checked boxes
     bool check3 = true; ///< Check3 is enabled: the device has logged the PO2
     QString depthunit;  ///< unit word in force
+    /// Whether the samples were read in feet. Where it is not said, the word tells.
+    std::optional<bool> feet = {};
+
+    bool inFeet() const;
 };
 
 /// The tip box at a sample.

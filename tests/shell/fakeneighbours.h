@@ -33,6 +33,8 @@ public:
     bool isDiveListOnScreen() override { return diveListOnScreen; }
     void showDiveView() override { asked += QStringLiteral("showDiveView"); }
     void unloadDiveView() override { asked += QStringLiteral("unloadDiveView"); }
+    void unitChosen() override { asked += QStringLiteral("unitChosen"); }
+    void unitMayHaveChanged() override {}
     void showGuide() override { asked += QStringLiteral("showGuide"); }
     void showTips() override { asked += QStringLiteral("showTips"); }
     QString tipText() override { return QStringLiteral("Tip %1:   \nthe text").arg(tip); }

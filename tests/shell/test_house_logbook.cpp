@@ -76,14 +76,15 @@ void TestHouseLogbook::theDiveLeadsToItsDetailsAndBack() {
 void TestHouseLogbook::detailsOfAnotherDiveMakeWay() {
     const OnADive program;
     control<QAction>("rbinterface", "mnudiveinfo")->trigger();
-    const QString first = process().currentdiveid;
     control<QLineEdit>("rbdetails", "Txtdiver")->setText(QStringLiteral("Anna"));
-    process().database.execute("INSERT INTO main (DiveID, UserName) VALUES ('D0000044', 'Bo')");
-    process().currentdiveid = QStringLiteral("D0000044");
+    program.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    expire("main", "Timer1");
+    control<platform::FlexGrid>("rbmain", "MSFlexGrid1")->setRow(2);
+    control<QPushButton>("rbmain", "cmdgo")->click();
     control<QAction>("rbinterface", "mnudiveinfo")->trigger();
-    QCOMPARE(control<QLineEdit>("rbdetails", "Txtdiver")->text(), "Bo");
-    platform::Recordset rows = process().database.openRecordset(
-        platform::sqlWith("SELECT * FROM main WHERE DiveID = '", first, "'"));
+    QCOMPARE(control<QLineEdit>("rbdetails", "txtlocation")->text(), "b.txt");
+    platform::Recordset rows =
+        process().database.openRecordset("SELECT * FROM main WHERE DiveID = 'D0000001'");
     QCOMPARE(rows.value(u"UserName").text(), "Anna");
 }
 

@@ -34,6 +34,8 @@ private slots:
     void feetChosenAgainDoesNothing();
     void unitsThatCannotBeSavedStay();
     void theUnitsChangeWithTheReload();
+    void beforeItHandsOverItsDiveIsInHand_data();
+    void beforeItHandsOverItsDiveIsInHand();
     void leavingAsksForTheDiveList();
     void anotherThemeRecoloursTheChart();
 };
@@ -246,6 +248,34 @@ void TestRbinterface::unitsThatCannotBeSavedStay() {
     QCOMPARE(bench.boxes.messages().size(), 1);
     QVERIFY(bench.boxes.messages().first().startsWith(
         QStringLiteral("The units stay as they are: they could not be saved.")));
+}
+
+void TestRbinterface::beforeItHandsOverItsDiveIsInHand_data() {
+    QTest::addColumn<QByteArray>("name");
+    for (const char* const name : {"mnudiveinfo", "mnuScrSave", "mnudiveexit", "mnuunitsfeet", "Command1",
+                                   "cmdgas", "btnCapture", "cmdclose", "Option1"}) {
+        QTest::newRow(name) << QByteArray(name);
+    }
+}
+
+void TestRbinterface::beforeItHandsOverItsDiveIsInHand() {
+    QFETCH(QByteArray, name);
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    process().currentdiveid = QStringLiteral("D0000077"); // an import, say
+    QString inHand;
+    for (const auto wanted :
+         {&rbinterface::diveListWanted, &rbinterface::reloadWanted, &rbinterface::detailsWanted,
+          &rbinterface::gasWanted, &rbinterface::captureWanted}) {
+        connect(&screen, wanted, this, [&inHand] { inHand = process().currentdiveid; });
+    }
+    if (name.startsWith("mnu")) {
+        control<QAction>(screen, name).trigger();
+    } else {
+        control<QAbstractButton>(screen, name).click();
+    }
+    QCOMPARE(inHand, QStringLiteral("D0000001"));
 }
 
 void TestRbinterface::theUnitsChangeWithTheReload() {

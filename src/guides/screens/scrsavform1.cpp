@@ -55,8 +55,12 @@ void ScrSavForm1::cmdCapture_click() {
     if (diveScreen_ != nullptr && diveScreen_->isVisible()) {
         diveScreen_->bringToFront();
     }
+    const bool hadDive = diveScreen_ != nullptr && diveScreen_->isLoaded();
     if (!yieldEvents()) {
         return;
+    }
+    if (hadDive && (diveScreen_ == nullptr || !diveScreen_->isLoaded())) {
+        return; // closed meanwhile: its dive may be gone
     }
     QImage picture;
     if (diveScreen_ != nullptr && diveScreen_->isLoaded()) {

@@ -35,7 +35,7 @@ void rbdetails::loading() {
     try {
         const DiveDetails details =
             loaddetails(process().database, process().currentdiveid, process().depthunit);
-        diveid_ = process().currentdiveid;
+        dive_ = details.dive;
         show(details);
         showPickLists();
     } catch (const StoreError& error) {
@@ -45,8 +45,29 @@ void rbdetails::loading() {
 }
 
 void rbdetails::unloading() {
-    emit captureWanted();
+    if (!deleted_) {
+        takeInHand();
+        emit captureWanted();
+    }
     saveOrAsk();
+}
+
+QString rbdetails::saveQuietly() {
+    if (dive_.isEmpty()) {
+        return {};
+    }
+    try {
+        savedetails(process().database, dive_, edited());
+        return {};
+    } catch (const StoreError& error) {
+        return error.text();
+    }
+}
+
+void rbdetails::closeForDeletion() {
+    deleted_ = true;
+    dive_ = {}; // a way out that is under way already stores nothing either
+    unload();
 }
 
 void rbdetails::show(const DiveDetails& details) {
@@ -98,11 +119,11 @@ DiverAdds rbdetails::edited() const {
 
 void rbdetails::cmdSave_click() {
     const Routine routine(*this);
-    if (diveid_.isEmpty()) {
+    if (dive_.isEmpty()) {
         return;
     }
     try {
-        const QStringList refused = savedetails(process().database, diveid_, edited());
+        const QStringList refused = savedetails(process().database, dive_, edited());
         showPickLists();
         tell(refused.isEmpty()
                  ? QStringLiteral("Saved")
@@ -110,7 +131,7 @@ void rbdetails::cmdSave_click() {
                        .arg(refused.join(QStringLiteral(", "))));
     } catch (const StoreError& error) {
         dialogs().message(
-            this, QStringLiteral("The details of %1 are not stored.\n\n%2").arg(diveid_, error.text()),
+            this, QStringLiteral("The details of %1 are not stored.\n\n%2").arg(dive_.diveid, error.text()),
             platform::BoxKind::Warning);
     }
 }
@@ -118,19 +139,16 @@ void rbdetails::cmdSave_click() {
 /// On the way out there is no screen to stay on: what cannot be stored is tried again for as long as the user
 /// wants it.
 void rbdetails::saveOrAsk() {
-    if (diveid_.isEmpty()) {
-        return;
-    }
-    for (;;) {
+    while (!dive_.isEmpty()) {
         try {
-            savedetails(process().database, diveid_, edited());
+            savedetails(process().database, dive_, edited());
             return;
         } catch (const StoreError& error) {
             const bool again = dialogs().confirm(
                 this,
                 QStringLiteral(
                     "The details of %1 cannot be stored.\n\n%2\n\nTry again? With No they are lost.")
-                    .arg(diveid_, error.text()),
+                    .arg(dive_.diveid, error.text()),
                 QStringLiteral("Dive and Log details"), platform::BoxKind::Warning);
             if (!again) {
                 return;
@@ -139,7 +157,15 @@ void rbdetails::saveOrAsk() {
     }
 }
 
+/// Whoever comes next finds the dive of this screen in hand.
+void rbdetails::takeInHand() const {
+    if (!dive_.isEmpty()) {
+        process().currentdiveid = dive_.diveid;
+    }
+}
+
 void rbdetails::Cmdcancel_click() {
+    takeInHand();
     emit diveViewWanted();
 }
 

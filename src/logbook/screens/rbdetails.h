@@ -17,8 +17,9 @@ namespace benthor::logbook {
 
 class PictureTile;
 
-/// One dive: what the device said of it, and what the diver adds. Whichever way the screen is left, what
-/// stands on it is stored.
+/// One dive: what the device said of it, and what the diver adds. It is that of `currentdiveid` when the
+/// screen loads, and stays it whatever is in hand afterwards: nothing is stored into another dive's row.
+/// Whichever way the screen is left, what stands on it is stored.
 class rbdetails : public platform::Screen {
     Q_OBJECT
 
@@ -26,7 +27,13 @@ public:
     rbdetails();
 
     /// The dive that the screen was loaded with; empty when there was none.
-    QString diveid() const { return diveid_; }
+    const store::DiveIdentity& dive() const { return dive_; }
+
+    /// Its dive is about to be deleted: stores what was typed, without a box. Returns why that failed; empty
+    /// when it did not.
+    QString saveQuietly();
+    /// Its dive is deleted: closes, with nothing to store and no picture to take.
+    void closeForDeletion();
 
 signals:
     void diveViewWanted(); ///< the screen is to be unloaded and the dive screen shown
@@ -59,9 +66,11 @@ private:
     void showPickLists();
     DiverAdds edited() const;
     void saveOrAsk();
+    void takeInHand() const;
     void tell(const QString& quietLine);
 
-    QString diveid_;
+    store::DiveIdentity dive_;
+    bool deleted_ = false; ///< the dive is gone from the store
     std::array<look::NumberLabel*, 10> device_{};
     QLabel* depthcaption_ = nullptr;
     QLabel* quietLine_ = nullptr;

@@ -11,6 +11,7 @@
 #include "platform/screen/dialogs.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/diveinhand.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -113,7 +114,8 @@ void rbmain::cmdgo_click() {
     }
     MSFlexGrid1_->setCol(0);
     const QString diveid = row > 0 ? MSFlexGrid1_->text(row, 0) : QString();
-    process().currentdiveid = diveid.isEmpty() ? QStringLiteral("D0000001") : diveid;
+    // A dive that is refused leaves the one in hand that other screens have opened.
+    store::DiveInHand inHand(diveid.isEmpty() ? QStringLiteral("D0000001") : diveid);
     try {
         store::openmain(
             store(), platform::sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
@@ -124,6 +126,7 @@ void rbmain::cmdgo_click() {
         return;
     }
     if (divefiles::diveopens(process().problemtext)) {
+        inHand.keep();
         emit diveOpened();
         return;
     }
@@ -165,6 +168,11 @@ void rbmain::cmdelete_click() {
         isUnloaded()) {
         return;
     }
+    if (const QString stays = keeper_ ? keeper_(dives) : QString(); !stays.isEmpty()) {
+        platform::dialogs().message(this, QStringLiteral("No dive was deleted.\n\n") + stays,
+                                    BoxKind::Warning);
+        return;
+    }
     try {
         deletedives(store(), ProgramFolder::current(), dives);
     } catch (const StoreError& error) {
@@ -193,7 +201,7 @@ void rbmain::mnuerrorcode_click() {
         return;
     }
     const QString diveid = MSFlexGrid1_->text(row, 0);
-    process().currentdiveid = diveid;
+    const store::DiveInHand inHand(diveid);
     try {
         divefiles::checkdive(store());
     } catch (const StoreError& error) {

@@ -5,6 +5,7 @@
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
 
+#include <functional>
 #include <vector>
 
 class QAction;
@@ -42,6 +43,13 @@ public:
 
     /// Why the store that `storepath` named is not the one of the list; empty when it is.
     QString refusedStore() const { return refusedStore_; }
+
+    /// What happens before dives are deleted: `keeper` stores what is being typed of them and returns why a
+    /// dive must stay, or nothing.
+    void setKeeper(std::function<QString(const QStringList& dives)> keeper) { keeper_ = std::move(keeper); }
+
+    /// A line of the list's own, until the next choice.
+    void tell(const QString& quietLine);
 
 signals:
     void diveOpened();   ///< `currentdiveid` is to be shown; the list goes
@@ -105,7 +113,6 @@ private:
     bool paintPending();
     void noteFault(const QString& diveid);
     void showFaults(const QString& title, const QString& problemtext);
-    void tell(const QString& quietLine);
 
     // rows
     bool isBlue(int row) const;
@@ -140,6 +147,7 @@ private:
     platform::Database chosenStore_; ///< open only while `storepath` names one
     bool ownStore_ = false;
     QString refusedStore_;
+    std::function<QString(const QStringList& dives)> keeper_;
     QString storeFault_; ///< why the store cannot be read; empty when it can
     QString sortkey_;
     int divecount_ = 0;

@@ -119,6 +119,7 @@ void MainScreen::readUnits() {
 void MainScreen::chooseUnits(const QString& word) {
     process().unitoverride = word;
     takeUnits(word);
+    neighbours_.unitChosen();
 }
 
 void MainScreen::takeUnits(const QString& word) {
@@ -272,6 +273,7 @@ void MainScreen::Timer2_tick() {
     const link::LinkStatus& link = neighbours_.linkStatus();
     Text14_->setEnabled(link.caption() != QLatin1String("Connected"));
     showUnits(); // the dive screen may have changed them
+    neighbours_.unitMayHaveChanged();
 }
 
 void MainScreen::Timer4_tick() {

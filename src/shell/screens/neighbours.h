@@ -28,6 +28,10 @@ public:
     virtual bool isDiveListOnScreen() = 0;
     virtual void showDiveView() = 0;
     virtual void unloadDiveView() = 0;
+    /// The unit was chosen on the main screen: a dive that is shown is shown in it.
+    virtual void unitChosen() = 0;
+    /// The same, asked now and then: other screens change the unit, too.
+    virtual void unitMayHaveChanged() = 0;
 
     virtual void showGuide() = 0;
     virtual void showTips() = 0;

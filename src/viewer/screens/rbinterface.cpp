@@ -68,7 +68,7 @@ void rbinterface::resizeEvent(QResizeEvent* event) {
 
 /// The tip box keeps to its sample when the chart takes another size.
 bool rbinterface::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == MSChart1 && event->type() == QEvent::Resize && Text8->isVisible() && !Text8->isPointer()) {
+    if (watched == MSChart1 && event->type() == QEvent::Resize && !Text8->isHidden() && !Text8->isPointer()) {
         placeTip(currentrow_);
     }
     return Screen::eventFilter(watched, event);

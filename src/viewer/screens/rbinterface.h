@@ -2,6 +2,7 @@
 
 #include "platform/look/tokens.h"
 #include "platform/screen/screen.h"
+#include "store/diveidentity.h"
 #include "viewer/chartdata.h"
 #include "viewer/csvexport.h"
 #include "viewer/diveprofile.h"
@@ -10,6 +11,7 @@
 #include "viewer/header.h"
 #include "viewer/pointpanel.h"
 #include "viewer/pointtip.h"
+#include "viewer/screens/viewerstate.h"
 #include "viewer/zoom.h"
 
 class QAction;
@@ -46,8 +48,9 @@ class ZoomBar;
 struct ChartPictureParts;
 
 /// One dive: what the store tells of it in the head, the chart of its samples, and the grid that holds them.
-/// Shows the dive of `currentdiveid`, read when the screen loads; the units are those of that moment, so
-/// other units are a fresh load.
+/// Shows the dive of `currentdiveid` when the screen loads, in the units of that moment; both are its own
+/// from then on, whatever is in hand elsewhere. Other units are a fresh load. Before it hands over to another
+/// screen its dive is in hand again.
 class rbinterface : public platform::Screen {
     Q_OBJECT
 
@@ -57,6 +60,19 @@ public:
 
     /// Name of the dive's text file.
     QString divefilename() const { return header_.divefilename; }
+
+    /// The dive that is shown. One that the store does not have has its identifier alone.
+    const store::DiveIdentity& dive() const { return dive_; }
+    /// The system that the dive was opened with.
+    QString divesystem() const { return divesystem_; }
+    /// Whether the samples were read in feet.
+    bool feet() const { return feet_; }
+    /// The unit in force is no longer the one that the screen shows, and the screen has not changed it.
+    bool hasOtherUnit() const;
+
+    ViewerState state() const;
+    /// Told before the screen loads: what it takes over behind its load.
+    void resume(const ViewerState& state) { resumed_ = state; }
 
 signals:
     /// The user leaves for the dive list.
@@ -91,6 +107,11 @@ private:
     void placeGasList();
     void fitToWidth();
     void takeColours();
+
+    // rbinterface_resume.cpp
+    void handOver(void (rbinterface::*wanted)());
+    void takeState(const ViewerState& state);
+    void takeBoxes(const ViewerState& state);
 
     // rbinterface_menus.cpp
     void makeMenus();
@@ -183,6 +204,11 @@ private:
     QString askSaveFile(const QString& filter, const QString& suggested);
 
     // The dive session.
+    store::DiveIdentity dive_;
+    QString divesystem_;
+    QString
+        unitword_; ///< that stands behind a depth: the one in force at the load, or what an export made of it
+    std::optional<ViewerState> resumed_;
     DiveProfile profile_;
     GasArrays gases_;
     GasNames gasname_;
@@ -199,7 +225,7 @@ private:
     PanelState panel_;
     std::optional<RowRange> free_; ///< the view moved by wheel and drag, beside the two told ones
     QString dialogfilter_;         ///< of the save dialog; the table's export sets its own behind the dialog
-    enum class Scheme { Theme, Grey, White } scheme_ = Scheme::Theme;
+    ChartScheme scheme_ = ChartScheme::Theme;
     bool diveloadfailed_ = false;
 
     QAction* mnuSpread = nullptr;

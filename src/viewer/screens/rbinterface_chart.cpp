@@ -148,7 +148,7 @@ void rbinterface::showLegend() {
 
 /// On a light backdrop the curves are those of the light theme.
 look::Theme rbinterface::chartTheme() const {
-    return scheme_ == Scheme::Theme ? look::theme() : look::Theme::Light;
+    return scheme_ == ChartScheme::Theme ? look::theme() : look::Theme::Light;
 }
 
 void rbinterface::takeSeriesStyles() {

@@ -80,7 +80,7 @@ void rbinterface::Command4_click() {
         const DanHead head{txtdiveid->value()->text(), txtinterval->value()->text(),
                            txttimedown->value()->text()};
         if (dateOfBox(head.start).isValid()) {
-            process().depthunit = QStringLiteral("metre");
+            process().depthunit = unitword_ = QStringLiteral("metre");
         }
         file.write(danText(head, gases, gases));
     });

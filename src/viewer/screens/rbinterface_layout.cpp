@@ -92,15 +92,15 @@ void rbinterface::addHeadButtons() {
         row->addWidget(button);
         return button;
     };
-    add("Dive details", "info", "Command1", "Picture5", [this] { emit detailsWanted(); });
-    add("Gas and system settings", "cylinder", "cmdgas", "", [this] { emit gasWanted(); });
+    add("Dive details", "info", "Command1", "Picture5", [this] { handOver(&rbinterface::detailsWanted); });
+    add("Gas and system settings", "cylinder", "cmdgas", "", [this] { handOver(&rbinterface::gasWanted); });
     auto* Cmdtissue = add("Tissues: no action", "bars", "Cmdtissue", "", [] {});
     Cmdtissue->setEnabled(false);
     add("Save the gases as CSV", "document", "cmdSave", "Picture2", [this] { cmdSave_click(); });
     add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
         "Picture3", [this] { cmdsavegraph_click(); });
     add("Save a picture of this screen beside the dive", "camera", "btnCapture", "",
-        [this] { emit captureWanted(); });
+        [this] { handOver(&rbinterface::captureWanted); });
     auto* Command4 = new QPushButton(QStringLiteral("DAN"));
     Command4->setObjectName(QStringLiteral("Command4"));
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
@@ -320,15 +320,15 @@ void rbinterface::fitToWidth() {
 void rbinterface::takeColours() {
     const look::Tokens& token = look::tokens();
     const look::Tokens& chart = look::tokens(chartTheme());
-    const QColor backdrop = scheme_ == Scheme::Grey    ? QColor(240, 240, 240)
-                            : scheme_ == Scheme::White ? QColor(255, 255, 255)
-                                                       : token.surface;
+    const QColor backdrop = scheme_ == ChartScheme::Grey    ? QColor(240, 240, 240)
+                            : scheme_ == ChartScheme::White ? QColor(255, 255, 255)
+                                                            : token.surface;
     MSChart1->setColours({.backdrop = backdrop,
                           .grid = chart.line,
                           .axis = chart.edge,
                           .axisText = chart.textquiet,
                           .cursor = chart.text});
-    times_->setBackdrop(scheme_ == Scheme::Theme ? QColor() : backdrop);
+    times_->setBackdrop(scheme_ == ChartScheme::Theme ? QColor() : backdrop);
     MSChart1->setAxisFont(look::numbers(11));
     takeSeriesStyles();
     MSFlexGrid1->setGridColours({.surface = token.surface,

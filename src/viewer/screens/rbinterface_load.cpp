@@ -70,15 +70,18 @@ std::optional<QByteArray> diveFile(const QString& name) {
 /// What a step cannot read stays as it was, and the next step goes on.
 void rbinterface::loading() {
     process().diveviewopen = true;
+    divesystem_ = process().divesystem;
     resetControls();
     skipErrors([this] { adoptLastDive(); });
+    dive_ = {process().currentdiveid, {}, {}, 0};
     DiveRow row;
     skipErrors([&] { row = readDiveRow(); });
     skipErrors([this] { process().depthunit = resolveDisplay(); });
-    feet_ = isFeet(process().depthunit);
+    unitword_ = process().depthunit;
+    feet_ = isFeet(unitword_);
     startdate_ = row.startdate;
     finisheddate_ = row.finisheddate;
-    header_ = headerBoxes(process().currentdiveid, row, feet_);
+    header_ = headerBoxes(dive_.diveid, row, feet_);
     showHeader();
 
     skipErrors([this] { readgaslist(); });
@@ -91,6 +94,9 @@ void rbinterface::loading() {
         return;
     }
     showDive();
+    if (resumed_) {
+        takeState(*std::exchange(resumed_, std::nullopt));
+    }
 }
 
 void rbinterface::resetControls() {
@@ -113,9 +119,9 @@ void rbinterface::adoptLastDive() {
 }
 
 DiveRow rbinterface::readDiveRow() {
-    store::openmain(process().database,
-                    sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
+    store::openmain(process().database, sqlWith("SELECT * FROM main WHERE DiveID = '", dive_.diveid, "'"));
     const Recordset& row = process().mainrecordset;
+    skipErrors([&] { dive_ = store::identityOf(row); });
     return {.duration = fieldText(row, u"duration"),
             .dbtxtname = fieldText(row, u"dbtxtname"),
             .interval = fieldText(row, u"interval"),
@@ -152,8 +158,7 @@ void rbinterface::showHeader() {
 }
 
 void rbinterface::readgaslist() {
-    store::openmain(process().database,
-                    sqlWith("SELECT * FROM GAS  where DiveID = '", process().currentdiveid, "'"));
+    store::openmain(process().database, sqlWith("SELECT * FROM GAS  where DiveID = '", dive_.diveid, "'"));
     if (const QString words = viewer::readgaslist(rowsOf(process().mainrecordset), feet_, gases_);
         !words.isEmpty()) {
         platform::dialogs().message(this, words);
@@ -257,7 +262,7 @@ void rbinterface::showDive() {
     series_->check(1)->setChecked(true);
     gasList->setText(gasListText(gases_, feet_));
     selectrow(1);
-    if (process().divesystem != QLatin1String("KD3")) {
+    if (divesystem_ != QLatin1String("KD3")) {
         process().divesystem = QStringLiteral("Rebrether");
         series_->check(13)->setChecked(true);
     } else {

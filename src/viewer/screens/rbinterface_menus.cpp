@@ -44,7 +44,7 @@ void rbinterface::makeFileMenu() {
         connect(entry, &QAction::triggered, this, work);
         return entry;
     };
-    add("mnudiveinfo", "Dive &details", [this] { emit detailsWanted(); });
+    add("mnudiveinfo", "Dive &details", [this] { handOver(&rbinterface::detailsWanted); });
     file->addSeparator();
     add("mnudivesavecsv", "Save as &CSV...", [this] {
         cmdSave_click();
@@ -59,7 +59,7 @@ void rbinterface::makeFileMenu() {
         cmdsavegraph_click();
     })->setShortcut(QKeySequence(QKeySequence::Print));
     add("mnuPrintspreadsheet", "Print data &grid...", [this] { mnuPrintspreadsheet_click(); });
-    add("mnuScrSave", "Sa&ve picture of this screen", [this] { emit captureWanted(); });
+    add("mnuScrSave", "Sa&ve picture of this screen", [this] { handOver(&rbinterface::captureWanted); });
     file->addSeparator();
     add("mnudiveexit", "&Back to the dive list", [this] {
         leave();
@@ -134,7 +134,7 @@ void rbinterface::makeUnitsMenu() {
 
 /// The grey scheme and the white one, which is for printing; until it is touched the chart goes by the theme.
 void rbinterface::mnuColorGrey_click() {
-    scheme_ = mnuColorGrey->isChecked() ? Scheme::Grey : Scheme::White;
+    scheme_ = mnuColorGrey->isChecked() ? ChartScheme::Grey : ChartScheme::White;
     takeColours();
     showLegend();
 }
@@ -156,7 +156,7 @@ void rbinterface::gaslistCheck_click(bool shown) {
 }
 
 void rbinterface::leave() {
-    emit diveListWanted();
+    handOver(&rbinterface::diveListWanted);
 }
 
 void rbinterface::mnuSpread_toggled(bool shown) {
@@ -168,7 +168,7 @@ void rbinterface::mnuSpread_toggled(bool shown) {
 }
 
 void rbinterface::Option1_click() {
-    if (!isFeet(process().depthunit)) {
+    if (!feet_ || !isFeet(unitword_)) {
         chooseunit(QStringLiteral("Feet"));
     }
 }
@@ -185,7 +185,7 @@ void rbinterface::chooseunit(const QString& word) {
         return;
     }
     process().unitoverride = word;
-    emit reloadWanted();
+    handOver(&rbinterface::reloadWanted);
 }
 
 void rbinterface::checkUnit() {

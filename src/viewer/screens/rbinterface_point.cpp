@@ -4,7 +4,6 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/toldqcolor.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
 #include "viewer/gridcells.h"
 #include "viewer/screens/alarmstripview.h"
 #include "viewer/screens/instrumentpanel.h"
@@ -37,7 +36,7 @@ Thermistors thermistorsOf(const platform::FlexGrid& grid, int row) {
 } // namespace
 
 TipChoice rbinterface::tipChoice() const {
-    return {series_->boxes(), series_->check(3)->isEnabled(), process().depthunit};
+    return {series_->boxes(), series_->check(3)->isEnabled(), unitword_, feet_};
 }
 
 void rbinterface::showpoint(int row) {
@@ -48,7 +47,7 @@ void rbinterface::showpoint(int row) {
                                .row = row,
                                .cell = [this, row](int column) { return MSFlexGrid1->text(row, column); },
                                .thermistors = thermistorsOf(*MSFlexGrid2, row),
-                               .feet = isFeet(process().depthunit),
+                               .feet = feet_,
                                .check12 = series_->check(12)->isEnabled()});
 }
 
@@ -63,10 +62,10 @@ void rbinterface::showpointtip(int row) {
     const TipChoice choice = tipChoice();
     const PointTip tip = pointTip(profile_, gases_, gasname_, row, choice);
     if (!choice.check3) {
-        showComputedPpo2(panel_, computedPpo2(profile_, gases_, row, isFeet(choice.depthunit)).metric);
+        showComputedPpo2(panel_, computedPpo2(profile_, gases_, row, feet_).metric);
     }
     Text8->setTip(tip, platform::toQColor(panel_.tipback));
-    panelView_->showState(panel_, isFeet(choice.depthunit));
+    panelView_->showState(panel_, feet_);
 }
 
 /// The strip; a page or a free view that the sample has left follows it.

@@ -1,0 +1,253 @@
+#include "shell/house_dives.h"
+
+#include "platform/screen/dialogs.h"
+#include "platform/skiperrors.h"
+#include "shell/process.h"
+
+#include <QApplication>
+#include <QPointer>
+
+namespace benthor::shell {
+
+using platform::skipErrors;
+using store::DiveIdentity;
+
+namespace {
+
+constexpr int kSystemId = 18;
+
+/// Whether a dive that stood in the store no longer does. A store that cannot be asked does not say so.
+bool isGone(const DiveIdentity& dive) {
+    bool gone = false;
+    const bool stoodThere = dive.row != 0;
+    skipErrors([&] { gone = stoodThere && !store::finddive(process().database, dive); });
+    return gone;
+}
+
+/// As the list puts a dive in hand that is opened from it.
+void takeInHand(const DiveIdentity& dive) {
+    process().currentdiveid = dive.diveid;
+    skipErrors([&dive] {
+        if (const auto row = store::finddive(process().database, dive)) {
+            process().divesystem = row->value(kSystemId).text();
+        }
+    });
+}
+
+} // namespace
+
+class DiveScreens::Handover {
+public:
+    explicit Handover(DiveHost& host)
+        : host_(host) {
+        host_.handoverBegins();
+    }
+    ~Handover() { host_.handoverEnds(); }
+    Handover(const Handover&) = delete;
+    Handover& operator=(const Handover&) = delete;
+
+private:
+    DiveHost& host_;
+};
+
+DiveScreens::DiveScreens(DiveHost& host)
+    : ScrSavForm1([this] {
+        auto* screen = new guides::ScrSavForm1;
+        host_.watchEnd(*screen);
+        return screen;
+    })
+    , rbinterface([this] { return makeDiveView(); })
+    , rbdetails([this] { return makeDetails(); })
+    , rbmain([this] { return makeList(); })
+    , host_(host) {}
+
+logbook::rbmain* DiveScreens::makeList() {
+    auto* screen = new logbook::rbmain;
+    host_.watchEnd(*screen);
+    screen->setKeeper([this](const QStringList& dives) { return storeDetailsOf(dives); });
+    QObject::connect(screen, &logbook::rbmain::diveOpened, screen, [this] { openDive(); });
+    QObject::connect(screen, &logbook::rbmain::reloadWanted, screen, [this] {
+        const Handover handover(host_);
+        const QString word = closeWhatIsDeleted();
+        rbmain.unload();
+        rbmain.showInFront();
+        if (!word.isEmpty() && rbmain.isLoaded()) {
+            rbmain.get().tell(word);
+        }
+    });
+    QObject::connect(screen, &logbook::rbmain::linkWanted, screen, [this] { host_.showDownload(); });
+    QObject::connect(screen, &logbook::rbmain::mainWanted, screen, [this] { host_.showMain(); });
+    return screen;
+}
+
+viewer::rbinterface* DiveScreens::makeDiveView() {
+    auto* screen = new viewer::rbinterface;
+    host_.watchEnd(*screen);
+    if (const auto state = std::exchange(resumed_, std::nullopt)) {
+        screen->resume(*state);
+    }
+    using viewer::rbinterface;
+    QObject::connect(screen, &rbinterface::diveListWanted, screen, [this] { showList(); });
+    QObject::connect(screen, &rbinterface::reloadWanted, screen, [this] { reloadDiveView(false); });
+    QObject::connect(screen, &rbinterface::detailsWanted, screen, [this] { showDetails(); });
+    QObject::connect(screen, &rbinterface::gasWanted, screen, [this] { host_.showGas(); });
+    QObject::connect(screen, &rbinterface::captureWanted, screen, [this] { captureDiveView(); });
+    return screen;
+}
+
+logbook::rbdetails* DiveScreens::makeDetails() {
+    auto* screen = new logbook::rbdetails;
+    host_.watchEnd(*screen);
+    QObject::connect(screen, &logbook::rbdetails::captureWanted, screen, [this] { captureDiveView(); });
+    QObject::connect(screen, &logbook::rbdetails::diveViewWanted, screen, [this] { leaveDetails(); });
+    return screen;
+}
+
+/// The dive in hand, loaded anew whatever was open; the list goes.
+void DiveScreens::openDive() {
+    const Handover handover(host_);
+    rbmain.unload();
+    rbinterface.unload();
+    rbinterface.showInFront();
+}
+
+/// Back from the dive screen: a list that stood beside it is filled anew, too.
+void DiveScreens::showList() {
+    const Handover handover(host_);
+    rbinterface.unload();
+    rbmain.unload();
+    rbmain.showInFront();
+}
+
+QString DiveScreens::reopenList() {
+    const Handover handover(host_);
+    rbmain.unload();
+    rbmain.showInFront();
+    return rbmain.isLoaded() ? rbmain.get().refusedStore() : QString();
+}
+
+/// The dive that is shown, once more. Where the user is elsewhere meanwhile, his window stays in front.
+void DiveScreens::reloadDiveView(bool keepsView) {
+    const viewer::rbinterface& before = rbinterface.get();
+    const Handover handover(host_);
+    const QPointer<QWidget> active = QApplication::activeWindow();
+    const bool elsewhere = keepsView && active != nullptr && active != &before;
+    const bool minimized = keepsView && before.isMinimized();
+    if (isGone(before.dive())) {
+        showList();
+        return;
+    }
+    process().currentdiveid = before.dive().diveid;
+    process().divesystem = before.divesystem();
+    if (keepsView) {
+        resumed_ = before.state();
+    }
+    rbinterface.unload();
+    if (!elsewhere && !minimized) {
+        rbinterface.showInFront();
+        return;
+    }
+    rbinterface.show();
+    if (minimized && rbinterface.isLoaded()) {
+        rbinterface.get().showMinimized();
+    }
+    if (active != nullptr) {
+        active->raise();
+        active->activateWindow();
+    }
+}
+
+void DiveScreens::unitChosen() {
+    if (rbinterface.isLoaded() && viewer::isFeet(process().depthunit) != rbinterface.get().feet()) {
+        reloadDiveView(true);
+        return;
+    }
+    unitMayHaveChanged();
+}
+
+/// What another screen has made of the unit is the choice of this run from then on, or the fresh load would
+/// take it back.
+void DiveScreens::unitMayHaveChanged() {
+    if (rbinterface.isLoaded() && rbinterface.get().hasOtherUnit()) {
+        process().unitoverride = process().depthunit;
+        reloadDiveView(true);
+    }
+}
+
+/// Details left open for another dive are stored and make way.
+void DiveScreens::showDetails() {
+    const DiveIdentity dive = rbinterface.get().dive();
+    if (isGone(dive)) {
+        platform::dialogs().message(
+            &rbinterface.get(),
+            QStringLiteral("The dive %1 that is shown here is no longer in the store.").arg(dive.diveid),
+            platform::BoxKind::Warning);
+        return;
+    }
+    if (rbdetails.isLoaded() && !(rbdetails.get().dive() == dive)) {
+        const Handover handover(host_);
+        rbdetails.unload();
+        process().currentdiveid = dive.diveid;
+    }
+    rbdetails.showInFront();
+}
+
+/// Back to the dive of the details. A dive screen that shows it stays as it is; any other makes way, and so
+/// does the list.
+void DiveScreens::leaveDetails() {
+    const Handover handover(host_);
+    const DiveIdentity dive = rbdetails.get().dive();
+    rbdetails.unload();
+    if (dive.isEmpty() || (rbinterface.isLoaded() && rbinterface.get().dive() == dive)) {
+        rbinterface.showInFront();
+        return;
+    }
+    if (isGone(dive)) { // deleted while the picture was taken
+        if (!rbinterface.isVisible() && !rbmain.isVisible()) {
+            rbmain.showInFront();
+        }
+        return;
+    }
+    takeInHand(dive);
+    openDive();
+}
+
+/// Without a dive screen there is nothing to capture.
+void DiveScreens::captureDiveView() {
+    if (rbinterface.isLoaded()) {
+        const Handover handover(host_);
+        ScrSavForm1.get().setDiveScreen(&rbinterface.get(), rbinterface.get().divefilename());
+        ScrSavForm1.get().cmdCapture_click();
+        ScrSavForm1.unload();
+    }
+}
+
+/// What is typed of a dive stands in the store before the dive goes; where it cannot, the dive stays.
+QString DiveScreens::storeDetailsOf(const QStringList& dives) {
+    if (!rbdetails.isLoaded()) {
+        return {};
+    }
+    const DiveIdentity dive = rbdetails.get().dive();
+    if (!dives.contains(dive.diveid, Qt::CaseInsensitive) || isGone(dive)) {
+        return {};
+    }
+    const QString fault = rbdetails.get().saveQuietly();
+    return fault.isEmpty() ? QString()
+                           : QStringLiteral("The details of %1 are open and cannot be stored.\n%2")
+                                 .arg(dive.diveid, fault);
+}
+
+/// Returns a line about it, or nothing.
+QString DiveScreens::closeWhatIsDeleted() {
+    QString word;
+    if (rbdetails.isLoaded() && isGone(rbdetails.get().dive())) {
+        word = QStringLiteral("The details of %1 were stored and closed").arg(rbdetails.get().dive().diveid);
+        rbdetails.get().closeForDeletion();
+    }
+    if (rbinterface.isLoaded() && isGone(rbinterface.get().dive())) {
+        rbinterface.unload();
+    }
+    return word;
+}
+
+} // namespace benthor::shell
