@@ -21,6 +21,10 @@ QString importstamp(const QDateTime& moment) {
     return platform::hexadecimal(platform::leadingNumber(number));
 }
 
+QString nextstamp(const QString& stamp) {
+    return QString::number(stamp.toULongLong(nullptr, 16) + 1, 16).toUpper();
+}
+
 QString copyname(const QString& stamp, const QString& name) {
     return stamp + name.right(kCopyCharacters);
 }

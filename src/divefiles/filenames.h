@@ -8,6 +8,9 @@ namespace benthor::divefiles {
 /// The mark of one import run, in upper-case hexadecimal: the same in every file name that the run makes.
 QString importstamp(const QDateTime& moment);
 
+/// The stamp behind `stamp`, for a run whose own would give its copies names that others bear.
+QString nextstamp(const QString& stamp);
+
 /// Name of a file's copy in dbtxt: the stamp and the last 20 characters of the name.
 QString copyname(const QString& stamp, const QString& name);
 

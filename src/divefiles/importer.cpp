@@ -2,16 +2,23 @@
 
 #include "divefiles/filenames.h"
 #include "divefiles/headerscan.h"
+#include "divefiles/importcopies.h"
+#include "divefiles/importnote.h"
+#include "divefiles/importwords.h"
 #include "divefiles/keptfiles.h"
+#include "divefiles/owedprofiles.h"
+#include "divefiles/storedrows.h"
+#include "divefiles/waitingfiles.h"
 #include "platform/clock.h"
 #include "platform/faultpoint.h"
+#include "platform/skiperrors.h"
 #include "shell/process.h"
-#include "store/access.h"
 #include "store/diveinhand.h"
-#include "store/identifiers.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <cstring>
 
 namespace benthor::divefiles {
 
@@ -29,11 +36,7 @@ struct ImportFault {
 
 /// A fault that leaves the file where it was and nothing of it in the store.
 [[noreturn]] void failFile(const QString& name, const QString& reason) {
-    throw ImportFault{
-        QStringLiteral("The import stopped at the file \"%1\".\n%2\n\nNothing of this file was stored; it "
-                       "stays in the folder \"new\". Check that the disk has room and that the program's "
-                       "folder can be written, then import again.")
-            .arg(name, reason)};
+    throw ImportFault{stoppedtext(name, reason)};
 }
 
 void requireFor(const QString& name, const FileResult& result) {
@@ -41,86 +44,6 @@ void requireFor(const QString& name, const FileResult& result) {
         failFile(name, result.error);
     }
 }
-
-QString latin1(const QByteArray& bytes) {
-    return QString::fromLatin1(bytes);
-}
-
-template <size_t Count> std::array<QString, Count> latin1(const std::array<QByteArray, Count>& fields) {
-    std::array<QString, Count> texts;
-    std::transform(fields.begin(), fields.end(), texts.begin(),
-                   [](const QByteArray& field) { return latin1(field); });
-    return texts;
-}
-
-/// Writes what the scan found, one action after the other.
-class RowWriter {
-public:
-    RowWriter(const QString& stamp, const QString& name)
-        : stamp_(stamp)
-        , name_(name) {}
-
-    /// Whether the store took every serial.
-    bool serialTaken() const { return serialTaken_; }
-
-    void operator()(const NewDive& dive) {
-        store::newdive(latin1(dive.version));
-        store::putfilenames(dbtxtname(stamp_, name_), name_);
-    }
-
-    void operator()(const PutField& put) {
-        const QString value = latin1(put.value);
-        switch (put.field) {
-        case HeaderField::Interval:
-            store::putinterval(value);
-            break;
-        case HeaderField::Serial:
-            store::putusername(value);
-            serialTaken_ = store::putsuit(value) && serialTaken_;
-            break;
-        case HeaderField::Start:
-            store::putstart(value);
-            break;
-        case HeaderField::Status:
-            store::putstatus(value);
-            break;
-        case HeaderField::Descend:
-            store::putdescend(value);
-            break;
-        case HeaderField::DAtmos:
-            store::putdatmos(value);
-            break;
-        case HeaderField::DStack:
-            store::putdstack(value);
-            break;
-        case HeaderField::DUsage:
-            store::putdusage(value);
-            break;
-        case HeaderField::MaxD:
-            store::putmaxdepth(value);
-            break;
-        case HeaderField::Otu:
-            store::putotu(value);
-            break;
-        case HeaderField::HpCylinder:
-            store::puthpcylinder(value);
-            break;
-        }
-    }
-
-    void operator()(const PutFinish& finish) {
-        store::putfinish(latin1(finish.finishcode));
-        store::putduration(latin1(finish.startcode), latin1(finish.finishcode));
-    }
-
-    void operator()(const AddGas& gas) { store::addgasrow(latin1(gas.fields)); }
-    void operator()(const AddTissue& tissue) { store::addtissuerow(latin1(tissue.fields)); }
-
-private:
-    const QString& stamp_;
-    const QString& name_;
-    bool serialTaken_ = true;
-};
 
 /// What follows every run, however it ends: a flag left behind would stop the timers for good.
 class RunEnd {
@@ -143,17 +66,33 @@ public:
     ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen)
         : folder_(folder)
         , state_(state)
-        , screen_(screen) {}
+        , screen_(screen)
+        , found_(waitingfiles(folder))
+        , names_(found_.names)
+        , copies_(folder, names_, [this] { screen_.paint(); }) {}
 
     ImportEnd run() {
-        state_ = ImportState{true, importstamp(platform::now()), 0};
+        state_ = ImportState{true, importstamp(platform::now()), 0, {}};
         screen_.runbegins();
-        names_ = folder_.listFiles(QStringLiteral("new"), QStringLiteral("*.txt"));
         if (names_.isEmpty()) {
             screen_.nofiles();
             return ImportEnd::NoFiles;
         }
+        const ImportEnd end = work();
+        if (end != ImportEnd::Done) {
+            screen_.runbroke();
+        }
+        return end;
+    }
+
+private:
+    QString waiting(const QString& name) const { return folder_.path(u"new", name); }
+    QString kept(const QString& name) const { return folder_.path(u"old", name); }
+
+    ImportEnd work() {
         try {
+            prepare();
+            const ImportNote note(folder_, state_.importstamp);
             copyAll();
             process().importing = true;
             screen_.repaint();
@@ -164,34 +103,55 @@ public:
                 }
             }
         } catch (const ImportFault& fault) {
-            screen_.message(fault.text);
+            tell(fault.text);
             return ImportEnd::Failed;
         }
         screen_.lastfiledone();
-        screen_.message(QStringLiteral("Dive(s) put into database."));
+        tell(QStringLiteral("Dive(s) put into database."));
         screen_.showdives();
         return ImportEnd::Done;
     }
 
-private:
-    QString waiting(const QString& name) const { return folder_.path(u"new", name); }
-    QString kept(const QString& name) const { return folder_.path(u"old", name); }
+    /// The words with which a run ends, and below them what else is to be known of it.
+    void tell(const QString& text) { screen_.message(text, belowtext(owed_, found_.passedby)); }
 
-    /// The first pass: no file is touched before all have their copies.
-    void copyAll() {
+    /// What must hold before anything is copied.
+    void prepare() {
         if (!process().database.isOpen()) {
             failFile(names_.first(), QStringLiteral("The store is not open."));
         }
         QDir().mkpath(folder_.path(u"old"));
+        if (QFileInfo(folder_.path(u"old")).canonicalFilePath() ==
+            QFileInfo(folder_.path(u"new")).canonicalFilePath()) {
+            failFile(names_.first(), QStringLiteral("The folders \"new\" and \"old\" are one."));
+        }
+        // A file that an earlier run removed does not come back behind a crash, as a second dive.
+        requireFor(names_.first(), platform::syncFolder(folder_.path(u"new")));
+        std::vector<OwedProfile> owed;
+        platform::skipErrors([&] { owed = owedprofiles(process().database); });
+        copies_.choosestamp(state_.importstamp, owed);
+        state_.importstamp = copies_.stamp();
+    }
+
+    /// The first pass: no file is touched before all have their copies.
+    void copyAll() {
+        const auto goOn = [this] {
+            screen_.paint();
+            return state_.keepimporting;
+        };
         qint64 bytes = 0;
-        for (const QString& name : names_) {
-            requireFor(name, platform::copyFile(waiting(name), kept(name), platform::FolderSync::Later));
+        for (qsizetype i = 0; i < names_.size() && goOn(); ++i) {
+            const QString& name = names_[i];
+            screen_.copying(static_cast<int>(i) + 1, static_cast<int>(names_.size()));
+            const FileResult copied = copies_.make(name, goOn);
+            if (!state_.keepimporting) {
+                return; // closed meanwhile: nothing is stored of any file
+            }
+            requireFor(name, copied);
             screen_.filelisted(name);
-            copyForViewer(name, platform::FolderSync::Later);
             bytes += QFileInfo(waiting(name)).size();
         }
-        requireFor(names_.first(), platform::syncFolder(folder_.path(u"old")));
-        static_cast<void>(platform::syncFolder(folder_.path(u"dbtxt")));
+        requireFor(names_.first(), copies_.settle());
         screen_.totals(static_cast<int>(names_.size()), bytes);
     }
 
@@ -200,90 +160,111 @@ private:
         screen_.yield();
         platform::faultAt("file");
         screen_.stopenabled();
-        const std::optional<QByteArray> bytes = platform::readFile(waiting(name), kHeaderBytesMax);
+        requireFor(name, copies_.renew(name));
+        const std::optional<QByteArray> bytes = platform::readFile(kept(name), kHeaderBytesMax);
         if (!bytes) {
             failFile(name, QStringLiteral("It cannot be read."));
         }
         const HeaderScan scan = scanheader(*bytes);
         state_.divecounter += scan.profiles;
         if (scan.outcome == ScanOutcome::VersionMissing) {
-            screen_.message(QStringLiteral("Version or Interval not found !"));
+            state_.unreadable = name;
+            tell(QStringLiteral("Version or Interval not found !"));
             return ImportEnd::VersionMissing;
         }
-        keepCopy(name);
-        if (!storeRows(scan, name)) {
-            screen_.message(QStringLiteral(
-                "Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted.."));
+        if (!scan.actions.empty()) {
+            storeRows(scan, name);
         }
         if (scan.outcome != ScanOutcome::Finished) {
             setAside(name, scan.outcome);
         }
-        if (const FileResult removed = platform::removeFile(waiting(name)); !removed) {
-            throw ImportFault{
-                QStringLiteral("The dive of the file \"%1\" is stored, but the file cannot be removed.\n%2"
-                               "\n\nRemove it from the folder \"new\" by hand, or the next import stores "
-                               "the dive once more.")
-                    .arg(name, removed.error)};
-        }
-        platform::faultAt("removed");
+        removeSource(name);
         return scan.outcome == ScanOutcome::Finished ? ImportEnd::Done : ImportEnd::TooManyFields;
     }
 
-    /// The copies were made in the first pass; since then events have run, and the file may be another by
-    /// now.
-    void keepCopy(const QString& name) {
-        if (!platform::sameContents(waiting(name), kept(name))) {
-            requireFor(name, platform::copyFile(waiting(name), kept(name)));
-            copyForViewer(name, platform::FolderSync::Now);
-        }
-    }
-
-    /// A dive without this copy is stored all the same.
-    void copyForViewer(const QString& name, platform::FolderSync sync) {
-        static_cast<void>(platform::copyFile(
-            waiting(name), folder_.path(u"dbtxt", copyname(state_.importstamp, name)), sync));
-    }
-
-    /// All rows of one file or none. False when the store refused a serial.
-    bool storeRows(const HeaderScan& scan, const QString& name) {
-        if (scan.actions.empty()) {
-            return true;
-        }
+    /// All rows of one file or none, and with them the note of a profile that is not in its place.
+    void storeRows(const HeaderScan& scan, const QString& name) {
         store::DiveInHand inHand;
+        WrittenDives written;
         try {
-            RowWriter writer(state_.importstamp, name);
             platform::Transaction transaction(process().database);
-            for (const HeaderAction& action : scan.actions) {
-                std::visit(writer, action);
+            written = writerows(scan, state_.importstamp, name);
+            const std::optional<OwedProfile> owed = copies_.owed(name);
+            if (owed) {
+                noteowed(process().database, *owed);
             }
             transaction.commit();
             inHand.keep();
-            return writer.serialTaken();
+            if (owed) {
+                owed_ += name;
+            }
         } catch (const platform::StoreError& error) {
             failFile(name, error.text());
         }
+        requireReadBack(written, name);
+        if (!written.serialTaken) {
+            screen_.message(QStringLiteral("Data corrupt. Cause could be intermittent link to Morvalien. "
+                                           "File is being deleted.."),
+                            QString());
+        }
+    }
+
+    /// Looks into the store through a handle of its own, as whoever reads it later will.
+    void requireReadBack(const WrittenDives& written, const QString& name) {
+        QString reason = QStringLiteral("The store does not give back what was written into it.");
+        try {
+            if (!reader_.isOpen()) {
+                reader_.open(process().database.path());
+            }
+            if (const int number = platform::faultAt("readback")) {
+                throw platform::StoreError(QString::fromLocal8Bit(std::strerror(number)));
+            }
+            if (readsback(reader_, written)) {
+                return;
+            }
+        } catch (const platform::StoreError& error) {
+            reason = error.text();
+        }
+        throw ImportFault{notreadbacktext(name, reason)};
     }
 
     /// What is told of a file with a faulty line: the rows read so far stay, the file goes to `corrupt`.
     void setAside(const QString& name, ScanOutcome outcome) {
-        screen_.message(outcome == ScanOutcome::GasTooMany
-                            ? QStringLiteral("Errors Gas - Too many parameters  !")
-                            : QStringLiteral("Errors Tissue - Too many parametre  !"));
+        tell(outcome == ScanOutcome::GasTooMany ? QStringLiteral("Errors Gas - Too many parameters  !")
+                                                : QStringLiteral("Errors Tissue - Too many parametre  !"));
         QDir().mkpath(folder_.path(u"corrupt"));
-        if (const FileResult copied = platform::copyFile(waiting(name), folder_.path(u"corrupt", name));
+        if (const FileResult copied = platform::copyFile(kept(name), folder_.path(u"corrupt", name));
             !copied) {
-            screen_.message(
-                QStringLiteral("The file \"%1\" cannot be copied to the folder \"corrupt\".\n%2\n\nIts copy "
-                               "in the folder \"old\" is whole.")
-                    .arg(name, copied.error));
+            screen_.message(notsetasidetext(name, copied.error), QString());
         }
         process().mainrecordset.close();
+    }
+
+    /// The last thing that happens to a file.
+    void removeSource(const QString& name) {
+        const int number = platform::faultAt("compare");
+        if (number != 0 || !copies_.stands(name)) {
+            throw ImportFault{staystext(
+                name, number != 0
+                          ? QString::fromLocal8Bit(std::strerror(number))
+                          : QStringLiteral("Its copy in the folder \"old\" does not have its bytes."))};
+        }
+        if (const FileResult removed = platform::removeFile(waiting(name)); !removed) {
+            throw ImportFault{notremovedtext(name, removed.error)};
+        }
+        // Where this fails the next run does it before it begins.
+        static_cast<void>(platform::syncFolder(folder_.path(u"new")));
+        platform::faultAt("removed");
     }
 
     const platform::ProgramFolder& folder_;
     ImportState& state_;
     ImportScreen& screen_;
-    QStringList names_;
+    WaitingFiles found_;
+    const QStringList& names_;
+    ImportCopies copies_;
+    QStringList owed_;
+    platform::Database reader_;
 };
 
 } // namespace

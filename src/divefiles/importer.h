@@ -18,17 +18,21 @@ public:
 
     virtual void runbegins() {} ///< Picture9 hidden, Command4 disabled, Frame2 shown, field counter cleared
     virtual void nofiles() {}   ///< Command4 red and disabled
-    virtual void filelisted(const QString& /*name*/) {}     ///< into List1, which runbegins emptied
+    virtual void copying(int /*number*/, int /*files*/) {} ///< the first pass comes to a file (from 1)
+    virtual void paint() {}                             ///< often in long work: painting, no keys, no ticks
+    virtual void filelisted(const QString& /*name*/) {} ///< into List1, which runbegins emptied
     virtual void totals(int /*files*/, qint64 /*bytes*/) {} ///< lbltotalfiles, lbltotalsizes; Timer4 disabled
     virtual void repaint() {}
     virtual void filebegins(int /*number*/, const QString& /*text*/) {
     }                             ///< lblcurrentfile (from 1), lblprogress
     virtual void yield() {}       ///< once for each file: events may run, no row is open and no file half-way
     virtual void stopenabled() {} ///< stopimport enabled
-    virtual void message(const QString& /*text*/) {} ///< a message box; returns when it is closed
-    virtual void lastfiledone() {}                   ///< lblprogress emptied; the end message follows
-    virtual void showdives() {} ///< lbltotaldive shown, the dive list unloaded and shown afresh
-    virtual void runends() {}   ///< Frame2 hidden, stopimport disabled; at every end of a run
+    /// A message box with an informative text; returns when it is closed.
+    virtual void message(const QString& /*text*/, const QString& /*below*/) {}
+    virtual void lastfiledone() {} ///< lblprogress emptied; the end message follows
+    virtual void showdives() {}    ///< lbltotaldive shown, the dive list unloaded and shown afresh
+    virtual void runbroke() {} ///< a run that ended before its time: a list in sight shows the store as it is
+    virtual void runends() {}  ///< Frame2 hidden, stopimport disabled; at every end of a run
 };
 
 /// One run at a time. `keepimporting` is for the screen to clear: the run then ends after the file in hand.
@@ -36,6 +40,7 @@ struct ImportState {
     bool keepimporting = false;
     QString importstamp;
     int divecounter = 0; ///< how often "Profile" was met in this run
+    QString unreadable;  ///< the file without version and interval at which the run ended; it waits still
 };
 
 enum class ImportEnd {
@@ -48,10 +53,13 @@ enum class ImportEnd {
 };
 
 /// Moves the dive files that wait in the folder `new` into the process's store. Every file is first copied to
-/// `old` and `dbtxt`, on the disk. The rows of one file are one transaction, and the file leaves `new` only
-/// when they are committed and its copy in `old` stands: whatever kills the program, each dive is in the
-/// store, or its file is still in `new`. (Killed between the two, it is in both, and the next run makes a
-/// second dive of it.)
+/// `old` and `dbtxt`, on the disk; other bytes under its name in `old` are kept under another, and none in
+/// `dbtxt` are written over, as the run takes a stamp that gives it names of its own. A copy into `dbtxt`
+/// that fails is owed (owedprofiles.h); one into `old` ends the run. The rows of one file are one
+/// transaction, and the file leaves `new` only when they are committed and they and its copy in `old` read
+/// back: whatever kills the program, each dive is in the store, or its file is still in `new`. (Killed
+/// between the two, it is in both, and the next run makes a second dive of it.) What was removed stays so
+/// before a next run begins.
 ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen);
 
 /// The file that the user picked by hand is copied into `new` under its name. A file with other contents that

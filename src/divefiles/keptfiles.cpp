@@ -4,24 +4,58 @@
 
 namespace benthor::divefiles {
 
-platform::FileResult keepinold(const platform::ProgramFolder& folder, const QString& name) {
+using platform::FileResult;
+using platform::ProgramFolder;
+
+namespace {
+
+/// A link that leads nowhere holds a name as well.
+bool isTaken(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
+}
+
+} // namespace
+
+QString numberedname(const QString& name, int number) {
+    if (number == 1) {
+        return name;
+    }
+    const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
+    const qsizetype end = point < 0 ? name.size() : point;
+    return name.left(end) + QLatin1Char('-') + QString::number(number) + name.mid(end);
+}
+
+FileResult copytofreename(const QString& from, const ProgramFolder& folder, QStringView where,
+                          const QString& name, int first, const platform::BetweenBlocks& between) {
+    for (int number = first;; ++number) {
+        const QString place = folder.path(where, numberedname(name, number));
+        if (!isTaken(place)) {
+            return platform::copyFile(from, place, platform::FolderSync::Now, {}, between);
+        }
+        // A file that lies in the folder itself is no copy of itself.
+        const bool itself = QFileInfo(place).canonicalFilePath() == QFileInfo(from).canonicalFilePath();
+        if (!itself && platform::sameContents(from, place)) {
+            return {};
+        }
+    }
+}
+
+FileResult keepinold(const ProgramFolder& folder, const QString& name) {
     const QString waiting = folder.path(u"new", name);
     if (!QFileInfo::exists(waiting)) {
         return {};
     }
-    const QString base = QFileInfo(waiting).fileName();
-    const qsizetype point = base.lastIndexOf(QLatin1Char('.'));
-    QString place = folder.path(u"old", base);
-    for (int number = 2; QFileInfo::exists(place); ++number) {
-        // A file that lies in `old` itself is no copy of itself.
-        const bool itself = QFileInfo(place).canonicalFilePath() == QFileInfo(waiting).canonicalFilePath();
-        if (!itself && platform::sameContents(waiting, place)) {
-            return {};
-        }
-        place = folder.path(u"old",
-                            base.left(point) + QLatin1Char('-') + QString::number(number) + base.mid(point));
+    return copytofreename(waiting, folder, u"old", QFileInfo(waiting).fileName());
+}
+
+FileResult keepwhatisreplaced(const ProgramFolder& folder, const QString& name,
+                              const platform::BetweenBlocks& between) {
+    const QString place = folder.path(u"old", name);
+    if (!QFileInfo::exists(place) || platform::sameContents(folder.path(u"new", name), place, between)) {
+        return {};
     }
-    return platform::copyFile(waiting, place);
+    return copytofreename(place, folder, u"old", name, 2, between);
 }
 
 } // namespace benthor::divefiles

@@ -12,4 +12,20 @@ namespace benthor::divefiles {
 /// bare name then.
 platform::FileResult keepinold(const platform::ProgramFolder& folder, const QString& name);
 
+/// Before the file that waits in `new` under `name` is copied to `old` under that name: makes sure that other
+/// bytes which stand there stand in `old` under a name with a number as well. Nothing to do where the name is
+/// free or has the same bytes.
+platform::FileResult keepwhatisreplaced(const platform::ProgramFolder& folder, const QString& name,
+                                        const platform::BetweenBlocks& between = {});
+
+/// Makes sure that the bytes of `from` stand in a folder under `name`, or under "name-2.txt", "name-3.txt",
+/// ... where other files have the names before it. `first` is the first number that may be taken, 1 standing
+/// for the name itself.
+platform::FileResult copytofreename(const QString& from, const platform::ProgramFolder& folder,
+                                    QStringView where, const QString& name, int first = 1,
+                                    const platform::BetweenBlocks& between = {});
+
+/// "name-2.txt" and on; the name itself for the number 1.
+QString numberedname(const QString& name, int number);
+
 } // namespace benthor::divefiles

@@ -1,5 +1,7 @@
 #include "shell/newfolderwatch.h"
 
+#include <QStringList>
+
 namespace benthor::shell {
 
 bool mayImport(QStringView linkCaption, bool linkOnScreen) {
@@ -8,6 +10,32 @@ bool mayImport(QStringView linkCaption, bool linkOnScreen) {
 
 bool startsImport(int waiting, int watched) {
     return waiting >= 1 && waiting > watched;
+}
+
+QString waitingText(int waiting) {
+    return waiting == 0   ? QStringLiteral("No files wait")
+           : waiting == 1 ? QStringLiteral("1 file waits")
+                          : QStringLiteral("%1 files wait").arg(waiting);
+}
+
+QString folderNotice(const QString& unreadable, const QString& passedby) {
+    QStringList lines;
+    if (!unreadable.isEmpty()) {
+        lines += QStringLiteral("\"%1\" has neither a version nor an interval: each import ends there.")
+                     .arg(shortenedName(unreadable));
+    }
+    if (!passedby.isEmpty()) {
+        lines += passedby;
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString shortenedName(const QString& name, qsizetype most) {
+    if (name.size() <= most) {
+        return name;
+    }
+    const qsizetype half = (most - 1) / 2;
+    return name.left(half) + QChar(0x2026) + name.right(half);
 }
 
 } // namespace benthor::shell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
 namespace benthor::shell {
@@ -12,5 +13,15 @@ bool mayImport(QStringView linkCaption, bool linkOnScreen);
 /// Whether `waiting` files start an import, when there were `watched` at the last tick. Only a rise does:
 /// files that an import left behind do not start another one every second.
 bool startsImport(int waiting, int watched);
+
+/// "No files wait", "1 file waits", "7 files wait".
+QString waitingText(int waiting);
+
+/// What else is to be known of the folder, for the lines below: the file without version and interval at
+/// which an import ended ("" for none), then what `passedby` says is passed by. Empty where all is well.
+QString folderNotice(const QString& unreadable, const QString& passedby);
+
+/// A name for a place with little room: its middle is left out where it is longer than `most`.
+QString shortenedName(const QString& name, qsizetype most = 40);
 
 } // namespace benthor::shell

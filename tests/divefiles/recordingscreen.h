@@ -21,21 +21,25 @@ public:
     }
     void yield() override { step(QStringLiteral("yield")); }
     void stopenabled() override { step(QStringLiteral("stopenabled")); }
-    void message(const QString& text) override {
+    void message(const QString& text, const QString& below) override {
         messages += text;
+        belows += below;
         step(QStringLiteral("message ") + text);
     }
     void lastfiledone() override { step(QStringLiteral("lastfiledone")); }
     void showdives() override { step(QStringLiteral("showdives")); }
+    void runbroke() override { step(QStringLiteral("runbroke")); }
     void runends() override { step(QStringLiteral("runends")); }
 
     void clear() {
         steps.clear();
         messages.clear();
+        belows.clear();
     }
 
     QStringList steps;
     QStringList messages;
+    QStringList belows; ///< what stood below each
     std::function<void(const QString& step)> at;
 
 private:

@@ -1,9 +1,11 @@
 #include "divefiles/importer.h"
+#include "divefiles/importnote.h"
 #include "platform/clock.h"
 #include "platform/faultpoint.h"
 #include "tests/divefiles/recordingscreen.h"
 #include "tests/support/programfixture.h"
 
+#include <algorithm>
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,6 +18,9 @@ using tests::RecordingScreen;
 namespace {
 
 const QDateTime kMoment(QDate(2010, 1, 6), QTime(22, 7, 58));
+
+const QByteArray kEarlier = "an earlier file of that name";
+const QString kEarlierProfile = QStringLiteral("11A2B3Ca.txt");
 
 /// The files of a run: the second has a faulty Gas line behind two good ones, and so ends its run; the third
 /// holds two dives.
@@ -52,7 +57,8 @@ int countOf(const char* table, const QString& diveid) {
 /// Fails the test where a dive has not all of its rows. Returns how often each dive is there, by start code.
 std::map<QString, int> wholeDives() {
     std::map<QString, int> found;
-    platform::Recordset dives = process().database.openRecordset("SELECT * FROM main");
+    platform::Recordset dives =
+        process().database.openRecordset("SELECT * FROM main WHERE DiveID <> 'D0000000'");
     for (; !dives.eof(); dives.moveNext()) {
         const QString code = dives.value(u"Startcode").text();
         const auto expected = rowsOfDives().find(code);
@@ -85,14 +91,46 @@ public:
         for (const auto& [name, bytes] : waitingFiles()) {
             program.putWaiting(name, bytes);
         }
+        // What an earlier a.txt left: its copy in `old`, and its profile under the stamp of this moment.
+        program.put(QStringLiteral("old"), QStringLiteral("a.txt"), kEarlier);
+        program.put(QStringLiteral("dbtxt"), kEarlierProfile, kEarlier);
+        process().database.execute(platform::sqlWith(
+            "INSERT INTO main (DiveID, dbtxtname) VALUES ('D0000000', '", kEarlierProfile, "')"));
         process().database.close(); // a child must not share the handle
+    }
+
+    bool isInOld(const QByteArray& bytes) const {
+        const QStringList names = program.names(QStringLiteral("old"));
+        return std::any_of(names.begin(), names.end(), [&](const QString& name) {
+            return program.bytesOf(QStringLiteral("old"), name) == bytes;
+        });
+    }
+
+    /// What a start does.
+    void start() const {
+        process().database.close();
+        divefiles::tidydbtxt(program.folder);
+        program.openStore();
+    }
+
+    /// Every name in dbtxt with one of the stamps is one that a dive gives.
+    void verifyNoLeftovers(const QStringList& stamps) const {
+        const QStringList names = tests::ProgramFixture::rows("SELECT dbtxtname FROM main");
+        for (const QString& name : program.names(QStringLiteral("dbtxt"))) {
+            for (const QString& stamp : stamps) {
+                QVERIFY2(!name.startsWith(stamp) || names.contains(name), qPrintable(name));
+            }
+        }
+        QVERIFY(!QFile::exists(program.folder.path(u"import.note")));
     }
 
     bool waits(const QString& name) const { return QFile::exists(program.folder.path(u"new", name)); }
 
     /// What must hold at any moment: each file waits, untouched, or its dives are in the store, whole, and
-    /// its copy in `old` stands.
+    /// its copy in `old` stands. The earlier a.txt is kept, and its profile is what it was.
     void verifyNothingIsLost() const {
+        QVERIFY(isInOld(kEarlier));
+        QCOMPARE(program.bytesOf(QStringLiteral("dbtxt"), kEarlierProfile), kEarlier);
         const std::map<QString, int> dives = wholeDives();
         for (const auto& [name, bytes] : waitingFiles()) {
             if (waits(name)) {
@@ -115,6 +153,7 @@ public:
         for (int run = 0; run < 3 && !program.names(QStringLiteral("new")).isEmpty(); ++run) {
             divefiles::importdives(program.folder, state, screen);
         }
+        start(); // brings the profiles that are owed
         int twice = 0;
         [&] {
             QCOMPARE(program.names(QStringLiteral("new")), QStringList());
@@ -127,8 +166,8 @@ public:
             for (const auto& [name, bytes] : waitingFiles()) {
                 QCOMPARE(program.bytesOf(QStringLiteral("old"), name), bytes);
             }
-            platform::Recordset rows =
-                process().database.openRecordset("SELECT dbtxtname, Location FROM main");
+            platform::Recordset rows = process().database.openRecordset(
+                "SELECT dbtxtname, Location FROM main WHERE DiveID <> 'D0000000'");
             for (; !rows.eof(); rows.moveNext()) {
                 QCOMPARE(program.bytesOf(QStringLiteral("dbtxt"), rows.value(0).text()),
                          waitingFiles().at(rows.value(1).text()));
@@ -180,6 +219,7 @@ private slots:
     void aCopyToOldThatFailsEndsTheRunBeforeAnythingIsStored();
     void aSourceThatCannotBeRemovedIsTold();
     void aCopyToCorruptThatFailsIsToldAndTheRowsStay();
+    void withoutDbtxtKilledAtAnyStepNothingIsLost();
     void aSourceThatVanishedIsTold();
     void aSourceThatChangedBetweenThePassesIsCopiedAgain();
     void aClosedStoreIsToldAndLeavesTheFiles();
@@ -188,11 +228,19 @@ private slots:
 void TestImportSafety::killedAtAnyStepNothingIsLostAndTheNextImportCompletes() {
     int step = 1;
     int killedBetweenCommitAndRemoval = 0;
+    int killedInARun = 0;
     for (;; ++step) {
         const Scene scene;
         const bool killed = importIsKilledAt(scene, step);
         scene.program.openStore();
         scene.verifyNothingIsLost();
+        // A run that ended before its time leaves the copies of what waits still; one that was killed does
+        // not.
+        const QStringList noted = divefiles::notedstamps(scene.program.folder);
+        scene.start();
+        scene.verifyNothingIsLost();
+        scene.verifyNoLeftovers(noted);
+        killedInARun += noted.isEmpty() ? 0 : 1;
         const int twice = scene.importTheRest();
         if (QTest::currentTestFailed()) {
             QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
@@ -203,7 +251,7 @@ void TestImportSafety::killedAtAnyStepNothingIsLostAndTheNextImportCompletes() {
             break;
         }
     }
-    QVERIFY(step > 100);
+    QVERIFY(step > 100 && killedInARun > 100);
     // The one moment that a file is in both places lies between these two steps of each file.
     QVERIFY(killedBetweenCommitAndRemoval >= 3 && killedBetweenCommitAndRemoval < 20);
 }
@@ -340,6 +388,30 @@ void TestImportSafety::aCopyToCorruptThatFailsIsToldAndTheRowsStay() {
     scene.verifyNothingIsLost();
 }
 
+/// Every copy into dbtxt fails, so every dive owes its profile.
+void TestImportSafety::withoutDbtxtKilledAtAnyStepNothingIsLost() {
+    for (int step = 1;; ++step) {
+        const Scene scene;
+        const QString dbtxt = scene.program.folder.path(u"dbtxt");
+        QVERIFY(QFile::rename(dbtxt, dbtxt + QStringLiteral("-away")));
+        QVERIFY(platform::writeFileWhole(dbtxt, "a file where the folder should be"));
+        const bool killed = importIsKilledAt(scene, step);
+        QVERIFY(QFile::remove(dbtxt));
+        QVERIFY(QFile::rename(dbtxt + QStringLiteral("-away"), dbtxt));
+        scene.program.openStore();
+        scene.verifyNothingIsLost();
+        const int twice = scene.importTheRest();
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
+        }
+        if (!killed) {
+            QCOMPARE(twice, 0);
+            QVERIFY(step > 100);
+            break;
+        }
+    }
+}
+
 void TestImportSafety::aSourceThatVanishedIsTold() {
     const Scene scene;
     scene.program.openStore();
@@ -377,7 +449,7 @@ void TestImportSafety::aClosedStoreIsToldAndLeavesTheFiles() {
     RecordingScreen screen;
     QCOMPARE(divefiles::importdives(scene.program.folder, state, screen), ImportEnd::Failed);
     QVERIFY(screen.messages.value(0).contains(QLatin1String("The store is not open.")));
-    QCOMPARE(scene.program.names(QStringLiteral("dbtxt")), QStringList());
+    QCOMPARE(scene.program.names(QStringLiteral("dbtxt")), QStringList(kEarlierProfile));
     scene.program.openStore();
     QCOMPARE(scene.importTheRest(), 0);
 }

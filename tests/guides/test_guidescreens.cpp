@@ -114,6 +114,7 @@ private slots:
     void theStartRotatesTheBackups();
     void theMaintenanceRunsOnceInAProcess();
     void aSecondCopyLeavesTheBackupsAlone();
+    void theStartRemovesWhatAKilledImportLeftInDbtxt();
     void aDamagedStoreIsToldAndTheGuideStays();
 
     // tips
@@ -285,6 +286,21 @@ void TestGuideScreens::aSecondCopyLeavesTheBackupsAlone() {
     Stage<frmGetS> stage(false);
     stage.screen->load();
     QVERIFY(!stage.folder.has("backup.mdb"));
+}
+
+void TestGuideScreens::theStartRemovesWhatAKilledImportLeftInDbtxt() {
+    for (const bool first : {false, true}) { // a second copy leaves them to the first
+        Stage<frmGetS> stage(first);
+        stage.folder.put("import.note", "11A2B3C\n");
+        stage.folder.put("old/a.txt", "a dive");
+        stage.folder.put("dbtxt/11A2B3Ca.txt", "a dive");
+        stage.folder.put("dbtxt/11A2B3Cb.txt", "another");
+        stage.screen->load();
+        QCOMPARE(stage.folder.has("dbtxt/11A2B3Ca.txt"), !first);
+        QCOMPARE(stage.folder.has("import.note"), !first);
+        QVERIFY(stage.folder.has("dbtxt/11A2B3Cb.txt"));
+        process().database.close();
+    }
 }
 
 void TestGuideScreens::aDamagedStoreIsToldAndTheGuideStays() {

@@ -24,6 +24,12 @@ private slots:
     void databaseUpdateWithoutFilesTurnsTheButtonRed();
     void stopImportEndsTheRunAfterTheFileInHand();
     void closingTheScreenDuringAnImportEndsItAfterTheFileInHand();
+    void aListInSightIsShownAfreshWhereARunEndsBeforeItsTime();
+    void aFileWithoutVersionIsNamedAndMovedAside();
+    void aFileThatCannotBeMovedAsideIsTold();
+    void whatIsPassedByIsNamedOnTheCard();
+    void theFirstPassPaintsAndLetsKeysAndTicksWait();
+    void theEndBoxNamesAProfileThatIsNotInItsPlace();
     void manualFindImportsTheChosenFile();
     void manualFindRefusesAnotherExtension();
     void manualFindPassesACancelledDialogInSilence();
@@ -185,6 +191,122 @@ void TestMainScreenImport::closingTheScreenDuringAnImportEndsItAfterTheFileInHan
     QVERIFY(stage.folder.has("new/c.txt"));
     QVERIFY(!process().importing);
     QTRY_VERIFY(stage.main.isNull());
+}
+
+void TestMainScreenImport::aListInSightIsShownAfreshWhereARunEndsBeforeItsTime() {
+    for (const char* const fault : {"no-ver-no-recint.txt", "gas-6fields.txt"}) {
+        MainStage stage;
+        stage.main->showScreen();
+        stage.neighbours.diveListOnScreen = true;
+        stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+        stage.folder.put("new/b.txt", TestFolder::dive(fault));
+        stage.neighbours.asked.clear();
+        stage.main->Timer1_tick();
+        QCOMPARE(stage.dialogs.messages().size(), 1);
+        QCOMPARE(stage.neighbours.asked, (QStringList{"unloadDiveList", "showDiveList"}));
+        QVERIFY(stage.control<QLabel>("lbltotaldive")->text().contains(QLatin1String(" dives")));
+    }
+}
+
+void TestMainScreenImport::aFileWithoutVersionIsNamedAndMovedAside() {
+    MainStage stage;
+    stage.main->showScreen();
+    QVERIFY(!stage.control("cmdmovetocorrupt")->isVisible());
+    stage.folder.put("new/a.txt", TestFolder::dive("no-ver-no-recint.txt"));
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.folder.put("corrupt/a.txt", "another");
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Version or Interval not found !"});
+    auto* notice = stage.control<QLabel>("lblfoldernotice");
+    QVERIFY2(notice->isVisible() && notice->text().startsWith(QLatin1String("\"a.txt\" has neither")),
+             qPrintable(notice->text()));
+    QVERIFY(stage.control("cmdmovetocorrupt")->isVisible());
+    stage.main->Timer1_tick(); // it stays named
+    QVERIFY(notice->isVisible());
+    stage.click("cmdmovetocorrupt");
+    QVERIFY(!notice->isVisible());
+    QVERIFY(!stage.folder.has("new/a.txt"));
+    QCOMPARE(stage.folder.get("corrupt/a.txt"), "another");
+    QCOMPARE(stage.folder.get("corrupt/a-2.txt"), TestFolder::dive("no-ver-no-recint.txt"));
+    QCOMPARE(stage.folder.get("old/a.txt"), TestFolder::dive("no-ver-no-recint.txt"));
+    stage.dialogs.clear();
+    stage.click("Command4");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stage.folder.has("new/b.txt"));
+}
+
+void TestMainScreenImport::aFileThatCannotBeMovedAsideIsTold() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("no-ver-no-recint.txt"));
+    stage.main->Timer1_tick();
+    stage.dialogs.clear();
+    QDir(stage.folder.path("corrupt")).removeRecursively();
+    stage.folder.put("corrupt", "a file where the folder should be");
+    stage.click("cmdmovetocorrupt");
+    QVERIFY(
+        stage.dialogs.messages().value(0).startsWith(QLatin1String("The file \"a.txt\" cannot be moved")));
+    QVERIFY(stage.folder.has("new/a.txt"));
+    QVERIFY(stage.control("lblfoldernotice")->isVisible());
+    // Taken away by hand.
+    QVERIFY(QFile::remove(stage.folder.path("new/a.txt")));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.control("lblfoldernotice")->isVisible());
+}
+
+void TestMainScreenImport::whatIsPassedByIsNamedOnTheCard() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/.hidden.txt", TestFolder::dive("typical.txt"));
+    QVERIFY(QDir().mkpath(stage.folder.path("new/folder.txt")));
+    stage.main->Timer1_tick();
+    QVERIFY(stage.dialogs.asked().isEmpty());
+    QCOMPARE(stage.command4(), kRed);
+    QCOMPARE(stage.control<QLabel>("lblfoldernotice")->text(),
+             "Passed by in the folder new: \".hidden.txt\" (begins with a point), \"folder.txt\" (no "
+             "regular file)");
+    QVERIFY(stage.control("lblfoldernotice")->isVisible());
+    QVERIFY(!stage.control("cmdmovetocorrupt")->isVisible());
+}
+
+void TestMainScreenImport::theFirstPassPaintsAndLetsKeysAndTicksWait() {
+    MainStage stage;
+    stage.main->showScreen();
+    for (int i = 0; i < 60; ++i) {
+        stage.folder.put(qPrintable(QStringLiteral("new/%1.txt").arg(i)), "no dive");
+    }
+    stage.folder.put("new/zz.txt", QByteArray(48 * 1024 * 1024, 'x'));
+    struct Watch : QObject {
+        int paintings = 0;
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            paintings += event->type() == QEvent::Paint && !process().importing ? 1 : 0;
+            return QObject::eventFilter(watched, event);
+        }
+    } watch;
+    stage.control("lblcopying")->installEventFilter(&watch);
+    int ticks = 0;
+    benthor::platform::TickTimer timer(QStringLiteral("fast"), 1,
+                                       benthor::platform::TickTimer::Start::Enabled, stage.main.data());
+    connect(&timer, &benthor::platform::TickTimer::tick, stage.main.data(),
+            [&] { ticks += process().importing ? 0 : 1; });
+    stage.control("Frame2")->show();
+    stage.click("Command4");
+    QVERIFY2(watch.paintings >= 2, qPrintable(QString::number(watch.paintings)));
+    QCOMPARE(ticks, 0);
+    QVERIFY(!stage.control("lblcopying")->isVisible());
+    QCOMPARE(stage.control<QLabel>("lblcopying")->text(), "Keeping a copy of each: 61 of 61");
+}
+
+void TestMainScreenImport::theEndBoxNamesAProfileThatIsNotInItsPlace() {
+    MainStage stage;
+    stage.main->showScreen();
+    QDir(stage.folder.path("dbtxt")).removeRecursively();
+    stage.folder.put("dbtxt", "a file where the folder should be");
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(stage.dialogs.asked().first().below.contains(QLatin1String("\"a.txt\"")));
+    QVERIFY(!stage.folder.has("new/a.txt"));
 }
 
 void TestMainScreenImport::manualFindImportsTheChosenFile() {

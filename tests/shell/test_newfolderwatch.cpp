@@ -12,6 +12,9 @@ private slots:
     void divesWaitWhileTheUserIsAtAConnectedLinkScreen();
     void onlyARiseStartsAnImport_data();
     void onlyARiseStartsAnImport();
+    void theCardCountsInWords();
+    void theCardNamesWhatNoImportTakes();
+    void aLongNameIsShownWithoutItsMiddle();
 };
 
 void TestNewFolderWatch::divesWaitWhileTheUserIsAtAConnectedLinkScreen_data() {
@@ -48,6 +51,28 @@ void TestNewFolderWatch::onlyARiseStartsAnImport() {
     QFETCH(int, watched);
     QFETCH(bool, starts);
     QCOMPARE(startsImport(waiting, watched), starts);
+}
+
+void TestNewFolderWatch::theCardCountsInWords() {
+    QCOMPARE(waitingText(0), "No files wait");
+    QCOMPARE(waitingText(1), "1 file waits");
+    QCOMPARE(waitingText(7), "7 files wait");
+}
+
+void TestNewFolderWatch::theCardNamesWhatNoImportTakes() {
+    QCOMPARE(folderNotice({}, {}), QString());
+    QCOMPARE(folderNotice({}, QStringLiteral("x is passed by")), "x is passed by");
+    const QString both = folderNotice(QStringLiteral("a.txt"), QStringLiteral("x is passed by"));
+    QCOMPARE(both,
+             "\"a.txt\" has neither a version nor an interval: each import ends there.\nx is passed by");
+}
+
+void TestNewFolderWatch::aLongNameIsShownWithoutItsMiddle() {
+    QCOMPARE(shortenedName(QStringLiteral("a.txt")), "a.txt");
+    const QString name = shortenedName(QStringLiteral("begin") + QString(200, u'x') + QStringLiteral(".txt"));
+    QCOMPARE(name.size(), 39);
+    QVERIFY(name.startsWith(QLatin1String("begin")) && name.endsWith(QLatin1String(".txt")));
+    QVERIFY(folderNotice(QString(255, u'x'), {}).size() < 120);
 }
 
 QTEST_GUILESS_MAIN(TestNewFolderWatch)

@@ -1,5 +1,6 @@
 #include "divescreen.h"
 
+#include "divefiles/owedprofiles.h"
 #include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
@@ -28,6 +29,7 @@ private slots:
     void theGridHasThreeEmptyRowsBeforeTheFirstRecord();
     void theGridCarriesItsHeadings();
     void aMissingFileEndsTheLoadAndKeepsTheHead();
+    void aProfileThatAnImportOwesComesFromOld();
     void whatIsNoFileCountsAsMissing_data();
     void whatIsNoFileCountsAsMissing();
     void aDiveWithoutGasRowsSaysSoAndLoads();
@@ -100,6 +102,23 @@ void TestRbinterfaceLoad::aMissingFileEndsTheLoadAndKeepsTheHead() {
         told = told || (label->isVisible() && label->text().contains(QStringLiteral("dive.txt")));
     }
     QVERIFY(told);
+}
+
+/// Its copy into dbtxt failed when it was imported.
+void TestRbinterfaceLoad::aProfileThatAnImportOwesComesFromOld() {
+    DiveScreen bench;
+    bench.put(wholeDive({sampleLine(100)}));
+    const benthor::platform::ProgramFolder& folder = benthor::platform::ProgramFolder::current();
+    QVERIFY(QDir().mkpath(folder.path(u"old")));
+    QVERIFY(QFile::rename(bench.divePath(), folder.path(u"old", u"wreck.txt")));
+    const auto owed =
+        benthor::divefiles::owedprofile(folder, QStringLiteral("dive.txt"), QStringLiteral("wreck.txt"));
+    QVERIFY(owed.has_value());
+    benthor::divefiles::noteowed(benthor::process().database, *owed);
+    rbinterface& screen = bench.load();
+    QCOMPARE(bench.boxes.messages(), QStringList());
+    QCOMPARE(control<FlexGrid>(screen, "MSFlexGrid1").rows(), 5);
+    QVERIFY(QFile::exists(bench.divePath()));
 }
 
 void TestRbinterfaceLoad::whatIsNoFileCountsAsMissing_data() {

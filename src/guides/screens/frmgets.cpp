@@ -1,5 +1,6 @@
 #include "guides/screens/frmgets.h"
 
+#include "divefiles/importnote.h"
 #include "guides/screens/guidecard.h"
 #include "guides/screens/manual.h"
 #include "platform/look/look.h"
@@ -127,7 +128,8 @@ void frmGetS::loading() {
     next_->setFocus();
 }
 
-/// Before anything else touches the store: backups, packing, missing fields, the folder of dive texts.
+/// Before anything else touches the store: backups, packing, missing fields, the folder of dive texts and
+/// what an import left there.
 void frmGetS::maintainStore() {
     const ProgramFolder& folder = ProgramFolder::current();
     const auto tell = [this](const QString& text) { platform::dialogs().message(this, text); };
@@ -140,6 +142,7 @@ void frmGetS::maintainStore() {
     }
     skipErrors([&] { store::addmissingfields(folder.path(u"rb.mdb"), tell); });
     store::makedbtxt(folder);
+    divefiles::tidydbtxt(folder);
 }
 
 void frmGetS::showStep() {

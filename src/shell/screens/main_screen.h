@@ -132,11 +132,13 @@ private:
     void showWaiting(int waiting);
     int readNewFolder();
     void stopImport();
+    void movetocorrupt_click();
 
     Neighbours& neighbours_;
     int infochoice_ = kNoEntry;
     int filewatchcount_ = 0;
     std::unique_ptr<divefiles::ImportState> import_;
+    QString passedby_; ///< what of the folder `new` no import takes
     QString panelPicture_;
 
     QHash<int, look::EntryRow*> entries_;
@@ -152,6 +154,9 @@ private:
     look::LampDot* lblstatus_ = nullptr;
     QLabel* Text14_ = nullptr;
     QLabel* waiting_ = nullptr;
+    QWidget* folderRow_ = nullptr;
+    QLabel* folderNotice_ = nullptr;
+    QPushButton* movetocorrupt_ = nullptr;
     look::ToldButton* Command4_ = nullptr;
     QWidget* Frame4_ = nullptr;
     look::ClickableLabel* Image4_ = nullptr;
@@ -160,6 +165,7 @@ private:
     look::OverlayCard* Frame2_ = nullptr;
     look::ActivitySweep* sweep_ = nullptr;
     QLabel* lblprogress_ = nullptr;
+    QLabel* lblcopying_ = nullptr;
     QLabel* lblcurrentfile_ = nullptr;
     QLabel* lbltotalfiles_ = nullptr;
     QLabel* lbltotalsizes_ = nullptr;

@@ -1,6 +1,7 @@
 #include "shell/screens/main_screen.h"
 
 #include "divefiles/importer.h"
+#include "divefiles/waitingfiles.h"
 #include "link/linkstatus.h"
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
@@ -21,6 +22,8 @@
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
 #include <QPointer>
@@ -69,6 +72,23 @@ public:
         screen_.Frame2_->show();
     }
     void nofiles() override { screen_.showCommand4(false, false); }
+    void copying(int number, int files) override {
+        screen_.lblcopying_->setText(QStringLiteral("Keeping a copy of each: %1 of %2")
+                                         .arg(QString::number(number), QString::number(files)));
+        screen_.lblcopying_->show();
+        screen_.sweep_->advance();
+    }
+    /// Keys and clicks wait in their queue, ticks are held, and no line is served.
+    void paint() override {
+        constexpr int kPause = 30; // milliseconds
+        if (screen_.isUnloaded() || (painted_.isValid() && painted_.elapsed() < kPause)) {
+            return;
+        }
+        const platform::TickHold hold;
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::ExcludeSocketNotifiers);
+        painted_.start();
+    }
     void filelisted(const QString& name) override { screen_.List1_->addItem(name); }
     void totals(int files, qint64 bytes) override {
         screen_.lbltotalfiles_->setText(QString::number(files));
@@ -77,6 +97,7 @@ public:
     }
     void repaint() override { screen_.QWidget::repaint(); }
     void filebegins(int number, const QString& text) override {
+        screen_.lblcopying_->hide();
         screen_.lblcurrentfile_->setText(QString::number(number));
         screen_.lblprogress_->setText(text);
         screen_.lblprogress_->show();
@@ -90,9 +111,9 @@ public:
             screen_.stopimport_->setFocus();
         }
     }
-    void message(const QString& text) override {
+    void message(const QString& text, const QString& below) override {
         if (screen_.isLoaded()) {
-            platform::dialogs().message(&screen_, text, platform::BoxKind::Information);
+            platform::dialogs().message(&screen_, text, platform::BoxKind::Information, {}, below);
         }
     }
     void lastfiledone() override { screen_.lblprogress_->clear(); }
@@ -102,13 +123,23 @@ public:
             screen_.mnucurrentmain_click();
         }
     }
+    void runbroke() override {
+        if (screen_.isLoaded()) {
+            screen_.showinfopanel();
+            if (screen_.neighbours_.isDiveListOnScreen()) {
+                screen_.mnucurrentmain_click();
+            }
+        }
+    }
     void runends() override {
+        screen_.lblcopying_->hide();
         screen_.Frame2_->hide();
         screen_.stopimport_->setEnabled(false);
     }
 
 private:
     MainScreen& screen_;
+    QElapsedTimer painted_;
 };
 
 void MainScreen::buildProgress(QWidget* area) {
@@ -143,6 +174,9 @@ void MainScreen::buildProgress(QWidget* area) {
     file->addWidget(lbltotalsizes_);
     file->addWidget(look::makeCaption(QStringLiteral("bytes in all")));
     down->addLayout(file);
+    lblcopying_ = named(look::makeCaption(QString()), "lblcopying");
+    lblcopying_->hide();
+    down->addWidget(lblcopying_);
 
     sweep_ = new look::ActivitySweep;
     down->addWidget(sweep_);
@@ -183,9 +217,36 @@ void MainScreen::Command4_click() {
     }
 }
 
+/// Counts the files that an import takes, and remembers what it passes by.
 int MainScreen::readNewFolder() {
-    return static_cast<int>(
-        ProgramFolder::current().listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).size());
+    divefiles::WaitingFiles found = divefiles::waitingfiles(ProgramFolder::current());
+    for (divefiles::PassedBy& one : found.passedby) {
+        one.name = shortenedName(one.name);
+    }
+    passedby_ = divefiles::passedbytext(found.passedby);
+    if (!found.names.contains(import_->unreadable)) {
+        import_->unreadable.clear();
+    }
+    return static_cast<int>(found.names.size());
+}
+
+/// The file is kept twice before it goes; the others wait for the next import.
+void MainScreen::movetocorrupt_click() {
+    const QString name = import_->unreadable;
+    if (process().importing || name.isEmpty()) {
+        return;
+    }
+    const platform::FileResult moved = divefiles::movetocorrupt(ProgramFolder::current(), name);
+    if (!moved) {
+        platform::dialogs().message(
+            this,
+            QStringLiteral(
+                "The file \"%1\" cannot be moved to the folder \"corrupt\". It stays in the folder "
+                "\"new\".\n%2")
+                .arg(name, moved.error),
+            platform::BoxKind::Warning);
+    }
+    showWaiting(readNewFolder());
 }
 
 void MainScreen::showCommand4(bool green, bool enabled) {
@@ -193,11 +254,18 @@ void MainScreen::showCommand4(bool green, bool enabled) {
     Command4_->setEnabled(enabled);
 }
 
-/// The words beside the button; its colour is the tick's.
+/// The words beside the button, whose colour is the tick's, and what no import takes.
 void MainScreen::showWaiting(int waiting) {
-    waiting_->setText(waiting == 0   ? QStringLiteral("No files wait")
-                      : waiting == 1 ? QStringLiteral("1 file waits")
-                                     : QStringLiteral("%1 files wait").arg(waiting));
+    waiting_->setText(waitingText(waiting));
+    const QString notice = folderNotice(import_->unreadable, passedby_);
+    if (folderNotice_->text() == notice) {
+        return;
+    }
+    const bool blocked = !import_->unreadable.isEmpty();
+    folderNotice_->setText(notice);
+    look::setInk(folderNotice_, blocked ? look::Ink::Bad : look::Ink::Quiet);
+    movetocorrupt_->setVisible(blocked);
+    folderRow_->setVisible(!notice.isEmpty());
 }
 
 void MainScreen::Timer1_tick() {

@@ -282,6 +282,24 @@ QWidget* MainScreen::buildImportCard() {
     connect(Command4_, &QPushButton::clicked, this, &MainScreen::Command4_click);
     across->addWidget(Command4_);
     card->body()->addLayout(across);
+
+    folderRow_ = new QWidget;
+    auto* below = new QHBoxLayout(folderRow_);
+    below->setContentsMargins({});
+    below->setSpacing(look::spaceBase);
+    folderNotice_ = named(look::makeCaption(QString()), "lblfoldernotice");
+    folderNotice_->setTextFormat(Qt::PlainText);
+    folderNotice_->setWordWrap(true);
+    below->addWidget(folderNotice_, 1);
+    movetocorrupt_ = new QPushButton(QStringLiteral("Move to corrupt"));
+    movetocorrupt_->setObjectName(QStringLiteral("cmdmovetocorrupt"));
+    movetocorrupt_->setToolTip(
+        QStringLiteral("Takes the file out of the folder new, so that the others come in. "
+                       "It is kept in the folders corrupt and old"));
+    connect(movetocorrupt_, &QPushButton::clicked, this, &MainScreen::movetocorrupt_click);
+    below->addWidget(movetocorrupt_, 0, Qt::AlignTop);
+    folderRow_->hide();
+    card->body()->addWidget(folderRow_);
     return card;
 }
 

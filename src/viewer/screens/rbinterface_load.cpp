@@ -1,3 +1,4 @@
+#include "divefiles/owedprofiles.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/programfolder.h"
@@ -57,12 +58,14 @@ QDateTime fieldMoment(const Recordset& row, QStringView name) {
     return moment;
 }
 
-/// The bytes of a dive file in the folder dbtxt; nothing when it is not found.
+/// The bytes of a dive file in the folder dbtxt, or of its copy in `old` where an import owes the one in
+/// dbtxt; nothing when it is not found.
 std::optional<QByteArray> diveFile(const QString& name) {
     if (name.size() < kShortestName || name.contains(u'/')) {
         return std::nullopt;
     }
-    return platform::readFile(platform::ProgramFolder::current().path(u"dbtxt", name), kMostBytes);
+    return platform::readFile(
+        divefiles::profilepath(platform::ProgramFolder::current(), process().database, name), kMostBytes);
 }
 
 } // namespace
