@@ -65,7 +65,10 @@ logbook::rbmain* DiveScreens::makeList() {
     auto* screen = new logbook::rbmain;
     host_.watchEnd(*screen);
     screen->setKeeper([this](const QStringList& dives) { return storeDetailsOf(dives); });
-    QObject::connect(screen, &logbook::rbmain::diveOpened, screen, [this] { openDive(); });
+    QObject::connect(screen, &logbook::rbmain::diveOpened, screen, [this] {
+        openedFrom_ = rbmain.get().otherStore();
+        openDive();
+    });
     QObject::connect(screen, &logbook::rbmain::reloadWanted, screen, [this] {
         const Handover handover(host_);
         const QString word = closeWhatIsDeleted();
@@ -177,6 +180,15 @@ void DiveScreens::unitMayHaveChanged() {
 /// Details left open for another dive are stored and make way.
 void DiveScreens::showDetails() {
     const DiveIdentity dive = rbinterface.get().dive();
+    if (!openedFrom_.isEmpty() && openedFrom_ == process().storepath) {
+        platform::dialogs().message(
+            &rbinterface.get(),
+            QStringLiteral(
+                "The dive was opened from another dive store: %1\n\nDetails are written in your own "
+                "logbook alone. \"Back to my logbook\" in the dive list shows it.")
+                .arg(openedFrom_));
+        return;
+    }
     if (isGone(dive)) {
         platform::dialogs().message(
             &rbinterface.get(),
@@ -209,6 +221,7 @@ void DiveScreens::leaveDetails() {
         return;
     }
     takeInHand(dive);
+    openedFrom_.clear();
     openDive();
 }
 

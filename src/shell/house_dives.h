@@ -64,6 +64,8 @@ private:
     QString closeWhatIsDeleted();
 
     DiveHost& host_;
+    QString openedFrom_; ///< the other store whose list the dive on the screen was opened from; empty: the
+                         ///< own one
     std::optional<viewer::ViewerState> resumed_; ///< of the dive screen that is about to be loaded anew
 };
 

@@ -210,12 +210,15 @@ void TestRbmainLoad::aChosenStoreServesTheListAlone() {
     QCOMPARE(world.column(0), (QStringList{diveNumber(7), diveNumber(8)}));
     QCOMPARE(world.labelText("Label16"), QStringLiteral("\rMain Profile - Error in interval number!"));
     QCOMPARE(process().database.path(), world.folder.path(u"rb.mdb"));
+    QCOMPARE(world.list.get().otherStore(), other);
     world.dialogs.answer(true);
-    world.trigger("mnuDeleteDive");
+    world.trigger("mnuDeleteDive"); // looked at, and no more
+    QCOMPARE(world.dialogs.messages().size(), 1);
+    QVERIFY(world.dialogs.messages().first().contains(other));
     QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM main"), 1);
     platform::Database store;
     store.open(other);
-    QCOMPARE(store.openRecordset("SELECT * FROM main").recordCount(), 1);
+    QCOMPARE(store.openRecordset("SELECT * FROM main").recordCount(), 2);
 }
 
 void TestRbmainLoad::aChosenStoreThatCannotBeShownIsRefused_data() {

@@ -2,6 +2,7 @@
 // without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
 
 #include "platform/chart/chart.h"
+#include "platform/files.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
@@ -152,6 +153,21 @@ void diveScreen(Album& album, const QString& suffix) {
     settle();
 }
 
+/// The list on a copy of the store, as on an older backup.
+void otherStore(Album& album, tests::ScriptedDialogs& dialogs) {
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    const QString other = folder.path(u"older logbook.mdb");
+    if (!platform::copyFile(folder.path(u"rb.mdb"), other)) {
+        qFatal("the other store cannot be made");
+    }
+    dialogs.answerFile(other);
+    control<QAction>("main", "mnuOpen")->trigger();
+    settle();
+    album.add("rbmain", QStringLiteral("rbmain-otherstore"));
+    control<QAbstractButton>("rbmain", "cmdownlogbook")->click();
+    settle();
+}
+
 /// The gas screen with a gas in hand, in both units, its debug texts and a wide window.
 void gasScreen(Album& album) {
     const QSize own;
@@ -196,6 +212,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QCheckBox>("rbmain", "Option1")->setChecked(true);
     album.add("rbmain", QStringLiteral("rbmain-publish"));
     control<QAbstractButton>("rbmain", "Picture5(0)")->click();
+    otherStore(album, dialogs);
     diveScreen(album, QStringLiteral("-metres"));
     openDive(QStringLiteral("Cave1.txt"));
     check("Check6");

@@ -341,6 +341,9 @@ private slots:
         choice.depthunit = QStringLiteral("metre"); // as behind an export
         QCOMPARE(pointTip(dive.profile, dive.gases, dive.gasname, 4, choice).lines,
                  QStringList({"30.1metre", "Gas: Air", "Ceiling: 9.6metre", "Water Temp: 68C"}));
+        choice.feet = true; // the screen knows how its samples were read
+        QCOMPARE(pointTip(dive.profile, dive.gases, dive.gasname, 4, choice).lines,
+                 QStringList({"30.1metre", "Gas: Air", "Ceiling: 9.6metre", "Water Temp: 68F"}));
     }
 
     void theBoxStandsBesideTheCursorAndChangesSides() {

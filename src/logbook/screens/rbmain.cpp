@@ -4,6 +4,7 @@
 #include "logbook/chosenrows.h"
 #include "logbook/divelist.h"
 #include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/otherstoreband.h"
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/publishpanel.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -11,8 +12,10 @@
 #include "platform/screen/dialogs.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/diveidentity.h"
 #include "store/diveinhand.h"
 
+#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
 
@@ -27,6 +30,12 @@ namespace {
 constexpr int kTimer3Milliseconds = 1000;
 constexpr int kSystemId = 18;
 constexpr int kNameColumn = 4;
+
+/// Links and other spellings of the path lead to it, too.
+bool isOwnStore(const QString& path) {
+    const QString own = QFileInfo(ProgramFolder::current().path(u"rb.mdb")).canonicalFilePath();
+    return !own.isEmpty() && QFileInfo(path).canonicalFilePath() == own;
+}
 
 QString cannotOpen() {
     return QStringLiteral("System cannot open Dive Profile, Dive contains error !");
@@ -66,23 +75,34 @@ void rbmain::unloading() {
 }
 
 /// The store chosen for the list alone leaves the process's own where it is. One that cannot be shown is
-/// refused, and the list stands on the process's own.
+/// refused, and the list stands on the process's own. The program's own store is no other one, by whatever
+/// name it was chosen.
 void rbmain::openstore() {
+    const QString path = process().storepath;
     try {
-        if (!process().storepath.isEmpty()) {
-            chosenStore_.open(process().storepath);
+        if (!path.isEmpty() && !isOwnStore(path)) {
+            chosenStore_.open(path);
             chosenStore_.fieldCount(QStringLiteral("main"));
-            ownStore_ = true;
+            otherStore_ = path;
         }
     } catch (const StoreError& error) {
         chosenStore_.close();
         process().storepath.clear();
         refusedStore_ = error.text();
     }
-    setWindowTitle(ownStore_ ? QStringLiteral("My Dives - ") + process().storepath
-                             : QStringLiteral("My Dives"));
+    setWindowTitle(isElsewhere() ? QStringLiteral("My Dives - ") + path : QStringLiteral("My Dives"));
+    storeBand_->showStore(otherStore_);
+    if (!refusedStore_.isEmpty()) {
+        storeBand_->showRefused(path);
+    }
+    if (!isElsewhere()) {
+        openOwnStore();
+    }
+}
+
+void rbmain::openOwnStore() {
     try {
-        if (!ownStore_ && !process().database.isOpen()) {
+        if (!process().database.isOpen()) {
             process().database.open(ProgramFolder::current().root() + QStringLiteral("/rb.mdb"));
         }
     } catch (const StoreError& error) {
@@ -90,8 +110,31 @@ void rbmain::openstore() {
     }
 }
 
+void rbmain::leaveOtherStore() {
+    process().storepath.clear();
+    emit reloadWanted();
+}
+
+/// True where the list stands on another store; the user has then been told that nothing is done there.
+bool rbmain::refuseElsewhere(const QString& deed) {
+    if (isElsewhere()) {
+        platform::dialogs().message(
+            this, QStringLiteral(
+                      "Another dive store is shown: %1\n\n%2 \"Back to my logbook\" shows your own dives.")
+                      .arg(otherStore_, deed));
+    }
+    return isElsewhere();
+}
+
+/// Whether the own store has under that identifier the dive that the chosen store has there. Of a dive of
+/// which neither the device nor an import has said anything, nobody knows.
+bool rbmain::isOwnDive(const QString& diveid) {
+    const store::DiveIdentity dive = store::identifydive(chosenStore_, diveid);
+    return dive.isKnown() && store::finddive(process().database, dive);
+}
+
 platform::Database& rbmain::store() {
-    return ownStore_ ? chosenStore_ : process().database;
+    return isElsewhere() ? chosenStore_ : process().database;
 }
 
 void rbmain::Timer3_tick() {
@@ -100,6 +143,12 @@ void rbmain::Timer3_tick() {
     QString text = QStringLiteral("No dives in database. Please download dives using Download to PC Window.");
     if (!storeFault_.isEmpty()) {
         text += QStringLiteral("\n\n") + storeFault_;
+    }
+    if (isElsewhere()) {
+        text += QStringLiteral(
+                    "\n\nThe store that was opened is empty: %1\nMy Dives goes back to your own logbook.")
+                    .arg(otherStore_);
+        process().storepath.clear();
     }
     platform::dialogs().message(this, text);
     unload();
@@ -117,10 +166,18 @@ void rbmain::cmdgo_click() {
     // A dive that is refused leaves the one in hand that other screens have opened.
     store::DiveInHand inHand(diveid.isEmpty() ? QStringLiteral("D0000001") : diveid);
     try {
-        store::openmain(
-            store(), platform::sqlWith("SELECT * FROM main WHERE DiveID = '", process().currentdiveid, "'"));
+        if (isElsewhere() && !isOwnDive(process().currentdiveid)) {
+            refuseElsewhere(
+                QStringLiteral("Its dive %1 is not the one of that number in your own logbook and cannot be "
+                               "opened from here.")
+                    .arg(process().currentdiveid));
+            return;
+        }
+        // What is opened is the own store's.
+        store::openmain(process().database, platform::sqlWith("SELECT * FROM main WHERE DiveID = '",
+                                                              process().currentdiveid, "'"));
         process().divesystem = process().mainrecordset.value(kSystemId).text();
-        divefiles::checkdive(store());
+        divefiles::checkdive(process().database);
     } catch (const StoreError& error) {
         platform::dialogs().message(this, cannotOpen() + QStringLiteral("\n\n") + error.text());
         return;
@@ -157,6 +214,9 @@ QString rbmain::chosenNames() const {
 
 void rbmain::cmdelete_click() {
     const Routine routine(*this);
+    if (refuseElsewhere(QStringLiteral("No dive is deleted there."))) {
+        return;
+    }
     const QStringList dives = chosenDives();
     if (dives.isEmpty()) {
         platform::dialogs().message(this, QStringLiteral("Please reselect message to delete."));

@@ -25,6 +25,7 @@ class Mailer;
 namespace benthor::logbook {
 
 class ListToolBar;
+class OtherStoreBand;
 class PublishPanel;
 class SummaryStrip;
 
@@ -43,6 +44,11 @@ public:
 
     /// Why the store that `storepath` named is not the one of the list; empty when it is.
     QString refusedStore() const { return refusedStore_; }
+
+    /// Path of the store that the list stands on, where it is not the program's own; else empty. Its dives
+    /// are looked at: they are neither deleted nor sent, and only one that is the own store's, too, is
+    /// opened.
+    QString otherStore() const { return otherStore_; }
 
     /// What happens before dives are deleted: `keeper` stores what is being typed of them and returns why a
     /// dive must stay, or nothing.
@@ -103,6 +109,11 @@ private:
     // store
     platform::Database& store();
     void openstore();
+    void openOwnStore();
+    void leaveOtherStore();
+    bool isElsewhere() const { return !otherStore_.isEmpty(); }
+    bool refuseElsewhere(const QString& deed);
+    bool isOwnDive(const QString& diveid);
 
     // filling
     void sortBy(const QString& key);
@@ -131,6 +142,7 @@ private:
     QString chosenNames() const;
 
     ListToolBar* bar_ = nullptr;
+    OtherStoreBand* storeBand_ = nullptr;
     platform::FlexGrid* MSFlexGrid1_;
     look::FaultFrame* Frame2_ = nullptr;
     QLabel* Label16_ = nullptr;
@@ -145,7 +157,7 @@ private:
     platform::TickTimer Timer3_;
 
     platform::Database chosenStore_; ///< open only while `storepath` names one
-    bool ownStore_ = false;
+    QString otherStore_;             ///< path of the chosen store while the list stands on it
     QString refusedStore_;
     std::function<QString(const QStringList& dives)> keeper_;
     QString storeFault_; ///< why the store cannot be read; empty when it can

@@ -2,6 +2,7 @@
 
 #include "logbook/chosenrows.h"
 #include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/otherstoreband.h"
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/problemlabel.h"
 #include "logbook/screens/publishpanel.h"
@@ -156,6 +157,8 @@ void rbmain::buildBody() {
     middle->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceSmall);
     middle->setSpacing(look::spaceSmall);
     column->addLayout(middle, 1);
+    storeBand_ = new OtherStoreBand;
+    middle->addWidget(storeBand_);
     middle->addWidget(new TableCard(MSFlexGrid1_), 1);
     Label16_ = new ProblemLabel;
     Label16_->setObjectName(QStringLiteral("Label16"));
@@ -190,6 +193,7 @@ void rbmain::connectControls() {
     connect(bar_->open(), &QAbstractButton::clicked, this, &rbmain::cmdgo_click);
     connect(bar_->remove(), &QAbstractButton::clicked, this, &rbmain::cmdelete_click);
     connect(bar_->close(), &QAbstractButton::clicked, this, &rbmain::cmdclose_click);
+    connect(storeBand_, &OtherStoreBand::backWanted, this, &rbmain::leaveOtherStore);
     connect(bar_->toLink(), &look::ClickableLabel::clicked, this, &rbmain::linkWanted);
     connect(bar_->toMain(), &look::ClickableLabel::clicked, this, &rbmain::mainWanted);
     connect(bar_->sort(), &look::SegmentedChoice::chosen, this, &rbmain::runSort);

@@ -53,6 +53,9 @@ void rbmain::foldPublish(bool open) {
 
 void rbmain::publishDive() {
     const Routine routine(*this);
+    if (refuseElsewhere(QStringLiteral("No dive is sent from there."))) {
+        return;
+    }
     if (MSFlexGrid1_->row() < 1) {
         return;
     }
