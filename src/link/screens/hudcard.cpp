@@ -80,7 +80,9 @@ void HudCard::sync(const Console& console) {
     showVisible(this, console.Frame4Visible);
     for (size_t i = 0; i < numbers_.size(); ++i) {
         const QString& value = console.Text16.at(i + kFirstText16);
-        showText(numbers_.at(i), value.isEmpty() ? QStringLiteral("–") : value);
+        showText(numbers_.at(i), value);
+        numbers_.at(i)->setStandIn(value.isEmpty() ? look::NumberAndUnit{QStringLiteral("–"), {}}
+                                                   : look::NumberAndUnit());
     }
     scale_->setValues(alarmValues(console));
 }
