@@ -135,7 +135,7 @@ void DiveScreens::reloadDiveView(bool keepsView) {
     const Handover handover(host_);
     const QPointer<QWidget> active = QApplication::activeWindow();
     const bool elsewhere = keepsView && active != nullptr && active != &before;
-    const bool minimized = keepsView && before.isMinimized();
+    const Qt::WindowStates window = before.windowState() & ~Qt::WindowActive;
     if (isGone(before.dive())) {
         showList();
         return;
@@ -146,15 +146,14 @@ void DiveScreens::reloadDiveView(bool keepsView) {
         resumed_ = before.state();
     }
     rbinterface.unload();
-    if (!elsewhere && !minimized) {
-        rbinterface.showInFront();
+    rbinterface.show();
+    if (!rbinterface.isLoaded()) {
         return;
     }
-    rbinterface.show();
-    if (minimized && rbinterface.isLoaded()) {
-        rbinterface.get().showMinimized();
-    }
-    if (active != nullptr) {
+    rbinterface.get().setWindowState(window);
+    if (!elsewhere && !rbinterface.get().isMinimized()) {
+        rbinterface.get().bringToFront();
+    } else if (active != nullptr) {
         active->raise();
         active->activateWindow();
     }

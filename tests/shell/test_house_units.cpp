@@ -52,6 +52,7 @@ class TestHouseUnits : public QObject {
 private slots:
     void theMainScreensUnitLoadsTheOpenDiveAnew();
     void theDiveKeepsItsRowAndItsView();
+    void theWindowStaysAsLargeAsItWas();
     void itsOwnSwitchWorksAfterwards();
     void theGasScreensUnitReachesTheOpenDiveAndStays();
     void aDevicesUnitReachesTheOpenDive();
@@ -92,6 +93,19 @@ void TestHouseUnits::theDiveKeepsItsRowAndItsView() {
     QVERIFY(control<QAction>("rbinterface", "mnuSpread")->isChecked());
     QVERIFY(control<QCheckBox>("rbinterface", "Check8")->isChecked());
     QVERIFY(!control<QCheckBox>("rbinterface", "Check1")->isChecked());
+}
+
+void TestHouseUnits::theWindowStaysAsLargeAsItWas() {
+    OnALongDive program;
+    loaded("rbinterface")->showMaximized();
+    control<QAction>("main", "mnuFeet")->trigger();
+    QVERIFY(loaded("rbinterface")->isMaximized());
+    control<QRadioButton>("rbinterface", "Option2")->click();
+    QVERIFY(loaded("rbinterface")->isMaximized());
+    loaded("rbinterface")->showMinimized();
+    control<QAction>("main", "mnuFeet")->trigger();
+    QVERIFY(loaded("rbinterface")->isMinimized());
+    QVERIFY(OnALongDive::inFeet());
 }
 
 void TestHouseUnits::itsOwnSwitchWorksAfterwards() {
