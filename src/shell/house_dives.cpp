@@ -146,10 +146,12 @@ void DiveScreens::reloadDiveView(bool keepsView) {
         resumed_ = before.state();
     }
     rbinterface.unload();
-    rbinterface.show();
+    rbinterface.get();
     if (!rbinterface.isLoaded()) {
         return;
     }
+    rbinterface.get().setAttribute(Qt::WA_ShowWithoutActivating, elsewhere);
+    rbinterface.show();
     rbinterface.get().setWindowState(window);
     if (!elsewhere && !rbinterface.get().isMinimized()) {
         rbinterface.get().bringToFront();
