@@ -75,16 +75,19 @@ QSet<QString> namesinuse(platform::Database& database) {
     return names;
 }
 
-void removeleftovers(const ProgramFolder& folder, const QSet<QString>& inuse, const QStringList& stamps) {
+/// False where one could not be removed.
+bool removeleftovers(const ProgramFolder& folder, const QSet<QString>& inuse, const QStringList& stamps) {
     const KeptCopies kept(folder);
     const QStringList copies = folder.listFiles(QStringLiteral("dbtxt"), QStringLiteral("*"));
+    bool all = true;
     for (const QString& name : copies) {
         const QString path = folder.path(u"dbtxt", name);
         if (hasStamp(name, stamps) && !inuse.contains(name.toCaseFolded()) && kept.hold(path)) {
-            static_cast<void>(platform::removeFile(path));
+            all = platform::removeFile(path).ok() && all;
         }
     }
     static_cast<void>(platform::syncFolder(folder.path(u"dbtxt")));
+    return all;
 }
 
 } // namespace
@@ -117,8 +120,7 @@ void tidydbtxt(const ProgramFolder& folder) {
         platform::Database database;
         database.open(store);
         const QStringList stamps = notedstamps(folder);
-        if (!stamps.isEmpty()) {
-            removeleftovers(folder, namesinuse(database), stamps);
+        if (!stamps.isEmpty() && removeleftovers(folder, namesinuse(database), stamps)) {
             writestamps(folder, {});
         }
         bringowedprofiles(folder, database);

@@ -1,11 +1,14 @@
 #include "divefiles/importer.h"
 #include "divefiles/importnote.h"
 #include "divefiles/owedprofiles.h"
+#include "divefiles/waitingfiles.h"
 #include "platform/clock.h"
 #include "platform/faultpoint.h"
 #include "tests/divefiles/recordingscreen.h"
 #include "tests/support/killed.h"
 #include "tests/support/programfixture.h"
+
+#include <algorithm>
 
 using namespace benthor;
 using divefiles::ImportEnd;
@@ -57,6 +60,8 @@ private slots:
     void aStartTouchesNothingElseInDbtxt();
     void aStartThatCannotReadTheStoreLeavesAllForTheNext();
     void killedAtAnyStepOfTheTidyingNothingIsLost();
+    void aTidyingThatFailsAtAnyStepLosesNothing();
+    void killedAtAnyStepAFileThatIsMovedAsideStandsInFull();
 
 private:
     ImportEnd import() {
@@ -95,6 +100,9 @@ private:
         divefiles::tidydbtxt(program_->folder);
         program_->openStore();
     }
+    void leaveThree();
+    void verifyThree();
+    void verifyTidied();
     QString notePath() const { return program_->folder.path(u"import.note"); }
 
     std::unique_ptr<platform::FixedClock> clock_;
@@ -391,39 +399,104 @@ void TestImportLeftovers::aStartThatCannotReadTheStoreLeavesAllForTheNext() {
     program_->openStore();
 }
 
+/// Three leftovers of a killed run, of which a dive names the second, and a profile that is owed.
+void TestImportLeftovers::leaveThree() {
+    cleanup();
+    init();
+    importOwed("owed.txt", goodDive("812345670"));
+    for (int i = 0; i < 3; ++i) {
+        const QByteArray bytes = goodDive(QByteArray::number(812345671 + i));
+        program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3C%1.txt").arg(i), bytes);
+        program_->put(QStringLiteral("old"), QStringLiteral("%1.txt").arg(i), bytes);
+    }
+    process().database.execute("INSERT INTO main (DiveID, dbtxtname) VALUES ('D7', '11A2B3C1.txt')");
+    QVERIFY(platform::writeFileWhole(notePath(), "11A2B3C\n"));
+    process().database.close();
+}
+
+void TestImportLeftovers::verifyThree() {
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("%1.txt").arg(i)),
+                 goodDive(QByteArray::number(812345671 + i)));
+    }
+    QCOMPARE(dbtxt("11A2B3C1.txt"), goodDive("812345672"));
+}
+
+/// Another start ends it, whatever came in between.
+void TestImportLeftovers::verifyTidied() {
+    divefiles::tidydbtxt(program_->folder);
+    verifyThree();
+    QCOMPARE(program_->names(QStringLiteral("dbtxt")), QStringList({"11A2B3C1.txt", "11A2B3Cowed.txt"}));
+    QCOMPARE(dbtxt("11A2B3Cowed.txt"), goodDive("812345670"));
+    QVERIFY(!QFile::exists(notePath()));
+    program_->openStore();
+    QCOMPARE(owed(), 0);
+}
+
 void TestImportLeftovers::killedAtAnyStepOfTheTidyingNothingIsLost() {
-    for (int step = 1;; ++step) {
-        cleanup();
-        init();
-        importOwed("owed.txt", goodDive("812345670"));
-        for (int i = 0; i < 3; ++i) {
-            const QByteArray bytes = goodDive(QByteArray::number(812345671 + i));
-            program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3C%1.txt").arg(i), bytes);
-            program_->put(QStringLiteral("old"), QStringLiteral("%1.txt").arg(i), bytes);
-        }
-        process().database.execute("INSERT INTO main (DiveID, dbtxtname) VALUES ('D7', '11A2B3C1.txt')");
-        QVERIFY(platform::writeFileWhole(notePath(), "11A2B3C\n"));
-        process().database.close();
-        const bool killed = tests::isKilledAt(step, [&] { divefiles::tidydbtxt(program_->folder); });
-        for (int i = 0; i < 3; ++i) {
-            QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("%1.txt").arg(i)),
-                     goodDive(QByteArray::number(812345671 + i)));
-        }
-        QCOMPARE(dbtxt("11A2B3C1.txt"), goodDive("812345672"));
-        divefiles::tidydbtxt(program_->folder);
-        QCOMPARE(program_->names(QStringLiteral("dbtxt")), QStringList({"11A2B3C1.txt", "11A2B3Cowed.txt"}));
-        QCOMPARE(dbtxt("11A2B3Cowed.txt"), goodDive("812345670"));
-        QVERIFY(!QFile::exists(notePath()));
-        program_->openStore();
-        QCOMPARE(owed(), 0);
+    bool killed = true;
+    int step = 1;
+    for (; killed; ++step) {
+        leaveThree();
+        killed = tests::isKilledAt(step, [&] { divefiles::tidydbtxt(program_->folder); });
+        verifyThree();
+        verifyTidied();
         if (QTest::currentTestFailed()) {
             QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
         }
-        if (!killed) {
-            QVERIFY(step > 8);
-            break;
+    }
+    QVERIFY(step > 8);
+}
+
+void TestImportLeftovers::aTidyingThatFailsAtAnyStepLosesNothing() {
+    for (const bool fromThenOn : {false, true}) {
+        bool reached = true;
+        for (int step = 1; reached; ++step) {
+            leaveThree();
+            int count = 0;
+            {
+                const platform::FaultInjection fault([&](std::string_view) {
+                    ++count;
+                    return count == step || (fromThenOn && count > step) ? EIO : 0;
+                });
+                divefiles::tidydbtxt(program_->folder);
+            }
+            reached = count >= step;
+            verifyThree();
+            verifyTidied();
+            if (QTest::currentTestFailed()) {
+                QFAIL(qPrintable(QStringLiteral("failed at step %1").arg(step)));
+            }
         }
     }
+}
+
+void TestImportLeftovers::killedAtAnyStepAFileThatIsMovedAsideStandsInFull() {
+    const QByteArray bytes = "Start,812345678\r\n";
+    const auto standsIn = [&](const char* where) {
+        const QString folder = QString::fromLatin1(where);
+        const QStringList names = program_->names(folder);
+        return std::any_of(names.begin(), names.end(),
+                           [&](const QString& name) { return program_->bytesOf(folder, name) == bytes; });
+    };
+    bool killed = true;
+    int step = 1;
+    for (; killed; ++step) {
+        cleanup();
+        init();
+        putWaiting("a.txt", bytes);
+        program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "another");
+        program_->put(QStringLiteral("corrupt"), QStringLiteral("a.txt"), "another");
+        process().database.close();
+        killed = tests::isKilledAt(
+            step, [&] { divefiles::movetocorrupt(program_->folder, QStringLiteral("a.txt")); });
+        QVERIFY2(standsIn("new") || (standsIn("old") && standsIn("corrupt")),
+                 qPrintable(QString::number(step)));
+        QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), "another");
+        QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), "another");
+        QVERIFY(killed || !standsIn("new"));
+    }
+    QVERIFY(step > 8);
 }
 
 QTEST_GUILESS_MAIN(TestImportLeftovers)

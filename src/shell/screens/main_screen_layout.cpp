@@ -245,11 +245,13 @@ QWidget* MainScreen::buildLinkCard() {
     across->addWidget(iconLabel("plug"));
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
+    words->addStretch(1); // the card beside it may be higher
     words->addWidget(look::makeCaption(QStringLiteral("Device link")));
     lblstatus_ = new look::LampDot;
     named(lblstatus_, "lblstatus");
     lblstatus_->setText(QStringLiteral("Searching"));
     words->addWidget(lblstatus_);
+    words->addStretch(1);
     across->addLayout(words);
     across->addStretch(1);
     Text14_ =
