@@ -120,6 +120,7 @@ void TestImportLeftovers::aCopyIntoDbtxtThatFailsOnceIsMadeBeforeTheSourceGoes()
             [&](std::string_view step) { return step == "rename" && ++renames == 3 ? EIO : 0; });
         QCOMPARE(import(), ImportEnd::Done);
     }
+    QCOMPARE(renames, 4); // that of dbtxt once more
     QCOMPARE(dbtxt("11A2B3Ca.txt"), goodDive());
     QCOMPARE(screen_.belows, QStringList(QString()));
     QCOMPARE(owed(), 0);
@@ -193,6 +194,7 @@ void TestImportLeftovers::aStaleCopyGivesWayToAnOwedProfile() {
             [&](std::string_view step) { return step == "rename" && ++renames == 6 ? EIO : 0; });
         QCOMPARE(import(), ImportEnd::Done);
     }
+    QCOMPARE(renames, 6);
     QVERIFY(screen_.belows.first().contains(QLatin1String("a.txt")));
     QCOMPARE(dbtxt("11A2B3Ca.txt"), "half of what is still being wri");
     QCOMPARE(profile(QStringLiteral("11A2B3Ca.txt")), program_->folder.path(u"dbtxt", u"11A2B3Ca.txt"));
