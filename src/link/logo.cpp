@@ -1,5 +1,6 @@
 #include "link/logo.h"
 
+#include "platform/filename.h"
 #include "platform/programfolder.h"
 
 #include <QDir>
@@ -18,7 +19,7 @@ constexpr qsizetype kCharactersDropped = 5;
 /// -1 for a file that cannot be opened.
 qint64 lengthOf(const QString& path) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.size() : -1;
+    return platform::isFile(path) && file.open(QIODevice::ReadOnly) ? file.size() : -1;
 }
 
 /// A converter that does not run is no matter for a box: the user may still convert by other means.
@@ -28,7 +29,9 @@ QString startConverter(LinkHost& host, const QString& name) {
         return QStringLiteral("No logo converter was found beside the program or on the path, so the "
                               "converted file will not be there.");
     }
-    if (!host.startProgram(converter, {name}, platform::ProgramFolder::current().root())) {
+    // A name must not pass for an option.
+    const QString bitmap = name.startsWith(u'-') ? QStringLiteral("./") + name : name;
+    if (!host.startProgram(converter, {bitmap}, platform::ProgramFolder::current().root())) {
         return QStringLiteral(
                    "The logo converter can't be started, so the converted file will not be there: ") +
                converter;

@@ -2,6 +2,7 @@
 
 #include "divefiles/validators.h"
 #include "logbook/divelist.h"
+#include "platform/filename.h"
 #include "shell/process.h"
 #include "store/diveinhand.h"
 
@@ -19,7 +20,7 @@ bool holdsFigures(const QString& fieldname) {
 
 void copytocorrupt(const platform::ProgramFolder& folder, const QString& location) {
     // The diver may have given the dive a name that is no file's.
-    if (location.isEmpty() || location.contains(QLatin1Char('/'))) {
+    if (!platform::isFileName(location)) {
         return;
     }
     const QString kept = folder.path(u"old", location);

@@ -1,8 +1,7 @@
 #include "logbook/publish.h"
 
+#include "platform/filename.h"
 #include "platform/textformat.h"
-
-#include <QFile>
 
 namespace benthor::logbook {
 
@@ -13,16 +12,11 @@ using platform::ProgramFolder;
 constexpr qsizetype kSheetColumns = 8;
 constexpr qsizetype kEnding = 3;
 
-/// A name of a file, not a way to somewhere else.
-bool isFileName(const QString& name) {
-    return !name.isEmpty() && !name.contains(QLatin1Char('/'));
-}
-
 QString divefile(const ProgramFolder& folder, const QString& location) {
-    if (isFileName(location)) {
+    if (platform::isFileName(location)) {
         for (const char* where : {"old", "corrupt"}) {
             const QString path = folder.path(QString::fromLatin1(where), location);
-            if (QFile::exists(path)) {
+            if (platform::isFile(path)) {
                 return path;
             }
         }
@@ -34,14 +28,14 @@ QString divefile(const ProgramFolder& folder, const QString& location) {
 /// name where that gives none.
 QStringList pictures(const ProgramFolder& folder, const PublishedDive& dive) {
     for (const QString& name : {dive.dbtxtname, dive.location}) {
-        if (!isFileName(name)) {
+        if (!platform::isFileName(name)) {
             continue;
         }
         const QString base = name.chopped(std::min(kEnding, name.size()));
         QStringList found;
         for (const char* ending : {"jpg", "d.jpg"}) {
             const QString path = folder.path(u"jpg", base + QLatin1String(ending));
-            if (QFile::exists(path)) {
+            if (platform::isFile(path)) {
                 found += path;
             }
         }

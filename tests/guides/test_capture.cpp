@@ -168,6 +168,26 @@ private slots:
         QVERIFY(!stage.folder.has("jpg/Wreck1.jpg"));
     }
 
+    void aNameThatLeadsElsewhereWritesNothing() {
+        Stage stage;
+        QDir(stage.folder.root()).mkpath(QStringLiteral("jpg/sub"));
+        platform::EmptyScreen dive(QStringLiteral("rbinterface"), QStringLiteral("A dive"));
+        dive.showScreen();
+        ScrSavForm1 helper;
+        const QString beside = stage.folder.root() + QStringLiteral("-photo"); // beside the program folder
+        for (const QString& name : {"../../" + QFileInfo(beside).fileName() + ".txt", beside + ".txt",
+                                    QStringLiteral("../photo.txt"), QStringLiteral("sub/photo.txt")}) {
+            helper.setDiveScreen(&dive, name);
+            helper.cmdCapture_click();
+            QCOMPARE(stage.dialogs.messages().value(0),
+                     "The picture was not saved: " + name + " is no name of a file.");
+            stage.dialogs.clear();
+        }
+        QVERIFY(!QFile::exists(beside + ".jpg"));
+        QVERIFY(!stage.folder.has("photo.jpg") && !stage.folder.has("jpg/sub/photo.jpg"));
+        QVERIFY(!stage.folder.has("screen.bmp"));
+    }
+
     void theSizeIsAChoiceThatTheCaptureDoesNotRead() {
         const Stage stage;
         ScrSavForm1 helper;

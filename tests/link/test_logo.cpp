@@ -93,6 +93,15 @@ private slots:
         QCOMPARE(stage.link.infotext, "");
     }
 
+    void aNameThatBeginsWithAHyphenIsNoOption() {
+        Stage stage;
+        stage.folder.put(QStringLiteral("--help.bmp"), bitmap(crookedLogo()));
+        stage.convert(QStringLiteral("--help.bmp"));
+        QCOMPARE(stage.host.started.size(), std::size_t(1));
+        QCOMPARE(stage.host.started.front().arguments, QStringList("./--help.bmp"));
+        QCOMPARE(stage.host.messages, QStringList("Created file: --hela.bmt"));
+    }
+
     void theNameIsOfferedAtTheNextUploadOfALogo() {
         Stage stage;
         stage.convert(QStringLiteral("logo.bmp"));

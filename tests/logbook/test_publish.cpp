@@ -68,6 +68,26 @@ class TestPublish : public QObject {
     Q_OBJECT
 
 private slots:
+    void aFolderIsNoFile() {
+        const Folder world;
+        PublishedDive dive = wreck();
+        QVERIFY(QDir(world.folder.path(u"old")).mkdir(dive.location));
+        QCOMPARE(publishdive(world.folder, dive).refusal, sorry());
+        const QString kept = world.put(QStringLiteral("corrupt"), dive.location);
+        QVERIFY(QDir(world.folder.path(u"jpg")).mkdir(QStringLiteral("25D54C45Wreck1.jpg")));
+        QCOMPARE(publishdive(world.folder, dive).message.attachments, QStringList{kept});
+    }
+
+    void aNameThatLeadsElsewhereIsNoFile() {
+        const Folder world;
+        PublishedDive dive = wreck();
+        dive.location = QStringLiteral("..");
+        QCOMPARE(publishdive(world.folder, dive).refusal, sorry());
+        dive.location = QStringLiteral("../jpg/photo.jpg");
+        world.put(QStringLiteral("jpg"), QStringLiteral("photo.jpg"));
+        QCOMPARE(publishdive(world.folder, dive).refusal, sorry());
+    }
+
     void theTextListsTheSummaryOfTheDive() {
         QCOMPARE(publishtext(wreck()), "    This message contains dive attachments.\nLook at the "
                                        "cells!\nThis dive was sent by Benthor. \n"

@@ -12,6 +12,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QThreadPool>
+
+#include <sys/stat.h>
 
 using namespace benthor;
 using namespace benthor::logbook;
@@ -95,6 +98,7 @@ private slots:
     void aPictureIsChosenByTileOrHint();
     void aPictureOfTheDiveIsShownAgain();
     void whatCannotBeReadLeavesTheHint();
+    void aPipeInThePlaceOfAPictureKeepsNothingWaiting();
     void aCancelledPictureChangesNothing();
     void aLargePhotoIsScaledAndDoesNotBlock();
     void aPictureThatIsReplacedWhileItLoadsDoesNotComeBack();
@@ -379,6 +383,21 @@ void TestRbdetails::whatCannotBeReadLeavesTheHint() {
     }
     world.slot.unload();
     QVERIFY(DetailsWorld::field(u"sitenote").startsWith(QLatin1String("Imageplz0/nowhere/a.jpg\r\n")));
+}
+
+void TestRbdetails::aPipeInThePlaceOfAPictureKeepsNothingWaiting() {
+    DetailsWorld world;
+    const QString pipe = world.folder.path(u"pipe.jpg");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    world.tile(0).setPath(pipe);
+    const bool ended = QThreadPool::globalInstance()->waitForDone(5000);
+    if (!ended) { // let the reader go, or this process never ends
+        QFile writer(pipe);
+        QVERIFY(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    }
+    QVERIFY(ended);
+    QTRY_VERIFY(!world.tile(0).isLoading());
+    QVERIFY(!world.tile(0).hasPicture());
 }
 
 void TestRbdetails::aCancelledPictureChangesNothing() {

@@ -1,6 +1,7 @@
 #include "guides/screens/scrsavform1.h"
 
 #include "guides/capture.h"
+#include "platform/filename.h"
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -67,8 +68,15 @@ void ScrSavForm1::cmdCapture_click() {
         picture = diveScreen_->grab().toImage();
     }
     const platform::ProgramFolder& folder = platform::ProgramFolder::current();
-    const QString words =
-        saveCapture(picture, folder.path(u"screen.bmp"), folder.path(u"jpg", captureName(divefilename_)));
+    const QString name = captureName(divefilename_);
+    if (!platform::isFileName(name)) {
+        // A store from elsewhere may name anything; the picture goes into the folder jpg or nowhere.
+        platform::dialogs().message(
+            this, QStringLiteral("The picture was not saved: %1 is no name of a file.").arg(divefilename_),
+            platform::BoxKind::Warning);
+        return;
+    }
+    const QString words = saveCapture(picture, folder.path(u"screen.bmp"), folder.path(u"jpg", name));
     if (!words.isEmpty()) {
         platform::dialogs().message(this, QStringLiteral("[FreeImage] Error: ") + words,
                                     platform::BoxKind::Warning);

@@ -1,5 +1,6 @@
 #include "logbook/screens/picturetile.h"
 
+#include "platform/filename.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 
@@ -18,8 +19,12 @@ namespace {
 constexpr QSize kLargest(1280, 960); // in pixels: more than any tile shows
 constexpr QSize kSmallestTile(160, 96);
 
-/// The picture no larger than kLargest, the way up that the camera says. Null when it cannot be read.
+/// The picture no larger than kLargest, the way up that the camera says. Null when it cannot be read, or is
+/// no file: a pipe would keep the thread, and with it the process at its end, waiting for ever.
 QImage readScaled(const QString& path) {
+    if (!platform::isFile(path)) {
+        return {};
+    }
     QImageReader reader(path);
     reader.setAutoTransform(true);
     const QSize size = reader.size();

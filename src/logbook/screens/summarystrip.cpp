@@ -40,8 +40,7 @@ bool NameLabel::event(QEvent* event) {
         return NumberLabel::event(event);
     }
     const bool cut = sizeHint().width() > width();
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut ? text().toHtmlEscaped() : QString(),
-                       this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut ? text() : QString(), this);
     return true;
 }
 

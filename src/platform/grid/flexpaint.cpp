@@ -96,7 +96,7 @@ bool CellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const bool cut = sizeHint(option, index).width() > view->visualRect(index).width();
-    const QString text = cut ? grid_->text(index.row() + 1, index.column()).toHtmlEscaped() : QString();
+    const QString text = cut ? grid_->text(index.row() + 1, index.column()) : QString();
     QToolTip::showText(event->globalPos(), text, view);
     return true;
 }

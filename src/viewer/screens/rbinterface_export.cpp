@@ -2,6 +2,7 @@
 
 #include "platform/chart/chart.h"
 #include "platform/clock.h"
+#include "platform/filename.h"
 #include "platform/files.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/grid/gridprint.h"
@@ -30,8 +31,9 @@ using platform::dialogs;
 using platform::skipErrors;
 
 QString rbinterface::askSaveFile(const QString& filter, const QString& suggested) {
-    return dialogs().saveFile(this, QStringLiteral("Save as"),
-                              platform::ProgramFolder::current().path(suggested), filter);
+    const QString name = suggested.isEmpty() || platform::isFileName(suggested) ? suggested : QString();
+    return dialogs().saveFile(this, QStringLiteral("Save as"), platform::ProgramFolder::current().path(name),
+                              filter);
 }
 
 /// The grid's current cell goes to its headings; the sample shown stays.

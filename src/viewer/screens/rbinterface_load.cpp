@@ -1,5 +1,6 @@
 #include "divefiles/owedprofiles.h"
 #include "platform/chart/chart.h"
+#include "platform/filename.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -61,7 +62,7 @@ QDateTime fieldMoment(const Recordset& row, QStringView name) {
 /// The bytes of a dive file in the folder dbtxt, or of its copy in `old` where an import owes the one in
 /// dbtxt; nothing when it is not found.
 std::optional<QByteArray> diveFile(const QString& name) {
-    if (name.size() < kShortestName || name.contains(u'/')) {
+    if (name.size() < kShortestName || !platform::isFileName(name)) {
         return std::nullopt;
     }
     return platform::readFile(

@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QIcon>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStyleOption>
@@ -31,6 +32,11 @@ void LookStyle::polish(QWidget* widget) {
         qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractSpinBox*>(widget) ||
         qobject_cast<QTabBar*>(widget)) {
         widget->setAttribute(Qt::WA_Hover);
+    }
+    // Words come from outside, too (names of files and dives, what a device says), and none of ours is
+    // markup. Labels of boxes and tool tips are among these. A label is polished before it is laid out.
+    if (auto* label = qobject_cast<QLabel*>(widget); label && label->textFormat() != Qt::PlainText) {
+        label->setTextFormat(Qt::PlainText);
     }
     if (auto* header = qobject_cast<QHeaderView*>(widget);
         header && header->defaultAlignment() == Qt::AlignCenter) {
