@@ -49,6 +49,7 @@ private slots:
     void aPlainClickPaintsTheRowBlue();
     void spacePaintsTheCurrentRowBlue();
     void getSelectedShowsTheWaitFrame();
+    void theGasScreenSendsNothingIntoARun();
     void escapeLeavesTheWaitFrame();
     void noKeyReachesWhatARunCovers_data();
     void noKeyReachesWhatARunCovers();
@@ -207,6 +208,23 @@ void TestPcLink1::getSelectedShowsTheWaitFrame() {
     QVERIFY(stage.control("Label11")->isEnabled());
     QVERIFY(!stage.control("Label13")->isEnabled());
     QVERIFY(!stage.screen->menuBar()->isEnabled());
+}
+
+void TestPcLink1::theGasScreenSendsNothingIntoARun() {
+    LinkStage stage(QStringLiteral("Dive"));
+    beginDownload(stage);
+    process().uploadtext = QStringLiteral("a setup");
+    stage.screen->refreshDirectory();
+    QVERIFY(stage.dialogs.messages().isEmpty());
+    stage.screen->sendSetup();
+    QCOMPARE(stage.dialogs.messages(),
+             QStringList("A dive is being downloaded. Send the setup when the download is over."));
+    QCOMPARE(stage.working->sent, QByteArray("D0"));
+    QCOMPARE(stage.screen->state().rxbuf.bytes(), QByteArray("ver=V3.12\r\nProfile"));
+    stage.receive("End");
+    stage.tick("Timer3");
+    stage.screen->sendSetup();
+    QVERIFY(stage.working->sent.startsWith("D0G   a setup"));
 }
 
 void TestPcLink1::escapeLeavesTheWaitFrame() {

@@ -2,6 +2,7 @@
 
 #include "link/console.h"
 #include "link/directory.h"
+#include "link/download.h"
 #include "link/linklife.h"
 #include "link/screens/commandcard.h"
 #include "link/screens/commandlist.h"
@@ -84,7 +85,15 @@ void PC_Link_1::prepareSetup() {
 }
 
 void PC_Link_1::sendSetup() {
-    perform([this] { send_data(link_, *host_); });
+    perform([this] {
+        // It would fall into the dive, and the device might take neither.
+        if (awaitsdive(link_)) {
+            host_->message(
+                QStringLiteral("A dive is being downloaded. Send the setup when the download is over."), {});
+            return;
+        }
+        send_data(link_, *host_);
+    });
 }
 
 void PC_Link_1::refreshDirectory() {
