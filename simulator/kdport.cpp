@@ -113,7 +113,7 @@ struct KdPort::Line {
     /// Until something comes, for a turn at most.
     void await() {
         // What waits for its time to be taken would end the wait at once, and so does a hung-up line.
-        if (isHungUp(busy ? 0 : POLLIN, kTurnMilliseconds)) {
+        if (isHungUp(busy || held ? 0 : POLLIN, kTurnMilliseconds)) {
             std::this_thread::sleep_for(std::chrono::milliseconds(kTurnMilliseconds));
         }
     }
@@ -139,7 +139,7 @@ struct KdPort::Line {
         std::array<char, 4096> bytes{};
         const bool paced = takesPerSecond != unpaced;
         const std::size_t most = paced ? std::min(bytes.size(), carried()) : bytes.size();
-        if (most == 0) {
+        if (most == 0 || held) {
             return;
         }
         const ssize_t length = ::read(master, bytes.data(), most);
@@ -180,7 +180,7 @@ struct KdPort::Line {
         const qsizetype most = bytesPerSecond == unpaced
                                    ? waiting.size()
                                    : std::min<qsizetype>(waiting.size(), static_cast<qsizetype>(credit));
-        if (most < 1) {
+        if (most < 1 || held) {
             return;
         }
         const ssize_t written = ::write(master, waiting.constData(), static_cast<size_t>(most));
@@ -199,6 +199,7 @@ struct KdPort::Line {
     int takesPerSecond = unpaced;
     int baud = 0;
     LineCredit takeCredit{unpaced};
+    std::atomic<bool> held = false;
     bool busy = false; ///< what it takes is paced, and the last look found something
     steady_clock::time_point lastLook;
     QByteArray received;
@@ -246,6 +247,11 @@ void KdPort::paceReceived(int bytesPerSecond) {
     line_->takeCredit = LineCredit(bytesPerSecond);
     line_->busy = false;
     line_->lastLook = steady_clock::now();
+}
+
+void KdPort::hold(bool held) {
+    const std::lock_guard guard(line_->mutex);
+    line_->held = held;
 }
 
 void KdPort::setBaud(int baud) {

@@ -28,6 +28,9 @@ public:
     /// program writes is held up at that pace once the terminal between is full. That holds some 20 KB, where
     /// a serial port holds 4, and a program can be so far ahead: 21 s at 9600 baud, 5 s at 38400.
     void paceReceived(int bytesPerSecond);
+    /// While held the device takes nothing at all: what the program writes fills the terminal between, and
+    /// then finds no room.
+    void hold(bool held);
     /// The device's own speed: what goes through while the program has set another one at its end is garbage
     /// in both directions, each byte changed. 0, as at first: any speed will do.
     void setBaud(int baud);

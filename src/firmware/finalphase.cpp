@@ -1,5 +1,6 @@
 #include "firmware/finalphase.h"
 
+#include "firmware/lostline.h"
 #include "firmware/session.h"
 
 #include <optional>
@@ -7,6 +8,7 @@
 namespace benthor::firmware {
 
 using namespace std::chrono_literals;
+using platform::Written;
 
 namespace {
 
@@ -33,51 +35,66 @@ std::optional<qint64> sumahead(const QByteArray& text, qsizetype word) {
     return static_cast<qint32>(digits.toUInt(nullptr, 16));
 }
 
-/// A wait in which only painting is served. False when the screen was closed.
-bool waitforverdict(ReprogHost& host) {
+enum class Verdict { Good, Bad, Closed, Lost };
+
+/// A wait in which only painting is served. Nothing where it came to its end.
+std::optional<Verdict> waitforverdict(ReprogHost& host, Written& written) {
     if (!host.pause(kHalfOfTheWait)) {
-        return false;
+        return Verdict::Closed;
     }
-    host.MSComm1().Output("&");
-    host.MSComm1().Output("&");
-    return host.pause(kHalfOfTheWait);
+    for (int mark = 0; mark < 2; ++mark) {
+        written = host.MSComm1().Output("&");
+        if (written != Written::Whole) {
+            return Verdict::Lost;
+        }
+    }
+    return host.pause(kHalfOfTheWait) ? std::nullopt : std::optional(Verdict::Closed);
 }
 
-bool rounds(ReprogState& state, ReprogHost& host) {
+std::optional<Verdict> rounds(ReprogState& state, ReprogHost& host) {
     for (int round = 0; round < kRounds; ++round) {
         host.MSComm1().waitForInput(kRoundWait);
         takereply(state, host);
         if (!host.repaint()) {
-            return false;
+            return Verdict::Closed;
+        }
+        if (!host.MSComm1().PortOpen()) {
+            break; // the next mark finds out, unless the device has told all before
         }
     }
-    return true;
+    return std::nullopt;
 }
 
-enum class Verdict { Good, Bad, Closed };
+/// Once more: the mark, so many paintings, and what has come.
+std::optional<Verdict> ask(ReprogState& state, ReprogHost& host, int paintings, Written& written) {
+    written = host.MSComm1().Output("&");
+    if (written != Written::Whole) {
+        return Verdict::Lost;
+    }
+    for (int times = 0; times < paintings; ++times) {
+        if (!host.repaint()) {
+            return Verdict::Closed;
+        }
+    }
+    takereply(state, host);
+    return std::nullopt;
+}
 
-Verdict askforsum(ReprogState& state, ReprogHost& host) {
+Verdict askforsum(ReprogState& state, ReprogHost& host, Written& written) {
     for (int attempt = 1; attempt <= kTries; ++attempt) {
         if (istoldsumgood(state.Text4.bytes(), state.sum)) {
             return Verdict::Good;
         }
         state.sendstate = -2;
-        host.MSComm1().Output("&");
-        for (int times = 0; times < 3; ++times) {
-            if (!host.repaint()) {
-                return Verdict::Closed;
-            }
+        std::optional<Verdict> ended = ask(state, host, 3, written);
+        if (!ended) {
+            ended = rounds(state, host);
         }
-        takereply(state, host);
-        if (!rounds(state, host)) {
-            return Verdict::Closed;
+        if (!ended && attempt >= kTryWithMore) {
+            ended = ask(state, host, 1, written);
         }
-        if (attempt >= kTryWithMore) {
-            host.MSComm1().Output("&");
-            if (!host.repaint()) {
-                return Verdict::Closed;
-            }
-            takereply(state, host);
+        if (ended) {
+            return *ended;
         }
     }
     return Verdict::Bad;
@@ -99,6 +116,50 @@ bool istoldsumgood(const QByteArray& text, qint64 sum) {
     return false;
 }
 
+namespace {
+
+/// What the device received, as far as it tells it.
+Verdict hearverdict(ReprogState& state, ReprogHost& host, Written& written) {
+    for (int mark = 0; mark < 2; ++mark) {
+        written = host.MSComm1().Output("&");
+        if (written != Written::Whole) {
+            return Verdict::Lost;
+        }
+    }
+    takereply(state, host);
+    if (const std::optional<Verdict> ended = waitforverdict(host, written)) {
+        return *ended;
+    }
+    takereply(state, host);
+    state.Label5Visible = false;
+    return askforsum(state, host, written);
+}
+
+/// False when the screen was closed.
+bool confirmimage(ReprogState& state, ReprogHost& host) {
+    if (telllost(host, host.MSComm1().Output("y"), LostAt::Confirming)) {
+        state.sendstate = 0;
+        return true;
+    }
+    state.Label5Visible = true;
+    if (!host.pause(kAMoment)) {
+        return false;
+    }
+    state.sendstate = 2;
+    return true;
+}
+
+void refuseimage(ReprogState& state, ReprogHost& host) {
+    state.sendstate = 0;
+    if (!telllost(host, host.MSComm1().Output("n"), LostAt::Verdict)) {
+        host.message(QStringLiteral("Problem probably due to leaving KD too long before clicking Download OK!"
+                                    "\r\nNot reprogrammed! Click refresh, and try again."),
+                     {});
+    }
+}
+
+} // namespace
+
 bool finalphase(ReprogState& state, ReprogHost& host, qint64 limit, const QByteArray& reply) {
     const bool cut = limit - state.counted > kMostShort;
     state.Command2.colour = cut ? platform::kToldRed : platform::kToldYellow;
@@ -112,29 +173,16 @@ bool finalphase(ReprogState& state, ReprogHost& host, qint64 limit, const QByteA
     state.heard = !reply.isEmpty();
     takereply(state, host);
     state.sentmark = true;
-    host.MSComm1().Output("&");
-    host.MSComm1().Output("&");
-    takereply(state, host);
-    if (!waitforverdict(host)) {
-        return false;
-    }
-    takereply(state, host);
-    state.Label5Visible = false;
-    switch (askforsum(state, host)) {
+    Written written = Written::Whole;
+    switch (hearverdict(state, host, written)) {
     case Verdict::Good:
-        host.MSComm1().Output("y");
-        state.Label5Visible = true;
-        if (!host.pause(kAMoment)) {
-            return false;
-        }
-        state.sendstate = 2;
-        return true;
+        return confirmimage(state, host);
     case Verdict::Bad:
-        host.MSComm1().Output("n");
+        refuseimage(state, host);
+        return true;
+    case Verdict::Lost:
         state.sendstate = 0;
-        host.message(QStringLiteral("Problem probably due to leaving KD too long before clicking Download OK!"
-                                    "\r\nNot reprogrammed! Click refresh, and try again."),
-                     {});
+        telllost(host, written, LostAt::Verdict);
         return true;
     case Verdict::Closed:
         break;

@@ -1,5 +1,6 @@
 // What the user does: keys of the device, the choice of an image, commands by hand.
 
+#include "firmware/lostline.h"
 #include "firmware/session.h"
 #include "link/commandfields.h"
 #include "link/console.h"
@@ -8,6 +9,7 @@
 namespace benthor::firmware {
 
 using namespace std::chrono_literals;
+using platform::Written;
 
 namespace {
 
@@ -22,22 +24,27 @@ QString textFilter() {
 }
 
 /// One byte after the other, so that the device's own pace shows in the count.
-void restart(ReprogState& state, ReprogHost& host) {
-    for (int press = 1; press <= kRestarts && host.MSComm1().PortOpen(); ++press) {
-        host.MSComm1().Output("Q");
+Written restart(ReprogState& state, ReprogHost& host) {
+    for (int press = 1; press <= kRestarts; ++press) {
+        const Written written = host.MSComm1().Output("Q");
+        if (written != Written::Whole) {
+            return written;
+        }
         sayinplace(state, "restarting...  " + QByteArray::number(press));
         if (!host.repaint()) {
-            return;
+            break;
         }
     }
+    return Written::Whole;
 }
 
-void refresh(ReprogState& state, ReprogHost& host) {
+Written refresh(ReprogState& state, ReprogHost& host) {
     if (!host.MSComm1().PortOpen() && !state.Text6.isEmpty() && openport(state, host, state.Text6)) {
         freecontrols(state);
     }
-    host.MSComm1().Output(bytesofkey(kKeyRefresh));
+    const Written written = host.MSComm1().Output(bytesofkey(kKeyRefresh));
     sayinplace(state, {});
+    return written;
 }
 
 /// Each poll adds what waits, until the reply is in the text.
@@ -84,17 +91,28 @@ QByteArray bytesofkey(size_t key) {
     }
 }
 
-void SendCh_click(ReprogState& state, ReprogHost& host, size_t key) {
+Written presskey(ReprogState& state, ReprogHost& host, size_t key) {
     state.ProgressBar1.value = 0;
     state.pollflag = true;
     if (key == kKeyRefresh) {
-        refresh(state, host);
-    } else if (key == kKeyRestart) {
-        restart(state, host);
-    } else {
-        for (const char one : bytesofkey(key)) {
-            host.MSComm1().Output(QByteArrayView(&one, 1));
+        return refresh(state, host);
+    }
+    if (key == kKeyRestart) {
+        return restart(state, host);
+    }
+    for (const char one : bytesofkey(key)) {
+        const Written written = host.MSComm1().Output(QByteArrayView(&one, 1));
+        if (written != Written::Whole) {
+            return written;
         }
+    }
+    return Written::Whole;
+}
+
+void SendCh_click(ReprogState& state, ReprogHost& host, size_t key) {
+    const Written written = presskey(state, host, key);
+    if (written != Written::Closed) {
+        telllost(host, written, LostAt::Command);
     }
 }
 
@@ -139,16 +157,17 @@ void Option1_click(ReprogState& state, int option) {
     state.fields = fields;
 }
 
-void Command4_click(ReprogState& state, ReprogHost& host) {
+bool Command4_click(ReprogState& state, ReprogHost& host) {
     state.pollflag = true;
-    if (!state.fields.Text3.isEmpty()) {
-        host.MSComm1().Output(state.fields.Text3.toLatin1());
-    }
+    return state.fields.Text3.isEmpty() ||
+           !telllost(host, host.MSComm1().Output(state.fields.Text3.toLatin1()), LostAt::Command);
 }
 
 void Command2_click(ReprogState& state, ReprogHost& host) {
     state.ProgressBar1.value = 0;
-    Command4_click(state, host);
+    if (!Command4_click(state, host)) {
+        return;
+    }
     bool closed = false;
     if (awaitreply(state, host, closed)) {
         Command5_click(state, host);

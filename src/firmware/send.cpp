@@ -1,21 +1,21 @@
 // The send: what belongs to a command, then the image in records of 128 bytes, or a text.
 
 #include "firmware/finalphase.h"
+#include "firmware/lostline.h"
+#include "firmware/sendtext.h"
 #include "firmware/session.h"
 #include "link/console.h"
-#include "platform/files.h"
-#include "platform/textformat.h"
 
 #include <QFile>
 
 namespace benthor::firmware {
 
+using platform::Written;
+
 namespace {
 
 constexpr qint64 kRecord = 128;
 constexpr int kRecordsBetweenLooks = 50;
-constexpr qint64 kMostOfText = 30000;
-constexpr qint64 kTextBetweenCounts = 5000;
 constexpr int kShortestName = 32; ///< of a user
 constexpr char kStar = 42;
 constexpr char kMark = 38; ///< "&"
@@ -29,6 +29,7 @@ enum class Turn {
     GoOn,
     AtEnd,   ///< to the final phase
     Stopped, ///< the device has had enough, or the file is no image
+    Lost,    ///< the line gave up
     Closed,  ///< the screen was closed: nothing more is written
 };
 
@@ -38,7 +39,14 @@ struct Transfer {
     qint64 limit = 0;
     int records = 0;
     QByteArray dots = "   .";
-    QByteArray reply; ///< received since the first look
+    QByteArray reply;                 ///< received since the first look
+    Written written = Written::Whole; ///< how the last write ended
+
+    /// False where it did not leave whole.
+    bool put(ReprogHost& host, QByteArrayView bytes) {
+        written = host.MSComm1().Output(bytes);
+        return written == Written::Whole;
+    }
 };
 
 void beginsend(ReprogState& state) {
@@ -56,18 +64,17 @@ void beginsend(ReprogState& state) {
     state.Text14Colour = kButtonGrey;
 }
 
-void sendfields(ReprogState& state, ReprogHost& host) {
+Written sendfields(ReprogState& state, ReprogHost& host) {
     SendFields& fields = state.fields;
     if (fields.option == link::kChoiceUserId) {
         fields.Text9 = fields.Text9.leftJustified(kShortestName);
     } else if (fields.option == link::kChoiceIntervalSend) {
         fields.Text9 = fields.Text9.rightJustified(3, u'0');
     }
-    if (!fields.Text9.isEmpty()) {
-        host.MSComm1().Output((fields.Text11 + fields.Text9 + fields.Text10).toLatin1());
-    } else if (!fields.Text10.isEmpty()) {
-        host.MSComm1().Output((fields.Text11 + fields.Text10).toLatin1());
+    if (fields.Text9.isEmpty() && fields.Text10.isEmpty()) {
+        return Written::Whole;
     }
+    return host.MSComm1().Output((fields.Text11 + fields.Text9 + fields.Text10).toLatin1());
 }
 
 void showsending(ReprogState& state) {
@@ -87,13 +94,15 @@ Turn sendfirstbyte(ReprogState& state, ReprogHost& host, Transfer& transfer) {
         host.message(badfile(), {});
         return Turn::Stopped;
     }
-    if (sog && first == kStar) {
-        host.MSComm1().Output("&");
+    if (sog && first == kStar && !transfer.put(host, "&")) {
+        return Turn::Lost;
     }
     if (!sog || first == kStar) {
         showsending(state);
     }
-    host.MSComm1().Output(QByteArrayView(&first, 1));
+    if (!transfer.put(host, QByteArrayView(&first, 1))) {
+        return Turn::Lost;
+    }
     state.sum += static_cast<unsigned char>(first);
     return Turn::GoOn;
 }
@@ -107,8 +116,7 @@ Turn sendrecord(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     for (const char byte : record) {
         state.sum += static_cast<unsigned char>(byte);
     }
-    host.MSComm1().Output(record);
-    return Turn::GoOn;
+    return transfer.put(host, record) ? Turn::GoOn : Turn::Lost;
 }
 
 bool endedearly(const QByteArray& reply) {
@@ -144,16 +152,7 @@ void blink(ReprogState& state, ReprogHost& host) {
     }
 }
 
-Turn linecut(ReprogHost& host, const Transfer& transfer) {
-    host.message(QStringLiteral("Not reprogrammed! The line to the device was cut after %1 bytes.\r\n"
-                                "Plug it in again, click Refresh, and try again.")
-                     .arg(transfer.file.pos()),
-                 {});
-    return Turn::Stopped;
-}
-
 Turn sendone(ReprogState& state, ReprogHost& host, Transfer& transfer) {
-    const bool open = host.MSComm1().PortOpen();
     const Turn sent =
         state.counted > 0 ? sendrecord(state, host, transfer) : sendfirstbyte(state, host, transfer);
     if (sent != Turn::GoOn) {
@@ -161,9 +160,6 @@ Turn sendone(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     }
     state.counted += kRecord;
     ++transfer.records;
-    if (open && !host.MSComm1().PortOpen()) {
-        return linecut(host, transfer);
-    }
     const bool looks = transfer.records % kRecordsBetweenLooks == 1;
     if (looks && look(state, host, transfer) == Turn::Stopped) {
         return Turn::Stopped;
@@ -189,44 +185,6 @@ Turn sendimage(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     return turn;
 }
 
-void offertokeeprest(ReprogHost& host, QFile& file) {
-    if (!host.confirm(QStringLiteral("Not all text sent. Do you want to save remaining text in new file?"),
-                      QStringLiteral("Save Text"))) {
-        return;
-    }
-    const QString path =
-        host.saveFile(QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"), QString());
-    if (path.isEmpty()) {
-        return;
-    }
-    const platform::FileResult written = platform::writeFileWhole(path, file.readAll());
-    if (!written) {
-        host.message(QStringLiteral("The rest of the text can't be saved: ") + written.error, {});
-    }
-}
-
-/// A book goes out as it is, byte by byte. False when the screen was closed.
-bool sendtext(ReprogState& state, ReprogHost& host, QFile& file) {
-    const qint64 limit = static_cast<qint64>(platform::leadingNumber(state.fields.Text12)) + kMostOfText;
-    qint64 sent = 0;
-    char byte = 0;
-    while (sent < limit && file.getChar(&byte)) {
-        host.MSComm1().Output(QByteArrayView(&byte, 1));
-        ++sent;
-        if (sent % kTextBetweenCounts == 0) {
-            sayinplace(state, QByteArray::number(sent));
-        }
-        if (sent % kRecord == 0 && !host.repaint()) {
-            return false;
-        }
-    }
-    host.MSComm1().Output(" * * ");
-    if (sent == limit && !file.atEnd()) {
-        offertokeeprest(host, file);
-    }
-    return true;
-}
-
 void endsend(ReprogState& state, ReprogHost& host) {
     state.Timer1 = true;
     if (host.blinkVisible()) {
@@ -235,23 +193,7 @@ void endsend(ReprogState& state, ReprogHost& host) {
     freecontrols(state);
 }
 
-} // namespace
-
-void Command5_click(ReprogState& state, ReprogHost& host) {
-    beginsend(state);
-    sendfields(state, host);
-    if (state.Text5.isEmpty()) {
-        freecontrols(state);
-        return;
-    }
-    Transfer transfer;
-    transfer.file.setFileName(state.Text5);
-    if (!transfer.file.open(QIODevice::ReadOnly)) {
-        host.message(badfile() + QStringLiteral("\r\n%1: %2").arg(state.Text5, transfer.file.errorString()),
-                     {});
-        freecontrols(state);
-        return;
-    }
+void sendfile(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     if (state.fields.option == link::kChoiceBook) {
         if (sendtext(state, host, transfer.file)) {
             freecontrols(state);
@@ -265,6 +207,10 @@ void Command5_click(ReprogState& state, ReprogHost& host) {
             endsend(state, host);
         }
         break;
+    case Turn::Lost:
+        telllost(host, transfer.written, LostAt::Image, transfer.file.pos());
+        endsend(state, host);
+        break;
     case Turn::Stopped:
         endsend(state, host);
         break;
@@ -272,6 +218,31 @@ void Command5_click(ReprogState& state, ReprogHost& host) {
     case Turn::Closed:
         break;
     }
+}
+
+} // namespace
+
+void Command5_click(ReprogState& state, ReprogHost& host) {
+    // Ahead of all else: what is known of the image that went before stays known.
+    if (!host.MSComm1().PortOpen()) {
+        telllost(host, Written::Closed,
+                 state.fields.option == link::kChoiceBook ? LostAt::Command : LostAt::Start);
+        return;
+    }
+    beginsend(state);
+    if (telllost(host, sendfields(state, host), LostAt::Command) || state.Text5.isEmpty()) {
+        freecontrols(state);
+        return;
+    }
+    Transfer transfer;
+    transfer.file.setFileName(state.Text5);
+    if (!transfer.file.open(QIODevice::ReadOnly)) {
+        host.message(badfile() + QStringLiteral("\r\n%1: %2").arg(state.Text5, transfer.file.errorString()),
+                     {});
+        freecontrols(state);
+        return;
+    }
+    sendfile(state, host, transfer);
 }
 
 } // namespace benthor::firmware

@@ -25,8 +25,10 @@ bool openport(ReprogState& state, ReprogHost& host, const QString& number);
 // --- what the user does
 
 /// A key of the device, by the index of `SendCh`. With a closed port Refresh opens it again; the others do
-/// nothing.
+/// nothing. A line that gives up is told.
 void SendCh_click(ReprogState& state, ReprogHost& host, size_t key);
+/// The same without a word, for the tick: whose lamps tell it.
+platform::Written presskey(ReprogState& state, ReprogHost& host, size_t key);
 /// The same bytes as a test would write them down; empty for an index that is no key.
 QByteArray bytesofkey(size_t key);
 /// Choose File.
@@ -38,8 +40,9 @@ void mnuAutoRefresh_click(ReprogState& state, bool checked);
 
 /// Fills the send fields for that index of `Option1`.
 void Option1_click(ReprogState& state, int option);
-/// Send Command: the command alone. What belongs to it goes with Command5_click.
-void Command4_click(ReprogState& state, ReprogHost& host);
+/// Send Command: the command alone. What belongs to it goes with Command5_click. False, and told, where the
+/// line gave up.
+bool Command4_click(ReprogState& state, ReprogHost& host);
 /// Send to KD: the command, the wait for its reply, then the send.
 void Command2_click(ReprogState& state, ReprogHost& host);
 /// Keeps the text in a file that the user names.
@@ -48,7 +51,8 @@ void Command3_click(ReprogState& state, ReprogHost& host);
 // --- the send
 
 /// Sends the rest of a command, then the image (or, for a book, a text), and goes on to the verdict. Returns
-/// when that stands, or at once when the screen was closed.
+/// when that stands, or at once when the screen was closed. A line that gives up ends it there, and nothing
+/// follows; on a port that is not open it does not begin.
 void Command5_click(ReprogState& state, ReprogHost& host);
 /// Whether the device tells, ahead of a word "Prog", a hexadecimal sum of what it received that is not below
 /// `sum` plus 38, the code of the "&" that it counts too.

@@ -114,7 +114,7 @@ void readvalue(ReprogState& state) {
 void requeststatus(ReprogState& state, ReprogHost& host) {
     if (state.autorefresh && ++state.noanswer > kTicksBetweenRequests) {
         state.noanswer = 0;
-        SendCh_click(state, host, kKeyRefresh);
+        presskey(state, host, kKeyRefresh);
     }
 }
 
@@ -122,7 +122,7 @@ void requeststatus(ReprogState& state, ReprogHost& host) {
 void endsession(ReprogState& state, ReprogHost& host) {
     const bool good = state.Label4[kLampResult].colour == platform::kToldGreen;
     if (!state.filechosen && good && state.Label4[kLampPrompt].colour == platform::kToldRed) {
-        SendCh_click(state, host, kKeyEnter);
+        presskey(state, host, kKeyEnter);
         state.Text5.clear();
         state.lastimage.clear();
     }

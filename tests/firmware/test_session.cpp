@@ -186,6 +186,57 @@ private slots:
         }
     }
 
+    void aKeyOnALostLineIsTold() {
+        for (size_t key = 0; key < kKeys; ++key) {
+            for (const bool stuck : {false, true}) {
+                Session session;
+                session.open();
+                session.host.line.sent.clear();
+                session.host.messages.clear();
+                session.host.line.portExists = [](int) { return false; };
+                if (stuck) {
+                    session.host.line.takes = 0;
+                } else {
+                    session.host.line.cut();
+                }
+                if (!stuck && key == kKeyRefresh) {
+                    continue; // a new opening that fails: the lamp and the next step say so
+                }
+                SendCh_click(session.state, session.host, key);
+                QCOMPARE(session.host.line.sent, "");
+                QCOMPARE(session.host.messages.size(), 1);
+                QVERIFY(
+                    session.host.messages[0].contains(stuck ? "took nothing for two seconds" : "was cut"));
+            }
+        }
+    }
+
+    void aRestartOnALineThatGetsStuckEndsThere() {
+        Session session;
+        session.open();
+        session.host.line.sent.clear();
+        session.host.messages.clear();
+        session.host.line.takes = 7;
+        SendCh_click(session.state, session.host, kKeyRestart);
+        QCOMPARE(session.host.line.sent, "QQQQQQQ");
+        QCOMPARE(session.host.messages.size(), 1);
+    }
+
+    /// The tick's own requests find out as well, and say it by the lamp alone.
+    void aRequestOfTheTickOnALostLineShowsNoBox() {
+        Session session;
+        session.open();
+        session.host.messages.clear();
+        session.host.line.portExists = [](int) { return false; };
+        session.host.line.cut();
+        mnuAutoRefresh_click(session.state, true);
+        for (int tick = 0; tick < 25; ++tick) {
+            Timer1_tick(session.state, session.host);
+        }
+        QCOMPARE(session.host.messages, QStringList());
+        QCOMPARE(session.state.Label4[kLampPort].text, "??");
+    }
+
     void aRestartEndsWithTheScreen() {
         Session session;
         session.open();

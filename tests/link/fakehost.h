@@ -22,7 +22,7 @@ public:
     bool PortOpen() const override { return open; }
     bool setPortOpen(bool wanted) override {
         open = wanted && (!portExists || portExists(port));
-        closed = platform::Written::Closed;
+        closed = wanted && !open ? closed : platform::Written::Closed;
         openings += wanted ? 1 : 0;
         return open == wanted;
     }

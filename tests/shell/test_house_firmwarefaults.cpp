@@ -22,6 +22,9 @@ private slots:
     void silenceBehindTheYesIsEndedByContinue();
     void aDeviceThatWantsASecondGoGetsIt();
     void aCutLineIsTakenUpAgain();
+    void aLineThatTakesNothingMoreEndsTheSendInsideItsBlock();
+    void aLineCutWhileIdleIsToldAndNotOneByteIsCounted();
+    void aLineCutInTheFinalPhaseIsTold();
     void atTheWrongSpeedNothingIsOpen();
     void aSilentDeviceOpensNothing();
     void halfAPageIsNoPrompt();
@@ -181,6 +184,87 @@ void TestHouseFirmwareFaults::aCutLineIsTakenUpAgain() {
     run.press("SendCh(3)"); // opens the port again
     run.waitFor("REPROG MODE");
     QCOMPARE(run.lamp(firmware::kLampPort), "OK");
+}
+
+/// The terminal between holds some 20 KB: the image is longer.
+void TestHouseFirmwareFaults::aLineThatTakesNothingMoreEndsTheSendInsideItsBlock() {
+    FirmwareProgram run(KdPort::unpaced, FirmwareType::Rb, 400);
+    run.openScreen();
+    run.enterMode();
+    const qsizetype before = run.device.received().size();
+    const std::unique_ptr<QThread> hand(QThread::create([&run, before] {
+        for (int turn = 0; turn < 2000 && run.device.received().size() < before + 3000; ++turn) {
+            QThread::msleep(5);
+        }
+        run.device.hold(true);
+    }));
+    hand->start();
+    run.press("Command2");
+    hand->wait();
+    QVERIFY2(run.program.dialogs.messages().last().startsWith(
+                 "Not reprogrammed! The line to the device took nothing for two seconds, after"),
+             qPrintable(run.program.dialogs.messages().last()));
+    QCOMPARE(run.program.dialogs.messages().size(), 2); // behind the warning
+    QVERIFY(!run.state().sentmark);
+    QVERIFY(run.state().idleflag);
+    QCOMPARE(run.lamp(firmware::kLampResult), "KD Not Programmed");
+    run.device.hold(false);
+    QTest::qWait(300); // whatever still waited would come now
+    const QByteArray sent = run.device.received().sliced(before);
+    QVERIFY(sendOf(run.image).startsWith(sent));
+    QVERIFY(sent.size() >= 3000 && sent.size() < sendOf(run.image).size());
+    QVERIFY(run.refreshUntil([&] { return run.holds("REPROG MODE") || run.holds("R, Enter"); }));
+}
+
+void TestHouseFirmwareFaults::aLineCutWhileIdleIsToldAndNotOneByteIsCounted() {
+    FirmwareProgram run;
+    run.openScreen();
+    run.enterMode();
+    const QByteArray before = run.device.received();
+    run.device.stop();
+    QTRY_COMPARE((run.tick(), run.lamp(firmware::kLampPort)), "??");
+    QVERIFY(run.state().Command2.enabled); // the text still holds its words
+    run.press("Command2");
+    QCOMPARE(run.program.dialogs.messages().last(),
+             "Not reprogrammed! The line to the device is cut, and not one byte was sent.\r\n"
+             "Plug it in again, click Refresh, and try again.");
+    QCOMPARE(run.state().ProgressBar1.value, 0);
+    QCOMPARE(run.state().counted, 0);
+    QVERIFY(run.state().idleflag);
+    QCOMPARE(run.device.received(), before);
+    run.device.start();
+    run.press("SendCh(3)");
+    run.waitFor("REPROG MODE");
+    run.press("Command2");
+    run.waitForLamp(firmware::kLampResult, "OK to Restart");
+}
+
+void TestHouseFirmwareFaults::aLineCutInTheFinalPhaseIsTold() {
+    FirmwareProgram run;
+    run.fault([](simulator::LoaderFaults& faults) { faults.silentEnd = true; });
+    run.openScreen();
+    run.enterMode();
+    const qsizetype before = run.device.received().size();
+    const qsizetype image = sendOf(run.image).size();
+    const std::unique_ptr<QThread> hand(QThread::create([&run, before, image] {
+        for (int turn = 0; turn < 4000 && run.device.received().size() < before + image + 4; ++turn) {
+            QThread::msleep(5);
+        }
+        run.device.stop();
+    }));
+    hand->start();
+    run.press("Command2");
+    hand->wait();
+    QCOMPARE(run.program.dialogs.messages().last(),
+             "Not reprogrammed! The line to the device was cut before the device told what it received.\r\n"
+             "Plug it in again, click Refresh, and try again.");
+    QCOMPARE(run.program.dialogs.messages().size(), 2);
+    QCOMPARE(run.state().sendstate, 0);
+    QVERIFY(run.state().idleflag);
+    QCOMPARE(run.device.received().sliced(before), sendOf(run.image) + "&&&&");
+    run.tick(3);
+    QCOMPARE(run.lamp(firmware::kLampPort), "??");
+    QVERIFY(!run.state().SendCh[firmware::kKeyRestart].enabled);
 }
 
 void TestHouseFirmwareFaults::atTheWrongSpeedNothingIsOpen() {
