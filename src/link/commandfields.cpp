@@ -75,6 +75,7 @@ void preparecommand(LinkState& link) {
     if (choice->prefix) {
         console.Text11 = QLatin1String(*choice->prefix);
     }
+    console.intervaltyped = false;
     console.Text9MaxLength = choice->dataLimit;
     console.Text9 = choice->option == kChoiceUserId  ? console.username
                     : choice->option == kChoiceOther ? console.freetext
@@ -95,6 +96,11 @@ void Text9_change(LinkState& link, const QString& text) {
     } else if (console.option == kChoiceOther) {
         console.freetext = console.Text9;
     }
+}
+
+void Text16_change(LinkState& link, const QString& text) {
+    link.console.Text16[0] = text;
+    link.console.intervaltyped = true;
 }
 
 void dooptioncheck(LinkState& link) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/setuplink.h"
 #include "platform/serialline.h"
 
 #include <QByteArray>
@@ -43,6 +44,11 @@ public:
     virtual void openFirmware() = 0;
     /// The device's setup has come.
     virtual void setupReceived(const QByteArray& text) = 0;
+    /// Whether this may leave as the body of a setup. Asked before the first byte of it, or of its command,
+    /// is written; where it may not, the user has been told why, and the gas screen is in front.
+    virtual bool setupMayGo(const SetupBody& body) = 0;
+    /// The update of the gas screen, which sends what that screen shows.
+    virtual void updateSetup() = 0;
     /// The main screen's import entry.
     virtual void runImport() = 0;
     /// Unloads the link screen, brings the main screen forward and runs its import entry.

@@ -49,6 +49,13 @@ struct Directory {
     int rowCount() const { return static_cast<int>(rows.size()); }
 };
 
+/// A file that was opened for sending. It goes where the box names it, whatever else writes into the text in
+/// hand for the device meanwhile.
+struct ChosenFile {
+    QString path;
+    QByteArray bytes; ///< 20000 at most, and an ESC for each time that they were sent
+};
+
 /// The command in hand and what belongs to sending it.
 struct Console {
     int option = 10;           ///< selected `Option1`
@@ -71,17 +78,19 @@ struct Console {
     bool mnuEditEnabled = false;
     bool Frame4Visible = false; ///< HUD and PO2 alarm
     QString Text7;              ///< text to send
-    QString uploadfile;         ///< name of the last file opened
-    QString filenameshown;      ///< what stands for it on the screen: at first a hint to open one
-    QString convertedlogo;      ///< default of the open dialog for a logo
-    QString username;           ///< stored name for "User ID"
-    QString freetext;           ///< stored text for "Other"
+    ChosenFile chosenfile;
+    QString uploadfile;    ///< name of the last file opened
+    QString filenameshown; ///< what stands for it on the screen: at first a hint to open one
+    QString convertedlogo; ///< default of the open dialog for a logo
+    QString username;      ///< stored name for "User ID"
+    QString freetext;      ///< stored text for "Other"
     QByteArray replytag;
     int replywidth = 0;
     QString replysuffix;
     bool intervalread = true;      ///< false from a Get Interval click until the tick behind it has looked
     bool intervalasked = false;    ///< Get Interval was clicked since the tick began
     std::array<QString, 7> Text16; ///< 0 interval to send, 1 interval read, 2 to 6 HUD and alarm values
+    bool intervaltyped = false;    ///< `Text16(0)` was typed since the choice was made
     bool advanced = false;         ///< expert fields are shown
     bool Option1_9Visible = false; ///< choice "Other": with the expert fields, and where it was chosen
     bool filecaption = true;       ///< caption of `Text5`: goes with the expert fields

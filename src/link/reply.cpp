@@ -73,6 +73,7 @@ void readinterval(LinkState& link) {
         const QString interval = QString::number(platform::toWhole(platform::leadingNumber(digits)));
         console.Text16[1] = interval;
         console.Text16[0] = interval;
+        console.intervaltyped = false;
     }
     if (console.Frame4Visible) {
         readdisplayvalues(link);

@@ -1,11 +1,11 @@
-#include "link/console.h"
-#include "link/supervision.h"
+#include "link/body.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
 
 namespace benthor::link {
 
 using namespace std::chrono_literals;
+using platform::Written;
 
 namespace {
 
@@ -14,7 +14,6 @@ constexpr int kPolls = 100000; ///< about ten seconds on a silent line
 constexpr auto kPollWait = 100us;
 // The window is painted every so often; each time costs the line a little.
 constexpr int kPollsBetweenPaints = 500;
-constexpr int kCharactersBetweenPaints = 256;
 
 /// What follows the last separator of a path, and of that what follows the last point.
 QString extension(const QString& path) {
@@ -41,29 +40,28 @@ Reply awaitreply(LinkState& link, LinkHost& host) {
     return Reply::Missing;
 }
 
-/// False when the screen was closed: nothing more is written then.
-bool sendbody(LinkHost& host, const QByteArray& body, bool book, double index) {
-    double passed = 0;
-    int written = 0;
-    for (char character : body) {
-        if (book && passed < index) {
-            ++passed;
-            continue;
-        }
-        if (book && (character == ';' || character == '*')) {
-            character = ':';
-        }
-        host.MSComm1().Output(QByteArrayView(&character, 1));
-        if (++written % kCharactersBetweenPaints == 0 && !host.repaint()) {
-            return false;
-        }
+QString nameofcommand() {
+    return QStringLiteral("The command");
+}
+
+/// What can be seen is what goes. False, and told, where what was typed has no room.
+bool takeinterval(Console& console, LinkHost& host) {
+    const QString typed = typedinterval(console);
+    if (typed.size() > console.Text9MaxLength) {
+        host.message(QStringLiteral("%1 is no interval: at most %2 digits can be sent. Nothing was sent.")
+                         .arg(typed)
+                         .arg(console.Text9MaxLength));
+        return false;
+    }
+    if (!typed.isEmpty()) {
+        console.Text9 = typed;
     }
     return true;
 }
 
 } // namespace
 
-void sendcommand(LinkState& link, LinkHost& host) {
+Written sendcommand(LinkState& link, LinkHost& host) {
     Console& console = link.console;
     if (host.MSComm1().PortOpen()) {
         host.MSComm1().Input();
@@ -79,37 +77,46 @@ void sendcommand(LinkState& link, LinkHost& host) {
     if (console.option == kChoiceIntervalSend) {
         console.Text9 = console.Text9.rightJustified(console.Text9MaxLength, QLatin1Char('0'));
     }
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output((console.Text3 + console.Text11 + console.Text9 + console.Text10).toLatin1());
-    }
+    return put(link, host, wire(console).toLatin1(), nameofcommand());
 }
 
 void Command2_click(LinkState& link, LinkHost& host) {
     Console& console = link.console;
+    if (isupdate(console)) {
+        host.updateSetup();
+        return;
+    }
     if (console.option == kChoiceLogo && extension(console.Text5.text) != QLatin1String("BMT")) {
         host.message(QStringLiteral("Wrong file format. BMT format required"));
+        return;
+    }
+    if (tellmissing(link, host) || !takeinterval(console, host)) {
         return;
     }
     if (console.option == kChoiceIntervalSend && !platform::isNumeric(console.Text9) &&
         !console.Frame4Visible) {
         host.message(QStringLiteral("Wrong data format, only numeric accepted"));
     }
+    if (!bodymaygo(link, host)) {
+        return;
+    }
     link.silentticks = 0;
     link.updatedticks = 0;
     link.AFLabel3 = {QStringLiteral("Checking.."), platform::kToldYellow};
-    sendcommand(link, host);
+    const Written written = sendcommand(link, host);
+    if (written == Written::Stuck || written == Written::Cut) {
+        return;
+    }
     if (console.Text6.isEmpty()) {
-        Command5_click(link, host);
+        sendbody(link, host);
         return;
     }
     switch (awaitreply(link, host)) {
     case Reply::Came:
-        Command5_click(link, host);
+        sendbody(link, host);
         break;
     case Reply::Missing:
-        host.message(QStringLiteral("No Response - Check Connection"));
-        link.silentticks = 100;
-        link.AFLabel3 = {QStringLiteral("Not Connected"), platform::kToldYellow};
+        telllost(link, host, QStringLiteral("No Response - Check Connection"));
         break;
     case Reply::Closed:
         break;
@@ -117,36 +124,25 @@ void Command2_click(LinkState& link, LinkHost& host) {
 }
 
 void Command5_click(LinkState& link, LinkHost& host) {
-    const Console& console = link.console;
-    const bool book = console.option == kChoiceBook;
-    const double index = book ? platform::leadingNumber(console.Text12.text) : 0;
-    if (!console.Text5.visible || console.Text5.text.isEmpty()) {
-        return;
-    }
-    // The text stays so lengthened: sent again without being read anew, it ends in two.
-    process().uploadtext += QLatin1Char(kEscape);
-    if (!sendbody(host, process().uploadtext.toLatin1(), book, index)) {
-        return;
-    }
-    if (book) {
-        host.MSComm1().Output(" * * ");
-        link.Text4.clear();
+    if (!tellmissing(link, host) && bodymaygo(link, host)) {
+        sendbody(link, host);
     }
 }
 
 void send_data(LinkState& link, LinkHost& host) {
-    Q_UNUSED(link)
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output("G   " + process().uploadtext.toLatin1() + kEscape + "\r\n");
-    }
+    const QByteArray setup = "G   " + process().uploadtext.toLatin1() + kEscape + "\r\n";
+    put(link, host, setup, QStringLiteral("The setup"));
 }
 
 void Label19_click(LinkState& link, LinkHost& host, int index) {
     Console& console = link.console;
     console.option = index;
     if (index == kChoiceIntervalSend) {
-        if (host.MSComm1().PortOpen() && !console.Text16[0].isEmpty()) {
-            host.MSComm1().Output(("S" + console.Text16[0] + "F\r\n").toLatin1());
+        const QByteArray interval = console.Text16[0].toLatin1();
+        preparecommand(link); // no Send that bears another command is left behind it
+        console.Command2.visible = false;
+        if (!interval.isEmpty()) {
+            put(link, host, "S" + interval + "F\r\n", nameofcommand());
         }
         return;
     }
@@ -175,8 +171,12 @@ void Label19_click(LinkState& link, LinkHost& host, int index) {
 }
 
 void Picture14_click(LinkState& link, LinkHost& host, int index) {
-    link.console.Text9 = link.console.Text16[0];
+    const QString value = link.console.Text16[0];
+    link.console.Text9 = value;
     Label19_click(link, host, index);
+    if (index == kChoiceIntervalSend) {
+        link.console.Text9 = value;
+    }
 }
 
 } // namespace benthor::link

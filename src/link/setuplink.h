@@ -6,6 +6,12 @@
 
 namespace benthor::link {
 
+/// What the link is about to send as the body of a setup, without the ESC that the sending puts behind it.
+struct SetupBody {
+    QString text;
+    bool fromFile = false; ///< of a file that the user chose for sending; else the text shown for sending
+};
+
 /// What the link offers to the gas screen beside its status.
 class SetupLink : public LinkStatus {
 public:

@@ -1,6 +1,5 @@
 #include "link/console.h"
 #include "platform/files.h"
-#include "shell/process.h"
 
 #include <QFile>
 
@@ -71,12 +70,24 @@ void mnuOpen_click(LinkState& link, LinkHost& host) {
     console.Text5.text = path;
     console.uploadfile = path;
     console.filenameshown = path;
-    const QByteArray bytes = file.read(kMostBytes);
-    process().uploadtext =
-        QString::fromLatin1(console.option == kChoiceLogo ? behindLastDoubleBlank(bytes) : bytes);
-    if (bytes.size() == kMostBytes) {
+    console.chosenfile = {path, file.read(kMostBytes)};
+    if (console.chosenfile.bytes.size() == kMostBytes) {
         offerToKeepTheRest(host, file.readAll());
     }
+}
+
+Body bodyinhand(const Console& console) {
+    const ChosenFile& file = console.chosenfile;
+    const bool logo = console.option == kChoiceLogo;
+    if (console.Text5.visible && !file.path.isEmpty() && console.Text5.text == file.path) {
+        return {Body::Kind::File, logo ? behindLastDoubleBlank(file.bytes) : file.bytes};
+    }
+    if (logo || console.option == kChoiceBook) {
+        return {Body::Kind::Missing, {}};
+    }
+    const bool setup =
+        console.option == kChoiceSetup && console.Text5.visible && !console.Text5.text.isEmpty();
+    return {setup ? Body::Kind::Setup : Body::Kind::None, {}};
 }
 
 } // namespace benthor::link

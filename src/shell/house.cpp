@@ -157,6 +157,8 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
         QObject::connect(
             screen, &link::PC_Link_1::readingsArrived, &house,
             [this](const link::Readings& readings) { GasBlend.get().receiveReadings(readings); });
+        QObject::connect(screen, &link::PC_Link_1::setupUpdateWanted, &house,
+                         [this] { GasBlend.get().Command1_click(); });
     }
 
     void connectLinkToMain(link::PC_Link_1* screen) {

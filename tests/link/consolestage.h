@@ -31,6 +31,12 @@ struct ConsoleStage {
         return out.fileName();
     }
 
+    /// Opens a file with those bytes through the entry; its name stands in the box then.
+    void openFile(const QByteArray& bytes, const QString& name) {
+        host.chosenFile = file(bytes, name);
+        link::mnuOpen_click(link, host);
+    }
+
     QTemporaryDir folder;
     link::LinkState link;
     FakeHost host;

@@ -123,6 +123,11 @@ public:
     void showTips() override { ++tipsShown; }
     void openFirmware() override { ++firmwareOpened; }
     void setupReceived(const QByteArray& text) override { setups << text; }
+    bool setupMayGo(const link::SetupBody& body) override {
+        bodies << body.text;
+        return bodiesMayGo;
+    }
+    void updateSetup() override { ++updates; }
     void runImport() override { ++imports; }
     void leaveAndImport() override { ++leavings; }
 
@@ -133,6 +138,9 @@ public:
     QString chosenFile;
     QByteArrayList setups;
     std::vector<Started> started;
+    QStringList bodies; ///< asked for as setups
+    bool bodiesMayGo = true;
+    int updates = 0;
     bool programsStart = true;
     bool closed = false, hourglass = false, tips = false;
     int repaints = 0, tipsShown = 0, firmwareOpened = 0, imports = 0, leavings = 0;

@@ -1,8 +1,11 @@
+#include "link/commandmenu.h"
+#include "link/directory.h"
 #include "tests/link/consolestage.h"
 
 using namespace benthor;
 using namespace benthor::link;
 using benthor::tests::ConsoleStage;
+using benthor::tests::FakeLine;
 
 namespace {
 
@@ -163,7 +166,7 @@ private slots:
         process().deviceconnected = 1;
         process().uploadtext = QStringLiteral("text");
         stage.choose(option);
-        stage.link.console.Text5.text = QStringLiteral("a.bmt");
+        stage.openFile("text", QStringLiteral("a.bmt"));
         Command2_click(stage.link, stage.host);
         Label19_click(stage.link, stage.host, option);
         send_data(stage.link, stage.host);
@@ -188,6 +191,7 @@ private slots:
         ConsoleStage stage;
         stage.choose(0);
         stage.link.console.Text5.text = name;
+        stage.link.console.chosenfile = {name, "a logo"};
         stage.answer("l");
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.messages,
@@ -268,8 +272,7 @@ private slots:
     void closingTheScreenEndsThePolls() {
         ConsoleStage stage;
         stage.choose(0);
-        stage.link.console.Text5.text = QStringLiteral("a.bmt");
-        process().uploadtext = QStringLiteral("body");
+        stage.openFile("body", QStringLiteral("a.bmt"));
         stage.host.closed = true;
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.sent, QByteArray("L"));
@@ -280,44 +283,349 @@ private slots:
     void aBodyGoesOutCharacterByCharacterAndEndsInEscape() {
         ConsoleStage stage;
         stage.choose(0);
-        stage.link.console.Text5.text = QStringLiteral("a.bmt");
-        process().uploadtext = QString::fromLatin1("a*;\xE9");
+        stage.openFile("a*;\xE9", QStringLiteral("a.bmt"));
         stage.answer("l");
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.sent, QByteArray("La*;\xE9\x1B"));
         QCOMPARE(stage.host.line.writes.size(), 6U);
-        QCOMPARE(process().uploadtext, QString::fromLatin1("a*;\xE9\x1B"));
     }
 
     void aSecondSendAppendsASecondEscape() {
         ConsoleStage stage;
         stage.choose(0);
-        stage.link.console.Text5.text = QStringLiteral("a.bmt");
-        process().uploadtext = QStringLiteral("x");
+        stage.openFile("x", QStringLiteral("a.bmt"));
         stage.answer("l");
         Command2_click(stage.link, stage.host);
         stage.host.line.sent.clear();
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.sent, QByteArray("Lx\x1B\x1B"));
+        stage.openFile("x", QStringLiteral("a.bmt"));
+        stage.host.line.sent.clear();
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Lx\x1B"));
     }
 
     void withoutAFileNoBodyGoesOut() {
         ConsoleStage stage;
-        stage.choose(5); // its file box is hidden
+        stage.choose(9); // its file box is shown, and empty
+        stage.link.console.Text3 = QStringLiteral("X");
         process().uploadtext = QStringLiteral("text");
-        stage.link.console.Text5.text = QStringLiteral("some.mit");
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("X"));
+        QCOMPARE(process().uploadtext, "text");
+    }
+
+    /// A device that has heard "B" waits for a text: the letter goes with one, or not at all.
+    void aBookOrALogoWithoutAFileIsNotBegun() {
+        for (const int option : {0, 6}) {
+            for (const char* name : {"", "shark2aa.bmt"}) {
+                ConsoleStage stage;
+                stage.choose(option);
+                stage.link.console.Text5.text = QLatin1String(name);
+                process().uploadtext = QStringLiteral("the setup");
+                stage.answer("lb");
+                Command2_click(stage.link, stage.host);
+                Command5_click(stage.link, stage.host);
+                QCOMPARE(stage.host.line.sent, QByteArray());
+                QCOMPARE(stage.host.messages.size(), 2);
+                QCOMPARE(process().uploadtext, "the setup");
+            }
+        }
+    }
+
+    /// Whatever else writes into the text in hand for the device meanwhile, and whatever was chosen between.
+    void whatTheBoxNamesIsWhatGoes() {
+        ConsoleStage stage;
+        stage.link.console.Text7 = QStringLiteral("A079 the setup");
+        stage.answer("lbga");
+        stage.choose(6);
+        stage.openFile("a book; a *star*", QStringLiteral("book.txt"));
+        const QByteArray book = "Ba book: a :star:\x1B * * ";
+        const auto beat = [&stage] { // of the link's tick, and of the gas screen's
+            refreshtexttosend(stage.link);
+            process().uploadtext = QStringLiteral("A079 a gas block");
+        };
+        beat();
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, book);
+        for (const int other : {1, 2, 4, 5, 10}) { // a name leaves its prefix to a book
+            stage.openFile("a book; a *star*", QStringLiteral("book.txt"));
+            stage.choose(other);
+            beat();
+            beat();
+            stage.choose(6);
+            beat();
+            QVERIFY(stage.link.console.Text5.text.endsWith("book.txt"));
+            stage.host.line.sent.clear();
+            Command2_click(stage.link, stage.host);
+            QCOMPARE(stage.host.line.sent, book);
+        }
+        // The last file opened is the one that is named, for whatever it is sent.
+        stage.choose(0);
+        stage.openFile("head  the logo", QStringLiteral("a.bmt"));
+        beat();
+        stage.host.line.sent.clear();
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Lthe logo\x1B"));
+        stage.openFile("head  the logo", QStringLiteral("a.bmt"));
+        stage.choose(6);
+        beat();
+        stage.host.line.sent.clear();
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Bhead  the logo\x1B * * "));
+        // Opened for a book, sent as a logo.
+        stage.openFile("head  the logo", QStringLiteral("b.bmt"));
+        stage.choose(0);
+        beat();
+        stage.host.line.sent.clear();
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Lthe logo\x1B"));
+        QCOMPARE(process().uploadtext, "A079 a gas block");
+    }
+
+    /// A new directory empties the box: what it does not name does not go.
+    void aFileThatTheBoxNoLongerNamesDoesNotGo() {
+        ConsoleStage stage;
+        stage.choose(6);
+        stage.openFile("a book", QStringLiteral("book.txt"));
+        cmdstore_click(stage.link, stage.host);
+        stage.choose(6);
+        refreshtexttosend(stage.link);
+        QCOMPARE(stage.link.console.Text5.text, "");
+        stage.host.line.sent.clear();
+        stage.answer("b");
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray());
+        QCOMPARE(stage.host.messages.size(), 1);
+    }
+
+    void aFileIsSentWithAnyOtherCommandThatShowsItsBox() {
+        ConsoleStage stage;
+        stage.choose(9);
+        stage.link.console.Text3 = QStringLiteral("X");
+        stage.link.console.Text7 = QStringLiteral("the setup");
+        stage.openFile("a * text;", QStringLiteral("any.txt"));
+        refreshtexttosend(stage.link);
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("Xa * text;\x1B"));
+        // A name that was never opened is none.
+        ConsoleStage none;
+        none.choose(9);
+        none.link.console.Text3 = QStringLiteral("X");
+        none.link.console.Text5.text = QStringLiteral("shark2aa.txt");
+        process().uploadtext = QStringLiteral("the setup");
+        Command2_click(none.link, none.host);
+        QCOMPARE(none.host.line.sent, QByteArray("X"));
+    }
+
+    /// With the gas screen open its block stands in the text in hand between two ticks of the link.
+    void theSetupThatIsShownIsWhatGoesByHand() {
+        ConsoleStage stage;
+        dooptioncheck(stage.link);
+        stage.link.console.Text7 = QStringLiteral("A079 whole K to Z");
+        process().uploadtext = QStringLiteral("A079 a gas block");
         stage.answer("g");
         Command2_click(stage.link, stage.host);
-        QCOMPARE(stage.host.line.sent, QByteArray("G"));
-        QCOMPARE(process().uploadtext, "text");
+        QCOMPARE(stage.host.line.sent, QByteArray("GA079 whole K to Z\x1B"));
+        stage.host.line.sent.clear();
+        Command5_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("A079 whole K to Z\x1B\x1B"));
+    }
+
+    void behindGasUploadSendIsTheUpdateOfTheGasScreen() {
+        ConsoleStage stage;
+        mnuCommand_click(stage.link, stage.host, u"mnuGasUp");
+        QCOMPARE(stage.link.console.Command2.text, "Gas Upload");
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.updates, 1);
+        QCOMPARE(stage.host.line.sent, QByteArray());
+        dooptioncheck(stage.link); // the update has done that
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.updates, 2);
+        QCOMPARE(stage.host.line.sent, QByteArray());
+        mnuCommand_click(stage.link, stage.host, u"mnuDiveSum");
+        Command2_click(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("M"));
+        QCOMPARE(stage.host.updates, 2);
+    }
+
+    void aLoneLetterOfTheSetupNeverLeaves() {
+        for (const int option : {5, 9}) {
+            for (const bool file : {false, true}) {
+                ConsoleStage stage;
+                stage.choose(option);
+                stage.link.console.Text3 = QStringLiteral("G");
+                stage.link.console.Text5 = {file ? QStringLiteral("some.mit") : QString(), option == 9};
+                stage.answer("g");
+                Command2_click(stage.link, stage.host);
+                QCOMPARE(stage.host.line.sent, QByteArray());
+                QCOMPARE(stage.host.updates, 1);
+            }
+        }
+    }
+
+    void aValueTypedSinceTheChoiceGoesWithIntervalSend() {
+        ConsoleStage stage;
+        stage.answer("s");
+        const auto send = [&stage] {
+            stage.host.line.sent.clear();
+            Command2_click(stage.link, stage.host);
+            return stage.host.line.sent;
+        };
+        Text16_change(stage.link, QStringLiteral("30")); // ahead of the choice
+        mnuCommand_click(stage.link, stage.host, u"mnuIntSend");
+        QCOMPARE(send(), QByteArray("S005F\r\n"));
+        Text16_change(stage.link, QStringLiteral("20"));
+        QCOMPARE(send(), QByteArray("S020F\r\n"));
+        QCOMPARE(send(), QByteArray("S020F\r\n"));
+        Text16_change(stage.link, QStringLiteral("240"));
+        QCOMPARE(send(), QByteArray("S240F\r\n"));
+        Text16_change(stage.link, QString()); // nothing stands there
+        mnuCommand_click(stage.link, stage.host, u"mnuIntSend");
+        Text16_change(stage.link, QString());
+        QCOMPARE(send(), QByteArray("S005F\r\n"));
+        Text16_change(stage.link, QStringLiteral("1000"));
+        QCOMPARE(send(), QByteArray());
+        QCOMPARE(stage.host.messages.size(), 1);
+        mnuCommand_click(stage.link, stage.host, u"mnuIntSend"); // chosen anew: as told
+        QCOMPARE(send(), QByteArray("S005F\r\n"));
+        // What can be seen of the data box is what goes.
+        Text16_change(stage.link, QStringLiteral("20"));
+        stage.link.console.Text9Visible = true;
+        Text9_change(stage.link, QStringLiteral("7"));
+        QCOMPARE(send(), QByteArray("S007F\r\n"));
+        // A value that the device told was not typed.
+        stage.link.console.Text9Visible = false;
+        mnuCommand_click(stage.link, stage.host, u"mnuIntSend");
+        Text16_change(stage.link, QStringLiteral("20"));
+        stage.link.console.option = 1;
+        stage.link.console.intervalread = false;
+        stage.link.console.replytag = "r";
+        stage.link.console.replywidth = 3;
+        stage.link.Text4.assign("r00010");
+        readinterval(stage.link);
+        stage.link.console.option = 2;
+        QCOMPARE(send(), QByteArray("S005F\r\n"));
+    }
+
+    /// It acts by itself; behind it no Send is left that bears another command.
+    void theIntervalThatLeavesByItsPictureLeavesNoOtherCommandBehind() {
+        for (const int before : {6, 10}) {
+            ConsoleStage stage;
+            stage.choose(before);
+            stage.link.console.Command2.visible = true;
+            stage.link.console.Text16[0] = QStringLiteral("12");
+            Picture14_click(stage.link, stage.host, 2);
+            QCOMPARE(stage.host.line.sent, QByteArray("S12F\r\n"));
+            QCOMPARE(stage.link.console.Text9, "12");
+            QVERIFY(!stage.link.console.Command2.visible);
+            stage.host.line.sent.clear();
+            stage.answer("s");
+            Command2_click(stage.link, stage.host);
+            QCOMPARE(stage.host.line.sent, QByteArray("S012F\r\n"));
+        }
+    }
+
+    void aCommandOnALostLineIsToldAndEndsThere_data() {
+        QTest::addColumn<bool>("stuck");
+        QTest::addColumn<QString>("words");
+        QTest::newRow("stuck") << true << "took nothing for two seconds";
+        QTest::newRow("cut") << false << "is cut";
+    }
+
+    void aCommandOnALostLineIsToldAndEndsThere() {
+        QFETCH(bool, stuck);
+        QFETCH(QString, words);
+        for (const int option : {0, 1, 2, 3, 4, 6, 8, 10, 11}) {
+            ConsoleStage stage;
+            stage.choose(option);
+            if (option == 0 || option == 6) {
+                stage.openFile("body", QStringLiteral("a.bmt"));
+            }
+            stage.answer("lbsa");
+            stage.host.line.takes = stuck ? 0 : -1;
+            if (!stuck) {
+                stage.host.line.cut();
+            }
+            Command2_click(stage.link, stage.host);
+            QCOMPARE(stage.host.line.sent, QByteArray());
+            QCOMPARE(stage.host.line.polls, 0);
+            QCOMPARE(stage.host.messages.size(), 1);
+            QVERIFY(stage.host.messages[0].contains(words));
+            QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
+            QCOMPARE(stage.link.silentticks, 100);
+        }
+    }
+
+    /// At every byte, one after another.
+    void aBodyOnALostLineEndsWhereItIs() {
+        for (const int option : {0, 6, 9}) {
+            for (const bool stuck : {true, false}) {
+                QByteArray whole;
+                for (qsizetype place = -1; place < whole.size() || place < 0; ++place) {
+                    ConsoleStage stage;
+                    stage.choose(option);
+                    stage.openFile("some text", QStringLiteral("a.bmt"));
+                    stage.answer("lb");
+                    FakeLine& line = stage.host.line;
+                    if (place >= 0 && stuck) {
+                        line.takes = place;
+                    } else if (place >= 0) {
+                        line.onOutput = [&line, place](const QByteArray&) {
+                            if (line.sent.size() > place) {
+                                line.cut();
+                            }
+                        };
+                    }
+                    if (option == 9) {
+                        stage.link.console.Text3 = QStringLiteral("X");
+                    }
+                    Command2_click(stage.link, stage.host);
+                    if (place < 0) {
+                        whole = line.sent;
+                        QCOMPARE(stage.host.messages, QStringList());
+                        continue;
+                    }
+                    QVERIFY(whole.startsWith(line.sent));
+                    QVERIFY(line.sent.size() <= place + 5); // the book's end goes in one piece
+                    QCOMPARE(stage.host.messages.size(), 1);
+                    QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
+                }
+            }
+        }
+    }
+
+    void aSetupOnALostLineIsTold() {
+        ConsoleStage stage;
+        process().uploadtext = QStringLiteral("A079\x1B");
+        stage.host.line.takes = 5;
+        send_data(stage.link, stage.host);
+        QCOMPARE(stage.host.line.sent, QByteArray("G   A"));
+        QCOMPARE(stage.host.messages.size(), 1);
+        QVERIFY(stage.host.messages[0].startsWith("The setup was not sent whole: "));
+        QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
+        ConsoleStage cut;
+        process().uploadtext = QStringLiteral("A079\x1B");
+        cut.host.line.cut();
+        send_data(cut.link, cut.host);
+        QVERIFY(
+            cut.host.messages.value(0).startsWith("The setup was not sent: the line to the device is cut."));
+    }
+
+    void anIntervalByItsPictureOnALostLineIsTold() {
+        ConsoleStage stage;
+        stage.link.console.Text16[0] = QStringLiteral("12");
+        stage.host.line.takes = 2;
+        Picture14_click(stage.link, stage.host, 2);
+        QCOMPARE(stage.host.messages.size(), 1);
+        QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
     }
 
     void aBookIsCutAtItsIndexAndItsMarksBecomeColons() {
         ConsoleStage stage;
         stage.choose(6);
-        stage.link.console.Text5.text = QStringLiteral("book.txt");
+        stage.openFile("abc;d*e", QStringLiteral("book.txt"));
         stage.link.console.Text12.text = QStringLiteral("2");
-        process().uploadtext = QStringLiteral("abc;d*e");
         stage.answer("b");
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.sent, QByteArray("Bc:d:e\x1B * * "));
@@ -327,9 +635,8 @@ private slots:
     void aBookIndexBeyondTheTextSendsTheEndOnly() {
         ConsoleStage stage;
         stage.choose(6);
-        stage.link.console.Text5.text = QStringLiteral("book.txt");
+        stage.openFile("short", QStringLiteral("book.txt"));
         stage.link.console.Text12.text = QStringLiteral("100");
-        process().uploadtext = QStringLiteral("short");
         stage.answer("b");
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.line.sent, QByteArray("B * * "));
@@ -338,8 +645,7 @@ private slots:
     void closingTheScreenEndsTheBody() {
         ConsoleStage stage;
         stage.choose(6);
-        stage.link.console.Text5.text = QStringLiteral("book.txt");
-        process().uploadtext = QString(5000, QLatin1Char('x'));
+        stage.openFile(QByteArray(5000, 'x'), QStringLiteral("book.txt"));
         stage.answer("b");
         stage.host.line.onOutput = [&stage](const QByteArray&) { stage.host.closed = true; };
         Command2_click(stage.link, stage.host);

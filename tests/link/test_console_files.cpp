@@ -25,7 +25,7 @@ private slots:
                                                   "Gas Files (*.mit)|*.mit|All Files (*.*)|*.*",
                                                   "Text Files (*.txt)|*.txt|All Files (*.*)|*.*"}));
         QCOMPARE(stage.host.suggested, QStringList({"sharka.bmt", "default.mit", ""}));
-        QCOMPARE(process().uploadtext, "");
+        QVERIFY(stage.link.console.chosenfile.path.isEmpty());
     }
 
     void aFileIsReadAsItsBytes() {
@@ -33,7 +33,8 @@ private slots:
         stage.choose(6);
         stage.host.chosenFile = stage.file("two  blanks\r\n\xFF", QStringLiteral("book.txt"));
         mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, QString::fromLatin1("two  blanks\r\n\xFF"));
+        QCOMPARE(stage.link.console.chosenfile.bytes, QByteArray("two  blanks\r\n\xFF"));
+        QCOMPARE(bodyinhand(stage.link.console).file, QByteArray("two  blanks\r\n\xFF"));
         QCOMPARE(stage.link.console.Text5.text, stage.host.chosenFile);
         QCOMPARE(stage.link.console.uploadfile, stage.host.chosenFile);
         QVERIFY(stage.host.questions.isEmpty());
@@ -41,22 +42,22 @@ private slots:
 
     void ofALogoOnlyWhatStandsBehindTheLastDoubleBlankStays_data() {
         QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("none") << QByteArray("0 1 2") << "0 1 2";
-        QTest::newRow("one") << QByteArray("head  body") << "body";
-        QTest::newRow("in the last line") << QByteArray("head  body\r\nx  end") << "end";
-        QTest::newRow("three blanks") << QByteArray("head   body") << " body";
-        QTest::newRow("at the end") << QByteArray("head  ") << "";
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("none") << QByteArray("0 1 2") << QByteArray("0 1 2");
+        QTest::newRow("one") << QByteArray("head  body") << QByteArray("body");
+        QTest::newRow("in the last line") << QByteArray("head  body\r\nx  end") << QByteArray("end");
+        QTest::newRow("three blanks") << QByteArray("head   body") << QByteArray(" body");
+        QTest::newRow("at the end") << QByteArray("head  ") << QByteArray();
     }
 
     void ofALogoOnlyWhatStandsBehindTheLastDoubleBlankStays() {
         QFETCH(QByteArray, file);
-        QFETCH(QString, text);
+        QFETCH(QByteArray, text);
         ConsoleStage stage;
         stage.choose(0);
         stage.host.chosenFile = stage.file(file, QStringLiteral("a.bmt"));
         mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, text);
+        QCOMPARE(bodyinhand(stage.link.console).file, text);
     }
 
     void aLongFileIsCutAndItsRestCanBeSaved() {
@@ -69,7 +70,7 @@ private slots:
         stage.host.chosenFile = stage.file(bytes, QStringLiteral("long.txt"));
         stage.host.answers = {true};
         mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext.toLatin1(), bytes.first(20000));
+        QCOMPARE(bodyinhand(stage.link.console).file, bytes.first(20000));
         QCOMPARE(stage.host.questions,
                  QStringList("Not all text sent. Do you want to save remaining text in new file?"));
         QCOMPARE(stage.host.titles, QStringList("Save Text"));
@@ -81,12 +82,23 @@ private slots:
     void aFileThatCannotBeReadChangesNothing() {
         ConsoleStage stage;
         stage.choose(6);
-        process().uploadtext = QStringLiteral("kept");
+        stage.openFile("kept", QStringLiteral("kept.txt"));
         stage.host.chosenFile = stage.folder.filePath(QStringLiteral("none.txt"));
         mnuOpen_click(stage.link, stage.host);
-        QCOMPARE(process().uploadtext, "kept");
+        QCOMPARE(bodyinhand(stage.link.console).file, QByteArray("kept"));
         QCOMPARE(stage.host.messages.size(), 1);
         QVERIFY(stage.host.messages.first().contains(QLatin1String("none.txt")));
+    }
+
+    /// The gas screen starts with the text in hand for the device: a book is none.
+    void anOpenedFileIsNoSetup() {
+        for (const int option : {0, 5, 6, 9}) {
+            ConsoleStage stage;
+            stage.choose(option);
+            process().uploadtext = QStringLiteral("the setup");
+            stage.openFile("a book", QStringLiteral("a.bmt"));
+            QCOMPARE(process().uploadtext, "the setup");
+        }
     }
 
     void theTextToSendFollowsItsBoxExceptForBookAndLogo() {

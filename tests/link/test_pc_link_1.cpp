@@ -64,6 +64,9 @@ private slots:
     void aMenuEntryChecksItselfAlone();
     void anIntervalTypedLeavesAsItIs();
     void anIntervalNotYetReadIsPaintedAsADash();
+    void anIntervalTypedBehindItsMenuEntryGoesWithSend();
+    void theMenuAloneWritesTheCaptionOfSend();
+    void whatSendSendsStandsAboveIt();
     void aSeriesNameTypedIsTakenAndHinted();
     void savingToTheDatabaseAsksForTheImport();
 
@@ -479,6 +482,65 @@ void TestPcLink1::anIntervalNotYetReadIsPaintedAsADash() {
     stage.receive("r00010");
     stage.tick("Timer1");
     painted(QStringLiteral("10"), true);
+}
+
+void TestPcLink1::anIntervalTypedBehindItsMenuEntryGoesWithSend() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.connectDevice();
+    stage.control<QAction>("mnuIntSend")->trigger();
+    auto* value = stage.control<QLineEdit>("Text16(0)");
+    value->setFocus();
+    value->selectAll();
+    QTest::keyClicks(value, QStringLiteral("20"));
+    stage.working->onPoll = [&stage] { stage.working->waiting = "s"; };
+    stage.working->sent.clear();
+    stage.click("Command2");
+    QCOMPARE(stage.working->sent, QByteArray("S020F\r\n"));
+}
+
+/// Behind "Interval Send" the fields of a book, or of Quit, stood once.
+void TestPcLink1::theMenuAloneWritesTheCaptionOfSend() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.connectDevice();
+    stage.control<QAction>("mnuBookUp")->trigger();
+    stage.click("Picture14(2)");
+    QCOMPARE(stage.text("Command2"), "Book Send");
+    QVERIFY(!stage.control("Command2")->isVisible());
+    stage.click("Label19(6)");
+    QCOMPARE(stage.text("Command2"), "Book Send");
+    QVERIFY(stage.control("Command2")->isVisible());
+    stage.control<QAction>("mnuQuitKD")->trigger();
+    QCOMPARE(stage.text("Command2"), "Quit KD");
+    stage.click("Label19(8)");
+    QCOMPARE(stage.text("Command2"), "Quit KD");
+}
+
+void TestPcLink1::whatSendSendsStandsAboveIt() {
+    LinkStage stage(QStringLiteral("Command"));
+    stage.connectDevice();
+    const auto goes = [&stage] { return stage.text("whatGoes"); };
+    stage.control<QAction>("mnuQuitKD")->trigger();
+    QCOMPARE(goes(), "Sends Q");
+    stage.control<QAction>("mnuIntSend")->trigger();
+    QCOMPARE(goes(), "Sends S005F↵");
+    auto* value = stage.control<QLineEdit>("Text16(0)");
+    value->setFocus();
+    value->selectAll();
+    QTest::keyClicks(value, QStringLiteral("20"));
+    QCOMPARE(goes(), "Sends S020F↵");
+    QTest::keyClicks(value, QStringLiteral("00"));
+    QCOMPARE(goes(), "Sends nothing: at most 3 digits");
+    stage.click("Label19(6)");
+    QCOMPARE(goes(), "Sends nothing: open a file first");
+    stage.folder.put("<b>book.txt", "a book");
+    stage.dialogs.answerFile(stage.folder.path("<b>book.txt"));
+    stage.control<QAction>("mnuOpen")->trigger();
+    QCOMPARE(goes(), "Sends B, then <b>book.txt");
+    QCOMPARE(stage.control<QLabel>("whatGoes")->textFormat(), Qt::PlainText);
+    stage.control<QAction>("mnuGasUp")->trigger();
+    QCOMPARE(goes(), "Sends the setup of the gas screen");
+    stage.control<QAction>("mnuPersSend")->trigger();
+    QVERIFY(goes().startsWith("Sends A^Insert your"));
 }
 
 void TestPcLink1::aSeriesNameTypedIsTakenAndHinted() {

@@ -116,6 +116,8 @@ private slots:
     void readingsComeOnRequestAndUnasked();
     void theProductIsAskedForWhereTheDeviceDoesNotSay();
     void theHudValuesStandOnTheLinkScreen();
+    void aBookGoesOutAsItIsWhileTheGasScreenIsOpen();
+    void gasUploadOfTheMenuIsTheUpdateOfTheGasScreen();
 };
 
 void TestHouseGas::theSetupComesWithTheDirectory() {
@@ -256,6 +258,58 @@ void TestHouseGas::theHudValuesStandOnTheLinkScreen() {
     QCOMPARE(box("Text16(3)"), "0.40");
     QCOMPARE(box("Text16(4)"), "0.70");
     QCOMPARE(box("Text16(5)"), "1.40");
+}
+
+/// The gas screen writes its block into the text in hand each second.
+void TestHouseGas::aBookGoesOutAsItIsWhileTheGasScreenIsOpen() {
+    GasProgram world;
+    world.connectDevice();
+    world.showGas();
+    const QByteArray book = "A book of two lines\r\nand an end.";
+    const QByteArray logo = "0123456789ABCDEF";
+    world.program.folder.put("book.txt", book);
+    world.program.folder.put("mine.bmt", "A head  " + logo);
+    const auto sent = [&world](const char* entry, const char* file) {
+        control<QAction>("PC_Link_1", entry)->trigger();
+        world.program.dialogs.answerFile(world.program.folder.path(QLatin1String(file)));
+        control<QAction>("PC_Link_1", "mnuOpen")->trigger();
+        world.turnUntil([] { return true; });
+        expire("GasBlend", "Timer5");
+        const qsizetype before = world.device.received().size();
+        control<QPushButton>("PC_Link_1", "Command2")->click();
+        const auto last = [&world] { return world.device.received().right(1); };
+        return [&world, last, before] {
+            return last() == "\x1b" || last() == " " ? world.device.received().sliced(before) : QByteArray();
+        };
+    };
+    control<QAction>("main", "cmdcommandsend")->trigger();
+    const auto first = sent("mnuBookUp", "book.txt");
+    QTRY_COMPARE(first(), "B" + book + "\x1b * * ");
+    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    const auto second = sent("mnuLogo", "mine.bmt");
+    QTRY_COMPARE(second(), "L" + logo + "\x1b");
+    world.device.with([&](Kd& kd) {
+        QCOMPARE(kd.memory.book, book);
+        QCOMPARE(kd.memory.logo, logo);
+    });
+}
+
+void TestHouseGas::gasUploadOfTheMenuIsTheUpdateOfTheGasScreen() {
+    GasProgram world;
+    world.connectDevice();
+    world.showGas();
+    type("Text1(7)", QStringLiteral("16"));
+    type("Text2(7)", QStringLiteral("40"));
+    expire("GasBlend", "Timer5");
+    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    control<QAction>("main", "cmdcommandsend")->trigger();
+    control<QAction>("PC_Link_1", "mnuGasUp")->trigger();
+    const qsizetype before = world.device.received().size();
+    control<QPushButton>("PC_Link_1", "Command2")->click();
+    const QByteArray text = world.gas()->plan().Text7.toLatin1();
+    QTRY_COMPARE(world.device.received().sliced(before), "G   " + text + "\x1b\x1b\r\n");
+    QCOMPARE(world.setupInDevice(), text);
+    QVERIFY(text.contains("H044 040 "));
 }
 
 int main(int argc, char** argv) {

@@ -50,6 +50,9 @@ public:
     /// A line of live readings.
     void receiveReadings(const link::Readings& readings);
 
+    /// Update: what this screen shows goes to the device, or the reason is told.
+    void Command1_click();
+
     const GasPlan& plan() const { return plan_; }
     void Timer5_tick();
 
@@ -77,7 +80,6 @@ private:
     void showDebug(bool shown);
     void mnuOpen_click();
     void mnuSave_click();
-    void Command1_click();
     void Command2_click();
     void say(const QString& text);
     QString sourceWords() const;

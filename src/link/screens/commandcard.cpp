@@ -1,6 +1,7 @@
 #include "link/screens/commandcard.h"
 
 #include "link/commandmenu.h"
+#include "link/console.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -95,6 +96,7 @@ CommandCard::CommandCard(QWidget* parent)
     , Label6_(named(look::makeCaption(QString()), "Label6"))
     , Label7_(named(look::makeCaption(QString()), "Label7"))
     , Shape1_(named(new QWidget, "Shape1"))
+    , goes_(named(look::makeCaption(QString()), "whatGoes"))
     , Command2_(named(new QPushButton, "Command2"))
     , fileCaption_(named(look::makeCaption(QStringLiteral("File")), "filecaption"))
     , Text5_(named(new QLineEdit, "Text5"))
@@ -164,6 +166,9 @@ QWidget* CommandCard::buildValues() {
     auto* edge = new QVBoxLayout(Shape1_);
     edge->setContentsMargins({});
     edge->addStretch(1);
+    goes_->setTextFormat(Qt::PlainText);
+    goes_->setAlignment(Qt::AlignRight);
+    edge->addWidget(goes_);
     Command2_->setProperty("primary", true);
     Command2_->setProperty("big", true);
     Command2_->setIcon(look::icon("send"));
@@ -238,6 +243,11 @@ void CommandCard::syncValues(const Console& console) {
     }
     if (Command2_->text() != console.Command2.text) {
         Command2_->setText(console.Command2.text);
+    }
+    // The caption is that of the menu entry chosen last: what goes out stands above it.
+    const QString goes = goeswords(console);
+    if (goes_->text() != goes) {
+        goes_->setText(goes);
     }
     showEnabled(Command2_, console.Command2.enabled);
     showVisible(Command2_, console.Command2.visible);

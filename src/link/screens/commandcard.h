@@ -47,6 +47,7 @@ private:
     QLabel* Label6_;
     QLabel* Label7_;
     QWidget* Shape1_;
+    QLabel* goes_; ///< what Send sends now
     QPushButton* Command2_;
     QLabel* fileCaption_;
     QLineEdit* Text5_;

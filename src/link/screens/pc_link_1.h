@@ -61,6 +61,8 @@ public:
     void layFace();
     /// Who knows whether the connection tips can be seen.
     void setTipsQuery(std::function<bool()> showing) { tipsShowing_ = std::move(showing); }
+    /// Who looks at a setup before it leaves; false keeps it back.
+    void setSetupLook(std::function<bool(const SetupBody&)> look) { setupLook_ = std::move(look); }
     const LinkState& state() const { return link_; }
 
 signals:
@@ -72,6 +74,7 @@ signals:
     void importWanted();       ///< the main screen's import entry
     void importAfterLeaving(); ///< unload, the main screen comes forward, its import entry
     void setupArrived(const QByteArray& text);
+    void setupUpdateWanted(); ///< the gas screen's update
     void readingsArrived(const benthor::link::Readings& readings); ///< a line of live readings
     void hintForMain(const QString& text);                         ///< for `lbltotaldive` of the main screen
     void statusPainted(); ///< the status label of the main screen may follow
@@ -118,12 +121,12 @@ private:
     void Label13_click();
     void Label11_click();
     void DiveSeriesName_change(const QString& text);
-    void chooseCommand(int index, const std::function<void()>& work);
     void Mgrid_keydown(QKeyEvent* event);
 
     LinkState link_;
     std::unique_ptr<Host> host_;
     std::function<bool()> tipsShowing_;
+    std::function<bool(const SetupBody&)> setupLook_;
     bool raw_ = false; ///< the raw text boxes are wanted
     bool covered_ = false;
     QPointer<QWidget> beforeCover_; ///< had the keyboard when a run began

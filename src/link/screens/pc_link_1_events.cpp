@@ -100,14 +100,12 @@ void PC_Link_1::connectControls() {
             [this] { perform([this] { Label13_click(); }); });
     connect(head_->menuScreen(), &look::ClickableLabel::clicked, this,
             [this] { perform([this] { Label11_click(); }); });
-    connect(commands_, &CommandList::captionClicked, this, [this](int index) {
-        chooseCommand(index, [this, index] { Label19_click(link_, *host_, index); });
-    });
-    connect(commands_, &CommandList::pictureClicked, this, [this](int index) {
-        chooseCommand(index, [this, index] { Picture14_click(link_, *host_, index); });
-    });
+    connect(commands_, &CommandList::captionClicked, this,
+            [this](int index) { perform([this, index] { Label19_click(link_, *host_, index); }); });
+    connect(commands_, &CommandList::pictureClicked, this,
+            [this](int index) { perform([this, index] { Picture14_click(link_, *host_, index); }); });
     connect(commands_, &CommandList::optionClicked, this, [this](int index) {
-        chooseCommand(index, [this, index] {
+        perform([this, index] {
             link_.console.option = index;
             preparecommand(link_);
         });
@@ -134,7 +132,7 @@ void PC_Link_1::connectBoxes() {
     onEdit("ComNum", [this](const QString& text) { setcomnum(link_, *host_, text); });
     onEdit("DiveSeriesName", [this](const QString& text) { DiveSeriesName_change(text); });
     onEdit("startdivenum", [this](const QString& text) { setstartdivenum(link_, text); });
-    onEdit("Text16(0)", [&console](const QString& text) { console.Text16[0] = text; });
+    onEdit("Text16(0)", [this](const QString& text) { Text16_change(link_, text); });
     onEdit("Text9", [this](const QString& text) { Text9_change(link_, text); });
     onEdit("Text12", [&console](const QString& text) { console.Text12.text = text; });
     onEdit("Text3", [&console](const QString& text) { console.Text3 = text; });
@@ -169,16 +167,6 @@ void PC_Link_1::Mgrid_keydown(QKeyEvent* event) {
     perform([&] {
         process().servedrow = Mgrid->row();
         Mgrid_mouseup(link_, Mgrid->row(), Mgrid->rowSel(), shiftBits(event->modifiers()));
-    });
-}
-
-/// Send bears the caption of what it sends.
-void PC_Link_1::chooseCommand(int index, const std::function<void()>& work) {
-    perform([this, index, &work] {
-        if (const CommandEntry* entry = commandEntry(index)) {
-            link_.console.Command2.text = entry->caption;
-        }
-        work();
     });
 }
 

@@ -106,6 +106,14 @@ void PC_Link_1::Host::setupReceived(const QByteArray& text) {
     emit screen_.setupArrived(text);
 }
 
+bool PC_Link_1::Host::setupMayGo(const SetupBody& body) {
+    return !screen_.setupLook_ || screen_.setupLook_(body);
+}
+
+void PC_Link_1::Host::updateSetup() {
+    emit screen_.setupUpdateWanted();
+}
+
 void PC_Link_1::Host::runImport() {
     emit screen_.importWanted();
 }

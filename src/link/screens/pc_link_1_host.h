@@ -28,6 +28,8 @@ public:
     void showTips() override;
     void openFirmware() override;
     void setupReceived(const QByteArray& text) override;
+    bool setupMayGo(const SetupBody& body) override;
+    void updateSetup() override;
     void runImport() override;
     void leaveAndImport() override;
 

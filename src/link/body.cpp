@@ -1,0 +1,146 @@
+#include "link/body.h"
+
+#include "link/commandmenu.h"
+#include "platform/textformat.h"
+#include "shell/process.h"
+
+#include <QFileInfo>
+
+namespace benthor::link {
+
+using platform::Written;
+
+namespace {
+
+constexpr char kEscape = 27;
+constexpr int kNoCommand = 100; ///< ticks since the last command that make the caption fall
+// The window is painted every so often; each time costs the line a little.
+constexpr int kCharactersBetweenPaints = 256;
+
+/// False when it did not leave whole, or the screen was closed: nothing more is written then.
+bool sendcharacters(LinkState& link, LinkHost& host, const QByteArray& body, const QString& what) {
+    const bool book = link.console.option == kChoiceBook;
+    const double index = book ? platform::leadingNumber(link.console.Text12.text) : 0;
+    double passed = 0;
+    int written = 0;
+    for (char character : body) {
+        if (book && passed < index) {
+            ++passed;
+            continue;
+        }
+        if (book && (character == ';' || character == '*')) {
+            character = ':';
+        }
+        if (put(link, host, QByteArray(1, character), what) != Written::Whole) {
+            return false;
+        }
+        if (++written % kCharactersBetweenPaints == 0 && !host.repaint()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The setup that is shown, with an ESC behind it for each time that it was sent. What another screen has put
+/// in its place since the last tick does not go.
+const QString& setupinhand(const Console& console) {
+    QString& text = process().uploadtext;
+    const bool shown = text.startsWith(console.Text7) &&
+                       QStringView(text).mid(console.Text7.size()).count(QLatin1Char(kEscape)) ==
+                           text.size() - console.Text7.size();
+    if (!shown) {
+        text = console.Text7;
+    }
+    return text;
+}
+
+/// The letter that begins a setup, with nothing to follow it: the device would wait for one.
+bool isloneletter(const Console& console) {
+    return wire(console) == QLatin1String("G") && bodyinhand(console).kind == Body::Kind::None;
+}
+
+} // namespace
+
+void telllost(LinkState& link, LinkHost& host, const QString& words) {
+    host.message(words);
+    link.silentticks = kNoCommand;
+    link.AFLabel3 = {QStringLiteral("Not Connected"), platform::kToldYellow};
+}
+
+Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const QString& what) {
+    const bool open = host.MSComm1().PortOpen();
+    const Written written = host.MSComm1().Output(bytes);
+    if (written == Written::Stuck) {
+        telllost(link, host,
+                 what + QStringLiteral(" was not sent whole: the line to the device took nothing for two "
+                                       "seconds.\r\nCheck adapter and cable, and send it again."));
+    } else if (written == Written::Cut) {
+        telllost(link, host,
+                 what +
+                     (open ? QStringLiteral(" was not sent whole: the line to the device was cut.")
+                           : QStringLiteral(" was not sent: the line to the device is cut.")) +
+                     QStringLiteral("\r\nPlug it in again, and send it again."));
+    }
+    return written;
+}
+
+bool bodymaygo(const LinkState& link, LinkHost& host) {
+    const Console& console = link.console;
+    const Body body = bodyinhand(console);
+    if (console.option == kChoiceSetup && body.kind == Body::Kind::File) {
+        return host.setupMayGo({QString::fromLatin1(body.file), true});
+    }
+    return body.kind != Body::Kind::Setup || host.setupMayGo({setupinhand(console), false});
+}
+
+bool tellmissing(const LinkState& link, LinkHost& host) {
+    if (bodyinhand(link.console).kind != Body::Kind::Missing) {
+        return false;
+    }
+    const QString& name = link.console.Text5.text;
+    host.message((name.isEmpty() ? QStringLiteral("No file is chosen, and nothing was sent.")
+                                 : name + QStringLiteral(" was not opened, and nothing was sent.")) +
+                 QStringLiteral("\r\nOpen the file to send, then send again."));
+    return true;
+}
+
+void sendbody(LinkState& link, LinkHost& host) {
+    Console& console = link.console;
+    const Body body = bodyinhand(console);
+    if (body.kind != Body::Kind::File && body.kind != Body::Kind::Setup) {
+        return;
+    }
+    const bool file = body.kind == Body::Kind::File;
+    const QString what = file ? QFileInfo(console.chosenfile.path).fileName() : QStringLiteral("The setup");
+    // The text stays so lengthened: sent again without being read anew, it ends in two.
+    if (file) {
+        console.chosenfile.bytes += kEscape;
+    } else {
+        static_cast<void>(setupinhand(console));
+        process().uploadtext += QLatin1Char(kEscape);
+    }
+    const QByteArray bytes = file ? body.file + kEscape : process().uploadtext.toLatin1();
+    if (!sendcharacters(link, host, bytes, what) || console.option != kChoiceBook) {
+        return;
+    }
+    if (put(link, host, " * * ", what) == Written::Whole) {
+        link.Text4.clear();
+    }
+}
+
+QString wire(const Console& console) {
+    return console.Text3 + console.Text11 + console.Text9 + console.Text10;
+}
+
+bool isupdate(const Console& console) {
+    const bool byMenu =
+        console.option == kChoiceSetup && console.checkedEntry == commandEntry(kChoiceSetup)->name;
+    return byMenu || isloneletter(console);
+}
+
+QString typedinterval(const Console& console) {
+    const bool seen = console.option == kChoiceIntervalSend && !console.Text9Visible;
+    return seen && console.intervaltyped ? console.Text16[0] : QString();
+}
+
+} // namespace benthor::link
