@@ -1,5 +1,8 @@
 #include "firmware/guidance.h"
 
+#include "firmware/session.h"
+#include "link/console.h"
+
 #include <QFileInfo>
 #include <algorithm>
 
@@ -95,6 +98,37 @@ QString resultreason(const ReprogState& state) {
     return isrestarting(state) ? QStringLiteral("the device was asked to restart") : memories(state);
 }
 
+QString quoted(QString bytes) {
+    constexpr qsizetype kMost = 14;
+    bytes.replace(QLatin1String("\r\n"), QStringLiteral("↵"));
+    return u'"' + (bytes.size() > kMost ? bytes.left(kMost) + u'…' : bytes) + u'"';
+}
+
+/// What the keyboard's fields put on the line ahead of the file; empty for nothing.
+QString aheadwords(const SendFields& fields) {
+    const QString rest = restofcommand(fields);
+    QStringList parts;
+    if (!fields.Text3.isEmpty()) {
+        parts += quoted(fields.Text3);
+    }
+    const QString& reply = fields.Text8;
+    if (!reply.isEmpty()) {
+        parts += rest.isEmpty() ? QStringLiteral("and %1 must come back").arg(quoted(reply))
+                                : QStringLiteral("then, once %1 has come back").arg(quoted(reply));
+    }
+    if (!rest.isEmpty()) {
+        parts += quoted(rest);
+    }
+    return parts.isEmpty() ? QString()
+                           : QStringLiteral(" Ahead of it goes what the advanced keyboard holds: %1.")
+                                 .arg(parts.join(QLatin1String(", ")));
+}
+
+Notice withahead(const ReprogState& state, const QString& words, bool grave) {
+    const QString ahead = aheadwords(state.fields);
+    return {words + ahead, grave || !ahead.isEmpty()};
+}
+
 } // namespace
 
 QString grouped(qint64 number) {
@@ -127,6 +161,14 @@ Notice imagewords(const ReprogState& state) {
     if (state.check.length == 0) {
         return {QStringLiteral("%1 is empty. Choose another file.").arg(name), true};
     }
+    if (state.fields.option == link::kChoiceBook) {
+        return withahead(
+            state,
+            QStringLiteral("Send to KD sends %1 as a book, not as an image: Book Upload is chosen "
+                           "on the advanced keyboard.")
+                .arg(name),
+            true);
+    }
     if (willberefused(state)) {
         return {QStringLiteral("%1 does not begin as an image does, and will be refused.").arg(name), true};
     }
@@ -138,9 +180,10 @@ Notice imagewords(const ReprogState& state) {
         words += QStringLiteral(" Its last %1 bytes fill no record and stay behind.").arg(plan.staying);
     }
     if (issog(state.Text5) && state.check.firstbyte != '*') {
-        return {words + QStringLiteral(" It does not begin with a star, as images do."), true};
+        return withahead(state, words + QStringLiteral(" It does not begin with a star, as images do."),
+                         true);
     }
-    return {words, false};
+    return withahead(state, words, false);
 }
 
 Notice valuewords(const ReprogState& state) {

@@ -31,7 +31,7 @@ struct Notice {
     bool operator==(const Notice&) const = default;
 };
 
-/// File, length, and how long it takes.
+/// File, length, how long it takes, and what the fields of the advanced keyboard put ahead of it.
 Notice imagewords(const ReprogState& state);
 /// The check value, where it came from, and whether list and file agree.
 Notice valuewords(const ReprogState& state);

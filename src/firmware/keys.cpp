@@ -157,6 +157,22 @@ void Option1_click(ReprogState& state, int option) {
     state.fields = fields;
 }
 
+void filldata(SendFields& fields) {
+    constexpr int kShortestName = 32; // of a user
+    constexpr int kIntervalDigits = 3;
+    if (fields.option == link::kChoiceUserId) {
+        fields.Text9 = fields.Text9.leftJustified(kShortestName);
+    } else if (fields.option == link::kChoiceIntervalSend) {
+        fields.Text9 = fields.Text9.rightJustified(kIntervalDigits, u'0');
+    }
+}
+
+QString restofcommand(SendFields fields) {
+    filldata(fields);
+    return fields.Text9.isEmpty() && fields.Text10.isEmpty() ? QString()
+                                                             : fields.Text11 + fields.Text9 + fields.Text10;
+}
+
 bool Command4_click(ReprogState& state, ReprogHost& host) {
     state.pollflag = true;
     return state.fields.Text3.isEmpty() ||

@@ -16,7 +16,6 @@ namespace {
 
 constexpr qint64 kRecord = 128;
 constexpr int kRecordsBetweenLooks = 50;
-constexpr int kShortestName = 32; ///< of a user
 constexpr char kStar = 42;
 constexpr char kMark = 38; ///< "&"
 
@@ -65,16 +64,9 @@ void beginsend(ReprogState& state) {
 }
 
 Written sendfields(ReprogState& state, ReprogHost& host) {
-    SendFields& fields = state.fields;
-    if (fields.option == link::kChoiceUserId) {
-        fields.Text9 = fields.Text9.leftJustified(kShortestName);
-    } else if (fields.option == link::kChoiceIntervalSend) {
-        fields.Text9 = fields.Text9.rightJustified(3, u'0');
-    }
-    if (fields.Text9.isEmpty() && fields.Text10.isEmpty()) {
-        return Written::Whole;
-    }
-    return host.MSComm1().Output((fields.Text11 + fields.Text9 + fields.Text10).toLatin1());
+    filldata(state.fields);
+    const QString rest = restofcommand(state.fields);
+    return rest.isEmpty() ? Written::Whole : host.MSComm1().Output(rest.toLatin1());
 }
 
 void showsending(ReprogState& state) {

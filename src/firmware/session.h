@@ -66,6 +66,11 @@ void showstatus(ReprogState& state, bool portopen);
 
 // --- shared by the above
 
+/// Fills a name with blanks and an interval with zeros.
+void filldata(SendFields& fields);
+/// What belongs to a command behind its letter, as it leaves. Empty for nothing.
+QString restofcommand(SendFields fields);
+
 /// Controls off and on again.
 void lockcontrols(ReprogState& state);
 void freecontrols(ReprogState& state);

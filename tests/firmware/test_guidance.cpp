@@ -104,6 +104,66 @@ private slots:
         QVERIFY(imagewords(fast.state).words.contains("2 s at 38400 baud"));
     }
 
+    /// The fields of the keyboard lead the send, whether it can be seen or not.
+    void whatTheKeyboardPutsAheadIsTold() {
+        Session plain;
+        for (const int none : {9, 10}) {
+            Option1_click(plain.state, none);
+            QVERIFY(!imagewords(plain.state).grave);
+            QVERIFY(!imagewords(plain.state).words.contains("keyboard"));
+        }
+        for (const bool advanced : {false, true}) {
+            Session session;
+            session.state.advanced = advanced;
+            Option1_click(session.state, 3);
+            QVERIFY(imagewords(session.state).grave);
+            QVERIFY(imagewords(session.state).words.contains(grouped(7040) + " bytes in 55 records"));
+            QVERIFY(imagewords(session.state)
+                        .words.endsWith(" Ahead of it goes what the advanced keyboard holds: \"M\"."));
+            Option1_click(session.state, 2);
+            QVERIFY(
+                imagewords(session.state)
+                    .words.endsWith(" Ahead of it goes what the advanced keyboard holds: \"S\", then, once "
+                                    "\"s\" has come back, \"005F↵\"."));
+            Option1_click(session.state, 9);
+            session.state.fields.Text9 = "5";
+            session.state.fields.Text11 = "^";
+            QVERIFY(imagewords(session.state).words.endsWith("holds: \"^5\"."));
+            Option1_click(session.state, 8);
+            QVERIFY(imagewords(session.state).words.contains("\"A\", then, once \"a\" has come back, \"^"));
+        }
+        Session book;
+        Option1_click(book.state, 6);
+        const Notice words = imagewords(book.state);
+        QVERIFY(words.grave);
+        QVERIFY(words.words.startsWith("Send to KD sends a.sog as a book, not as an image: "));
+        QVERIFY(words.words.contains("\"B\", and \"b\" must come back."));
+        Session missing(-1);
+        Option1_click(missing.state, 6);
+        QVERIFY(imagewords(missing.state).words.contains("can't be read"));
+    }
+
+    /// And they are what does go ahead.
+    void whatIsToldToGoAheadIsWhatGoes() {
+        for (const int option : {2, 3, 5, 9, 10}) {
+            Session session(129);
+            Option1_click(session.state, option);
+            session.host.line.onPoll = [&session] { session.host.line.waiting = "sg"; };
+            session.host.line.onOutput = [&session](const QByteArray& bytes) {
+                session.host.closed = bytes == "&"; // what follows is the image
+            };
+            Command2_click(session.state, session.host);
+            QByteArray ahead = session.host.line.sent;
+            ahead.truncate(ahead.indexOf('&'));
+            QString told = imagewords(session.state).words.section("holds: ", 1);
+            told.remove(", then, once \"s\" has come back, ")
+                .remove(", and \"g\" must come back")
+                .remove('"');
+            QCOMPARE(told.replace("↵", "\r\n"),
+                     ahead.isEmpty() ? QString() : QString::fromLatin1(ahead) + '.');
+        }
+    }
+
     void whatIsNoImageIsTold() {
         QVERIFY(imagewords(Session(-1).state).grave);
         QVERIFY(imagewords(Session(-1).state).words.contains("can't be read"));

@@ -512,8 +512,9 @@ private slots:
         for (const int option : {kChoiceLogo, kChoiceBook}) {
             stage.link.console.option = option;
             preparecommand(stage.link);
-            stage.link.console.Text5.text = QStringLiteral("a.bmt");
-            process().uploadtext = QString::fromLatin1(text);
+            stage.folder.put(QStringLiteral("a.bmt"), text);
+            stage.host.chosenFile = stage.folder.path(QStringLiteral("a.bmt"));
+            mnuOpen_click(stage.link, stage.host);
             Command2_click(stage.link, stage.host);
             QVERIFY(stage.host.messages.isEmpty());
             QTRY_VERIFY(stage.link.rxbuf.holds("+++"));
@@ -631,13 +632,14 @@ private slots:
         stage.fault(faults);
         stage.link.console.option = kChoiceBook;
         preparecommand(stage.link);
-        stage.link.console.Text5.text = QStringLiteral("book.txt");
-        process().uploadtext = QStringLiteral("a book");
+        stage.folder.put(QStringLiteral("book.txt"), "a book");
+        stage.host.chosenFile = stage.folder.path(QStringLiteral("book.txt"));
+        mnuOpen_click(stage.link, stage.host);
         Command2_click(stage.link, stage.host);
         QCOMPARE(stage.host.messages, QStringList({"No Response - Check Connection"}));
         QCOMPARE(stage.link.AFLabel3.text, "Not Connected");
         QTRY_VERIFY(stage.device.received().endsWith('B')); // and nothing behind
-        QCOMPARE(process().uploadtext, "a book");
+        QCOMPARE(stage.link.console.chosenfile.bytes, QByteArray("a book"));
     }
 
     void aCloseInTheMiddleOfABodyEndsItThere() {
@@ -645,8 +647,9 @@ private slots:
         stage.connect();
         stage.link.console.option = kChoiceLogo;
         preparecommand(stage.link);
-        stage.link.console.Text5.text = QStringLiteral("a.bmt");
-        process().uploadtext = QString(20000, QLatin1Char('x'));
+        stage.folder.put(QStringLiteral("a.bmt"), QByteArray(19999, 'x'));
+        stage.host.chosenFile = stage.folder.path(QStringLiteral("a.bmt"));
+        mnuOpen_click(stage.link, stage.host);
         stage.host.repaintsLeft = 3;
         Command2_click(stage.link, stage.host);
         QVERIFY(stage.host.closed);

@@ -316,6 +316,7 @@ private slots:
         QFETCH(qsizetype, length);
         Stage stage;
         SerialPort port;
+        stage.line().keepNear();
         stage.line().fill();
         QVERIFY(open(port));
         QElapsedTimer passed;
@@ -329,6 +330,7 @@ private slots:
     void nothingThatWaitedOnAStuckLineLeavesLater() {
         Stage stage;
         SerialPort port;
+        stage.line().keepNear();
         stage.line().fill();
         QVERIFY(open(port));
         port.setSettings(kFast);
@@ -343,6 +345,7 @@ private slots:
     void aLineThatTakesALittleEverySecondIsNotGivenUp() {
         Stage stage;
         SerialPort port;
+        stage.line().keepNear();
         stage.line().fill();
         QVERIFY(open(port));
         port.setSettings(kFast);
@@ -391,6 +394,7 @@ private slots:
     void aLineThatIsCutWhileItIsFullIsNoStuckLine() {
         Stage stage;
         SerialPort port;
+        stage.line().keepNear();
         stage.line().fill();
         QVERIFY(open(port));
         const std::unique_ptr<QThread> hand(QThread::create([&] {

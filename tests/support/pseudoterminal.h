@@ -51,29 +51,42 @@ public:
         const ssize_t length = ::read(fd_, bytes.data(), static_cast<size_t>(bytes.size()));
         return length > 0 ? bytes.first(length) : QByteArray();
     }
+    /// Opens the near end beside whoever works it, so that it can be filled later: an open port keeps others
+    /// out.
+    void keepNear() {
+        near_ = ::open(QFile::encodeName(path_).constData(), O_WRONLY | O_NOCTTY | O_NONBLOCK);
+        if (near_ < 0) {
+            qFatal("the near end can't be opened");
+        }
+    }
     /// Puts as much on the near end's way out as the line holds, so that it takes nothing more until some of
-    /// it is read here. To be called ahead of the port's opening, which keeps others out.
+    /// it is read here. Behind keepNear().
     void fill() const {
-        const int near = ::open(QFile::encodeName(path_).constData(), O_WRONLY | O_NOCTTY | O_NONBLOCK);
-        const QByteArray filler(4096, '-');
+        const QByteArray filler(4096, kFiller);
         // What was taken moves on by itself for a moment and leaves room behind.
-        for (int refused = 0; near >= 0 && refused < 20;) {
-            const bool whole = ::write(near, filler.constData(), static_cast<size_t>(filler.size())) > 0;
-            const bool one = !whole && ::write(near, filler.constData(), 1) > 0;
+        for (int refused = 0; refused < 20;) {
+            const bool whole = ::write(near_, filler.constData(), static_cast<size_t>(filler.size())) > 0;
+            const bool one = !whole && ::write(near_, filler.constData(), 1) > 0;
             refused = whole || one ? 0 : refused + 1;
             ::poll(nullptr, 0, refused > 0 ? 10 : 0);
         }
-        ::close(near);
     }
+    static constexpr char kFiller = '\xFE';
+
     void vanish() {
         if (fd_ >= 0) {
             ::close(fd_);
             fd_ = -1;
         }
+        if (near_ >= 0) {
+            ::close(near_);
+            near_ = -1;
+        }
     }
 
 private:
     int fd_ = -1;
+    int near_ = -1;
     QString path_;
 };
 
