@@ -18,7 +18,7 @@ constexpr int kNoCommand = 100; ///< ticks since the last command that make the 
 constexpr int kCharactersBetweenPaints = 256;
 
 /// False when it did not leave whole, or the screen was closed: nothing more is written then.
-bool sendcharacters(LinkState& link, LinkHost& host, const QByteArray& body, const QString& what) {
+bool sendcharacters(LinkState& link, LinkHost& host, const QByteArray& body, const Sent& sent) {
     const bool book = link.console.option == kChoiceBook;
     const double index = book ? platform::leadingNumber(link.console.Text12.text) : 0;
     double passed = 0;
@@ -31,7 +31,7 @@ bool sendcharacters(LinkState& link, LinkHost& host, const QByteArray& body, con
         if (book && (character == ';' || character == '*')) {
             character = ':';
         }
-        if (put(link, host, QByteArray(1, character), what) != Written::Whole) {
+        if (put(link, host, QByteArray(1, character), sent) != Written::Whole) {
             return false;
         }
         if (++written % kCharactersBetweenPaints == 0 && !host.repaint()) {
@@ -67,19 +67,34 @@ void telllost(LinkState& link, LinkHost& host, const QString& words) {
     link.AFLabel3 = {QStringLiteral("Not Connected"), platform::kToldYellow};
 }
 
-Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const QString& what) {
+Sent sentcommand() {
+    return {QStringLiteral("The command")};
+}
+
+Sent sentsetup() {
+    return {QStringLiteral("The setup"), QStringLiteral(": what the device holds now is not known.")};
+}
+
+Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent& sent) {
     const bool open = host.MSComm1().PortOpen();
     const Written written = host.MSComm1().Output(bytes);
     if (written == Written::Stuck) {
         telllost(link, host,
-                 what + QStringLiteral(" was not sent whole: the line to the device took nothing for two "
-                                       "seconds.\r\nCheck adapter and cable, and send it again."));
+                 sent.what +
+                     QStringLiteral(" was not sent whole: the line to the device took nothing for two "
+                                    "seconds.\r\nCheck adapter and cable, and send it again") +
+                     sent.behind);
+    } else if (written == Written::Cut && open) {
+        telllost(link, host,
+                 sent.what +
+                     QStringLiteral(" was not sent whole: the line to the device was cut.\r\nPlug it in "
+                                    "again, and send it again") +
+                     sent.behind);
     } else if (written == Written::Cut) {
         telllost(link, host,
-                 what +
-                     (open ? QStringLiteral(" was not sent whole: the line to the device was cut.")
-                           : QStringLiteral(" was not sent: the line to the device is cut.")) +
-                     QStringLiteral("\r\nPlug it in again, and send it again."));
+                 sent.what +
+                     QStringLiteral(" was not sent: the line to the device is cut.\r\nPlug it in again, "
+                                    "and send it again."));
     }
     return written;
 }
@@ -87,7 +102,8 @@ Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const QStr
 bool bodymaygo(const LinkState& link, LinkHost& host) {
     const Console& console = link.console;
     const Body body = bodyinhand(console);
-    if (console.option == kChoiceSetup && body.kind == Body::Kind::File) {
+    const bool setup = console.option == kChoiceSetup || console.Text3 == QLatin1String("G");
+    if (setup && body.kind == Body::Kind::File) {
         return host.setupMayGo({QString::fromLatin1(body.file), true});
     }
     return body.kind != Body::Kind::Setup || host.setupMayGo({setupinhand(console), false});
@@ -111,7 +127,7 @@ void sendbody(LinkState& link, LinkHost& host) {
         return;
     }
     const bool file = body.kind == Body::Kind::File;
-    const QString what = file ? QFileInfo(console.chosenfile.path).fileName() : QStringLiteral("The setup");
+    const Sent sent = file ? Sent{QFileInfo(console.chosenfile.path).fileName()} : sentsetup();
     // The text stays so lengthened: sent again without being read anew, it ends in two.
     if (file) {
         console.chosenfile.bytes += kEscape;
@@ -120,10 +136,10 @@ void sendbody(LinkState& link, LinkHost& host) {
         process().uploadtext += QLatin1Char(kEscape);
     }
     const QByteArray bytes = file ? body.file + kEscape : process().uploadtext.toLatin1();
-    if (!sendcharacters(link, host, bytes, what) || console.option != kChoiceBook) {
+    if (!sendcharacters(link, host, bytes, sent) || console.option != kChoiceBook) {
         return;
     }
-    if (put(link, host, " * * ", what) == Written::Whole) {
+    if (put(link, host, " * * ", sent) == Written::Whole) {
         link.Text4.clear();
     }
 }

@@ -8,9 +8,17 @@ namespace benthor::link {
 
 /// A box, and the caption of a device that does not answer.
 void telllost(LinkState& link, LinkHost& host, const QString& words);
-/// One write. Where the line is cut or takes nothing, what became of `what` is told; a port that nobody
-/// opened is skipped silently.
-platform::Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const QString& what);
+/// What is being sent, in words, and what to know of it where it did not leave whole.
+struct Sent {
+    QString what;
+    QString behind = QStringLiteral(".");
+};
+Sent sentcommand();
+Sent sentsetup();
+
+/// One write. Where the line is cut or takes nothing, what became of it is told; a port that nobody opened is
+/// skipped silently.
+platform::Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent& sent);
 
 /// A setup is looked at before the first byte that leads it. False: it stays, and that was told.
 bool bodymaygo(const LinkState& link, LinkHost& host);

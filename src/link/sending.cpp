@@ -40,10 +40,6 @@ Reply awaitreply(LinkState& link, LinkHost& host) {
     return Reply::Missing;
 }
 
-QString nameofcommand() {
-    return QStringLiteral("The command");
-}
-
 /// What can be seen is what goes. False, and told, where what was typed has no room.
 bool takeinterval(Console& console, LinkHost& host) {
     const QString typed = typedinterval(console);
@@ -77,7 +73,7 @@ Written sendcommand(LinkState& link, LinkHost& host) {
     if (console.option == kChoiceIntervalSend) {
         console.Text9 = console.Text9.rightJustified(console.Text9MaxLength, QLatin1Char('0'));
     }
-    return put(link, host, wire(console).toLatin1(), nameofcommand());
+    return put(link, host, wire(console).toLatin1(), sentcommand());
 }
 
 void Command2_click(LinkState& link, LinkHost& host) {
@@ -131,7 +127,7 @@ void Command5_click(LinkState& link, LinkHost& host) {
 
 void send_data(LinkState& link, LinkHost& host) {
     const QByteArray setup = "G   " + process().uploadtext.toLatin1() + kEscape + "\r\n";
-    put(link, host, setup, QStringLiteral("The setup"));
+    put(link, host, setup, sentsetup());
 }
 
 void Label19_click(LinkState& link, LinkHost& host, int index) {
@@ -142,7 +138,7 @@ void Label19_click(LinkState& link, LinkHost& host, int index) {
         preparecommand(link); // no Send that bears another command is left behind it
         console.Command2.visible = false;
         if (!interval.isEmpty()) {
-            put(link, host, "S" + interval + "F\r\n", nameofcommand());
+            put(link, host, "S" + interval + "F\r\n", sentcommand());
         }
         return;
     }

@@ -432,6 +432,32 @@ private slots:
         QCOMPARE(stage.host.line.sent, QByteArray("A079 whole K to Z\x1B\x1B"));
     }
 
+    /// By whichever choice it leaves, and by Send File alone as well.
+    void aSetupIsLookedAtBeforeItsFirstByte() {
+        for (const bool may : {false, true}) {
+            for (const bool file : {false, true}) {
+                ConsoleStage stage;
+                stage.host.bodiesMayGo = may;
+                stage.answer("g");
+                if (file) {
+                    stage.choose(9);
+                    stage.link.console.Text3 = QStringLiteral("G");
+                    stage.openFile("A079 of a file", QStringLiteral("some.mit"));
+                } else {
+                    dooptioncheck(stage.link);
+                    stage.link.console.Text7 = QStringLiteral("A079 of a file");
+                }
+                Command2_click(stage.link, stage.host);
+                QCOMPARE(stage.host.bodies, QStringList("A079 of a file"));
+                QCOMPARE(stage.host.line.sent, may ? QByteArray("GA079 of a file\x1B") : QByteArray());
+                stage.host.line.sent.clear();
+                Command5_click(stage.link, stage.host);
+                QCOMPARE(stage.host.bodies.size(), 2);
+                QCOMPARE(!stage.host.line.sent.isEmpty(), may);
+            }
+        }
+    }
+
     void behindGasUploadSendIsTheUpdateOfTheGasScreen() {
         ConsoleStage stage;
         mnuCommand_click(stage.link, stage.host, u"mnuGasUp");
