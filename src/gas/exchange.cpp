@@ -1,10 +1,14 @@
 #include "gas/exchange.h"
 
 #include "gas/gascalc.h"
+#include "gas/setuplook.h"
 #include "gas/setuptext.h"
+#include "gas/typing.h"
 #include "platform/files.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
+
+#include <algorithm>
 
 namespace benthor::gas {
 
@@ -66,20 +70,54 @@ void layTypeRules(GasPlan& plan, const Say& say) {
     }
 }
 
+/// As a click on its box: a gas that begins to be active can be written into.
+void activateStart(GasPlan& plan) {
+    GasRow& row = plan.rows[static_cast<size_t>(plan.start)];
+    if (!row.active) {
+        row.active = true;
+        row.cellsEnabled = true;
+        row.changed = true;
+    }
+}
+
+bool anyDepthTyped(const GasPlan& plan) {
+    return std::any_of(plan.rows.begin(), plan.rows.end(), [](const GasRow& row) { return row.MODtyped; });
+}
+
+void takeUnit(GasPlan& plan, const Say& say) {
+    plan.unitshown = process().depthunit;
+    const bool feet = process().depthunit != QLatin1String("metre");
+    if (!anyDepthTyped(plan)) {
+        chooseunits(plan, feet, say);
+        return;
+    }
+    plan.typed = true;
+    const Replacing replacing(plan, QStringLiteral("the unit that was chosen elsewhere"));
+    chooseunits(plan, feet, say);
+}
+
 void tickVisible(GasPlan& plan, GasShown& shown, const QDateTime& now, const Say& say) {
     buildgasblock(plan, say);
     const bool currentIsActive = plan.rows[static_cast<size_t>(plan.currentgasrow)].active;
     plan.settings.divegas = plan.start;
-    plan.rows[static_cast<size_t>(plan.start)].active = true;
+    activateStart(plan);
     if (!currentIsActive) {
         showgasrow(plan, plan.start);
     }
     if (plan.unitshown != process().depthunit) {
-        plan.unitshown = process().depthunit;
-        chooseunits(plan, process().depthunit != QLatin1String("metre"), say);
+        takeUnit(plan, say);
     }
     shown.Label20 = platform::formatDate(now, u"mmm dd yyyy  hh:nn:ss");
     patchsettings(plan, now);
+}
+
+bool restsForImport(const Say& say) {
+    if (process().importing) {
+        say(QStringLiteral(
+            "An import runs, and the setup text is not that of the screen until it has ended. Nothing "
+            "was sent or saved: wait for the import, or stop it, and try again."));
+    }
+    return process().importing;
 }
 
 } // namespace
@@ -138,13 +176,15 @@ void mnuopensource(GasPlan& plan, const ProgramFolder& folder, int mode, const Q
                    const Say& say) {
     const bool received = mode == 1;
     const QString file = received ? folder.path(u"gdatalastrec.mit") : path;
-    if (received) {
-        static_cast<void>(platform::writeFileWhole(file, receivedfile(plan.Text8_1)));
-    }
     const auto failed = [&] {
         say(received ? QStringLiteral("Error in file gdatalastrec.mit")
                      : QStringLiteral("Error in file. .mit file to gdatalast.mit"));
     };
+    // A file that cannot be written holds what came another time.
+    if (received && !platform::writeFileWhole(file, receivedfile(plan.Text8_1))) {
+        failed();
+        return;
+    }
     plan.Text8_0.clear();
     const std::optional<QByteArray> bytes = platform::readFile(file);
     if (!bytes) {
@@ -157,12 +197,47 @@ void mnuopensource(GasPlan& plan, const ProgramFolder& folder, int mode, const Q
         say(message);
     }
     process().uploadtext = plan.Text8_0;
-    if (plan.Text8_0.size() >= kUsableText && !taketext(plan, plan.Text8_0, say)) {
+    if (plan.Text8_0.size() < kUsableText) {
+        return;
+    }
+    std::optional<Replacing> replacing;
+    if (received) {
+        replacing.emplace(plan, QStringLiteral("the setup that the device sent"));
+    }
+    if (!taketext(plan, plan.Text8_0, say, received ? TextFrom::Device : TextFrom::File)) {
         failed();
     }
 }
 
-void Command1_click(GasPlan& plan, link::SetupLink& link, const Say& say) {
+void freshtext(GasPlan& plan, const QDateTime& now) {
+    plan.settings.divegas = plan.start;
+    if (plan.activecount() > 0) {
+        buildgasblock(plan, [](const QString&) {});
+    }
+    patchsettings(plan, now);
+}
+
+bool agreed(GasPlan& plan, const QString& text, const DeviceSetup& device, const Ask& agree) {
+    const QStringList warnings = setupwarnings(plan, device);
+    const QString agreement = agreementof(text, warnings, device);
+    if (warnings.isEmpty() || plan.agreed == agreement) {
+        return true;
+    }
+    const QString question =
+        QStringLiteral("Look twice before this goes to the device:\r\n\r\n%1\r\n\r\nSend it all the same?")
+            .arg(warnings.join(QStringLiteral("\r\n")));
+    if (!agree || !agree(question, QStringLiteral("Update KD/Tolby"))) {
+        return false;
+    }
+    plan.agreed = agreement;
+    return true;
+}
+
+Update Command1_click(GasPlan& plan, link::SetupLink& link, const Say& say, const DeviceSetup& device,
+                      const Ask& agree, const QDateTime& now) {
+    if (restsForImport(say)) {
+        return Update::Refused;
+    }
     link.prepareSetup();
     process().uploadtext = plan.Text7 + kEscape;
     link.setTextToSend(process().uploadtext);
@@ -171,30 +246,84 @@ void Command1_click(GasPlan& plan, link::SetupLink& link, const Say& say) {
         say(box);
     }
     if (!boxes.isEmpty()) {
-        return;
+        return Update::Guarded;
     }
-    if (process().deviceconnected == 1) {
-        link.sendSetup();
-    } else {
+    const QString refusal = refusalof(plan, plan.Text7, now);
+    if (!refusal.isEmpty()) {
+        say(refusal);
+        return Update::Refused;
+    }
+    if (process().deviceconnected != 1) {
         say(QStringLiteral("KD/Tolby not connected!\r\nSave to file using File menu.."));
+        return Update::Guarded;
     }
+    if (!agreed(plan, textof(plan, now), device, agree)) {
+        return Update::Refused;
+    }
+    link.sendSetup();
+    return Update::Sent;
 }
 
-void Command2_click(GasPlan& plan, link::SetupLink& link, const Say& say) {
+bool mayleave(GasPlan& plan, const link::SetupBody& body, bool visible, const DeviceSetup& device,
+              const Ask& agree, const Say& say, const QDateTime& now) {
+    if (restsForImport(say)) {
+        return false;
+    }
+    const bool ofScreen = visible && !body.fromFile;
+    const QString refusal = bodyrefusal(plan, body, visible, now);
+    if (!refusal.isEmpty()) {
+        say(refusal);
+    }
+    return refusal.isEmpty() &&
+           (!ofScreen || process().deviceconnected != 1 || agreed(plan, textof(plan, now), device, agree));
+}
+
+Update Command2_click(GasPlan& plan, link::SetupLink& link, const Say& say, const DeviceSetup& device,
+                      const Ask& agree, const QDateTime& now) {
     if (!plan.Text6.isEmpty()) {
         plan.Text7.clear();
     }
-    Command1_click(plan, link, say);
+    return Command1_click(plan, link, say, device, agree, now);
 }
 
 QString mnuSave(GasPlan& plan, const std::function<QString()>& askPath, const Say& say) {
+    if (restsForImport(say)) {
+        return {};
+    }
     buildgasblock(plan, say);
+    const QString refusal = saverefusal(plan);
+    if (!refusal.isEmpty()) {
+        say(refusal);
+        return {};
+    }
     const QString path = askPath();
     return path.isEmpty() ? QString() : platform::writeFileWhole(path, savedfile(plan.Text7)).error;
 }
 
+void keepshown(GasPlan& plan, const QDateTime& now, const Say& say) {
+    QString words;
+    for (const WrongCell& one : wrongcells(plan)) {
+        // The others have no place in the text.
+        if (one.cell != Cell::PPO2 && one.cell != Cell::Maximum) {
+            words += QStringLiteral("\r\n%1: %2.").arg(one.name, one.why);
+        }
+    }
+    if (!words.isEmpty()) {
+        say(QStringLiteral("The setup is kept for the next time without:") + words);
+    }
+    GasPlan shown = plan;
+    freshtext(shown, now);
+    if (!differing(shown.Text7, plan.Text7).isEmpty()) {
+        freshtext(plan, now);
+    }
+}
+
 void closegas(GasPlan& plan, const ProgramFolder& folder, link::SetupLink& link, const Say& say) {
-    static_cast<void>(platform::writeFileWhole(folder.path(u"gdatalast.mit"), savedfile(plan.Text7)));
+    const QString path = folder.path(u"gdatalast.mit");
+    const platform::FileResult saved = platform::writeFileWhole(path, savedfile(plan.Text7));
+    if (!saved) {
+        say(QStringLiteral("The setup can't be kept for the next time: ") + saved.error);
+    }
     buildgasblock(plan, say);
     process().uploadtext = plan.Text6;
     link.setTextToSend(plan.Text7 + kEscape);

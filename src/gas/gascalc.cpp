@@ -1,5 +1,6 @@
 #include "gas/gascalc.h"
 
+#include "gas/setupfields.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
 
@@ -90,8 +91,38 @@ void PPO2Changed(GasPlan& plan, int row) {
     showgasrow(plan, row);
 }
 
-QString padded(const QString& text) {
-    return text.size() == 1 ? QStringLiteral("00") + text : text.size() == 2 ? QLatin1Char('0') + text : text;
+/// The gases as they went into the text last; empty where none did.
+QString lastgases(const GasPlan& plan) {
+    return plan.gasblock.size() == kGasBlock              ? plan.gasblock
+           : misplaced(plan.Text7, Part::Gases).isEmpty() ? plan.Text7.first(kGasBlock)
+                                                          : QString();
+}
+
+/// Each depth has to be computed anew; who comes to do it takes the mark away.
+void oweDepths(GasPlan& plan) {
+    for (GasRow& row : plan.rows) {
+        row.owed = true;
+    }
+}
+
+/// False where the oxygen is 0 or no number.
+bool recalcmod(GasPlan& plan, int row) {
+    const auto oxygen = cellnumber(rowOf(plan, row).O2);
+    if (!oxygen || *oxygen == 0) {
+        return false;
+    }
+    const double mod = modfromppo2(*oxygen, plan.maxppo2, plan.depthperbar);
+    setMOD(plan, row, generaltext(mod));
+    setPPO2(plan, row, generaltext(plan.maxppo2));
+    const double rounded = platform::roundToEven(*oxygen * (mod / plan.depthperbar + kSurfacePressure));
+    setPPO2(plan, row, generaltext(rounded / 100));
+    GasRow& gas = rowOf(plan, row); // computed, though it may have come out as it was
+    gas.changed = true;
+    gas.owed = false;
+    gas.MODread = false;
+    gas.MODtyped = false;
+    showgasrow(plan, row);
+    return true;
 }
 
 /// One of the boxes of seconds: up or down by 30, from 0 to 300.
@@ -155,6 +186,7 @@ long long eand(double oxygen, double helium, double mod, double depthperbar) {
 void setO2(GasPlan& plan, int row, const QString& text, const Say& say) {
     if (rowOf(plan, row).O2 != text) {
         rowOf(plan, row).O2 = text;
+        rowOf(plan, row).changed = true;
         O2Changed(plan, row, say);
     }
 }
@@ -162,6 +194,7 @@ void setO2(GasPlan& plan, int row, const QString& text, const Say& say) {
 void setHe(GasPlan& plan, int row, const QString& text, const Say& say) {
     if (rowOf(plan, row).He != text) {
         rowOf(plan, row).He = text;
+        rowOf(plan, row).changed = true;
         HeChanged(plan, row, say);
     }
 }
@@ -172,6 +205,10 @@ void setMOD(GasPlan& plan, int row, const QString& text) {
         return;
     }
     gas.MOD = text;
+    gas.changed = true;
+    gas.owed = false;
+    gas.MODread = false;
+    gas.MODtyped = false;
     computePpo2(plan, row);
     if (cellwhole(gas.MOD).value_or(0) < 0) {
         gas.pressureColour = platform::kToldRed;
@@ -199,6 +236,9 @@ void setmaxppo2(GasPlan& plan, const QString& text, const Say& say) {
         say(QStringLiteral("enter number less than 2.0"));
         return;
     }
+    if (maximum) {
+        oweDepths(plan);
+    }
     recalcmods(plan, say);
 }
 
@@ -224,20 +264,13 @@ bool recalcmods(GasPlan& plan, const Say& say) {
         }
         plan.maxppo2 = *maximum;
         for (int i = 0; i < kGases; ++i) {
-            const auto oxygen = cellnumber(rowOf(plan, i).O2);
-            if (!oxygen || *oxygen == 0) {
+            if (!recalcmod(plan, i)) {
                 return false;
             }
-            const double mod = modfromppo2(*oxygen, plan.maxppo2, plan.depthperbar);
-            setMOD(plan, i, generaltext(mod));
-            setPPO2(plan, i, generaltext(plan.maxppo2));
-            const double rounded =
-                platform::roundToEven(*oxygen * (mod / plan.depthperbar + kSurfacePressure));
-            setPPO2(plan, i, generaltext(rounded / 100));
-            showgasrow(plan, i);
         }
         buildgasblock(plan, say);
     }
+    plan.headfeet = plan.feet();
     showgasrow(plan, plan.start);
     return true;
 }
@@ -259,9 +292,16 @@ void startclicked(GasPlan& plan, int row) {
 }
 
 void chooseunits(GasPlan& plan, bool feet, const Say& say) {
+    if (feet != plan.feet()) {
+        oweDepths(plan);
+    }
     plan.depthperbar = feet ? kFeetPerBar : kMetresPerBar;
     process().depthunit = feet ? QStringLiteral("Feet") : QStringLiteral("metre");
+    if (!plan.Text5.isEmpty() && !cellnumber(plan.Text5)) {
+        return; // letters end the change here: heads, lists and scales stay
+    }
     recalcmods(plan, say);
+    plan.headfeet = feet;
 }
 
 void stepperclicked(GasPlan& plan, int index, bool up, const Say& say) {
@@ -307,24 +347,13 @@ bool buildgasblock(GasPlan& plan, const Say& say) {
         say(QStringLiteral("Please check at least one gas to be active"));
         return false;
     }
-    QString block;
-    for (int i = 0; i < kGases; ++i) {
-        const GasRow& gas = rowOf(plan, i);
-        const auto oxygen = cellwhole(gas.O2);
-        const auto helium = cellwhole(gas.He);
-        const auto mod = cellnumber(gas.MOD);
-        if (!oxygen || !helium || !mod) {
-            return false;
-        }
-        const double depth = platform::roundToEven(*mod / plan.depthperbar * 100);
-        block += QLatin1Char(static_cast<char>('A' + i)) + padded(QString::number(100 - *oxygen - *helium)) +
-                 QLatin1Char(' ') + padded(gas.He) + QLatin1Char(' ') +
-                 platform::formatNumber(depth, u"0000") + QLatin1Char(' ') +
-                 (gas.active ? QLatin1String("1 ") : QLatin1String("0 "));
+    const std::optional<QString> block = gasblockof(plan, lastgases(plan));
+    if (!block) {
+        return false;
     }
-    plan.gasblock = block;
-    plan.Text6 = block + QLatin1String("K\x1b");
-    process().uploadtext = block;
+    plan.gasblock = *block;
+    plan.Text6 = *block + QLatin1String("K\x1b");
+    process().uploadtext = *block;
     return true;
 }
 

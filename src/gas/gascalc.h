@@ -38,14 +38,15 @@ void setmaxppo2(GasPlan& plan, const QString& text, const Say& say);
 /// Makes a row the one in hand: narcotic depth, bars.
 void showgasrow(GasPlan& plan, int row);
 /// MOD and PPO2 of every gas from the greatest PPO2. False where a cell ended it: the rows before are done,
-/// the gas block is as it was.
+/// those behind are owed it, and the gas block is as it was.
 bool recalcmods(GasPlan& plan, const Say& say);
 
 /// A click on a row's active box, which has its new value already.
 void activeclicked(GasPlan& plan, int row, const Say& say);
 /// A click on a starting gas.
 void startclicked(GasPlan& plan, int row);
-/// Metres or feet. Sets the process's `depthunit`.
+/// Metres or feet. Sets the process's `depthunit`. Letters in the greatest PPO2 end it behind that: no depth
+/// is computed, and the heads, the lists of stops and the scales stay those of the unit before.
 void chooseunits(GasPlan& plan, bool feet, const Say& say);
 
 /// The steppers: 0 setpoint, 1 screen saver, 2 home, 3 oxygen, 4 helium of the gas in hand. `up`: plus.
@@ -53,8 +54,9 @@ void stepperclicked(GasPlan& plan, int index, bool up, const Say& say);
 /// The sliders of the gas in hand: 0 oxygen, 1 helium.
 void sliderscrolled(GasPlan& plan, int index, int value, const Say& say);
 
-/// Builds the gas block from the table. Without an active gas, or with a cell that is no number, nothing
-/// changes; the first is told.
+/// Builds the gas block from the table. A cell that is no number of its kind, or does not fit its place,
+/// keeps the characters that stood there last. Without an active gas, which is told, or without any such
+/// characters, nothing changes.
 bool buildgasblock(GasPlan& plan, const Say& say);
 
 } // namespace benthor::gas

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace benthor::gas {
 
@@ -36,6 +37,12 @@ struct GasRow {
     bool startEnabled = true;  ///< it can be chosen as the starting gas
     platform::ToldColour HeColour = kLightCyan;
     platform::ToldColour pressureColour = kLightCyan; ///< of MOD and PPO2
+
+    // Where its numbers come from. No cell shows it; what is said before a setup goes out rests on it.
+    bool changed = false; ///< by the diver, or computed anew from the greatest PPO2
+    bool owed = false; ///< a change of unit or of the greatest PPO2 should have computed its MOD and did not
+    bool MODtyped = false; ///< its MOD was typed and not computed since
+    bool MODread = false;  ///< its MOD was read from a setup text and not written or computed since
 };
 
 /// The device's settings as their controls show them. Lists by index from 0.
@@ -62,6 +69,18 @@ struct GasBars {
     QString label;
 };
 
+/// What the diver typed before something else replaced it.
+struct TypedPlan {
+    std::array<GasRow, kGases> rows;
+    int start = 0;
+    Settings settings;
+    QString Text5;
+    double maxppo2 = 1.4;
+    double depthperbar = kMetresPerBar;
+    bool headfeet = false;
+    QString by; ///< what replaced it, in words
+};
+
 /// All that the gas screen holds. The device's unit and the text in hand for the device are in process().
 struct GasPlan {
     GasPlan(); ///< default gases, air active and the starting gas
@@ -84,6 +103,13 @@ struct GasPlan {
     double Label14 = 0; ///< date stamp of the text last read
     QString unitshown;  ///< `Label12(1)`
     bool feet() const { return depthperbar != kMetresPerBar; }
+    /// Whether the head of the MODs, the lists of stops and the scales are those of feet: a change of unit
+    /// that ended early has not reached them.
+    bool headfeet = false;
+
+    bool typed = false;                ///< the diver wrote or chose something that nothing has replaced
+    std::optional<TypedPlan> replaced; ///< what can be brought back
+    QString agreed;                    ///< what went out in spite of its warnings
 
     int activecount() const;
 };

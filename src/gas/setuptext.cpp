@@ -16,7 +16,6 @@ constexpr int kReadCharacters = 222;  ///< of a file: as far as the Y
 constexpr int kStartCharacters = 225; ///< of a start: as far as the Z
 constexpr int kStartBytes = 20000;
 constexpr int kShortReply = 101;
-constexpr int kRowWidth = 16;
 
 /// A field that is no number, or no value of what it stands for.
 struct BadField {};
@@ -25,15 +24,27 @@ QString flag(bool on) {
     return on ? QStringLiteral("1") : QStringLiteral("0");
 }
 
-/// A text by a pattern; one that is no number stays as it is.
-QString formatted(const QString& text, QStringView pattern) {
-    const auto number = cellnumber(text);
-    return number ? formatNumber(*number, pattern) : text;
+/// A box of seconds: whole ones, as many as three digits hold.
+std::optional<QString> secondsField(const QString& text) {
+    constexpr double kMost = 999;
+    const auto seconds = unsignednumber(text, 0);
+    return seconds && *seconds <= kMost ? std::optional(formatNumber(*seconds, u"000")) : std::nullopt;
 }
 
+/// The setpoint in hundredths of a bar.
+std::optional<QString> setpointField(const QString& text) {
+    constexpr int kHundredths = 2;
+    constexpr double kMost = 9.99;
+    const auto setpoint = unsignednumber(text, kHundredths);
+    return setpoint && *setpoint <= kMost ? std::optional(formatNumber(*setpoint * 100, u"000"))
+                                          : std::nullopt;
+}
+
+/// Local clock time, counted as if no hour had ever been put on or back.
 QString secondsSinceStart(const QDateTime& now) {
-    const QDateTime start(QDate(1991, 12, 31), QTime(0, 0, 1), now.timeSpec());
-    return formatNumber(static_cast<double>(start.secsTo(now)), u"0000000000");
+    const QDateTime start(QDate(1991, 12, 31), QTime(0, 0, 1), Qt::UTC);
+    const QDateTime clock(now.date(), now.time(), Qt::UTC);
+    return formatNumber(static_cast<double>(start.secsTo(clock)), u"0000000000");
 }
 
 /// `length` characters from position `at`, counted from 1.
@@ -122,7 +133,7 @@ void takeField(GasPlan& plan, char16_t letter, const QString& value) {
 
 /// One gas of a text; `depth` makes the cell's text from the number in its depth field.
 template <typename Depth>
-void takeRow(GasPlan& plan, int row, const QString& text, const Say& say, Depth depth) {
+void takeRow(GasPlan& plan, int row, const QString& text, const Say& say, TextFrom from, Depth depth) {
     const int at = kRowWidth * row;
     const long long helium = wholeAt(text, at + 6, 3);
     const long long nitrogen = wholeAt(text, at + 2, 3);
@@ -132,7 +143,11 @@ void takeRow(GasPlan& plan, int row, const QString& text, const Say& say, Depth 
     gas.HeColour = helium > 0 ? kLightYellow : kLightCyan;
     setMOD(plan, row, depth(wholeAt(text, at + 10, 4)));
     gas.active = part(text, at + 15, 1) == QLatin1String("1");
-    gas.cellsEnabled = gas.active; // as a click on its box leaves them
+    gas.cellsEnabled = gas.active;        // as a click on its box leaves them
+    gas.changed = from == TextFrom::File; // the diver chose the file
+    gas.owed = false;
+    gas.MODread = true;
+    gas.MODtyped = false;
 }
 
 /// The characters from the first "A" on, as many as `most`; two blanks in a row empty what is held, and the
@@ -179,52 +194,6 @@ QString fieldIn(const QString& text, const Tag& tag) {
     return at < 0 ? QString() : text.mid(at + 1, tag.width);
 }
 
-QString onOff(const QString& value) {
-    return value == QLatin1String("1") ? QStringLiteral("on") : QStringLiteral("off");
-}
-
-QString itemOf(const QString& value, const QStringList& items) {
-    bool good = false;
-    const int index = value.toInt(&good);
-    return good && index >= 0 && index < items.size() ? items.at(index) : value;
-}
-
-/// A field's value in the words of its control.
-QString inWords(char16_t letter, const QString& value) {
-    switch (letter) {
-    case u'L':
-        return value == QLatin1String("0") ? QStringLiteral("Air") : QStringLiteral("Gas ") + value;
-    case u'M':
-        return itemOf(value, {QStringLiteral("Off"), QStringLiteral("DTimed"), QStringLiteral("Timed"),
-                              QStringLiteral("On"), QStringLiteral("DOn")});
-    case u'N':
-        return itemOf(
-            value, {QStringLiteral("3m / 10ft"), QStringLiteral("6m / 20ft"), QStringLiteral("4.5m / 15ft")});
-    case u'P':
-        return formatNumber(value.toDouble() / 100, u"0.00") + QStringLiteral(" bar");
-    case u'S':
-        return value == QLatin1String("1") ? QStringLiteral("metres") : QStringLiteral("feet");
-    case u'T':
-        return QString::number(value.toInt()) + QLatin1Char('%');
-    case u'U':
-        return QStringLiteral("%1%").arg((value.toInt() - 4) / 2);
-    case u'V':
-    case u'W':
-        return QStringLiteral("%1 s").arg(value.toInt());
-    default:
-        return onOff(value);
-    }
-}
-
-QString gasInWords(const QString& block) {
-    const int nitrogen = part(block, 2, 3).toInt();
-    const int helium = part(block, 6, 3).toInt();
-    return QStringLiteral("%1/%2 %3m %4")
-        .arg(QString::number(100 - nitrogen - helium), QString::number(helium),
-             generaltext(part(block, 10, 4).toInt() / 10.0),
-             part(block, 15, 1) == QLatin1String("1") ? QStringLiteral("on") : QStringLiteral("off"));
-}
-
 } // namespace
 
 QString stocktext() {
@@ -248,10 +217,8 @@ std::optional<QString> fieldvalue(const GasPlan& plan, size_t tag, const QDateTi
         return QString::number(settings.laststop);
     case u'O':
         return flag(settings.hudhi);
-    case u'P': {
-        const auto setpoint = cellnumber(settings.sptext);
-        return setpoint ? std::optional(formatNumber(*setpoint * 100, u"000")) : std::nullopt;
-    }
+    case u'P':
+        return setpointField(settings.sptext);
     case u'Q':
         return flag(settings.silent);
     case u'R':
@@ -263,9 +230,9 @@ std::optional<QString> fieldvalue(const GasPlan& plan, size_t tag, const QDateTi
     case u'U':
         return formatNumber((settings.safety / 50.0 + 0.004) * 1000, u"000");
     case u'V':
-        return formatted(settings.ScreenSaveText, u"000");
+        return secondsField(settings.ScreenSaveText);
     case u'W':
-        return formatted(settings.HomeText, u"000");
+        return secondsField(settings.HomeText);
     default: // X and Y
         return flag(settings.closed);
     }
@@ -273,22 +240,22 @@ std::optional<QString> fieldvalue(const GasPlan& plan, size_t tag, const QDateTi
 
 void patchsettings(GasPlan& plan, const QDateTime& now) {
     for (size_t tag = 0; tag < kTags.size(); ++tag) {
-        const std::optional<QString> value = fieldvalue(plan, tag, now);
-        const int width = kTags[tag].width;
-        if (!value || value->size() > width) {
-            continue;
-        }
-        const qsizetype at = plan.Text7.indexOf(QChar(kTags[tag].letter), 0, Qt::CaseInsensitive);
-        if (at >= 0) {
-            const QString field = QChar(kTags[tag].letter) + *value;
-            const qsizetype room = std::min<qsizetype>(width + 1, plan.Text7.size() - at);
-            const qsizetype length = std::min<qsizetype>(room, field.size());
-            plan.Text7.replace(at, length, field.first(length));
+        if (const std::optional<QString> value = fieldvalue(plan, tag, now)) {
+            putfield(plan.Text7, kTags[tag], *value);
         }
     }
     if (!plan.gasblock.isEmpty()) {
-        plan.Text7.replace(0, std::min<qsizetype>(kGasBlock, plan.Text7.size()), plan.gasblock);
+        putgases(plan.Text7, plan.gasblock);
     }
+}
+
+QString textof(const GasPlan& plan, const QDateTime& now) {
+    GasPlan alone = plan;
+    alone.Text7 = blanktext();
+    alone.settings.divegas = plan.start; // the list only follows
+    alone.gasblock = gasblockof(plan, alone.Text7.first(kGasBlock)).value_or(QString());
+    patchsettings(alone, now);
+    return alone.Text7;
 }
 
 HeldText readsetup(const QByteArray& bytes) {
@@ -308,10 +275,10 @@ HeldText readsetup(const QByteArray& bytes) {
     return result;
 }
 
-bool taketext(GasPlan& plan, const QString& text, const Say& say) {
+bool taketext(GasPlan& plan, const QString& text, const Say& say, TextFrom from) {
     try {
         for (int row = 0; row < kGases; ++row) {
-            takeRow(plan, row, text, say,
+            takeRow(plan, row, text, say, from,
                     [](long long depth) { return generaltext(static_cast<double>(depth) / 10.0); });
         }
         plan.Label14 = static_cast<double>(wholeAt(text, 162, 10));
@@ -334,7 +301,7 @@ void gas_openupdate(GasPlan& plan, const Say& say) {
     }
     try {
         for (int row = 0; row < kGases; ++row) {
-            takeRow(plan, row, plan.Text6, say, [&plan](long long depth) {
+            takeRow(plan, row, plan.Text6, say, TextFrom::Device, [&plan](long long depth) {
                 return generaltext(platform::roundToEven(static_cast<double>(depth) / plan.depthperbar));
             });
             showgasrow(plan, row);
@@ -407,52 +374,6 @@ QString typecaption(const QString& producttype) {
         }
     }
     return {};
-}
-
-QList<SetupChange> setupchanges(const QString& device, const QString& text) {
-    const bool read = device.size() >= kPositionOfY;
-    QList<SetupChange> changes;
-    for (int row = 0; row < kGases; ++row) {
-        const QString before = read ? part(device, kRowWidth * row + 1, kRowWidth) : QString();
-        const QString after = part(text, kRowWidth * row + 1, kRowWidth);
-        if (before != after) {
-            changes +=
-                {QStringLiteral("Gas %1").arg(row), read ? gasInWords(before) : QString(), gasInWords(after)};
-        }
-    }
-    const QString settingsBefore = device.mid(kGasBlock);
-    const QString settingsAfter = text.mid(kGasBlock);
-    for (const Tag& tag : kTags) {
-        if (tag.letter == u'K' || tag.letter == u'Y') {
-            continue; // the moment of sending; and what has no reader
-        }
-        const QString before = read ? fieldIn(settingsBefore, tag) : QString();
-        const QString after = fieldIn(settingsAfter, tag);
-        if (before != after) {
-            changes +=
-                {QLatin1String(tag.setting), before.isEmpty() ? QString() : inWords(tag.letter, before),
-                 inWords(tag.letter, after)};
-        }
-    }
-    return changes;
-}
-
-QStringList setupwarnings(const GasPlan& plan) {
-    QStringList warnings;
-    for (const GasRow& gas : plan.rows) {
-        const double oxygen = cellnumber(gas.O2).value_or(-1);
-        const double helium = cellnumber(gas.He).value_or(-1);
-        if (oxygen < 0 || helium < 0 || !cellnumber(gas.MOD)) {
-            warnings += QStringLiteral("%1 has a cell that is no number").arg(gas.name);
-        } else if (oxygen + helium > 100) {
-            warnings += QStringLiteral("%1 has more than 100 per cent").arg(gas.name);
-        } else if (gas.active && oxygen == 0) {
-            warnings += QStringLiteral("%1 is active and has no oxygen").arg(gas.name);
-        } else if (gas.active && gas.pressureColour == platform::kToldRed) {
-            warnings += QStringLiteral("%1 is active beyond a PPO2 of 2.0 bar at its MOD").arg(gas.name);
-        }
-    }
-    return warnings;
 }
 
 } // namespace benthor::gas

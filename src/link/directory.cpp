@@ -27,7 +27,8 @@ void takedirectory(LinkState& link, LinkHost& host) {
     parsedirectory(link);
     host.setHourglass(false);
     markstoreddives(link);
-    if (isThirdVersion(link.Text4.bytes())) {
+    link.hidessetup = isThirdVersion(link.Text4.bytes());
+    if (link.hidessetup) {
         return;
     }
     if (host.MSComm1().PortOpen()) {

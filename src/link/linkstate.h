@@ -165,6 +165,7 @@ struct LinkState {
     bool Timer8 = true;
 
     Directory Mgrid;
+    bool hidessetup = false; ///< the last directory was of a device whose setup cannot be read
     Console console;
     Download download;
 };

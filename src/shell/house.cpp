@@ -4,6 +4,7 @@
 #include "firmware/screens/reprog_link.h"
 #include "firmware/screens/runprog.h"
 #include "gas/screens/gasblend.h"
+#include "gas/setuplook.h"
 #include "guides/screens/frmabout.h"
 #include "guides/screens/frmgets.h"
 #include "guides/screens/frmsplash.h"
@@ -159,6 +160,20 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
             [this](const link::Readings& readings) { GasBlend.get().receiveReadings(readings); });
         QObject::connect(screen, &link::PC_Link_1::setupUpdateWanted, &house,
                          [this] { GasBlend.get().Command1_click(); });
+        screen->setSetupLook([this](const link::SetupBody& body) { return setupMayGo(body); });
+    }
+
+    /// A gas screen that is not there is not loaded to be asked: its start writes into the text in hand.
+    bool setupMayGo(const link::SetupBody& body) {
+        if (GasBlend.isLoaded()) {
+            return GasBlend.get().setupMayGo(body);
+        }
+        const QString refusal = gas::textrefusal(body.text);
+        if (!refusal.isEmpty()) {
+            GasBlend.showInFront();
+            GasBlend.get().say(refusal);
+        }
+        return refusal.isEmpty();
     }
 
     void connectLinkToMain(link::PC_Link_1* screen) {

@@ -2,6 +2,8 @@
 
 #include "gas/screens/gasblend.h"
 
+#include "shell/process.h"
+
 #include <QStringList>
 
 namespace benthor::tests {
@@ -14,6 +16,9 @@ public:
     platform::ToldColour shownColour = platform::kToldYellow;
     QByteArray received;
     bool waits = false;
+    bool hides = false;
+    bool downloading = false;
+    QStringList sent; ///< texts that went out
     QString textToSend;
 
     link::SetupLink& setupLink() override { return *this; }
@@ -23,13 +28,18 @@ public:
     QString caption() const override { return shownCaption; }
     platform::ToldColour captionColour() const override { return shownColour; }
     bool isOnScreen() const override { return false; }
-    bool isDownloading() const override { return false; }
+    bool isDownloading() const override { return downloading; }
     void closePorts() override { asked += QStringLiteral("closePorts"); }
     QByteArray receivedText() const override { return received; }
     bool waitsForDirectory() const override { return waits; }
+    bool hidesSetup() const override { return hides; }
     void setTextToSend(const QString& text) override { textToSend = text; }
     void prepareSetup() override { asked += QStringLiteral("prepareSetup"); }
-    void sendSetup() override { asked += QStringLiteral("sendSetup"); }
+    void sendSetup() override {
+        asked += QStringLiteral("sendSetup");
+        sent += process().uploadtext;
+    }
+    bool refreshRests() const override { return downloading; }
     void refreshDirectory() override { asked += QStringLiteral("refreshDirectory"); }
 };
 

@@ -43,6 +43,12 @@ struct World {
         };
         Timer5_tick(plan, shown, link, visible, kMoment, ask, told.say);
     }
+    Ask agree = [this](const QString& text, const QString& title) {
+        questions += title + QStringLiteral(": ") + text;
+        return answers.isEmpty() ? false : answers.takeFirst();
+    };
+    Update update() { return gas::Command1_click(plan, link, told.say, device, agree, kMoment); }
+    Update spare() { return gas::Command2_click(plan, link, told.say, device, agree, kMoment); }
     void connectDevice(const QByteArray& words = "KD3") {
         link.shownCaption = QStringLiteral("Connected");
         link.shownColour = platform::kToldGreen;
@@ -54,6 +60,7 @@ struct World {
     platform::ProgramFolder folder{directory.path()};
     GasPlan plan;
     GasShown shown;
+    DeviceSetup device{QString::fromLatin1(stockFile().first(222)), false};
     FakeLink link;
     Told told;
     QStringList questions;
@@ -427,7 +434,7 @@ void TestExchange::aGoodTextIsSentWithItsEscapes() {
     world.open();
     world.tick();
     world.connectDevice();
-    gas::Command1_click(world.plan, world.link, world.told.say);
+    world.update();
     QCOMPARE(world.link.asked, QStringList({"prepareSetup", "sendSetup"}));
     QCOMPARE(process().uploadtext, world.plan.Text7 + QStringLiteral("\x1b"));
     QCOMPARE(world.link.textToSend, process().uploadtext);
@@ -451,7 +458,7 @@ void TestExchange::aTextWithACommaIsRefused() {
     world.open();
     world.connectDevice();
     world.plan.Text7 = text;
-    gas::Command1_click(world.plan, world.link, world.told.say);
+    world.update();
     QCOMPARE(world.told.messages.size(), boxes);
     QCOMPARE(world.told.messages, sendguards(text + kEscape));
     QVERIFY(!world.link.asked.contains(QStringLiteral("sendSetup")));
@@ -461,7 +468,7 @@ void TestExchange::withoutADeviceTheFileMenuIsNamed() {
     World world;
     world.open();
     world.tick();
-    gas::Command1_click(world.plan, world.link, world.told.say);
+    world.update();
     QCOMPARE(world.told.messages, QStringList{"KD/Tolby not connected!\r\nSave to file using File menu.."});
     QVERIFY(!world.link.asked.contains(QStringLiteral("sendSetup")));
 }
@@ -471,7 +478,7 @@ void TestExchange::theSpareEmptiesTheTextFirst() {
     world.open();
     world.tick();
     world.connectDevice();
-    gas::Command2_click(world.plan, world.link, world.told.say);
+    world.spare();
     QCOMPARE(world.told.messages.size(), 2);
     QVERIFY(world.told.messages.first().endsWith(QLatin1String("No data updated! 1")));
     QVERIFY(!world.link.asked.contains(QStringLiteral("sendSetup")));
@@ -480,7 +487,7 @@ void TestExchange::theSpareEmptiesTheTextFirst() {
     other.tick();
     other.connectDevice();
     other.plan.Text6.clear();
-    gas::Command2_click(other.plan, other.link, other.told.say);
+    other.spare();
     QVERIFY(other.link.asked.contains(QStringLiteral("sendSetup")));
 }
 

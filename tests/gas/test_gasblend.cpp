@@ -448,10 +448,12 @@ void TestGasBlend::updateShowsTheLinkAndSends() {
     stage.control<platform::TickTimer>("Timer5")->expire();
     stage.control<QPushButton>("Command4(0)")->click(); // no tick comes between this and the sending
     process().deviceconnected = 1;
+    stage.screen->receiveSetup(stockFile().first(222));
+    stage.control<QPushButton>("Command4(0)")->click();
     stage.link.asked.clear();
     stage.control<QPushButton>("Command1")->click();
     QCOMPARE(stage.link.asked, QStringList({"showLinkForSending", "prepareSetup", "sendSetup"}));
-    QCOMPARE(process().uploadtext.mid(184, 4), "P135");
+    QCOMPARE(process().uploadtext.mid(184, 4), "P125");
     QCOMPARE(stage.dialogs.messages(), QStringList());
 }
 

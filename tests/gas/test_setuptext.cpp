@@ -1,3 +1,4 @@
+#include "gas/setupchanges.h"
 #include "gas/setuptext.h"
 #include "tests/gas/vectors.h"
 
@@ -121,7 +122,6 @@ private slots:
     void aTextIsReadFromAtMost20000Bytes();
     void changesAgainstTheDeviceAreNamed();
     void withoutAReportEverySettingIsUnread();
-    void whatLooksWrongIsSaid();
 };
 
 void TestSetuptext::textsAgreeWithTheVectors_data() {
@@ -546,24 +546,6 @@ void TestSetuptext::withoutAReportEverySettingIsUnread() {
         QCOMPARE(change.before, "");
         QVERIFY(!change.after.isEmpty());
     }
-}
-
-void TestSetuptext::whatLooksWrongIsSaid() {
-    GasPlan plan = planIn(QStringLiteral("metre"));
-    for (GasRow& row : plan.rows) {
-        row.MOD = QStringLiteral("10");
-    }
-    QCOMPARE(setupwarnings(plan), QStringList());
-    plan.rows[1].O2 = QStringLiteral("130");
-    plan.rows[2].He = QStringLiteral("x");
-    plan.rows[3].O2 = QStringLiteral("0");
-    plan.rows[3].active = true;
-    plan.rows[4].active = true;
-    plan.rows[4].pressureColour = platform::kToldRed;
-    QCOMPARE(setupwarnings(plan),
-             QStringList({"Gas 1 has more than 100 per cent", "Gas 2 has a cell that is no number",
-                          "Gas 3 is active and has no oxygen",
-                          "Gas 4 is active beyond a PPO2 of 2.0 bar at its MOD"}));
 }
 
 QTEST_GUILESS_MAIN(TestSetuptext)

@@ -35,6 +35,9 @@ public:
 
     void answer(bool yes) { script_->confirms.push_back(yes); }
     void answerFile(const QString& path) { script_->files.push_back(path); }
+    /// Takes back the file answers that no dialog has asked for.
+    void dropFiles() { script_->files.clear(); }
+    void dropAnswers() { script_->confirms.clear(); }
     /// A printer that prints into the file, as PDF; without one waiting the dialog is cancelled.
     void answerPrinter(const QString& path) { script_->printers.push_back(path); }
     /// Runs while the next box is up, with ticks held off as they are under a real one.

@@ -20,13 +20,12 @@ QString unread() {
 ChangesPanel::ChangesPanel(QWidget* parent)
     : QWidget(parent)
     , head_(new QLabel)
-    , table_(new QTableWidget(0, 3))
-    , source_(look::makeCaption(QString())) {
+    , table_(new QTableWidget(0, 3)) {
     auto* down = new QVBoxLayout(this);
     down->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
     down->setSpacing(look::spaceTight);
     head_->setWordWrap(true);
-    source_->setWordWrap(true);
+    head_->setTextFormat(Qt::PlainText);
     table_->setHorizontalHeaderLabels(
         {QStringLiteral("Setting"), QStringLiteral("In the device"), QStringLiteral("After an update")});
     table_->verticalHeader()->hide();
@@ -41,30 +40,32 @@ ChangesPanel::ChangesPanel(QWidget* parent)
     table_->setMinimumHeight(look::scaled(60));
     down->addWidget(head_);
     down->addWidget(table_, 1);
-    down->addWidget(source_);
 }
 
-void ChangesPanel::show(const QString& device, const QString& text, const QStringList& warnings,
-                        const QString& source) {
-    const QString state = device + QLatin1Char('\n') + text + warnings.join(QLatin1Char('\n')) + source;
+QString ChangesPanel::heading(bool read, bool goes) const {
+    return !goes   ? QStringLiteral("Nothing goes out: the reason stands beside Update.")
+           : !read ? QStringLiteral("The device has not reported its setup: none of these was read from it.")
+           : changes_ == 0
+               ? QStringLiteral("The device has what stands here.")
+               : QStringLiteral("An update changes %1 of what the device reported.").arg(changes_);
+}
+
+void ChangesPanel::show(const QString& device, const QString& text, int warnings) {
+    const QString state = device + QLatin1Char('\n') + text + QString::number(warnings);
     if (state == shown_) {
         return;
     }
     shown_ = state;
-    const QList<SetupChange> changes = setupchanges(device, text);
+    const bool goes = !text.isEmpty();
+    const QList<SetupChange> changes = goes ? setupchanges(device, text) : QList<SetupChange>();
     changes_ = static_cast<int>(changes.size());
-    const bool read = device.size() >= kPositionOfY;
-    QString words =
-        !read ? QStringLiteral("The device has not reported its setup: none of these was read from it.")
-        : changes.isEmpty()
-            ? QStringLiteral("The device has what stands here.")
-            : QStringLiteral("An update changes %1 of what the device reported.").arg(changes.size());
-    for (const QString& warning : warnings) {
-        words += QStringLiteral("\nLook twice: ") + warning;
+    QString words = heading(isReport(device), goes);
+    if (goes && warnings > 0) {
+        words += warnings == 1 ? QStringLiteral(" There is a warning beside Update.")
+                               : QStringLiteral(" There are %1 warnings beside Update.").arg(warnings);
     }
     head_->setText(words);
-    look::setInk(head_, warnings.isEmpty() ? look::Ink::Text : look::Ink::Bad);
-    source_->setText(source);
+    look::setInk(head_, goes && warnings == 0 ? look::Ink::Text : look::Ink::Bad);
     table_->setRowCount(changes_);
     for (int row = 0; row < changes_; ++row) {
         const SetupChange& change = changes.at(row);
@@ -72,7 +73,7 @@ void ChangesPanel::show(const QString& device, const QString& text, const QStrin
                                            change.after};
         for (int col = 0; col < 3; ++col) {
             auto* item = new QTableWidgetItem(cells[static_cast<size_t>(col)]);
-            item->setToolTip(item->text());
+            item->setToolTip(item->text().toHtmlEscaped());
             table_->setItem(row, col, item);
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gas/setuptext.h"
+#include "gas/setupchanges.h"
 
 #include <QWidget>
 
@@ -10,21 +10,24 @@ class QTableWidget;
 namespace benthor::gas {
 
 /// What an update would change in the device, against what it last reported, and what nobody has read from
-/// it. It stands beside everything else and keeps nothing from being done.
+/// it; nothing where nothing would go out. It stands beside everything else and keeps nothing from being
+/// done.
 class ChangesPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit ChangesPanel(QWidget* parent = nullptr);
 
-    /// `device`: the setup last received, empty for none. `source`: where the texts came from, in words.
-    void show(const QString& device, const QString& text, const QStringList& warnings, const QString& source);
+    /// `device`: the setup last received, empty for none. `text`: what goes out, empty where nothing does.
+    /// `warnings`: how many there are.
+    void show(const QString& device, const QString& text, int warnings);
     int changes() const { return changes_; }
 
 private:
+    QString heading(bool read, bool goes) const;
+
     QLabel* head_;
     QTableWidget* table_;
-    QLabel* source_;
     int changes_ = 0;
     QString shown_;
 };

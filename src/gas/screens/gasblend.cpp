@@ -1,11 +1,13 @@
 #include "gas/screens/gasblend.h"
 
-#include "gas/gascalc.h"
 #include "gas/screens/changespanel.h"
 #include "gas/screens/gasgraph.h"
 #include "gas/screens/readingspanel.h"
 #include "gas/screens/settingsform.h"
+#include "gas/setuplook.h"
 #include "gas/setuptext.h"
+#include "gas/typing.h"
+#include "platform/look/icons.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -17,6 +19,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabWidget>
 
 namespace benthor::gas {
@@ -32,6 +35,19 @@ QString mitFilter() {
     return QStringLiteral("Text Files (*.mit)|*.mit|All Files (*.*)|*.*");
 }
 
+/// The first line; how many follow it stands behind, and all of them in the tool tip.
+void showLines(look::NoticeBand& band, const QString& lead, const QStringList& lines) {
+    band.setVisible(!lines.isEmpty());
+    if (lines.isEmpty()) {
+        return;
+    }
+    const QString more =
+        lines.size() == 1 ? QString() : QStringLiteral(" (and %1 more)").arg(lines.size() - 1);
+    band.label()->setText(lead + lines.first() + more);
+    band.setToolTip(
+        lines.join(QLatin1Char('\n')).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
 void showText(QPlainTextEdit& box, const QString& text) {
     if (box.toPlainText() != text) {
         box.setPlainText(text);
@@ -43,7 +59,8 @@ void showText(QPlainTextEdit& box, const QString& text) {
 GasBlend::GasBlend(GasNeighbours& neighbours)
     : Screen(QStringLiteral("GasBlend"))
     , neighbours_(neighbours)
-    , say_([this](const QString& text) { say(text); }) {
+    , say_([this](const QString& text) { say(text); })
+    , agree_([this](const QString& text, const QString& title) { return agree(text, title); }) {
     setWindowTitle(QStringLiteral("Gas and System Settings"));
     buildMenus();
     buildBody();
@@ -58,14 +75,24 @@ void GasBlend::say(const QString& text) {
     dialogs().message(this, text);
 }
 
+bool GasBlend::agree(const QString& text, const QString& title) {
+    return dialogs().confirm(this, text, title, platform::BoxKind::Warning, true);
+}
+
+DeviceSetup GasBlend::device() const {
+    return {unreadable_ ? QString() : reported_, unreadable_};
+}
+
 void GasBlend::loading() {
-    fromUpload_ = process().uploadtext.size() >= kUsableText;
-    source_ = opengas(plan_, ProgramFolder::current(), say_);
+    opengas(plan_, ProgramFolder::current(), say_);
     showDebug(false);
     sync();
 }
 
 void GasBlend::unloading() {
+    if (isVisible()) {
+        keepshown(plan_, QDateTime::currentDateTime(), say_);
+    }
     closegas(plan_, ProgramFolder::current(), neighbours_.setupLink(), say_);
 }
 
@@ -76,6 +103,10 @@ void GasBlend::Timer5_tick() {
         };
         gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), QDateTime::currentDateTime(),
                          ask, say_);
+        if (!isUnloaded()) {
+            unreadable_ = neighbours_.setupLink().hidesSetup();
+            refreshrests_ = neighbours_.setupLink().refreshRests();
+        }
     });
 }
 
@@ -92,7 +123,7 @@ void GasBlend::receiveSetup(const QByteArray& text) {
 void GasBlend::receiveReadings(const link::Readings& readings) {
     perform([this, &readings] {
         readings_->take(readings);
-        readings_->showUnits(plan_.feet());
+        readings_->showUnits(plan_.headfeet);
         const link::SetupLink& link = neighbours_.setupLink();
         shown_.Label7 = link.caption();
         shown_.Label7Colour = link.captionColour();
@@ -100,21 +131,16 @@ void GasBlend::receiveReadings(const link::Readings& readings) {
     });
 }
 
-void GasBlend::cellEdited(GasTable::Cell cell, int row, const QString& text) {
-    perform([this, cell, row, &text] {
-        switch (cell) {
-        case GasTable::Cell::O2:
-            setO2(plan_, row, text, say_);
-            break;
-        case GasTable::Cell::He:
-            setHe(plan_, row, text, say_);
-            break;
-        case GasTable::Cell::MOD:
-            setMOD(plan_, row, text);
-            break;
-        case GasTable::Cell::PPO2:
-            setPPO2(plan_, row, text);
-            break;
+void GasBlend::cellEdited(Cell cell, int row, const QString& text) {
+    perform([this, cell, row, &text] { typecell(plan_, cell, row, text, say_); });
+}
+
+/// A download lives on what the line brings: nothing is asked of the device beside it.
+void GasBlend::refresh() {
+    perform([this] {
+        link::SetupLink& link = neighbours_.setupLink();
+        if (!link.refreshRests()) {
+            link.refreshDirectory();
         }
     });
 }
@@ -144,41 +170,61 @@ void GasBlend::mnuSave_click() {
 
 /// What was changed a moment ago goes with it: the text is that of a tick now, not of up to a second before.
 void GasBlend::Command1_click() {
-    Timer5_tick();
-    perform([this] {
-        neighbours_.showLinkForSending();
-        gas::Command1_click(plan_, neighbours_.setupLink(), say_);
+    if (!isVisible()) {
+        showScreen(); // nothing goes out that is not shown
+    }
+    sendBy([this] {
+        const QDateTime now = QDateTime::currentDateTime();
+        if (!process().importing) {
+            Timer5_tick();
+            freshtext(plan_, now);
+            neighbours_.showLinkForSending();
+        }
+        return gas::Command1_click(plan_, neighbours_.setupLink(), say_, device(), agree_, now);
     });
 }
 
 void GasBlend::Command2_click() {
-    perform([this] {
-        neighbours_.showLinkForSending();
-        gas::Command2_click(plan_, neighbours_.setupLink(), say_);
+    sendBy([this] {
+        if (!process().importing) {
+            neighbours_.showLinkForSending();
+        }
+        return gas::Command2_click(plan_, neighbours_.setupLink(), say_, device(), agree_,
+                                   QDateTime::currentDateTime());
     });
 }
 
-QString GasBlend::sourceWords() const {
-    const QString text = source_ == TextSource::Last ? QStringLiteral("the text of the last time")
-                         : source_ == TextSource::Stock
-                             ? QStringLiteral("the stock text")
-                             : QStringLiteral("no text, since no file of one was found");
-    return QStringLiteral("Gases at the start: %1. Setup text: %2.")
-        .arg(fromUpload_ ? QStringLiteral("those in hand for the device")
-                         : QStringLiteral("the program's own"),
-             text);
+/// What is wrong stands on this screen: it comes back to the front.
+void GasBlend::sendBy(const std::function<Update()>& update) {
+    perform([this, &update] {
+        if (update() == Update::Refused && !isUnloaded()) {
+            bringToFront();
+        }
+    });
+}
+
+bool GasBlend::setupMayGo(const link::SetupBody& body) {
+    bool may = false;
+    perform([this, &body, &may] {
+        may = mayleave(plan_, body, isVisible(), device(), agree_, say_, QDateTime::currentDateTime());
+        if (!may && !isUnloaded()) {
+            showScreen();
+            bringToFront();
+        }
+    });
+    return may;
 }
 
 void GasBlend::sync() {
-    table_->show(plan_);
+    const QList<WrongCell> wrong = wrongcells(plan_);
+    table_->show(plan_, wrong);
     graph_->show(plan_);
-    form_->show(plan_);
-    readings_->showUnits(plan_.feet());
+    form_->show(plan_, wrong);
+    readings_->showUnits(plan_.headfeet);
     tabs_->setTabText(0, plan_.rows[static_cast<size_t>(plan_.currentgasrow)].name);
-    changes_->show(reported_, plan_.Text7, setupwarnings(plan_), sourceWords());
-    tabs_->setTabText(kChangesTab, changes_->changes() == 0
-                                       ? QStringLiteral("Changes")
-                                       : QStringLiteral("Changes (%1)").arg(changes_->changes()));
+    syncLook();
+    syncReplaced();
+    syncRefresh();
     Label7_->setText(shown_.Label7);
     Label7_->setToldBackground(platform::toQColor(shown_.Label7Colour));
     Label7_->setIconName(shown_.Label7 == QLatin1String("Connected") ? QStringLiteral("check") : QString());
@@ -188,6 +234,48 @@ void GasBlend::sync() {
     mnuMeters_->setChecked(!plan_.feet());
     mnuFeet_->setChecked(plan_.feet());
     syncDebug();
+}
+
+/// What would go out, and what speaks against it.
+void GasBlend::syncLook() {
+    const QDateTime now = QDateTime::currentDateTime();
+    const QString reason = whynothing(plan_, now);
+    const bool connected = process().deviceconnected == 1;
+    const QStringList warnings =
+        connected && reason.isEmpty() ? setupwarnings(plan_, device()) : QStringList();
+    changes_->show(device().reported, reason.isEmpty() ? textof(plan_, now) : QString(),
+                   static_cast<int>(warnings.size()));
+    tabs_->setTabText(kChangesTab, changes_->changes() == 0
+                                       ? QStringLiteral("Changes")
+                                       : QStringLiteral("Changes (%1)").arg(changes_->changes()));
+    const bool sign = !reason.isEmpty() || !warnings.isEmpty();
+    tabs_->setTabIcon(kChangesTab, sign ? look::icon("warning") : QIcon());
+    tabs_->setTabToolTip(kChangesTab, sign ? QStringLiteral("Look at the line beside Update") : QString());
+    const QStringList lines =
+        !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1)
+        : connected && unreadable_ && warnings.isEmpty()
+            ? QStringList{QStringLiteral("The settings of this device cannot be read: an update "
+                                         "replaces all of them.")}
+            : warnings;
+    showLines(*look_, !reason.isEmpty() ? QStringLiteral("Not sent: ") : QString(), lines);
+}
+
+void GasBlend::syncReplaced() {
+    replaced_->setVisible(plan_.replaced.has_value());
+    bringBack_->setEnabled(plan_.replaced.has_value());
+    if (plan_.replaced) {
+        replaced_->label()->setText(
+            QStringLiteral("What you typed was replaced by %1. Edit, Bring back what was typed.")
+                .arg(plan_.replaced->by));
+    }
+}
+
+void GasBlend::syncRefresh() {
+    const bool rests = refreshrests_;
+    for (QWidget* part : {static_cast<QWidget*>(refresh_), findChild<QWidget*>(QStringLiteral("Picture1")),
+                          findChild<QWidget*>(QStringLiteral("Label15"))}) {
+        part->setEnabled(!rests);
+    }
 }
 
 void GasBlend::syncDebug() {

@@ -8,11 +8,13 @@
 class QAction;
 class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 class QTabWidget;
 
 namespace benthor::look {
+class NoticeBand;
 class StatusChip;
-}
+} // namespace benthor::look
 
 namespace benthor::platform {
 class TickTimer;
@@ -50,7 +52,13 @@ public:
     /// A line of live readings.
     void receiveReadings(const link::Readings& readings);
 
-    /// Update: what this screen shows goes to the device, or the reason is told.
+    /// A box over this screen.
+    void say(const QString& text);
+    /// Whether a body that the link is about to send as a setup may leave. Where it may not, the reason has
+    /// been told, and this screen is in front.
+    bool setupMayGo(const link::SetupBody& body);
+    /// Update: what this screen shows goes to the device, or the reason is told. A screen that cannot be seen
+    /// is shown.
     void Command1_click();
 
     const GasPlan& plan() const { return plan_; }
@@ -68,7 +76,10 @@ private:
     QAction* entry(class QMenu* menu, const char* name, const char* caption,
                    const std::function<void()>& work);
     void buildBody();
+    void layBody();
+    look::NoticeBand* band(const char* name);
     QWidget* buildFoot();
+    QWidget* buildRefresh();
     QWidget* buildDebug();
     void buildHidden();
     QPlainTextEdit* rawText(QWidget* parent, const char* name, const char* caption);
@@ -76,21 +87,27 @@ private:
     // gasblend.cpp
     void sync() override;
     void syncDebug();
-    void cellEdited(GasTable::Cell cell, int row, const QString& text);
+    void syncLook();
+    void syncReplaced();
+    void syncRefresh();
+    void cellEdited(Cell cell, int row, const QString& text);
+    void refresh();
     void showDebug(bool shown);
     void mnuOpen_click();
     void mnuSave_click();
     void Command2_click();
-    void say(const QString& text);
-    QString sourceWords() const;
+    void sendBy(const std::function<Update()>& update);
+    bool agree(const QString& text, const QString& title);
+    DeviceSetup device() const;
 
     GasNeighbours& neighbours_;
     GasPlan plan_;
     GasShown shown_;
-    TextSource source_ = TextSource::None;
-    bool fromUpload_ = false; ///< the cells at the start came from the text in hand
     QString reported_;        ///< setup that the device last sent
+    bool unreadable_ = false; ///< of the device at the last tick
+    bool refreshrests_ = false;
     Say say_;
+    Ask agree_;
 
     GasTable* table_ = nullptr;
     QTabWidget* tabs_ = nullptr;
@@ -103,10 +120,14 @@ private:
     QPlainTextEdit* Text7_ = nullptr;
     QPlainTextEdit* Text8_0_ = nullptr;
     QPlainTextEdit* Text8_1_ = nullptr;
+    look::NoticeBand* look_ = nullptr;     ///< what keeps the setup back, or deserves a second look
+    look::NoticeBand* replaced_ = nullptr; ///< what was typed has been replaced
+    QPushButton* refresh_ = nullptr;
     look::StatusChip* Label7_ = nullptr;
     QLabel* Label14_ = nullptr;
     QLabel* Label20_ = nullptr;
     QLabel* Label22_ = nullptr;
+    QAction* bringBack_ = nullptr;
     QAction* mnuMeters_ = nullptr;
     QAction* mnuFeet_ = nullptr;
     QAction* mnuDebug_ = nullptr;

@@ -7,6 +7,7 @@
 #include "gas/screens/readingspanel.h"
 #include "gas/screens/settingsform.h"
 #include "gas/setuptext.h"
+#include "gas/typing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -46,6 +47,9 @@ void GasBlend::buildMenus() {
         neighbours_.showLink();
         unload();
     })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+    QMenu* edit = heading("editTyped", "&Edit");
+    bringBack_ = entry(edit, "bringBackTyped", "&Bring back what was typed",
+                       [this] { perform([this] { bringback(plan_); }); });
     QMenu* view = heading("mnuView", "&View");
     mnuDebug_ = entry(view, "mnuDebug", "&Debug", [this] { showDebug(true); });
     mnuDebugOff_ = entry(view, "mnuDebugOff", "Debug &off", [this] { showDebug(false); });
@@ -75,37 +79,37 @@ void GasBlend::buildBody() {
     form_ = new SettingsForm;
     connect(table_, &GasTable::cellEdited, this, &GasBlend::cellEdited);
     connect(table_, &GasTable::activeClicked, this, [this](int row, bool active) {
-        perform([this, row, active] {
-            plan_.rows[static_cast<size_t>(row)].active = active;
-            activeclicked(plan_, row, say_);
-        });
+        perform([this, row, active] { clickactive(plan_, row, active, say_); });
     });
     connect(table_, &GasTable::startClicked, this,
-            [this](int row) { perform([this, row] { startclicked(plan_, row); }); });
+            [this](int row) { perform([this, row] { clickstart(plan_, row); }); });
     connect(table_, &GasTable::rowChosen, this,
             [this](int row) { perform([this, row] { showgasrow(plan_, row); }); });
     const auto stepped = [this](int index, bool up) {
-        perform([this, index, up] { stepperclicked(plan_, index, up, say_); });
+        perform([this, index, up] { clickstepper(plan_, index, up, say_); });
     };
     connect(graph_, &GasGraph::stepped, this, stepped);
     connect(form_, &SettingsForm::stepped, this, stepped);
     connect(graph_, &GasGraph::scrolled, this, [this](int index, int value) {
-        perform([this, index, value] { sliderscrolled(plan_, index, value, say_); });
+        perform([this, index, value] { moveslider(plan_, index, value, say_); });
     });
     connect(form_, &SettingsForm::edited, this,
-            [this] { perform([this] { plan_.settings = form_->settings(); }); });
+            [this] { perform([this] { typesettings(plan_, form_->settings()); }); });
     connect(form_, &SettingsForm::listChosen, this, [this](bool startingGas) {
         // The starting gas is chosen in the table; its list only follows.
         const int divegas = plan_.settings.divegas;
-        plan_.settings = form_->settings();
+        typesettings(plan_, form_->settings());
         if (startingGas) {
             plan_.settings.divegas = divegas;
         }
         Timer5_tick();
     });
     connect(form_, &SettingsForm::maximumEdited, this,
-            [this](const QString& text) { perform([this, &text] { setmaxppo2(plan_, text, say_); }); });
+            [this](const QString& text) { cellEdited(Cell::Maximum, -1, text); });
+    layBody();
+}
 
+void GasBlend::layBody() {
     // The rows of the gases keep their height; what is below takes what is left.
     table_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     readings_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
@@ -145,16 +149,32 @@ void GasBlend::buildBody() {
     auto* down = new QVBoxLayout(ground);
     down->setContentsMargins({});
     down->setSpacing(0);
+    replaced_ = band("replacedBand");
+    down->addWidget(replaced_);
     down->addLayout(across, 1);
     down->addWidget(buildFoot());
     setCentralWidget(ground);
     buildHidden();
 }
 
+/// A line that is there while it has something to say.
+look::NoticeBand* GasBlend::band(const char* name) {
+    auto* made = new look::NoticeBand(QString());
+    made->setObjectName(QLatin1String(name));
+    made->label()->setTextFormat(Qt::PlainText);
+    made->hide();
+    return made;
+}
+
 QWidget* GasBlend::buildFoot() {
     auto* foot = new look::Pane(Qt::TopEdge);
-    auto* row = new QHBoxLayout(foot);
-    row->setContentsMargins(look::spaceBase, 10, look::spaceBase, 10);
+    auto* down = new QVBoxLayout(foot);
+    down->setContentsMargins(look::spaceBase, 10, look::spaceBase, 10);
+    down->setSpacing(look::spaceSmall);
+    look_ = band("lookBand");
+    down->addWidget(look_);
+    auto* row = new QHBoxLayout;
+    down->addLayout(row);
     row->setSpacing(look::spaceSmall);
     Label7_ = new look::StatusChip;
     Label7_->setObjectName(QStringLiteral("Label7"));
@@ -168,9 +188,20 @@ QWidget* GasBlend::buildFoot() {
     row->addWidget(Label22_);
     row->addStretch(1);
     row->addWidget(Label20_);
-    auto* refresh = new QPushButton; // Picture1 with its caption, one to the eye
-    refresh->setFocusPolicy(Qt::NoFocus);
-    auto* inside = new QHBoxLayout(refresh);
+    row->addWidget(buildRefresh());
+    auto* Command1 = new QPushButton(look::icon("send"), QStringLiteral("Update KD/Tolby"));
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command1->setProperty("primary", true);
+    Command1->setAutoDefault(false);
+    connect(Command1, &QPushButton::clicked, this, [this] { Command1_click(); });
+    row->addWidget(Command1);
+    return foot;
+}
+
+QWidget* GasBlend::buildRefresh() {
+    refresh_ = new QPushButton; // Picture1 with its caption, one to the eye
+    refresh_->setFocusPolicy(Qt::NoFocus);
+    auto* inside = new QHBoxLayout(refresh_);
     inside->setContentsMargins(look::spaceSmall, 0, look::spaceSmall, 0);
     inside->setSpacing(look::spaceTight);
     auto* Picture1 = new look::ClickableLabel;
@@ -183,20 +214,12 @@ QWidget* GasBlend::buildFoot() {
     Label15->setFocusPolicy(Qt::NoFocus);
     inside->addWidget(Picture1);
     inside->addWidget(Label15);
-    refresh->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() +
-                             3 * look::spaceSmall);
-    const auto refreshed = [this] { perform([this] { neighbours_.setupLink().refreshDirectory(); }); };
-    connect(refresh, &QPushButton::clicked, this, refreshed);
-    connect(Picture1, &look::ClickableLabel::clicked, this, refreshed);
-    connect(Label15, &look::ClickableLabel::clicked, this, refreshed);
-    row->addWidget(refresh);
-    auto* Command1 = new QPushButton(look::icon("send"), QStringLiteral("Update KD/Tolby"));
-    Command1->setObjectName(QStringLiteral("Command1"));
-    Command1->setProperty("primary", true);
-    Command1->setAutoDefault(false);
-    connect(Command1, &QPushButton::clicked, this, [this] { Command1_click(); });
-    row->addWidget(Command1);
-    return foot;
+    refresh_->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() +
+                              3 * look::spaceSmall);
+    connect(refresh_, &QPushButton::clicked, this, &GasBlend::refresh);
+    connect(Picture1, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
+    connect(Label15, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
+    return refresh_;
 }
 
 QPlainTextEdit* GasBlend::rawText(QWidget* parent, const char* name, const char* caption) {

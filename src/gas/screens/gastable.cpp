@@ -1,12 +1,12 @@
 #include "gas/screens/gastable.h"
 
+#include "gas/screens/numberbox.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/toldqcolor.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QLineEdit>
 #include <QPainter>
 #include <QRadioButton>
 
@@ -90,18 +90,21 @@ void GasTable::buildHead() {
     grid->setRowMinimumHeight(0, look::scaled(kRowHeight));
 }
 
-QLineEdit* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
-    auto* box = new QLineEdit;
+NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
+    auto* box = new NumberBox(QLatin1String(tip));
     box->setObjectName(arrayName(name, row));
     box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(QLatin1String(name)).arg(row));
-    box->setToolTip(QLatin1String(tip));
     box->setAlignment(Qt::AlignRight);
     box->setFixedWidth(look::scaled(kind == Cell::MOD ? kDepthWidth : kCellWidth));
     box->setFont(look::numbers(13));
     if (kind == Cell::PPO2) {
         // Rewritten with two places at each change: taken when it is finished, not at each key.
-        connect(box, &QLineEdit::editingFinished, this,
-                [this, box, kind, row] { emit cellEdited(kind, row, box->text()); });
+        connect(box, &QLineEdit::editingFinished, this, [this, box, kind, row] {
+            if (box->isModified()) {
+                box->setModified(false);
+                emit cellEdited(kind, row, box->text());
+            }
+        });
     } else {
         connect(box, &QLineEdit::textEdited, this,
                 [this, kind, row](const QString& text) { emit cellEdited(kind, row, text); });
@@ -149,37 +152,60 @@ void GasTable::buildRow(int row) {
     grid->setRowMinimumHeight(row + 1, look::scaled(kRowHeight));
 }
 
-void GasTable::show(const GasPlan& plan) {
-    Label4_->setText(plan.feet() ? QStringLiteral("MODft") : QStringLiteral("MODm"));
+void GasTable::show(const GasPlan& plan, const QList<WrongCell>& wrong) {
+    Label4_->setText(plan.headfeet ? QStringLiteral("MODft") : QStringLiteral("MODm"));
     for (size_t i = 0; i < rows_.size(); ++i) {
-        const GasRow& gas = plan.rows[i];
-        const Row& row = rows_[i];
-        const bool current = plan.currentgasrow == static_cast<int>(i);
-        row.Label1->setText(gas.name);
-        row.Label1->setInk(current ? look::Ink::Accent : look::Ink::Text);
-        showText(*row.Text1, gas.O2);
-        showText(*row.Text2, gas.He);
-        showText(*row.Text3, gas.MOD);
-        if (!row.Text4->hasFocus() || !row.Text4->isModified()) {
-            showText(*row.Text4, gas.PPO2);
-        }
-        for (QLineEdit* box : {row.Text1, row.Text2, row.Text3}) {
-            box->setEnabled(gas.cellsEnabled);
-        }
-        paintCell(*row.Text1, kLightCyan);
-        paintCell(*row.Text2, gas.HeColour);
-        paintCell(*row.Text3, gas.pressureColour);
-        paintCell(*row.Text4, gas.pressureColour);
-        row.lblEan->setText(gas.EAND);
-        look::setInk(row.lblEan, gas.active ? look::Ink::Text : look::Ink::Quiet);
-        row.Check1->setChecked(gas.active);
-        row.Check1->setEnabled(gas.activeEnabled);
-        row.Option1->setChecked(plan.start == static_cast<int>(i));
-        row.Option1->setEnabled(gas.startEnabled);
+        showRow(plan, i);
     }
+    showWrong(wrong);
     if (current_ != plan.currentgasrow) {
         current_ = plan.currentgasrow;
         update();
+    }
+}
+
+void GasTable::showRow(const GasPlan& plan, size_t i) {
+    const GasRow& gas = plan.rows[i];
+    const Row& row = rows_[i];
+    const bool current = plan.currentgasrow == static_cast<int>(i);
+    row.Label1->setText(gas.name);
+    row.Label1->setInk(current ? look::Ink::Accent : look::Ink::Text);
+    showText(*row.Text1, gas.O2);
+    showText(*row.Text2, gas.He);
+    showText(*row.Text3, gas.MOD);
+    if (!row.Text4->hasFocus() || !row.Text4->isModified()) {
+        showText(*row.Text4, gas.PPO2);
+    }
+    for (NumberBox* box : {row.Text1, row.Text2, row.Text3}) {
+        box->setEnabled(gas.cellsEnabled);
+    }
+    paintCell(*row.Text1, kLightCyan);
+    paintCell(*row.Text2, gas.HeColour);
+    paintCell(*row.Text3, gas.pressureColour);
+    paintCell(*row.Text4, gas.pressureColour);
+    row.lblEan->setText(gas.EAND);
+    look::setInk(row.lblEan, gas.active ? look::Ink::Text : look::Ink::Quiet);
+    row.Check1->setChecked(gas.active);
+    row.Check1->setEnabled(gas.activeEnabled);
+    row.Option1->setChecked(plan.start == static_cast<int>(i));
+    row.Option1->setEnabled(gas.startEnabled);
+}
+
+void GasTable::showWrong(const QList<WrongCell>& wrong) {
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const Row& row = rows_[i];
+        const auto why = [&wrong, i](Cell cell) {
+            for (const WrongCell& one : wrong) {
+                if (one.cell == cell && one.row == static_cast<int>(i)) {
+                    return one.why;
+                }
+            }
+            return QString();
+        };
+        row.Text1->setWrong(why(Cell::O2));
+        row.Text2->setWrong(why(Cell::He));
+        row.Text3->setWrong(why(Cell::MOD));
+        row.Text4->setWrong(why(Cell::PPO2));
     }
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "gas/gasplan.h"
+#include "gas/setuplook.h"
 
 #include <QWidget>
 
 class QButtonGroup;
 class QCheckBox;
 class QLabel;
-class QLineEdit;
 class QRadioButton;
 
 namespace benthor::look {
@@ -16,19 +15,20 @@ class ClickableLabel;
 
 namespace benthor::gas {
 
+class NumberBox;
+
 /// The ten gases, a row each: what can be typed, what is computed, active and start.
 class GasTable : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Cell { O2, He, MOD, PPO2 };
-
     explicit GasTable(QWidget* parent = nullptr);
 
-    void show(const GasPlan& plan);
+    /// `wrong`: what must not go out as it stands.
+    void show(const GasPlan& plan, const QList<WrongCell>& wrong);
 
 signals:
-    void cellEdited(benthor::gas::GasTable::Cell cell, int row, const QString& text);
+    void cellEdited(benthor::gas::Cell cell, int row, const QString& text);
     void activeClicked(int row, bool active);
     void startClicked(int row);
     void rowChosen(int row);
@@ -39,10 +39,10 @@ protected:
 private:
     struct Row {
         look::ClickableLabel* Label1;
-        QLineEdit* Text1;
-        QLineEdit* Text2;
-        QLineEdit* Text3;
-        QLineEdit* Text4;
+        NumberBox* Text1;
+        NumberBox* Text2;
+        NumberBox* Text3;
+        NumberBox* Text4;
         QLabel* lblEan;
         QCheckBox* Check1;
         QRadioButton* Option1;
@@ -50,7 +50,9 @@ private:
 
     void buildHead();
     void buildRow(int row);
-    QLineEdit* cell(const char* name, int row, Cell kind, const char* tip);
+    void showRow(const GasPlan& plan, size_t i);
+    void showWrong(const QList<WrongCell>& wrong);
+    NumberBox* cell(const char* name, int row, Cell kind, const char* tip);
 
     std::array<Row, kGases> rows_{};
     QLabel* Label4_ = nullptr; ///< head of the MOD column

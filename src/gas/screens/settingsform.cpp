@@ -1,5 +1,6 @@
 #include "gas/screens/settingsform.h"
 
+#include "gas/screens/numberbox.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 
@@ -7,7 +8,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -23,7 +23,9 @@ constexpr int kStopFeet = 3;
 
 void showText(QLineEdit& box, const QString& text) {
     if (box.text() != text) {
+        const int at = box.cursorPosition();
         box.setText(text);
+        box.setCursorPosition(std::min<int>(at, static_cast<int>(text.size())));
     }
 }
 
@@ -63,8 +65,8 @@ void SettingsForm::row(const char* caption, QWidget* control) {
     column_->addWidget(line);
 }
 
-QLineEdit* SettingsForm::box(const char* name, const char* caption) {
-    auto* made = new QLineEdit;
+NumberBox* SettingsForm::box(const char* name, const char* caption, const char* tip) {
+    auto* made = new NumberBox(QLatin1String(tip));
     made->setObjectName(QLatin1String(name));
     made->setAccessibleName(QLatin1String(caption));
     made->setAlignment(Qt::AlignRight);
@@ -91,7 +93,7 @@ QCheckBox* SettingsForm::check(int index, const char* caption) {
     return made;
 }
 
-QWidget* SettingsForm::stepper(int index, QLineEdit* text) {
+QWidget* SettingsForm::stepper(int index, NumberBox* text) {
     auto* group = new QWidget;
     auto* across = new QHBoxLayout(group);
     across->setContentsMargins({});
@@ -115,8 +117,7 @@ QWidget* SettingsForm::stepper(int index, QLineEdit* text) {
 
 void SettingsForm::buildDecompression() {
     heading("Decompression");
-    Text5_ = box("Text5", "Max PPO2");
-    Text5_->setToolTip(QStringLiteral("Maximum PPO2 for each gas. Change to force MODs to revised PPO2"));
+    Text5_ = box("Text5", "Max PPO2", "Maximum PPO2 for each gas. Change to force MODs to revised PPO2");
     connect(Text5_, &QLineEdit::textEdited, this, &SettingsForm::maximumEdited);
     row("Max PPO2", Text5_);
     sptext_ = box("sptext", "PPO2 Set Point");
@@ -162,15 +163,15 @@ void SettingsForm::buildTimers() {
     row("Home timeout secs", stepper(2, HomeText_));
 }
 
-void SettingsForm::show(const GasPlan& plan) {
+void SettingsForm::show(const GasPlan& plan, const QList<WrongCell>& wrong) {
     const Settings& settings = plan.settings;
     const std::array<int, 6> indices{settings.backlight, settings.divegas, settings.laststop,
                                      settings.laststop,  settings.cns,     settings.safety};
     for (size_t i = 0; i < indices.size(); ++i) {
         List1_[i]->setCurrentIndex(indices[i]);
     }
-    List1_[kStopMetres]->setVisible(!plan.feet());
-    List1_[kStopFeet]->setVisible(plan.feet());
+    List1_[kStopMetres]->setVisible(!plan.headfeet);
+    List1_[kStopFeet]->setVisible(plan.headfeet);
     const std::array<bool, 4> checks{settings.biggraphics, settings.hudhi, settings.silent, settings.closed};
     for (size_t i = 0; i < checks.size(); ++i) {
         Check2_[i]->setChecked(checks[i]);
@@ -180,6 +181,19 @@ void SettingsForm::show(const GasPlan& plan) {
     showText(*ScreenSaveText_, settings.ScreenSaveText);
     showText(*HomeText_, settings.HomeText);
     Label12_->setText(plan.unitshown);
+    showWrong(wrong);
+}
+
+void SettingsForm::showWrong(const QList<WrongCell>& wrong) {
+    for (const auto& [box, cell] :
+         {std::pair{Text5_, Cell::Maximum}, std::pair{sptext_, Cell::SetPoint},
+          std::pair{ScreenSaveText_, Cell::ScreenSaver}, std::pair{HomeText_, Cell::Home}}) {
+        QString why;
+        for (const WrongCell& one : wrong) {
+            why = one.cell == cell ? one.why : why;
+        }
+        box->setWrong(why);
+    }
 }
 
 Settings SettingsForm::settings() const {

@@ -1,16 +1,17 @@
 #pragma once
 
-#include "gas/gasplan.h"
+#include "gas/setuplook.h"
 
 #include <QWidget>
 
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QLineEdit;
 class QVBoxLayout;
 
 namespace benthor::gas {
+
+class NumberBox;
 
 /// The device's settings as one form in three groups.
 class SettingsForm : public QWidget {
@@ -19,7 +20,8 @@ class SettingsForm : public QWidget {
 public:
     explicit SettingsForm(QWidget* parent = nullptr);
 
-    void show(const GasPlan& plan);
+    /// `wrong`: what must not go out as it stands.
+    void show(const GasPlan& plan, const QList<WrongCell>& wrong);
     /// What the controls show.
     Settings settings() const;
 
@@ -37,16 +39,17 @@ private:
     void row(const char* caption, QWidget* control);
     QComboBox* list(int index, const QStringList& items);
     QCheckBox* check(int index, const char* caption);
-    QWidget* stepper(int index, QLineEdit* box);
-    QLineEdit* box(const char* name, const char* caption);
+    QWidget* stepper(int index, NumberBox* box);
+    NumberBox* box(const char* name, const char* caption, const char* tip = "");
+    void showWrong(const QList<WrongCell>& wrong);
 
     QVBoxLayout* column_;
     std::array<QComboBox*, 6> List1_{};
     std::array<QCheckBox*, 4> Check2_{};
-    QLineEdit* Text5_ = nullptr;
-    QLineEdit* sptext_ = nullptr;
-    QLineEdit* ScreenSaveText_ = nullptr;
-    QLineEdit* HomeText_ = nullptr;
+    NumberBox* Text5_ = nullptr;
+    NumberBox* sptext_ = nullptr;
+    NumberBox* ScreenSaveText_ = nullptr;
+    NumberBox* HomeText_ = nullptr;
     QLabel* Label12_ = nullptr;
 };
 

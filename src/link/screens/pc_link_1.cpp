@@ -96,8 +96,15 @@ void PC_Link_1::sendSetup() {
     });
 }
 
+/// From the first request of a run on, before its first tick has laid the wait frame.
+bool PC_Link_1::refreshRests() const {
+    return link_.Timer3 || link_.download.TXTWaitVisible || !link_.cmdstoreEnabled;
+}
+
 void PC_Link_1::refreshDirectory() {
-    perform([this] { cmdstore_click(link_, *host_); });
+    if (!refreshRests()) {
+        perform([this] { cmdstore_click(link_, *host_); });
+    }
 }
 
 void PC_Link_1::takeReadings(const std::optional<Readings>& readings) {

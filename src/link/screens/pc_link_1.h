@@ -52,9 +52,11 @@ public:
     void closePorts() override;
     QByteArray receivedText() const override { return link_.Text4.bytes(); }
     bool waitsForDirectory() const override { return link_.Timer2; }
+    bool hidesSetup() const override { return link_.hidessetup; }
     void setTextToSend(const QString& text) override;
     void prepareSetup() override;
     void sendSetup() override;
+    bool refreshRests() const override;
     void refreshDirectory() override;
 
     /// Lays the face that is wanted.
@@ -74,7 +76,7 @@ signals:
     void importWanted();       ///< the main screen's import entry
     void importAfterLeaving(); ///< unload, the main screen comes forward, its import entry
     void setupArrived(const QByteArray& text);
-    void setupUpdateWanted(); ///< the gas screen's update
+    void setupUpdateWanted();                                      ///< the gas screen's update
     void readingsArrived(const benthor::link::Readings& readings); ///< a line of live readings
     void hintForMain(const QString& text);                         ///< for `lbltotaldive` of the main screen
     void statusPainted(); ///< the status label of the main screen may follow
