@@ -1,6 +1,7 @@
 // The gas screen and a device in software, over a real pseudo-terminal.
 
 #include "gas/screens/gasblend.h"
+#include "gas/setupchanges.h"
 #include "gas/setuptext.h"
 #include "link/screens/pc_link_1.h"
 #include "link/screens/seriallines.h"
@@ -113,6 +114,9 @@ private slots:
     void aSetupIsSentKeptOverARestartAndReadBackTheSame();
     void aTextThatMustNotGoLeavesNotOneByte();
     void withoutADeviceNotOneByteLeaves();
+    void aWrongCellLeavesNotOneByteByAnyRoad();
+    void theLinkSendsNoSetupThatTheScreenShowsNoLonger();
+    void aDownloadIsNotAskedInto();
     void readingsComeOnRequestAndUnasked();
     void theProductIsAskedForWhereTheDeviceDoesNotSay();
     void theHudValuesStandOnTheLinkScreen();
@@ -131,7 +135,8 @@ void TestHouseGas::theSetupComesWithTheDirectory() {
     QCOMPARE(onGas<QLineEdit>("sptext")->text(), "1.30");
     QCOMPARE(onGas<QLabel>("Label22")->text(), "KD");
     QCOMPARE(onGas<QLabel>("Label7")->text(), "Connected");
-    QCOMPARE(world.program.dialogs.messages(), QStringList());
+    QVERIFY2(world.program.dialogs.messages().isEmpty(),
+             qPrintable(world.program.dialogs.messages().join(u"/")));
 }
 
 void TestHouseGas::aSetupIsSentKeptOverARestartAndReadBackTheSame() {
@@ -149,9 +154,11 @@ void TestHouseGas::aSetupIsSentKeptOverARestartAndReadBackTheSame() {
     QCOMPARE(sent.Text7.size(), 226);
     QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
     const QString text = world.gas()->plan().Text7;
+    world.program.dialogs.answer(true); // the gas made active is deeper than Max PPO2
     onGas<QPushButton>("Command1")->click();
     QVERIFY(shown("PC_Link_1"));
     QTRY_VERIFY(world.setupInDevice() == text.toLatin1());
+    QVERIFY(world.program.dialogs.asked().last().noIsDefault);
     QVERIFY(world.device.received().contains("G   " + text.toLatin1() + "\x1b\x1b\r\n"));
     QCOMPARE(world.program.dialogs.messages(), QStringList());
 
@@ -202,6 +209,65 @@ void TestHouseGas::withoutADeviceNotOneByteLeaves() {
              QStringList{"KD/Tolby not connected!\r\nSave to file using File menu.."});
     QTest::qWait(200);
     QCOMPARE(world.device.received(), before);
+}
+
+void TestHouseGas::aWrongCellLeavesNotOneByteByAnyRoad() {
+    GasProgram world;
+    world.connectDevice();
+    world.showGas();
+    const QByteArray own = world.setupInDevice();
+    onGas<QPushButton>("Command1")->click(); // goes; the link's command is the setup's from now on
+    QTRY_VERIFY(world.setupInDevice() != own);
+    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    world.program.dialogs.clear();
+    const QByteArray before = world.setupInDevice();
+    type("Text3(0)", QStringLiteral("12m"));
+    onGas<QPushButton>("Command1")->click();
+    QCOMPARE(world.program.dialogs.messages().size(), 1);
+    for (const char* const button : {"Command2", "Command5"}) {
+        process().uploadtext = world.gas()->plan().Text7 + QStringLiteral("\x1b");
+        const QByteArray received = world.device.received();
+        world.program.dialogs.clear();
+        control<QAbstractButton>("PC_Link_1", button)->click();
+        QCOMPARE(world.program.dialogs.messages().size(), 1);
+        QVERIFY(world.program.dialogs.messages().first().contains(QLatin1String("Gas 0, MOD")));
+        QTest::qWait(100); // a byte on the line would be there by then
+        QCOMPARE(world.device.received(), received);
+    }
+    QCOMPARE(world.setupInDevice(), before);
+}
+
+void TestHouseGas::theLinkSendsNoSetupThatTheScreenShowsNoLonger() {
+    GasProgram world;
+    world.connectDevice();
+    world.showGas();
+    onGas<QPushButton>("Command1")->click();
+    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    world.program.dialogs.clear();
+    process().uploadtext = world.gas()->plan().Text7 + QStringLiteral("\x1b");
+    type("Text3(0)", QStringLiteral("40"));
+    const QByteArray received = world.device.received();
+    control<QAbstractButton>("PC_Link_1", "Command5")->click();
+    QCOMPARE(world.program.dialogs.messages().size(), 1);
+    QVERIFY(world.program.dialogs.messages().first().contains(
+        QLatin1String("not what the gas screen shows, at: Gas 0")));
+    QTest::qWait(100);
+    QCOMPARE(world.device.received(), received);
+}
+
+void TestHouseGas::aDownloadIsNotAskedInto() {
+    GasProgram world;
+    world.connectDevice();
+    world.showGas();
+    control<QAbstractButton>("PC_Link_1", "cmddownloadall")->click();
+    QVERIFY(control<platform::TickTimer>("PC_Link_1", "Timer3")->isEnabled());
+    const QByteArray received = world.device.received();
+    QTest::mouseClick(onGas<QWidget>("Picture1"), Qt::LeftButton);
+    QTest::mouseClick(onGas<QWidget>("Label15"), Qt::LeftButton);
+    QVERIFY(!world.device.received().mid(received.size()).contains('M'));
+    QVERIFY(control<platform::TickTimer>("PC_Link_1", "Timer3")->isEnabled());
+    expire("GasBlend", "Timer5");
+    QVERIFY(!onGas<QWidget>("Picture1")->isEnabled());
 }
 
 void TestHouseGas::readingsComeOnRequestAndUnasked() {

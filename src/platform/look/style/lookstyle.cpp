@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSlider>
 #include <QStyleOption>
 #include <QTabBar>
 
@@ -38,10 +39,27 @@ void LookStyle::polish(QWidget* widget) {
     if (auto* label = qobject_cast<QLabel*>(widget); label && label->textFormat() != Qt::PlainText) {
         label->setTextFormat(Qt::PlainText);
     }
+    if (qobject_cast<QComboBox*>(widget) || qobject_cast<QSlider*>(widget) ||
+        qobject_cast<QAbstractSpinBox*>(widget)) {
+        if (widget->focusPolicy() == Qt::WheelFocus) {
+            widget->setFocusPolicy(Qt::StrongFocus);
+        }
+        widget->removeEventFilter(this);
+        widget->installEventFilter(this);
+    }
     if (auto* header = qobject_cast<QHeaderView*>(widget);
         header && header->defaultAlignment() == Qt::AlignCenter) {
         header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
+}
+
+bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Wheel && widget != nullptr && !widget->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return QProxyStyle::eventFilter(watched, event);
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

@@ -22,6 +22,8 @@ public:
     using QProxyStyle::polish;
     void polish(QPalette& palette) override;
     void polish(QWidget* widget) override;
+    /// A wheel that turns over a value without the focus changes nothing: it scrolls what lies around it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
