@@ -7,7 +7,6 @@
 #include "gas/setuplook.h"
 #include "gas/setuptext.h"
 #include "gas/typing.h"
-#include "platform/look/icons.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -245,11 +244,11 @@ void GasBlend::syncLook() {
         connected && reason.isEmpty() ? setupwarnings(plan_, device()) : QStringList();
     changes_->show(device().reported, reason.isEmpty() ? textof(plan_, now) : QString(),
                    static_cast<int>(warnings.size()));
-    tabs_->setTabText(kChangesTab, changes_->changes() == 0
-                                       ? QStringLiteral("Changes")
-                                       : QStringLiteral("Changes (%1)").arg(changes_->changes()));
     const bool sign = !reason.isEmpty() || !warnings.isEmpty();
-    tabs_->setTabIcon(kChangesTab, sign ? look::icon("warning") : QIcon());
+    tabs_->setTabText(kChangesTab,
+                      (changes_->changes() == 0 ? QStringLiteral("Changes")
+                                                : QStringLiteral("Changes (%1)").arg(changes_->changes())) +
+                          (sign ? QStringLiteral(" !") : QString()));
     tabs_->setTabToolTip(kChangesTab, sign ? QStringLiteral("Look at the line beside Update") : QString());
     const QStringList lines =
         !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1)

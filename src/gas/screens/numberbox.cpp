@@ -34,8 +34,9 @@ void NumberBox::paintEvent(QPaintEvent* event) {
     constexpr int kSign = 12;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // On the light grounds that cells are told in, whatever the theme.
-    const QColor bad(0xC9, 0x2A, 0x2A);
+    // A cell of the table has a told, light ground, whatever the theme.
+    const bool light = palette().color(QPalette::Base).lightness() > 127;
+    const QColor bad = look::tokens(light ? look::Theme::Light : look::Theme::Dark).bad;
     painter.setPen(QPen(bad, kEdge));
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
     painter.setFont(look::strong(look::caption()));
