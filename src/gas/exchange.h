@@ -33,8 +33,8 @@ void Timer5_tick(GasPlan& plan, GasShown& shown, const link::SetupLink& link, bo
                  const QDateTime& now, const Ask& ask, const Say& say);
 
 /// Reads a setup: that received from the device (mode 1, which is first written to its file), or that of the
-/// file `path`.
-void mnuopensource(GasPlan& plan, const platform::ProgramFolder& folder, int mode, const QString& path,
+/// file `path`. False where it was not taken over whole.
+bool mnuopensource(GasPlan& plan, const platform::ProgramFolder& folder, int mode, const QString& path,
                    const Say& say);
 
 /// The screen into the text, as a tick writes it, and without a word.

@@ -219,6 +219,8 @@ void TestGasBlendSend::aReplyThatCannotBeWrittenIsTheToldError() {
     stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P070"));
     QCOMPARE(stage.dialogs.messages(), QStringList{"Error in file gdatalastrec.mit"});
     QCOMPARE(stage.text("sptext"), before);
+    stage.update(); // it was not read
+    QVERIFY(stage.dialogs.asked().last().text.contains(QLatin1String("have not been read")));
 }
 
 void TestGasBlendSend::aSecondLookIsAskedOnceUntilSomethingChanges() {

@@ -4,6 +4,8 @@
 
 #include <QRandomGenerator>
 
+#include <ctime>
+
 using namespace benthor;
 using namespace benthor::gas;
 using namespace benthor::tests;
@@ -110,6 +112,7 @@ private slots:
     void aShortTextGrowsToItsGasBlock();
     void withoutABlockTheGasesStay();
     void theStampIsTenDigits();
+    void theStampCountsTheClockWhateverTheZone();
     void aSetpointThatIsNoNumberLeavesItsField();
     void twoBlanksEmptyTheTextButNotTheCount();
     void aSecondALetsMoreIn();
@@ -408,6 +411,19 @@ void TestSetuptext::theStampIsTenDigits() {
     const GasPlan plan = planIn(QStringLiteral("metre"));
     QCOMPARE(fieldvalue(plan, 0, QDateTime(QDate(1991, 12, 31), QTime(0, 0, 1))).value(), "0000000000");
     QCOMPARE(fieldvalue(plan, 0, QDateTime(QDate(1992, 1, 1), QTime(0, 0, 0))).value(), "0000086399");
+}
+
+/// In summer an hour was missing, and another one in zones that changed their time since.
+void TestSetuptext::theStampCountsTheClockWhateverTheZone() {
+    const QByteArray before = qgetenv("TZ");
+    const GasPlan plan = planIn(QStringLiteral("metre"));
+    for (const char* const zone : {"UTC0", "CET-1CEST,M3.5.0,M10.5.0/3", "EST5EDT,M3.2.0,M11.1.0"}) {
+        qputenv("TZ", zone);
+        tzset();
+        QCOMPARE(fieldvalue(plan, 0, someMoment()).value(), "0812337677");
+    }
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    tzset();
 }
 
 void TestSetuptext::aSetpointThatIsNoNumberLeavesItsField() {

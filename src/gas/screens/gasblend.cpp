@@ -28,29 +28,8 @@ using platform::ProgramFolder;
 
 namespace {
 
-constexpr int kChangesTab = 2;
-
 QString mitFilter() {
     return QStringLiteral("Text Files (*.mit)|*.mit|All Files (*.*)|*.*");
-}
-
-/// The first line; how many follow it stands behind, and all of them in the tool tip.
-void showLines(look::NoticeBand& band, const QString& lead, const QStringList& lines) {
-    band.setVisible(!lines.isEmpty());
-    if (lines.isEmpty()) {
-        return;
-    }
-    const QString more =
-        lines.size() == 1 ? QString() : QStringLiteral(" (and %1 more)").arg(lines.size() - 1);
-    band.label()->setText(lead + lines.first() + more);
-    band.setToolTip(
-        lines.join(QLatin1Char('\n')).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
-}
-
-void showText(QPlainTextEdit& box, const QString& text) {
-    if (box.toPlainText() != text) {
-        box.setPlainText(text);
-    }
 }
 
 } // namespace
@@ -112,9 +91,10 @@ void GasBlend::Timer5_tick() {
 void GasBlend::receiveSetup(const QByteArray& text) {
     perform([this, &text] {
         plan_.Text8_1 = QString::fromLatin1(text);
+        const bool taken = mnuopensource(plan_, ProgramFolder::current(), 1, {}, say_);
+        // What could not be taken over is not what the screen shows, and so was not read.
         const qsizetype from = plan_.Text8_1.indexOf(QLatin1Char('A'));
-        reported_ = from < 0 ? QString() : plan_.Text8_1.mid(from);
-        mnuopensource(plan_, ProgramFolder::current(), 1, {}, say_);
+        reported_ = from < 0 || !taken ? QString() : plan_.Text8_1.mid(from);
     });
 }
 
@@ -212,81 +192,6 @@ bool GasBlend::setupMayGo(const link::SetupBody& body) {
         }
     });
     return may;
-}
-
-void GasBlend::sync() {
-    const QList<WrongCell> wrong = wrongcells(plan_);
-    table_->show(plan_, wrong);
-    graph_->show(plan_);
-    form_->show(plan_, wrong);
-    readings_->showUnits(plan_.headfeet);
-    tabs_->setTabText(0, plan_.rows[static_cast<size_t>(plan_.currentgasrow)].name);
-    syncLook();
-    syncReplaced();
-    syncRefresh();
-    Label7_->setText(shown_.Label7);
-    Label7_->setToldBackground(platform::toQColor(shown_.Label7Colour));
-    Label7_->setIconName(shown_.Label7 == QLatin1String("Connected") ? QStringLiteral("check") : QString());
-    Label20_->setText(shown_.Label20);
-    Label22_->setText(shown_.Label22);
-    Label14_->setText(QString::number(plan_.Label14, 'f', 0));
-    mnuMeters_->setChecked(!plan_.feet());
-    mnuFeet_->setChecked(plan_.feet());
-    syncDebug();
-}
-
-/// What would go out, and what speaks against it.
-void GasBlend::syncLook() {
-    const QDateTime now = QDateTime::currentDateTime();
-    const QString reason = whynothing(plan_, now);
-    const bool connected = process().deviceconnected == 1;
-    const QStringList warnings =
-        connected && reason.isEmpty() ? setupwarnings(plan_, device()) : QStringList();
-    changes_->show(device().reported, reason.isEmpty() ? textof(plan_, now) : QString(),
-                   static_cast<int>(warnings.size()));
-    const bool sign = !reason.isEmpty() || !warnings.isEmpty();
-    tabs_->setTabText(kChangesTab,
-                      (changes_->changes() == 0 ? QStringLiteral("Changes")
-                                                : QStringLiteral("Changes (%1)").arg(changes_->changes())) +
-                          (sign ? QStringLiteral(" !") : QString()));
-    tabs_->setTabToolTip(kChangesTab, sign ? QStringLiteral("Look at the line beside Update") : QString());
-    const QStringList lines =
-        !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1)
-        : connected && unreadable_ && warnings.isEmpty()
-            ? QStringList{QStringLiteral("The settings of this device cannot be read: an update "
-                                         "replaces all of them.")}
-            : warnings;
-    showLines(*look_, !reason.isEmpty() ? QStringLiteral("Not sent: ") : QString(), lines);
-}
-
-void GasBlend::syncReplaced() {
-    replaced_->setVisible(plan_.replaced.has_value());
-    bringBack_->setEnabled(plan_.replaced.has_value());
-    if (plan_.replaced) {
-        replaced_->label()->setText(
-            QStringLiteral("What you typed was replaced by %1. Edit, Bring back what was typed.")
-                .arg(plan_.replaced->by));
-    }
-}
-
-void GasBlend::syncRefresh() {
-    const bool rests = refreshrests_;
-    for (QWidget* part : {static_cast<QWidget*>(refresh_), findChild<QWidget*>(QStringLiteral("Picture1")),
-                          findChild<QWidget*>(QStringLiteral("Label15"))}) {
-        part->setEnabled(!rests);
-    }
-}
-
-void GasBlend::syncDebug() {
-    showText(*Text6_, plan_.Text6);
-    showText(*Text7_, plan_.Text7);
-    showText(*Text8_0_, plan_.Text8_0);
-    showText(*Text8_1_, plan_.Text8_1);
-    const QDateTime now = QDateTime::currentDateTime();
-    for (size_t tag = 0; tag < kTags.size(); ++tag) {
-        findChild<QLabel*>(QStringLiteral("Text15(%1)").arg(tag))
-            ->setText(QChar(kTags[tag].letter) + fieldvalue(plan_, tag, now).value_or(QString()));
-    }
 }
 
 /// The debug texts stand to the right of everything else, which does not move.
