@@ -3,6 +3,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/application.h"
 #include "platform/screen/dialogs.h"
+#include "platform/screen/sessionend.h"
 #include "shell/house.h"
 
 #include <QDir>
@@ -25,6 +26,8 @@ int main(int argc, char** argv) {
     // Not quit(): that would ask the windows first, and the end has been decided.
     QObject::connect(
         &house, &shell::House::ended, &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    const platform::SessionEnd session;
+    house.follow(session);
     house.start();
     return QApplication::exec();
 }

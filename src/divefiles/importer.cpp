@@ -120,6 +120,9 @@ private:
         if (!process().database.isOpen()) {
             failFile(names_.first(), QStringLiteral("The store is not open."));
         }
+        if (const QString reason = process().database.readOnlyReason(); !reason.isEmpty()) {
+            failFile(names_.first(), QStringLiteral("The dive store is opened for reading only. ") + reason);
+        }
         QDir().mkpath(folder_.path(u"old"));
         if (QFileInfo(folder_.path(u"old")).canonicalFilePath() ==
             QFileInfo(folder_.path(u"new")).canonicalFilePath()) {

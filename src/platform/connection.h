@@ -46,8 +46,8 @@ public:
     /// Why it can only be read, for the user; empty when it can be changed.
     QString readOnlyReason() const { return readOnlyReason_; }
     void setReadOnly(const QString& reason);
-    /// Whether it can be changed at this moment; waits for no one.
-    bool canChangeNow();
+    /// Whether no other program keeps it from being changed; `wait`: for a while.
+    bool canChange(bool wait);
     SQLite::Database& database();
 
     /// The prepared form of a query that returns rows, its row number behind its last field where rows can be

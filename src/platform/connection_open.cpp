@@ -135,15 +135,13 @@ void Connection::close() {
 
 void Connection::setReadOnly(const QString& reason) {
     readOnlyReason_ = reason;
-    database().exec(reason.isEmpty() ? "PRAGMA query_only = OFF" : "PRAGMA query_only = ON");
 }
 
-bool Connection::canChangeNow() {
-    patient_ = false;
+bool Connection::canChange(bool wait) {
+    patient_ = wait;
     const auto lock = [this](const char* sql) {
         return sqlite3_exec(database().getHandle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
     };
-    // A handle for queries alone takes the lock all the same.
     const bool free = lock("BEGIN IMMEDIATE") && lock("ROLLBACK");
     patient_ = true;
     if (free) {

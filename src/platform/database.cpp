@@ -41,7 +41,11 @@ void Database::setReadOnly(const QString& reason) {
 }
 
 bool Database::canChangeNow() {
-    return connection_->canChangeNow();
+    return connection_->canChange(false);
+}
+
+bool Database::waitToChange() {
+    return connection_->canChange(true);
 }
 
 Recordset Database::openRecordset(const Query& query) {

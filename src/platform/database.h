@@ -33,8 +33,10 @@ public:
     QString readOnlyReason() const;
     /// From now on the open store is only read; an empty reason takes that back.
     void setReadOnly(const QString& reason);
-    /// Whether no other program holds the open store back from being changed. Does not wait.
+    /// Whether no other program holds the open store back from being changed.
     bool canChangeNow();
+    /// The same after waiting for it, as every change would.
+    bool waitToChange();
 
     /// The rows of a query, the first one current.
     Recordset openRecordset(const Query& query);

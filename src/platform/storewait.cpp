@@ -25,7 +25,15 @@ std::map<std::string, milliseconds>& patience() {
     return left;
 }
 
-std::atomic<bool> ending{false};
+/// When the process was asked to end, in the clock's own count; 0 until then.
+std::atomic<Clock::rep> ending{0};
+/// What is saved on the way out still waits for this long.
+constexpr milliseconds kLastWait = 1s;
+
+bool lastWaitIsOver() {
+    const Clock::rep since = ending;
+    return since != 0 && Clock::now().time_since_epoch() - Clock::duration(since) > kLastWait;
+}
 
 } // namespace
 
@@ -38,7 +46,7 @@ StoreWaiting::~StoreWaiting() {
 }
 
 bool goOnWaiting(StoreWait why, milliseconds waited) {
-    return !ending && (!currentHook() || currentHook()(why, waited));
+    return !lastWaitIsOver() && (allWaitsEnd() || !currentHook() || currentHook()(why, waited));
 }
 
 bool waitForLock(const std::string& path) {
@@ -61,11 +69,12 @@ void lockCameFree(const std::string& path) {
 }
 
 void endAllWaits() noexcept {
-    ending = true;
+    Clock::rep none = 0;
+    ending.compare_exchange_strong(none, Clock::now().time_since_epoch().count());
 }
 
 bool allWaitsEnd() noexcept {
-    return ending;
+    return ending != 0;
 }
 
 } // namespace benthor::platform

@@ -26,7 +26,7 @@ public:
     StoreWaiting& operator=(const StoreWaiting&) = delete;
 };
 
-/// What the hook says; true without one. False while the process is asked to end.
+/// What the hook says; true without one. False from a second after the process was asked to end.
 bool goOnWaiting(StoreWait why, std::chrono::milliseconds waited);
 
 /// How long all waits for one locked store last together, from its last change that went through.
@@ -38,7 +38,8 @@ bool waitForLock(const std::string& path);
 /// The store could be changed: the next that holds it is waited for anew.
 void lockCameFree(const std::string& path);
 
-/// The process is asked to end: no wait goes on. For the handler of a signal, too.
+/// The process is asked to end: no wait lasts, and no routine that only paints goes on. A signal's handler
+/// may call it.
 void endAllWaits() noexcept;
 bool allWaitsEnd() noexcept;
 

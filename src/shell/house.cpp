@@ -12,14 +12,18 @@
 #include "link/screens/pc_link_1.h"
 #include "platform/instancelock.h"
 #include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
 #include "platform/screen/screenslot.h"
+#include "platform/screen/sessionend.h"
+#include "platform/screen/storewaitwindow.h"
+#include "platform/skiperrors.h"
 #include "shell/house_dives.h"
 #include "shell/house_rehearsal.h"
 #include "shell/process.h"
 #include "shell/screens/main_screen.h"
 #include "shell/screens/neighbours.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 namespace benthor::shell {
 
@@ -35,11 +39,13 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
     House& house;
     link::LinkLines lines;
     platform::InstanceLock lock;
+    platform::StoreWaitWindow storeWait;
     bool ending = false; ///< the main screen goes: nothing shows it again
     bool ended = false;
     int handovers = 0;
     QString lastimage; ///< firmware image chosen last
     Rehearsal rehearsal;
+    std::unique_ptr<platform::NoDialogs> quiet; ///< there once the session has ended
     guides::frmTip::Opened tipsOpened =
         guides::frmTip::Opened::ByUser; ///< how the next tips screen is opened
 
@@ -291,6 +297,25 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
         RunProg.unload();
     }
 
+    void keepAll() {
+        const platform::NoDialogs noBoxes;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* screen = qobject_cast<Screen*>(window)) {
+                platform::skipErrors([screen] { screen->keep(); });
+            }
+        }
+    }
+
+    /// Without the main screen (a firmware session, the start) the others are closed one by one.
+    void endAll() {
+        quiet = std::make_unique<platform::NoDialogs>(); // a routine on the stack may still have a word
+        ending = true;
+        platform::skipErrors([this] { main.unload(); });
+        platform::skipErrors([this] { unloadOthers(); });
+        platform::skipErrors([this] { ReProg_Link.unload(); });
+        endProcess();
+    }
+
     void endProcess() override {
         ending = true;
         if (!ended) {
@@ -327,6 +352,22 @@ House::~House() {
 
 void House::start() {
     rooms_->frmSplash.showInFront();
+}
+
+void House::follow(const platform::SessionEnd& session) {
+    connect(&session, &platform::SessionEnd::saveWanted, this, &House::keepSession);
+    connect(&session, &platform::SessionEnd::ending, this, &House::endSession);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &House::endSession);
+}
+
+void House::keepSession() {
+    rooms_->keepAll();
+}
+
+void House::endSession() {
+    rooms_->endAll();
+    // At once: a box that is up ends with its loop, before the window that it hangs on is gone.
+    QCoreApplication::exit(0);
 }
 
 } // namespace benthor::shell

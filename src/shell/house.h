@@ -5,6 +5,10 @@
 #include <QObject>
 #include <memory>
 
+namespace benthor::platform {
+class SessionEnd;
+}
+
 namespace benthor::shell {
 
 /// The one place that makes screens, hands interfaces over and connects signals: how screens follow each
@@ -19,6 +23,12 @@ public:
 
     /// Shows the first screen; the rest follows from it.
     void start();
+
+    /// When the session is about to end all that closing the screens would store is stored; when it ends they
+    /// are closed. Neither shows a box.
+    void follow(const platform::SessionEnd& session);
+    void keepSession();
+    void endSession();
 
 signals:
     /// The last screen is gone, or the user left the program.

@@ -110,23 +110,34 @@ void removePacked(const ProgramFolder& folder) {
     QFile::remove(packed);
 }
 
-/// Puts a packed copy in the store's place. False when that did not work; the store is then as it was.
-bool pack(const ProgramFolder& folder) {
+enum class Packed { Done, Failed, Held };
+
+/// Puts a packed copy in the store's place. Where that does not work, or another program holds the store, it
+/// stays as it was.
+Packed pack(const ProgramFolder& folder) {
     const QString store = folder.path(storename());
     const QString packed = folder.path(packedname());
     if (!platform::whyReadOnly(store).isEmpty()) {
-        return false;
+        return Packed::Failed;
     }
     removePacked(folder);
-    const bool packedWell = skipErrors([&] { platform::compactDatabase(store, packed); });
+    bool held = false;
+    const bool packedWell = skipErrors([&] {
+        try {
+            platform::compactDatabase(store, packed);
+        } catch (const StoreError& error) {
+            held = error.busy();
+            throw;
+        }
+    });
     if (!packedWell || !examinestore(packed).sound()) {
         removePacked(folder);
-        return false;
+        return held ? Packed::Held : Packed::Failed;
     }
     platform::removeJournals(store);
     const bool moved = platform::moveFile(packed, store).ok();
     removePacked(folder);
-    return moved;
+    return moved ? Packed::Done : Packed::Failed;
 }
 
 /// What the engine keeps beside the store goes with it. A link stays: a restored store goes where it leads.
@@ -185,12 +196,24 @@ StoreVerdict examinestore(const QString& path) {
                                       QStringLiteral("serialno"), QStringLiteral("Display")});
 }
 
+void requireDiveStore(const QString& path) {
+    const StoreVerdict verdict = platform::examineDatabase(
+        path, {QStringLiteral("main"), QStringLiteral("gas"), QStringLiteral("tissue")});
+    if (!verdict.sound()) {
+        throw StoreError(verdict.reason);
+    }
+}
+
 Maintenance maintainstore(const ProgramFolder& folder) {
     const QString store = folder.path(storename());
     if (!folder.listFiles(QString(), storename()).contains(storename())) {
         return {};
     }
-    if (!pack(folder)) {
+    const Packed packed = pack(folder);
+    if (packed == Packed::Held) {
+        return {};
+    }
+    if (packed == Packed::Failed) {
         const StoreVerdict verdict = examinestore(store);
         if (verdict.state == StoreVerdict::State::Damaged) {
             return setAside(folder, verdict.reason);

@@ -20,6 +20,10 @@ QString backupname(int number);
 /// Reads a store and says whether it is a sound one of this program.
 platform::StoreVerdict examinestore(const QString& path);
 
+/// Reads a store that another may have made, and fails with the reason where it is damaged or its dives,
+/// gases or tissues are no tables. StoreError.
+void requireDiveStore(const QString& path);
+
 /// What a start did with the store.
 struct Maintenance {
     QString setAside; ///< name of the file that a damaged store is kept as; empty for a sound one

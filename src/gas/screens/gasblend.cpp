@@ -68,6 +68,10 @@ void GasBlend::loading() {
 }
 
 void GasBlend::unloading() {
+    keeping();
+}
+
+void GasBlend::keeping() {
     if (isVisible()) {
         keepshown(plan_, QDateTime::currentDateTime(), say_);
     }

@@ -67,6 +67,7 @@ public:
 protected:
     void loading() override;
     void unloading() override;
+    void keeping() override;
     QSize firstSize() const override;
     std::optional<QPoint> ownPlace() const override { return QPoint(197, 51); }
 

@@ -72,6 +72,12 @@ void PC_Link_1::unloading() {
     host_->setHourglass(false);
 }
 
+void PC_Link_1::keeping() {
+    if (!link_.ComNum.isEmpty()) {
+        remembercomport(link_);
+    }
+}
+
 void PC_Link_1::closePorts() {
     closeallports(link_, *host_);
 }

@@ -84,6 +84,7 @@ signals:
 protected:
     void loading() override;
     void unloading() override;
+    void keeping() override;
     QSize firstSize() const override { return {1180, 760}; }
     void showEvent(QShowEvent* event) override;
 

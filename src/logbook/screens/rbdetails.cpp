@@ -49,6 +49,10 @@ void rbdetails::unloading() {
         takeInHand();
         emit captureWanted();
     }
+    keeping();
+}
+
+void rbdetails::keeping() {
     saveOrAsk();
 }
 

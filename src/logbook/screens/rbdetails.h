@@ -42,6 +42,7 @@ signals:
 protected:
     void loading() override;
     void unloading() override;
+    void keeping() override;
     QSize firstSize() const override { return {1180, 760}; }
 
 private:

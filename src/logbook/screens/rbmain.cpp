@@ -12,6 +12,7 @@
 #include "platform/screen/dialogs.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/backup.h"
 #include "store/diveidentity.h"
 #include "store/diveinhand.h"
 
@@ -70,7 +71,11 @@ void rbmain::loading() {
 
 void rbmain::unloading() {
     foldPublish(false);
-    // An order that cannot be kept is no reason to hold the user.
+    keeping();
+}
+
+/// An order that cannot be kept is no reason to hold the user.
+void rbmain::keeping() {
     static_cast<void>(writesortkey(ProgramFolder::current(), sortkey_));
 }
 
@@ -81,7 +86,8 @@ void rbmain::openstore() {
     const QString path = process().storepath;
     try {
         if (!path.isEmpty() && !isOwnStore(path)) {
-            chosenStore_.open(path);
+            store::requireDiveStore(path);
+            chosenStore_.open(path, platform::StoreAccess::Look);
             chosenStore_.fieldCount(QStringLiteral("main"));
             otherStore_ = path;
         }

@@ -66,6 +66,7 @@ signals:
 protected:
     void loading() override;
     void unloading() override;
+    void keeping() override;
     QSize firstSize() const override { return {1366, 768}; }
     void changeEvent(QEvent* event) override;
 

@@ -7,6 +7,7 @@
 #include "platform/look/widgets/faultframe.h"
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/screen/toldqcolor.h"
+#include "platform/storewait.h"
 #include "shell/process.h"
 #include "store/diveinhand.h"
 
@@ -189,7 +190,7 @@ bool rbmain::checkDives() {
 bool rbmain::paintPending() {
     const platform::TickHold hold;
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-    return !isUnloaded();
+    return !isUnloaded() && !platform::allWaitsEnd();
 }
 
 void rbmain::noteFault(const QString& diveid) {

@@ -93,6 +93,19 @@ public:
     }
 };
 
+class NoBoxes : public Dialogs {
+public:
+    void message(QWidget*, const QString&, BoxKind, const QString&, const QString&) override {}
+    bool confirm(QWidget*, const QString&, const QString&, BoxKind, bool, const QString&) override {
+        return false;
+    }
+    QString openFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+    std::shared_ptr<QPrinter> printer(QWidget*) override { return nullptr; }
+};
+
+int withoutBoxes = 0;
+
 std::shared_ptr<Dialogs>& replacementDialogs() {
     static std::shared_ptr<Dialogs> replacement;
     return replacement;
@@ -102,12 +115,24 @@ std::shared_ptr<Dialogs>& replacementDialogs() {
 
 Dialogs& dialogs() {
     static RealDialogs real;
+    static NoBoxes none;
+    if (withoutBoxes > 0) {
+        return none;
+    }
     const auto& replacement = replacementDialogs();
     return replacement ? *replacement : real;
 }
 
 void setDialogs(std::shared_ptr<Dialogs> replacement) {
     replacementDialogs() = std::move(replacement);
+}
+
+NoDialogs::NoDialogs() {
+    ++withoutBoxes;
+}
+
+NoDialogs::~NoDialogs() {
+    --withoutBoxes;
 }
 
 QString toolkitFilter(const QString& filter) {

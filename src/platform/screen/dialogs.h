@@ -45,6 +45,16 @@ Dialogs& dialogs();
 /// Puts `replacement` in the place of the real boxes; null brings those back.
 void setDialogs(std::shared_ptr<Dialogs> replacement);
 
+/// While this lives no box comes up: a message is passed over, a question is No, a file or a printer is
+/// cancelled.
+class NoDialogs {
+public:
+    NoDialogs();
+    ~NoDialogs();
+    NoDialogs(const NoDialogs&) = delete;
+    NoDialogs& operator=(const NoDialogs&) = delete;
+};
+
 /// "Words (*.txt)|*.txt|All Files (*.*)|*.*" in the toolkit's form: each description with its patterns,
 /// parted by ";;".
 QString toolkitFilter(const QString& filter);

@@ -2,6 +2,7 @@
 
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/windowplace.h"
+#include "platform/storewait.h"
 #include "platform/usersettings.h"
 
 #include <QCloseEvent>
@@ -96,6 +97,14 @@ void Screen::unload() {
     }
 }
 
+void Screen::keep() {
+    if (state_ == State::Loaded) {
+        const Routine routine(*this);
+        keeping();
+        rememberPlace();
+    }
+}
+
 void Screen::perform(const std::function<void()>& work) {
     if (isUnloaded()) {
         return;
@@ -138,6 +147,9 @@ bool Screen::yieldPainting() {
     const TickHold hold;
     const InputFilter filter;
     QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+    if (allWaitsEnd()) {
+        unload();
+    }
     return !isUnloaded();
 }
 

@@ -31,6 +31,9 @@ public:
     void bringToFront();
     void unload();
 
+    /// Stores all that unloading would store, and stays open.
+    void keep();
+
 signals:
     /// Emitted once, when the screen's own unloading is done and the window is closed.
     void unloaded();
@@ -50,6 +53,8 @@ protected:
 
     virtual void loading() {}
     virtual void unloading() {}
+    /// Stores what unloading() stores, and nothing else.
+    virtual void keeping() {}
 
     /// Size of the window when it is shown for the first time.
     virtual QSize firstSize() const { return {1180, 640}; }
@@ -72,7 +77,7 @@ protected:
 
     /// Lets painting catch up inside a busy loop: no input, no tick and no line is served, and input that
     /// falls into that time is dropped. A window that the user closes meanwhile is closed. False when it was
-    /// this one: the routine that asked then ends.
+    /// this one: the routine that asked then ends. While the process is asked to end, this one is closed.
     bool yieldPainting();
 
     void closeEvent(QCloseEvent* event) override;

@@ -56,6 +56,7 @@ void MainScreen::buildTimers() {
     Timer1_ = timer("Timer1", 1000, TickTimer::Start::Enabled, &MainScreen::Timer1_tick);
     Timer2_ = timer("Timer2", 1000, TickTimer::Start::Enabled, &MainScreen::Timer2_tick);
     Timer3_ = timer("Timer3", 1000, TickTimer::Start::Enabled, nullptr);
+    storetimer_ = timer("storetimer", 1000, TickTimer::Start::Disabled, &MainScreen::storetimer_tick);
     Timer4_ = timer("Timer4", 2000, TickTimer::Start::Disabled, &MainScreen::Timer4_tick);
 }
 
@@ -103,10 +104,6 @@ bool MainScreen::storeIsThere() {
             store::restorebackup(folder)); // a copy that fails leaves a store that can't be opened
     }
     return yes;
-}
-
-void MainScreen::openStore() {
-    process().database.open(ProgramFolder::current().path(u"rb.mdb"));
 }
 
 void MainScreen::readUnits() {

@@ -21,6 +21,7 @@ class EntryRow;
 class LampDot;
 class OverlayCard;
 class ToldButton;
+class NoticeBand;
 class TotalsLabel;
 } // namespace benthor::look
 
@@ -93,7 +94,13 @@ private:
     // main_screen.cpp
     void buildTimers();
     bool storeIsThere();
+    // main_screen_store.cpp
     void openStore();
+    void lookAtStore();
+    void showStoreNote(const QString& fault);
+    void storetimer_tick();
+
+    // main_screen.cpp, on
     void readUnits();
     void chooseUnits(const QString& word);
     void takeUnits(const QString& word);
@@ -145,6 +152,8 @@ private:
     QHash<int, QWidget*> feet_;
     look::ClickableLabel* Picture9_ = nullptr;
     QLabel* Picture12_ = nullptr;
+    look::NoticeBand* storenote_ = nullptr;
+    bool storeHeld_ = false; ///< another program holds the store: it is looked at again
     QLabel* Label7_ = nullptr;
     QLabel* Label9_ = nullptr;
     QLabel* Lbldetails_ = nullptr;
@@ -176,6 +185,7 @@ private:
     QAction* mnuMeters_ = nullptr;
     QAction* mnuFeet_ = nullptr;
 
+    platform::TickTimer* storetimer_ = nullptr;
     platform::TickTimer* Timer1_ = nullptr;
     platform::TickTimer* Timer2_ = nullptr;
     platform::TickTimer* Timer3_ = nullptr;

@@ -72,6 +72,12 @@ void MainScreen::buildLayout() {
     opener->addWidget(Label10);
     down->addLayout(opener);
 
+    storenote_ = new look::NoticeBand({});
+    storenote_->setObjectName(QStringLiteral("storenote"));
+    named(storenote_->label(), "storenotewords")->setTextFormat(Qt::PlainText);
+    storenote_->hide();
+    down->addWidget(storenote_);
+
     auto* card = new look::Card;
     card->body()->setContentsMargins(0, 0, 0, 0);
     card->body()->setSpacing(0);

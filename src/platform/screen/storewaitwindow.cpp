@@ -1,0 +1,121 @@
+#include "platform/screen/storewaitwindow.h"
+
+#include "platform/look/look.h"
+#include "platform/screen/ticktimer.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace benthor::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+/// A wait that is over sooner is not worth a window.
+constexpr auto kPatienceLocked = 300ms;
+constexpr auto kPatienceWorking = 2000ms;
+constexpr auto kBetweenPaints = 30ms;
+constexpr int kWordsWidth = 380;
+
+/// Keeps input from every window but one.
+class OneWindowInput : public QObject {
+public:
+    explicit OneWindowInput(QWidget* window)
+        : window_(window) {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (!event->isInputEvent() && event->type() != QEvent::Shortcut && event->type() != QEvent::Close) {
+            return false;
+        }
+        auto* widget = qobject_cast<QWidget*>(watched);
+        return watched != window_->windowHandle() && (widget == nullptr || widget->window() != window_);
+    }
+
+private:
+    QWidget* window_;
+};
+
+} // namespace
+
+StoreWaitWindow::StoreWaitWindow()
+    : waiting_([this](StoreWait why, std::chrono::milliseconds waited) { return asked(why, waited); }) {}
+
+StoreWaitWindow::~StoreWaitWindow() = default;
+
+void StoreWaitWindow::build() {
+    window_ = std::make_unique<QWidget>(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    window_->setObjectName(QStringLiteral("storewait"));
+    window_->setWindowTitle(QStringLiteral("Benthor"));
+    auto* down = new QVBoxLayout(window_.get());
+    down->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceWide);
+    down->setSpacing(look::spaceWide);
+    words_ = new QLabel;
+    words_->setObjectName(QStringLiteral("storewaitwords"));
+    words_->setTextFormat(Qt::PlainText);
+    words_->setWordWrap(true);
+    words_->setMinimumWidth(look::scaled(kWordsWidth));
+    down->addWidget(words_);
+    auto* across = new QHBoxLayout;
+    across->addStretch(1);
+    stop_ = new QPushButton(QStringLiteral("Stop waiting"));
+    stop_->setObjectName(QStringLiteral("storewaitstop"));
+    across->addWidget(stop_);
+    down->addLayout(across);
+    QObject::connect(stop_, &QPushButton::clicked, window_.get(), [this] { stopped_ = true; });
+}
+
+void StoreWaitWindow::show(StoreWait why) {
+    if (window_ == nullptr) {
+        build();
+    }
+    words_->setText(
+        why == StoreWait::Locked
+            ? QStringLiteral("Another program has the dive store open. Benthor waits for it, five "
+                             "seconds at most.")
+            : QStringLiteral("The dive store is being read. That takes longer than it should."));
+    if (!window_->isVisible()) {
+        window_->adjustSize();
+        window_->show();
+        window_->raise();
+    }
+}
+
+/// Whoever waits does not say when the wait is over: it is when events run and nobody has asked again.
+void StoreWaitWindow::hideSoon() {
+    QTimer::singleShot(0ms, window_.get(), [this, turn = turn_] {
+        if (turn == turn_) {
+            window_->hide();
+            stopped_ = false;
+        }
+    });
+}
+
+bool StoreWaitWindow::asked(StoreWait why, std::chrono::milliseconds waited) {
+    const bool patient = waited < (why == StoreWait::Locked ? kPatienceLocked : kPatienceWorking);
+    if (patient || asking_ || qApp == nullptr || Clock::now() - painted_ < kBetweenPaints) {
+        return !stopped_;
+    }
+    asking_ = true;
+    ++turn_;
+    show(why);
+    {
+        const TickHold hold;
+        const OneWindowInput filter(window_.get());
+        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+    }
+    hideSoon();
+    painted_ = Clock::now();
+    asking_ = false;
+    return !stopped_;
+}
+
+} // namespace benthor::platform
