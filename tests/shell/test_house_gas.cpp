@@ -371,7 +371,9 @@ void TestHouseGas::gasUploadOfTheMenuIsTheUpdateOfTheGasScreen() {
     control<QAction>("main", "cmdcommandsend")->trigger();
     control<QAction>("PC_Link_1", "mnuGasUp")->trigger();
     const qsizetype before = world.device.received().size();
+    world.program.dialogs.answer(true); // the gas that was changed is deeper than Max PPO2
     control<QPushButton>("PC_Link_1", "Command2")->click();
+    QVERIFY(world.program.dialogs.asked().last().noIsDefault);
     const QByteArray text = world.gas()->plan().Text7.toLatin1();
     QTRY_COMPARE(world.device.received().sliced(before), "G   " + text + "\x1b\x1b\r\n");
     QCOMPARE(world.setupInDevice(), text);
