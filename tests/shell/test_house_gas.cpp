@@ -55,6 +55,9 @@ struct GasProgram {
 
     /// A beat of every timer that matters here.
     bool turnUntil(const std::function<bool()>& done) {
+        if (done()) {
+            return true; // another beat might lead away from it
+        }
         for (const char* const timer : {"Timer8", "Timer1", "Timer2", "Timer6", "Timer7"}) {
             if (loaded("PC_Link_1") != nullptr &&
                 control<platform::TickTimer>("PC_Link_1", timer)->isEnabled()) {
