@@ -237,6 +237,14 @@ void TestHouseSession::aHeldStoreIsWaitedForOnce() {
         QCOMPARE(cell(1, 0), "D0000001");
         QVERIFY_EXCEPTION_THROWN(process().database.execute("DELETE FROM main"), platform::StoreError);
     }
+    // A dive that comes in meanwhile stays where it is.
+    program.dialogs.clear();
+    program.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    expire("main", "Timer1");
+    QCOMPARE(program.dialogs.messages().size(), 1);
+    QVERIFY(program.folder.has("new/a.txt"));
+    QCOMPARE(QDir(program.folder.path("old")).entryList(QDir::Files), QStringList());
+    QCOMPARE(QDir(program.folder.path("dbtxt")).entryList({QStringLiteral("*a.txt")}), QStringList());
     QCOMPARE(program.folder.get("rb.mdb"), before);
     QVERIFY(!program.folder.has("backup.mdb"));
     // Nothing waits any more while it is held.
