@@ -1,6 +1,7 @@
 #include "divefiles/owedprofiles.h"
 
 #include "divefiles/keptfiles.h"
+#include "platform/filename.h"
 #include "platform/skiperrors.h"
 
 #include <QCryptographicHash>
@@ -40,7 +41,7 @@ OwedProfile read(const Recordset& row) {
 /// under a number; at last every file of that length is looked at.
 QString sourceOf(const ProgramFolder& folder, const OwedProfile& owed) {
     const QString named = folder.path(u"old", owed.oldname);
-    if (isowed(owed, named)) {
+    if (platform::isFileName(owed.oldname) && isowed(owed, named)) {
         return named;
     }
     const QDir old(folder.path(u"old"));
@@ -53,8 +54,12 @@ QString sourceOf(const ProgramFolder& folder, const OwedProfile& owed) {
 }
 
 /// Puts it into dbtxt. Other bytes that stand there (of a file that changed while it was imported) stand in
-/// `old` as well before they are written over.
+/// `old` as well before they are written over. A store from elsewhere may name anything: names that lead out
+/// of the two folders bring nothing.
 bool bring(const ProgramFolder& folder, const OwedProfile& owed) {
+    if (!platform::isFileName(owed.dbtxtname) || !platform::isFileName(owed.oldname)) {
+        return false;
+    }
     const QString place = folder.path(u"dbtxt", owed.dbtxtname);
     if (isowed(owed, place)) {
         return true;

@@ -45,6 +45,7 @@ private slots:
     void anOwedProfileIsReadInOldWhereDbtxtFailsStill();
     void anotherFileOfItsNameIsNotTakenForAnOwedProfile();
     void aStaleCopyGivesWayToAnOwedProfile();
+    void anOwedProfileWhoseNamesLeadElsewhereBringsNothing();
     void anOwedProfileOfADeletedDiveIsForgotten();
     void aFileWithoutDivesAndALongNameOweNothing();
     void aDiveThatIsNotStoredOwesNothing();
@@ -201,6 +202,27 @@ void TestImportLeftovers::aStaleCopyGivesWayToAnOwedProfile() {
     QCOMPARE(dbtxt("11A2B3Ca.txt"), goodDive());
     QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a-2.txt")),
              "half of what is still being wri");
+}
+
+void TestImportLeftovers::anOwedProfileWhoseNamesLeadElsewhereBringsNothing() {
+    const auto put = [this](const char16_t* where, const char* name, const QByteArray& bytes) {
+        QVERIFY(
+            platform::writeFileWhole(program_->folder.path(where, QString::fromLatin1(name)), bytes).ok());
+    };
+    put(u"old", "kept.txt", "what a store from elsewhere knows");
+    put(u"dbtxt", "taken.txt", "other bytes");
+    OwedProfile owed = *divefiles::owedprofile(program_->folder, QStringLiteral("../planted.txt"),
+                                               QStringLiteral("kept.txt"));
+    divefiles::noteowed(process().database, owed);
+    owed.dbtxtname = QStringLiteral("taken.txt");
+    owed.oldname = QStringLiteral("../moved.txt");
+    divefiles::noteowed(process().database, owed);
+    process().database.execute("INSERT INTO main (DiveID, dbtxtname) VALUES ('D0000001', '../planted.txt'), "
+                               "('D0000002', 'taken.txt')");
+    divefiles::bringowedprofiles(program_->folder, process().database);
+    QVERIFY(!QFile::exists(program_->folder.path(u"planted.txt")));
+    QVERIFY(!QFile::exists(program_->folder.path(u"moved.txt")));
+    QCOMPARE(dbtxt("taken.txt"), QByteArray("other bytes"));
 }
 
 void TestImportLeftovers::anOwedProfileOfADeletedDiveIsForgotten() {

@@ -267,6 +267,9 @@ void TestGasBlendSend::theLineBesideUpdateShowsTheWarnings() {
     QVERIFY(stage.line("lookBand").startsWith(QLatin1String("Gas 0: PPO2 1.60")));
     QVERIFY(stage.line("lookBand").endsWith(QLatin1String("(and 1 more)")));
     QVERIFY(stage.control("lookBand")->toolTip().contains(QLatin1String("PPO2 Set Point")));
+    // Tool tips are plain text: neither markup nor its escapes belong there.
+    QVERIFY(!stage.control("lookBand")->toolTip().contains(QLatin1String("<br>")));
+    QVERIFY(!stage.control("lookBand")->toolTip().contains(QLatin1String("&lt;")));
     QCOMPARE(tabs->tabText(2), "Changes (2) !");
 }
 

@@ -73,7 +73,7 @@ void ChangesPanel::show(const QString& device, const QString& text, int warnings
                                            change.after};
         for (int col = 0; col < 3; ++col) {
             auto* item = new QTableWidgetItem(cells[static_cast<size_t>(col)]);
-            item->setToolTip(item->text().toHtmlEscaped());
+            item->setToolTip(item->text());
             table_->setItem(row, col, item);
         }
     }

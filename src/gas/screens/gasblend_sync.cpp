@@ -32,8 +32,7 @@ void showLines(look::NoticeBand& band, const QString& lead, const QStringList& l
     const QString more =
         lines.size() == 1 ? QString() : QStringLiteral(" (and %1 more)").arg(lines.size() - 1);
     band.label()->setText(lead + lines.first() + more);
-    band.setToolTip(
-        lines.join(QLatin1Char('\n')).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+    band.setToolTip(lines.join(QLatin1Char('\n')));
 }
 
 void showText(QPlainTextEdit& box, const QString& text) {

@@ -17,9 +17,7 @@ void NumberBox::setWrong(const QString& why) {
         return;
     }
     why_ = why;
-    // Plain words, whatever was typed into the box.
-    const QString words = why.toHtmlEscaped();
-    setToolTip(why.isEmpty() ? tip_ : tip_.isEmpty() ? words : tip_ + QLatin1Char('\n') + words);
+    setToolTip(why.isEmpty() ? tip_ : tip_.isEmpty() ? why : tip_ + QLatin1Char('\n') + why);
     setAccessibleDescription(why);
     update();
 }
