@@ -66,7 +66,8 @@ void compactDatabase(const QString& from, const QString& to) {
         passFault("compact");
         source.startWork();
         // Whoever has work in hand on it is not to lose that: the packed store will stand in its place.
-        source.database().exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
+        // Rolled back, for an empty file would get a head; the lock stays.
+        source.database().exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
         SQLite::Statement pack(source.database(), "VACUUM INTO ?1");
         pack.bind(1, QFileInfo(to).absoluteFilePath().toStdString());
         pack.exec();
