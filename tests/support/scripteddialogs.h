@@ -43,6 +43,14 @@ public:
     /// Runs while the next box is up, with ticks held off as they are under a real one.
     void during(std::function<void()> act) { script_->during.push_back(std::move(act)); }
 
+    /// Takes back every answer that waits.
+    void forgetAnswers() {
+        script_->confirms.clear();
+        script_->files.clear();
+        script_->printers.clear();
+        script_->during.clear();
+    }
+
     const QList<Asked>& asked() const { return script_->asked; }
     QStringList messages() const {
         QStringList result;

@@ -1,0 +1,277 @@
+#include "tests/walk/model.h"
+
+#include "platform/files.h"
+#include "platform/screen/screen.h"
+#include "shell/process.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+namespace benthor::tests {
+
+namespace {
+
+constexpr qsizetype kLongName = 30; ///< from here on the store's name of the file is not that of its copy
+
+QString nextIdentifier(const QMap<QString, StoredDive>& dives) {
+    const int last = dives.isEmpty() ? 0 : dives.lastKey().mid(1).toInt();
+    return QStringLiteral("D%1").arg(last + 1, 7, 10, QLatin1Char('0'));
+}
+
+/// Whether `old` has a file of that dive; one that the link wrote has a line end more.
+bool isKept(const Snapshot& now, const QByteArray& text) {
+    return std::any_of(now.kept.begin(), now.kept.end(),
+                       [&text](const QByteArray& bytes) { return bytes.startsWith(text.trimmed()); });
+}
+
+} // namespace
+
+Model::Model(World& world)
+    : world_(world)
+    , setup_(world.bench.device().memory.setup) {
+    QString fault;
+    last_ = readSnapshot(world.folder.root(), fault);
+    for (const StoredDive& dive : std::as_const(last_.dives)) {
+        imported_.insert(dive.startcode);
+    }
+}
+
+void Model::begin() {
+    expected = {};
+}
+
+void Model::typed(const QString& field, const QString& text) {
+    details_.edited.insert(field, text);
+}
+
+void Model::setBuddies(const QStringList& buddies) {
+    details_.buddies = buddies;
+}
+
+bool Model::opens(const QString& diveid) const {
+    const auto dive = last_.dives.constFind(diveid);
+    const MadeDive* made = dive == last_.dives.constEnd() ? nullptr : world_.made(dive->startcode);
+    return made != nullptr && made->opens;
+}
+
+QString Model::check() {
+    QString fault;
+    const Snapshot now = readSnapshot(world_.folder.root(), fault);
+    if (!fault.isEmpty()) {
+        return fault;
+    }
+    const auto dives = predicted(now, fault);
+    if (fault.isEmpty()) {
+        fault = difference(dives, now.dives);
+    }
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        imported_.insert(dive->startcode);
+    }
+    const std::initializer_list<std::function<QString()>> looks{
+        [&] { return checkFiles(now); },   [&] { return checkGasTable(now); },
+        [&] { return checkDanFile(now); }, [&] { return checkDetails(now); },
+        [&] { return checkViewer(now); },  [&] { return checkList(now); },
+        [this] { return checkSetup(); }};
+    for (const auto& look : looks) {
+        fault = fault.isEmpty() ? look() : fault;
+    }
+    count(now);
+    last_ = now;
+    return fault;
+}
+
+void Model::count(const Snapshot& now) {
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        const StoredDive before = last_.dives.value(dive.key());
+        if (before.startcode != dive->startcode) {
+            ++met_[QStringLiteral("imported")];
+            met_[QStringLiteral("downloaded")] += world_.deviceStarts().contains(dive->startcode) ? 1 : 0;
+            met_[QStringLiteral("number used again")] += freed_.contains(dive.key()) ? 1 : 0;
+        } else if (before.diver != dive->diver || before.buddies != dive->buddies) {
+            ++met_[QStringLiteral("details stored")];
+        }
+    }
+    for (const QString& diveid : expected.deleted) {
+        freed_.insert(diveid);
+    }
+    met_[QStringLiteral("deleted")] += static_cast<int>(expected.deleted.size());
+    met_[QStringLiteral("dive opened")] += expected.viewer && !expected.viewer->isEmpty() ? 1 : 0;
+    met_[QStringLiteral("gases saved")] += expected.gasTable.isEmpty() ? 0 : 1;
+    met_[QStringLiteral("another store shown")] += process().storepath.isEmpty() ? 0 : 1;
+    met_[QStringLiteral("set aside")] += now.setAside.size() > last_.setAside.size() ? 1 : 0;
+    met_[QStringLiteral("details with the list")] += detailsOpen() && World::list() != nullptr ? 1 : 0;
+}
+
+/// What the store must hold: what it held, what the details that went took along, without what was deleted,
+/// and with a dive for each file that was taken in.
+QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) const {
+    QMap<QString, StoredDive> dives = last_.dives;
+    takeDetails(dives);
+    for (const QString& diveid : expected.deleted) {
+        dives.remove(diveid);
+    }
+    std::set<QString> came;
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        const auto before = dives.constFind(dive.key());
+        if (before != dives.constEnd() && before->startcode == dive->startcode) {
+            continue;
+        }
+        if (dive.key() != nextIdentifier(dives)) {
+            fault = QStringLiteral("the new dive is %1, and %2 is the next")
+                        .arg(dive.key(), nextIdentifier(dives));
+        }
+        if (const QString wrong = checkNewDive(dive.key(), *dive, now); !wrong.isEmpty()) {
+            fault = wrong;
+        }
+        came.insert(dive->startcode);
+        dives.insert(dive.key(), *dive);
+    }
+    for (auto file = last_.waiting.begin(); file != last_.waiting.end() && expected.deleted.isEmpty();
+         ++file) {
+        const bool stays = now.waiting.value(file.key()) == *file;
+        const bool taken = std::any_of(came.begin(), came.end(), [&](const QString& startcode) {
+            return world_.made(startcode) != nullptr &&
+                   world_.made(startcode)->text.trimmed() == file->trimmed();
+        });
+        // One of the same name that arrives takes its place; it is kept then.
+        const bool replaced = expected.arrived.contains(file.key()) && isKept(now, *file);
+        const bool movedAside = now.setAside.values().contains(*file) && isKept(now, *file);
+        if (!stays && !taken && !replaced && !movedAside) {
+            fault = QStringLiteral("the file %1 left the folder new, and no dive came of it").arg(file.key());
+        }
+    }
+    return dives;
+}
+
+void Model::takeDetails(QMap<QString, StoredDive>& dives) const {
+    const bool gone = details_.screen.isNull() || details_.screen->isUnloaded();
+    const auto dive = dives.find(details_.diveid);
+    if (details_.diveid.isEmpty() || dive == dives.end() || dive->startcode != details_.startcode ||
+        (!gone && !expected.detailsSaved)) {
+        return;
+    }
+    for (auto field = details_.edited.begin(); field != details_.edited.end(); ++field) {
+        dive->diver.insert(field.key(), *field);
+    }
+    dive->buddies = details_.buddies;
+}
+
+QString Model::checkNewDive(const QString& diveid, const StoredDive& dive, const Snapshot& now) const {
+    const MadeDive* made = world_.made(dive.startcode);
+    if (made == nullptr) {
+        return QStringLiteral("%1 has the start %2, which no file held").arg(diveid, dive.startcode);
+    }
+    const QString name = dive.diver.value(QStringLiteral("Location"));
+    const bool waited =
+        last_.waiting.value(name).trimmed() == made->text.trimmed() || expected.arrived.contains(name) ||
+        (world_.deviceStarts().contains(dive.startcode) && name.startsWith(QLatin1String("MyLatest")));
+    StoredDive fresh{.startcode = dive.startcode,
+                     .dbtxtname = dive.dbtxtname,
+                     .diver = {},
+                     .buddies = {},
+                     .gases = made->gases,
+                     .tissues = made->tissues};
+    for (const QString& field : diverFields()) {
+        fresh.diver.insert(field, QString());
+    }
+    fresh.diver.insert(QStringLiteral("Location"), name);
+    fresh.diver.insert(QStringLiteral("UserName"), made->serial);
+    fresh.diver.insert(QStringLiteral("Suit"), made->serial);
+    if (!waited) {
+        return QStringLiteral("%1 came of a file \"%2\" that did not wait").arg(diveid, name);
+    }
+    const bool unreadable =
+        name.size() < kLongName && !now.forviewer.value(dive.dbtxtname).startsWith(made->text);
+    return unreadable ? QStringLiteral("%1: %2 in dbtxt is not its file").arg(diveid, dive.dbtxtname)
+                      : difference({{diveid, fresh}}, {{diveid, dive}});
+}
+
+/// Nothing is lost: the file of every dive that the store ever held stands in `old`, and that of each dive of
+/// now where the dive screen reads it.
+QString Model::checkFiles(const Snapshot& now) const {
+    for (const QString& startcode : imported_) {
+        const QByteArray& text = world_.made(startcode)->text;
+        if (!isKept(now, text)) {
+            return QStringLiteral("the file of the dive with the start %1 is not in old").arg(startcode);
+        }
+    }
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        const bool hasCopy =
+            last_.forviewer.contains(dive->dbtxtname) || now.forviewer.contains(dive->dbtxtname);
+        if (hasCopy && !now.forviewer.value(dive->dbtxtname).startsWith(world_.made(dive->startcode)->text)) {
+            return QStringLiteral("%1 has lost its profile %2").arg(dive.key(), dive->dbtxtname);
+        }
+    }
+    return {};
+}
+
+/// The gas rows of the dive shown, under one line of headings; with feet the helium stands in nitrogen's
+/// place.
+QString Model::checkGasTable(const Snapshot& now) const {
+    if (expected.gasTable.isEmpty()) {
+        return {};
+    }
+    const QString& chosen = process().unitoverride;
+    const bool feet = (chosen.isEmpty() ? now.unit : chosen) == QLatin1String("Feet");
+    QStringList wanted;
+    for (const QString& row : now.dives.value(viewer_.diveid).gases) {
+        const QStringList fields = row.split(u',');
+        wanted +=
+            QStringList{viewer_.diveid, fields[0], fields[feet ? 2 : 1], fields[3], fields[4], QString()}
+                .join(u',');
+    }
+    const QString text = QString::fromUtf8(platform::readFile(expected.gasTable).value_or(""))
+                             .remove(QLatin1Char('\r'))
+                             .trimmed();
+    const QString rows = text.section(QLatin1Char('\n'), 1);
+    return text.startsWith(QLatin1String("Dive ID,Record ID,")) && rows == wanted.join(QLatin1Char('\n'))
+               ? QString()
+               : QStringLiteral("the gases of %1 were saved as \"%2\"").arg(viewer_.diveid, rows);
+}
+
+QString Model::checkDanFile(const Snapshot& now) const {
+    if (expected.danFile.isEmpty()) {
+        return {};
+    }
+    const QStringList lines = QString::fromUtf8(platform::readFile(expected.danFile).value_or(""))
+                                  .split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
+    const bool hasGases = !now.dives.value(viewer_.diveid).gases.isEmpty();
+    const bool good = lines.size() >= 5 &&
+                      lines[3].startsWith(QStringLiteral("ZDH|1|%1|I|Q10S|").arg(viewer_.diveid)) &&
+                      lines[4] == QLatin1String("ZDP{") && (lines.size() == 5 || !hasGases);
+    return good ? QString()
+                : QStringLiteral("the file for DAN of %1 is\n%2").arg(viewer_.diveid, lines.join(u'\n'));
+}
+
+/// The device's setup changes by a send alone, and then to what stands in the cells.
+QString Model::checkSetup() {
+    const QByteArray now = world_.bench.device().memory.setup;
+    if (now == setup_) {
+        return {};
+    }
+    setup_ = now;
+    ++met_[QStringLiteral("setup sent")];
+    if (!expected.setupSent) {
+        return QStringLiteral("the device's setup changed though nothing was sent: ") +
+               QString::fromLatin1(now);
+    }
+    for (int row = 0; row < 10; ++row) {
+        const auto cell = [row](const char* name) {
+            return World::textOf("GasBlend",
+                                 qPrintable(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(row)));
+        };
+        const int helium = now.mid(16 * row + 5, 3).toInt();
+        const int oxygen = 100 - helium - now.mid(16 * row + 1, 3).toInt();
+        if (QString::number(oxygen) != cell("Text1") || QString::number(helium) != cell("Text2")) {
+            return QStringLiteral("gas %1 shows %2/%3 and went out as %4/%5")
+                .arg(row)
+                .arg(cell("Text1"), cell("Text2"))
+                .arg(oxygen)
+                .arg(helium);
+        }
+    }
+    return {};
+}
+
+} // namespace benthor::tests
