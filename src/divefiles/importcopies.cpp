@@ -57,7 +57,7 @@ bool ImportCopies::isTaken(const QString& name, const std::vector<OwedProfile>& 
 }
 
 FileResult ImportCopies::make(const QString& name, const platform::BetweenBlocks& goOn) {
-    if (const FileResult replaced = keepwhatisreplaced(folder_, name, goOn); !replaced) {
+    if (FileResult replaced = keepwhatisreplaced(folder_, name, goOn); !replaced) {
         return replaced;
     }
     FileResult copied = platform::copyFile(waiting(name), kept(name), FolderSync::Later, {}, goOn);
@@ -76,7 +76,7 @@ FileResult ImportCopies::settle() {
 
 FileResult ImportCopies::renew(const QString& name) {
     if (!stands(name)) {
-        if (const FileResult replaced = keepwhatisreplaced(folder_, name, painting()); !replaced) {
+        if (FileResult replaced = keepwhatisreplaced(folder_, name, painting()); !replaced) {
             return replaced;
         }
         FileResult copied = platform::copyFile(waiting(name), kept(name), FolderSync::Now, {}, painting());

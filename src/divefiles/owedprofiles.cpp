@@ -40,7 +40,7 @@ OwedProfile read(const Recordset& row) {
 /// The file in `old` that holds the bytes, "" where none does. A later one of its name may have made it go
 /// under a number; at last every file of that length is looked at.
 QString sourceOf(const ProgramFolder& folder, const OwedProfile& owed) {
-    const QString named = folder.path(u"old", owed.oldname);
+    QString named = folder.path(u"old", owed.oldname);
     if (platform::isFileName(owed.oldname) && isowed(owed, named)) {
         return named;
     }

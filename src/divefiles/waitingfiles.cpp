@@ -86,11 +86,11 @@ QString passedbytext(const std::vector<PassedBy>& passedby, int most) {
 }
 
 platform::FileResult movetocorrupt(const platform::ProgramFolder& folder, const QString& name) {
-    if (const platform::FileResult kept = keepinold(folder, name); !kept) {
+    if (platform::FileResult kept = keepinold(folder, name); !kept) {
         return kept;
     }
     QDir().mkpath(folder.path(u"corrupt"));
-    const platform::FileResult copied = copytofreename(folder.path(u"new", name), folder, u"corrupt", name);
+    platform::FileResult copied = copytofreename(folder.path(u"new", name), folder, u"corrupt", name);
     if (!copied) {
         return copied;
     }

@@ -20,7 +20,7 @@ Loss lossof(Written how) {
             QStringLiteral("Plug it in again, ")};
 }
 
-QString withoutComma(QString words) {
+QString withoutComma(const QString& words) {
     return words.endsWith(u',') ? words.chopped(1) : words;
 }
 

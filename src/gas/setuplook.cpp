@@ -136,7 +136,7 @@ QString refusalof(const GasPlan& plan, const QString& text, const QDateTime& now
     if (!wrong.isEmpty()) {
         return wordsOf(wrong);
     }
-    const QString places = placesRefusal(text);
+    QString places = placesRefusal(text);
     if (!places.isEmpty()) {
         return places;
     }

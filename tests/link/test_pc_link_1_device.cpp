@@ -117,6 +117,8 @@ void TestPcLink1Device::aCablePulledWhileIdle() {
     stage.connectDevice();
     const auto* get = stage.screen->findChild<QAbstractButton*>(QStringLiteral("cmddownloadall"));
     QVERIFY(get->isEnabled());
+    const auto asked =
+        stage.device.received().count('M'); // a slow device is asked for its list more than once
     stage.device.stop();
     QTRY_VERIFY_WITH_TIMEOUT(stage.ticks([&stage] { return stage.shows("Not Connected"); }), kLongest);
     QVERIFY(!get->isEnabled());
@@ -124,7 +126,7 @@ void TestPcLink1Device::aCablePulledWhileIdle() {
     QTRY_VERIFY_WITH_TIMEOUT(stage.ticks([&stage] { return stage.shows("Connected"); }), kLongest);
     QVERIFY(get->isEnabled());
     QCOMPARE(stage.listed(), 8);
-    QCOMPARE(stage.device.received().count('M'), 1); // nothing was asked for anew
+    QCOMPARE(stage.device.received().count('M'), asked); // nothing was asked for anew
     QVERIFY(!stage.screen->state().Timer8);
 }
 

@@ -59,7 +59,7 @@ void theFileInTheWayIsMovedAside(World&, Model&, const Step&) {
 void aFileIsFoundByHand(World& world, Model& model, const Step& step) {
     const QStringList kept = model.last().kept.keys();
     if (!kept.isEmpty() && World::isShown("main")) {
-        const QString name = kept[static_cast<qsizetype>(step.a) % kept.size()];
+        const QString& name = kept[static_cast<qsizetype>(step.a) % kept.size()];
         model.expected.arrived = {name};
         world.dialogs.answerFile(world.folder.path(QStringLiteral("old/") + name));
         World::click("main", "lblmdff");
@@ -305,7 +305,7 @@ void gasIsTyped(World&, Model&, const Step& step) {
     if (auto* cell = World::reach<QLineEdit>("GasBlend", qPrintable(name))) {
         cell->setFocus();
         cell->selectAll();
-        const QString text = texts[static_cast<qsizetype>(step.b) % texts.size()];
+        const QString& text = texts[static_cast<qsizetype>(step.b) % texts.size()];
         text.isEmpty() ? QTest::keyClick(cell, Qt::Key_Delete) : QTest::keyClicks(cell, text);
     }
 }
@@ -357,7 +357,7 @@ void divesAreFetched(World& world, Model& model, const Step& step) {
     model.expected.arrived = {QStringLiteral("MyLatestDives1.txt"), QStringLiteral("MyLatestDives2.txt"),
                               QStringLiteral("MyLatestDives3.txt")};
     world.dialogs.answer(step.b % 2 == 0);
-    for (int beat = 0; beat < 60 && World::isShown("PC_Link_1") && process().linkidle == false; ++beat) {
+    for (int beat = 0; beat < 60 && World::isShown("PC_Link_1") && !process().linkidle; ++beat) {
         world.pass();
     }
 }

@@ -65,8 +65,8 @@ QString Model::check() {
     if (fault.isEmpty()) {
         fault = difference(dives, now.dives);
     }
-    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
-        imported_.insert(dive->startcode);
+    for (const StoredDive& dive : now.dives) {
+        imported_.insert(dive.startcode);
     }
     const std::initializer_list<std::function<QString()>> looks{
         [&] { return checkFiles(now); },   [&] { return checkGasTable(now); },
