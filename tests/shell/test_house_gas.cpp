@@ -75,13 +75,14 @@ struct GasProgram {
     gas::GasBlend* gas() const { return qobject_cast<gas::GasBlend*>(loaded("GasBlend")); }
     QString status() const { return qobject_cast<link::PC_Link_1*>(loaded("PC_Link_1"))->caption(); }
 
+    /// The device is connected, and the main screen's tick has noted it: an update asks both.
+    bool linked() const { return status() == QLatin1String("Connected") && process().deviceconnected == 1; }
+
     /// Until the device's setup stands on the gas screen and the link rests.
     void connectDevice() {
-        QTRY_VERIFY_WITH_TIMEOUT(turnUntil([this] {
-                                     return gas() != nullptr && !gas()->plan().Text8_1.isEmpty() &&
-                                            status() == QLatin1String("Connected");
-                                 }),
-                                 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            turnUntil([this] { return gas() != nullptr && !gas()->plan().Text8_1.isEmpty() && linked(); }),
+            60000);
     }
     void showGas() {
         control<QAction>("main", "mnuSetupGas")->trigger();
@@ -157,7 +158,7 @@ void TestHouseGas::aSetupIsSentKeptOverARestartAndReadBackTheSame() {
     const gas::GasPlan sent = world.gas()->plan();
     QCOMPARE(sent.settings.sptext, "1.25");
     QCOMPARE(sent.Text7.size(), 226);
-    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    QTRY_VERIFY_WITH_TIMEOUT(world.turnUntil([&world] { return world.linked(); }), 30000);
     const QString text = world.gas()->plan().Text7;
     world.program.dialogs.answer(true); // the gas made active is deeper than Max PPO2
     onGas<QPushButton>("Command1")->click();
@@ -223,7 +224,7 @@ void TestHouseGas::aWrongCellLeavesNotOneByteByAnyRoad() {
     const QByteArray own = world.setupInDevice();
     onGas<QPushButton>("Command1")->click(); // goes; the link's command is the setup's from now on
     QTRY_VERIFY(world.setupInDevice() != own);
-    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    QTRY_VERIFY_WITH_TIMEOUT(world.turnUntil([&world] { return world.linked(); }), 30000);
     world.program.dialogs.clear();
     const QByteArray before = world.setupInDevice();
     type("Text3(0)", QStringLiteral("12m"));
@@ -247,7 +248,8 @@ void TestHouseGas::theLinkSendsNoSetupThatTheScreenShowsNoLonger() {
     world.connectDevice();
     world.showGas();
     onGas<QPushButton>("Command1")->click();
-    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    QTRY_VERIFY_WITH_TIMEOUT(world.device.received().endsWith("\x1b\x1b\r\n"), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(world.turnUntil([&world] { return world.linked(); }), 30000);
     world.program.dialogs.clear();
     process().uploadtext = world.gas()->plan().Text7 + QStringLiteral("\x1b");
     type("Text3(0)", QStringLiteral("40"));
@@ -356,7 +358,7 @@ void TestHouseGas::aBookGoesOutAsItIsWhileTheGasScreenIsOpen() {
     control<QAction>("main", "cmdcommandsend")->trigger();
     const auto first = sent("mnuBookUp", "book.txt");
     QTRY_COMPARE(first(), "B" + book + "\x1b * * ");
-    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    QTRY_VERIFY_WITH_TIMEOUT(world.turnUntil([&world] { return world.linked(); }), 30000);
     const auto second = sent("mnuLogo", "mine.bmt");
     QTRY_COMPARE(second(), "L" + logo + "\x1b");
     world.device.with([&](Kd& kd) {
@@ -372,7 +374,7 @@ void TestHouseGas::gasUploadOfTheMenuIsTheUpdateOfTheGasScreen() {
     type("Text1(7)", QStringLiteral("16"));
     type("Text2(7)", QStringLiteral("40"));
     expire("GasBlend", "Timer5");
-    QTRY_VERIFY(world.turnUntil([&world] { return world.status() == QLatin1String("Connected"); }));
+    QTRY_VERIFY_WITH_TIMEOUT(world.turnUntil([&world] { return world.linked(); }), 30000);
     control<QAction>("main", "cmdcommandsend")->trigger();
     control<QAction>("PC_Link_1", "mnuGasUp")->trigger();
     const qsizetype before = world.device.received().size();
