@@ -92,7 +92,7 @@ void takeUnit(GasPlan& plan, const Say& say) {
         return;
     }
     plan.typed = true;
-    const Replacing replacing(plan, QStringLiteral("the unit that was chosen elsewhere"));
+    const Replacing replacing(plan, QStringLiteral("the change of the unit"));
     chooseunits(plan, feet, say);
 }
 

@@ -82,6 +82,7 @@ private slots:
     void aDownloadLetsRefreshRest();
     void whatTheDeviceReplacedComesBack();
     void whatAnotherUnitReplacedComesBack();
+    void aLowWindowHoldsEveryLine();
     void whatIsTheSameIsNotReplaced();
 };
 
@@ -409,6 +410,23 @@ void TestGasBlendSend::whatTheDeviceReplacedComesBack() {
     QCOMPARE(stage.line("replacedBand"), "");
     stage.update();
     QCOMPARE(stage.link.sent.first().first(16), "A079 000 0410 1 ");
+}
+
+/// With both lines the screen still fits a small display, and no row of a gas is squashed.
+void TestGasBlendSend::aLowWindowHoldsEveryLine() {
+    Connected stage;
+    stage.control<QTabWidget>("")->setCurrentIndex(2);
+    const int high = stage.control<QLineEdit>("Text1(0)")->height();
+    stage.type("Text3(0)", QStringLiteral("41"));
+    process().depthunit = QStringLiteral("Feet");
+    stage.tick();
+    stage.type("Text3(0)", QStringLiteral("12m"));
+    stage.tick();
+    QVERIFY(!stage.line("replacedBand").isEmpty() && !stage.line("lookBand").isEmpty());
+    stage.screen->resize(1024, 700);
+    QTest::qWait(0);
+    QCOMPARE(stage.screen->size(), QSize(1024, 700));
+    QCOMPARE(stage.control<QLineEdit>("Text1(0)")->height(), high);
 }
 
 /// A dive that is opened, an export, the main screen's menu: each sets the unit for all.

@@ -10,6 +10,7 @@
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/house.h"
+#include "shell/process.h"
 #include "tests/pictures/firmwarepictures.h"
 #include "tests/pictures/linkpictures.h"
 #include "tests/support/scripteddialogs.h"
@@ -18,10 +19,14 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QDir>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QSettings>
 #include <QTabWidget>
+#include <QTest>
 #include <QTextStream>
+#include <QTimer>
+#include <SQLiteCpp/Database.h>
 
 using namespace benthor;
 using platform::FlexGrid;
@@ -153,6 +158,47 @@ void diveScreen(Album& album, const QString& suffix) {
     settle();
 }
 
+/// The real box that `act` brings up, which is closed when its picture is taken.
+void box(Album& album, const QString& name, tests::ScriptedDialogs& dialogs,
+         const std::function<void()>& act) {
+    bool seen = false;
+    QTimer::singleShot(0, qApp, [&] {
+        QWidget* const up = QApplication::activeModalWidget();
+        if (up != nullptr) {
+            album.add(up, name, {QSize()});
+            seen = true;
+            up->close();
+        }
+    });
+    dialogs.stepAside(act);
+    settle();
+    if (!seen) {
+        qFatal("no box for %s", qPrintable(name));
+    }
+}
+
+/// The question before eight dives are deleted.
+void deleteQuestion(Album& album, tests::ScriptedDialogs& dialogs) {
+    auto* grid = control<FlexGrid>("rbmain", "MSFlexGrid1");
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Home);
+    QTest::keyClick(grid, Qt::Key_End, Qt::ShiftModifier);
+    box(album, QStringLiteral("rbmain-delete"), dialogs,
+        [] { control<QAction>("rbmain", "mnuDeleteDive")->trigger(); });
+}
+
+/// A file that no import can read, and the card that says so.
+void unreadableFile(Album& album) {
+    const QString file = platform::ProgramFolder::current().path(u"new", QStringLiteral("Silt7.txt"));
+    if (!platform::writeFileWhole(file, "SN=KD43054\r\nStart     ,569232249\r\n")) {
+        qFatal("the file cannot be made");
+    }
+    control<TickTimer>("main", "Timer1")->expire();
+    settle();
+    album.add("main", QStringLiteral("main-unreadable"));
+    control<QAbstractButton>("main", "cmdmovetocorrupt")->click();
+}
+
 /// The list on a copy of the store, as on an older backup.
 void otherStore(Album& album, tests::ScriptedDialogs& dialogs) {
     const platform::ProgramFolder& folder = platform::ProgramFolder::current();
@@ -168,8 +214,32 @@ void otherStore(Album& album, tests::ScriptedDialogs& dialogs) {
     settle();
 }
 
+/// A gas richer than the limit allows at its depth, and then a depth that is no number: the line that says
+/// so, and the boxes that Update brings.
+void wrongCells(Album& album, tests::ScriptedDialogs& dialogs) {
+    const auto type = [](const char* cell, const char* text) {
+        auto* edit = control<QLineEdit>("GasBlend", cell);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, QLatin1String(text));
+        control<TickTimer>("GasBlend", "Timer5")->expire();
+    };
+    const auto update = [] {
+        process().deviceconnected = 1; // the main screen's next tick finds no device
+        control<QAbstractButton>("GasBlend", "Command1")->click();
+    };
+    type("Text3(3)", "40");
+    process().deviceconnected = 1;
+    type("Text1(3)", "95");
+    album.add("GasBlend", QStringLiteral("GasBlend-warnings"), {{}, {1024, 700}});
+    box(album, QStringLiteral("GasBlend-ask"), dialogs, update);
+    type("Text3(3)", "12m");
+    album.add("GasBlend", QStringLiteral("GasBlend-wrong"), {{}, {1024, 700}});
+    box(album, QStringLiteral("GasBlend-refused"), dialogs, update);
+}
+
 /// The gas screen with a gas in hand, in both units, its debug texts and a wide window.
-void gasScreen(Album& album) {
+void gasScreen(Album& album, tests::ScriptedDialogs& dialogs) {
     const QSize own;
     control<QAction>("main", "mnuSetupGas")->trigger();
     for (const char* const box : {"Check1(3)", "Check1(7)", "Option1(7)"}) {
@@ -185,6 +255,7 @@ void gasScreen(Album& album) {
     album.add("GasBlend", QStringLiteral("GasBlend-debug-feet"), {own});
     control<QAction>("GasBlend", "mnuDebugOff")->trigger();
     control<QAction>("GasBlend", "mnuMeters")->trigger();
+    wrongCells(album, dialogs);
 }
 
 void takeFirmware(Album& album) {
@@ -212,7 +283,9 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QCheckBox>("rbmain", "Option1")->setChecked(true);
     album.add("rbmain", QStringLiteral("rbmain-publish"));
     control<QAbstractButton>("rbmain", "Picture5(0)")->click();
+    deleteQuestion(album, dialogs);
     otherStore(album, dialogs);
+    unreadableFile(album);
     diveScreen(album, QStringLiteral("-metres"));
     openDive(QStringLiteral("Cave1.txt"));
     check("Check6");
@@ -235,7 +308,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     settle();
 
-    gasScreen(album);
+    gasScreen(album, dialogs);
     for (const auto& [entry, name] : {std::pair{"mnuAbout", "frmAbout"}, std::pair{"mnuGets", "frmGetS"}}) {
         control<QAction>("main", entry)->trigger();
         album.add(name, QLatin1String(name), {own});
@@ -245,13 +318,42 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     takeFirmware(album);
 }
 
+/// The start while another program holds the store: the window of the wait, and the line that stays.
+void takeLockedStore(Album& album) {
+    const QSize own;
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    for (const QString& waiting : folder.listFiles(QStringLiteral("new"), QStringLiteral("*"))) {
+        QFile::remove(folder.path(u"new", waiting)); // an import would fill the list anew under its picture
+    }
+    shell::House house;
+    SQLite::Database other(folder.path(u"rb.mdb").toStdString(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN IMMEDIATE");
+    house.start();
+    QTimer::singleShot(1000, qApp, [&album, own] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto wait = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->objectName() == QLatin1String("storewait");
+        });
+        if (wait == windows.end()) {
+            qFatal("no window tells of the wait");
+        }
+        album.add(*wait, QStringLiteral("storewait"), {own});
+    });
+    control<TickTimer>("frmSplash", "Timer1")->expire();
+    settle();
+    album.add("main", QStringLiteral("main-readonly"));
+    control<QAction>("main", "mnuDiveList")->trigger();
+    settle();
+    album.add("rbmain", QStringLiteral("rbmain-readonly"));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     platform::Application application(argc, argv);
     if (argc != 3 && argc != 4) {
         QTextStream(stderr)
-            << "usage: benthor-pictures <demonstration folder> <folder for pictures> [firmware]\n";
+            << "usage: benthor-pictures <demonstration folder> <folder for pictures> [firmware|locked]\n";
         return 2;
     }
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
@@ -263,7 +365,11 @@ int main(int argc, char** argv) {
     tests::ScriptedDialogs dialogs;
     if (argc == 4) {
         Album album(pictures);
-        takeFirmware(album);
+        if (QLatin1String(argv[3]) == QLatin1String("locked")) {
+            takeLockedStore(album);
+        } else {
+            takeFirmware(album);
+        }
         return 0;
     }
     shell::House house;

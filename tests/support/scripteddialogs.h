@@ -6,6 +6,7 @@
 #include <QPrinter>
 #include <QStringList>
 #include <deque>
+#include <functional>
 
 namespace benthor::tests {
 
@@ -42,6 +43,13 @@ public:
     void answerPrinter(const QString& path) { script_->printers.push_back(path); }
     /// Runs while the next box is up, with ticks held off as they are under a real one.
     void during(std::function<void()> act) { script_->during.push_back(std::move(act)); }
+
+    /// Lets the real boxes come up for as long as `act` takes.
+    void stepAside(const std::function<void()>& act) {
+        platform::setDialogs(nullptr);
+        act();
+        platform::setDialogs(script_);
+    }
 
     /// Takes back every answer that waits.
     void forgetAnswers() {

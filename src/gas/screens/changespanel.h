@@ -23,6 +23,9 @@ public:
     void show(const QString& device, const QString& text, int warnings);
     int changes() const { return changes_; }
 
+    /// Its line of words may break, but no height is asked for that: a low window shows less of the list.
+    bool hasHeightForWidth() const override { return false; }
+
 private:
     QString heading(bool read, bool goes) const;
 

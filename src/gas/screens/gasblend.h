@@ -12,6 +12,7 @@ class QPushButton;
 class QTabWidget;
 
 namespace benthor::look {
+class ColumnArea;
 class NoticeBand;
 class StatusChip;
 } // namespace benthor::look
@@ -116,6 +117,9 @@ private:
     ReadingsPanel* readings_ = nullptr;
     ChangesPanel* changes_ = nullptr;
     SettingsForm* form_ = nullptr;
+    look::ColumnArea* formArea_ = nullptr;
+    look::ColumnArea* graphArea_ = nullptr;
+    QWidget* leftSide_ = nullptr;
     QWidget* debug_ = nullptr;
     QPlainTextEdit* Text6_ = nullptr;
     QPlainTextEdit* Text7_ = nullptr;

@@ -11,6 +11,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/columnarea.h"
 #include "platform/look/widgets/status.h"
 
 #include <QAction>
@@ -29,6 +30,7 @@ constexpr int kWidth = 634;
 constexpr int kDebugWidth = 1104;
 constexpr int kHeight = 636;
 constexpr int kTableWidth = 372;
+constexpr int kLeastGraph = 90;
 
 } // namespace
 
@@ -124,24 +126,26 @@ void GasBlend::layBody() {
     below->body()->setContentsMargins(0, 0, 0, 0);
     tabs_ = new QTabWidget;
     tabs_->setDocumentMode(true);
-    tabs_->addTab(graph_, QStringLiteral("Gas 0"));
+    graphArea_ = new look::ColumnArea(graph_, kLeastGraph);
+    tabs_->addTab(graphArea_, QStringLiteral("Gas 0"));
     tabs_->addTab(readings_, QStringLiteral("Live readings"));
     tabs_->addTab(changes_, QStringLiteral("Changes"));
     below->body()->addWidget(tabs_);
     left->addWidget(below, 1);
-    auto* leftSide = new QWidget;
-    leftSide->setLayout(left);
+    leftSide_ = new QWidget;
+    leftSide_->setLayout(left);
     left->setContentsMargins({});
-    leftSide->setMinimumWidth(look::scaled(kTableWidth));
+    leftSide_->setMinimumWidth(look::scaled(kTableWidth));
 
     auto* settings = new look::Card;
     settings->body()->setContentsMargins(0, 0, 0, 0);
-    settings->body()->addWidget(form_);
+    formArea_ = new look::ColumnArea(form_);
+    settings->body()->addWidget(formArea_);
 
     auto* across = new QHBoxLayout;
     across->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
     across->setSpacing(look::spaceBase);
-    across->addWidget(leftSide);
+    across->addWidget(leftSide_);
     across->addWidget(settings);
     debug_ = buildDebug();
     across->addWidget(debug_, 1);
@@ -276,11 +280,16 @@ void GasBlend::buildHidden() {
     }
 }
 
+/// At first all is seen; a lower window scrolls the settings and the gas in hand.
 QSize GasBlend::firstSize() const {
     const QSize needed = centralWidget()->minimumSizeHint();
+    const int left = leftSide_->minimumSizeHint().height();
+    const int right = formArea_->minimumSizeHint().height();
+    const int leftOut =
+        std::max(left + graphArea_->leftOut(), right + formArea_->leftOut()) - std::max(left, right);
     const int told = debug_->isHidden() ? kWidth : kDebugWidth;
     return {std::max(look::scaled(told), needed.width()),
-            std::max(look::scaled(kHeight), needed.height() + menuBar()->sizeHint().height())};
+            std::max(look::scaled(kHeight), needed.height() + leftOut + menuBar()->sizeHint().height())};
 }
 
 } // namespace benthor::gas

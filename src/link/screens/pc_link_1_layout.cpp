@@ -10,46 +10,14 @@
 #include "link/screens/pc_link_1.h"
 #include "link/screens/waitcard.h"
 #include "platform/look/look.h"
+#include "platform/look/widgets/columnarea.h"
 #include "platform/look/widgets/status.h"
 
 #include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 namespace benthor::link {
-
-namespace {
-
-/// Where the window is too low, or the font large, the column scrolls; its width stays whole.
-class ColumnArea : public QScrollArea {
-public:
-    ColumnArea() {
-        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { updateGeometry(); });
-    }
-
-    QSize sizeHint() const override { return minimumSizeHint(); }
-    QSize minimumSizeHint() const override {
-        const int bar = verticalScrollBar()->maximum() > 0 ? verticalScrollBar()->sizeHint().width() : 0;
-        const int content = std::max(widget()->minimumSizeHint().width(), widget()->minimumWidth());
-        return {content + bar, look::scaled(200)};
-    }
-};
-
-QScrollArea* scrolling(QWidget* column) {
-    auto* area = new ColumnArea;
-    area->setWidget(column);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setAutoFillBackground(false);
-    column->setAutoFillBackground(false);
-    return area;
-}
-
-} // namespace
 
 void PC_Link_1::buildBody() {
     auto* ground = new QWidget;
@@ -66,8 +34,8 @@ void PC_Link_1::buildBody() {
     left_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     download_ = new DownloadPanel;
     commands_ = new CommandList;
-    left_->addWidget(scrolling(download_));
-    left_->addWidget(scrolling(commands_));
+    left_->addWidget(new look::ColumnArea(download_));
+    left_->addWidget(new look::ColumnArea(commands_));
     across->addWidget(left_);
     across->addWidget(buildMiddle(), 1);
     down->addWidget(head_);
@@ -102,7 +70,7 @@ QWidget* PC_Link_1::buildMiddle() {
     cards->addWidget(hud_);
     cards->addStretch(1);
     middle_->addWidget(directory_);
-    middle_->addWidget(scrolling(setup));
+    middle_->addWidget(new look::ColumnArea(setup));
     down->addWidget(middle_, 1);
     drawer_ = new Drawer;
     down->addWidget(drawer_);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QScrollArea>
+
+namespace benthor::look {
+
+/// A column of controls that scrolls where the window is too low, or the font large. Its width stays whole,
+/// and it takes no focus of its own.
+class ColumnArea : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// `column`: never null; belongs to the area from now on. `least`: height that the area never goes below,
+    /// in pixels of the layout.
+    explicit ColumnArea(QWidget* column, int least = 200);
+
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override;
+
+    /// What the area's least height leaves out of its column.
+    int leftOut() const { return widget()->minimumSizeHint().height() - minimumSizeHint().height(); }
+
+private:
+    int least_;
+};
+
+} // namespace benthor::look
