@@ -1,33 +1,21 @@
 #include "divefiles/filenames.h"
-#include "divefiles/importer.h"
 #include "divefiles/validators.h"
-#include "divefiles/waitingfiles.h"
-#include "platform/clock.h"
-#include "platform/faultpoint.h"
 #include "platform/textformat.h"
-#include "tests/divefiles/recordingscreen.h"
-#include "tests/support/programfixture.h"
+#include "tests/divefiles/importstage.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTimeZone>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace benthor;
 using divefiles::ImportEnd;
 using tests::goodDive;
+using tests::kEndMessage;
+using tests::kMoment;
+using tests::kStamp;
 using tests::RecordingScreen;
 
 namespace {
-
-const QString kStamp = QStringLiteral("11A2B3C");
-/// A moment of that stamp.
-const QDateTime kMoment(QDate(2010, 1, 6), QTime(22, 7, 58));
-const QString kEndMessage = QStringLiteral("Dive(s) put into database.");
 
 QJsonObject vectors() {
     QFile file(QStringLiteral(BENTHOR_TEST_DATA "/dives/expected.json"));
@@ -85,19 +73,12 @@ void compareMain(const platform::Recordset& row, const QJsonObject& expected) {
 
 } // namespace
 
-class TestImporter : public QObject {
+class TestImporter : public QObject, private tests::ImportStage {
     Q_OBJECT
 
 private slots:
-    void init() {
-        clock_ = std::make_unique<platform::FixedClock>(kMoment);
-        program_ = std::make_unique<tests::ProgramFixture>();
-        state_ = {};
-    }
-    void cleanup() {
-        program_.reset();
-        clock_.reset();
-    }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void headersAreImportedAsTheVectorsSay_data();
     void headersAreImportedAsTheVectorsSay();
@@ -111,8 +92,6 @@ private slots:
     void noFilesEndTheRunWithoutAWord();
     void aRunDoesNothingWhileOneIsOn();
     void importingIsSetFromTheSecondPassToTheEndMessage();
-    void filesAreTakenByNameWithoutRegardToCase();
-    void aFileThatArrivesDuringARunWaitsForTheNext();
     void stopimportEndsTheRunAfterTheFileInHand();
     void everyFileIsCopiedBeforeTheFirstIsRead();
     void profilesAreCounted();
@@ -136,54 +115,7 @@ private slots:
     void aRefusedSerialSaysSoAndTheDiveStays();
     void aFailedCopyIntoDbtxtIsPassedOver();
 
-    void otherBytesUnderANameInOldAreKeptUnderAnother();
-    void otherBytesInOldThatAreKeptAlreadyAreNotKeptTwice();
-    void whatCannotBeKeptInOldEndsTheRunBeforeAnythingIsStored();
-    void aFileThatHasTheNumberedNameIsNotWrittenOver();
-    void oneFolderForNewAndOldIsRefused();
-
-    void twoImportsWithinASecondDoNotShareAProfile();
-    void theHourThatComesTwiceDoesNotReplaceAProfile();
-    void oneNameThatIsTakenMovesAllNamesOfTheRun();
-    void theSameBytesKeepTheStamp();
-    void aProfileThatIsOwedHoldsItsName();
-
-    void aRunThatEndsBeforeItsTimeSaysSoToTheList();
-    void theFileWithoutVersionIsNamedUntilTheNextRun();
-    void eachRemovalIsOnTheDiskBeforeTheNextFileAndTheNextRun();
-    void aFolderNewThatCannotBeSyncedStartsNoRun();
-    void aCopyInOldThatDoesNotReadBackKeepsTheFile();
-    void rowsThatDoNotReadBackKeepTheFile();
-
-    void whatIsNoRegularFileIsPassedByAndTold();
-    void theFirstPassPaintsWithinALongFileAndBetweenFiles();
-    void closingWithinTheFirstPassStoresNothing();
     void missingFoldersOldAndCorruptAreMade();
-
-    void aManualFileIsCopiedIntoNew();
-    void aManualFileOfAnotherExtentionIsRefused_data();
-    void aManualFileOfAnotherExtentionIsRefused();
-    void aManualFileThatCannotBeReadSaysWhy();
-    void aManualFileFromNewItselfStaysWhole();
-
-private:
-    ImportEnd import() {
-        screen_.clear();
-        return divefiles::importdives(program_->folder, state_, screen_);
-    }
-    void later() {
-        clock_.reset();
-        clock_ = std::make_unique<platform::FixedClock>(kMoment.addSecs(60));
-    }
-    static QStringList locations() {
-        return tests::ProgramFixture::rows("SELECT Location FROM main ORDER BY DiveID");
-    }
-    QStringList newFiles() const { return program_->names(QStringLiteral("new")); }
-
-    std::unique_ptr<platform::FixedClock> clock_;
-    std::unique_ptr<tests::ProgramFixture> program_;
-    divefiles::ImportState state_;
-    RecordingScreen screen_;
 };
 
 void TestImporter::headersAreImportedAsTheVectorsSay_data() {
@@ -339,27 +271,6 @@ void TestImporter::importingIsSetFromTheSecondPassToTheEndMessage() {
     QVERIFY(!process().importing);
 }
 
-void TestImporter::filesAreTakenByNameWithoutRegardToCase() {
-    for (const char* const name : {"b.txt", "A.TXT", "c.txt", "a0.txt"}) {
-        program_->putWaiting(QString::fromLatin1(name), goodDive());
-    }
-    import();
-    QCOMPARE(locations(), QStringList({"A.TXT", "a0.txt", "b.txt", "c.txt"}));
-}
-
-void TestImporter::aFileThatArrivesDuringARunWaitsForTheNext() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    RecordingScreen screen;
-    screen.at = [&](const QString& step) {
-        if (step == QLatin1String("yield")) {
-            program_->putWaiting(QStringLiteral("b.txt"), goodDive());
-        }
-    };
-    QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
-    QCOMPARE(newFiles(), QStringList("b.txt"));
-    QCOMPARE(locations(), QStringList("a.txt"));
-}
-
 void TestImporter::stopimportEndsTheRunAfterTheFileInHand() {
     for (const char* const name : {"a.txt", "b.txt", "c.txt"}) {
         program_->putWaiting(QString::fromLatin1(name), goodDive());
@@ -435,8 +346,7 @@ void TestImporter::deletingTheHighestDiveThenImportingReusesItsIdentifier() {
     import();
     process().database.execute("DELETE FROM main");
     process().database.execute("UPDATE serialno SET serial_no = 'D0000000'");
-    clock_.reset();
-    clock_ = std::make_unique<platform::FixedClock>(kMoment.addSecs(60));
+    goTo(kMoment.addSecs(60));
     program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     import();
     QCOMPARE(tests::ProgramFixture::rows("SELECT DiveID, Location FROM main"), QStringList("D0000001|b.txt"));
@@ -582,369 +492,6 @@ void TestImporter::missingFoldersOldAndCorruptAreMade() {
     QCOMPARE(import(), ImportEnd::TooManyFields);
     QCOMPARE(program_->names(QStringLiteral("old")), QStringList("a.txt"));
     QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
-}
-
-void TestImporter::aManualFileIsCopiedIntoNew() {
-    program_->put(QStringLiteral("old"), QStringLiteral("my.dive.txt"), goodDive());
-    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", u"my.dive.txt")),
-             QString());
-    QCOMPARE(program_->bytesOf(QStringLiteral("new"), QStringLiteral("my.dive.txt")), goodDive());
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("my.dive.txt")), goodDive());
-}
-
-void TestImporter::aManualFileOfAnotherExtentionIsRefused_data() {
-    QTest::addColumn<QString>("name");
-    QTest::newRow("csv") << QStringLiteral("a.csv");
-    QTest::newRow("none") << QStringLiteral("txt");
-    QTest::newRow("behind the last point") << QStringLiteral("a.txt.bak");
-    QTest::newRow("other case") << QStringLiteral("a.TXT");
-    QTest::newRow("empty") << QStringLiteral("a.");
-}
-
-void TestImporter::aManualFileOfAnotherExtentionIsRefused() {
-    QFETCH(QString, name);
-    program_->put(QStringLiteral("old"), name, goodDive());
-    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"old", name)),
-             "File Extention is wrong !");
-    QCOMPARE(newFiles(), QStringList());
-}
-
-void TestImporter::aManualFileThatCannotBeReadSaysWhy() {
-    const QString path = program_->folder.path(u"old", u"none.txt");
-    const QString message = divefiles::takemanualfile(program_->folder, path);
-    QVERIFY2(message.startsWith(QLatin1String("Error reading data file. ")), qPrintable(message));
-    QVERIFY(message.contains(path));
-}
-
-void TestImporter::aManualFileFromNewItselfStaysWhole() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(divefiles::takemanualfile(program_->folder, program_->folder.path(u"new", u"a.txt")), QString());
-    QCOMPARE(program_->bytesOf(QStringLiteral("new"), QStringLiteral("a.txt")), goodDive());
-}
-
-void TestImporter::otherBytesUnderANameInOldAreKeptUnderAnother() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive("812345678"));
-    import();
-    later();
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive("812345679"));
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), goodDive("812345679"));
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a-2.txt")), goodDive("812345678"));
-    QCOMPARE(screen_.messages, QStringList(kEndMessage));
-    QCOMPARE(screen_.belows, QStringList(QString()));
-}
-
-void TestImporter::otherBytesInOldThatAreKeptAlreadyAreNotKeptTwice() {
-    for (const char* const code : {"812345678", "812345679", "812345678", "812345679"}) {
-        program_->putWaiting(QStringLiteral("a.txt"), goodDive(code));
-        QCOMPARE(import(), ImportEnd::Done);
-    }
-    // Two names for two contents: the newest has the told one, and a third is needed only while they change.
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), goodDive("812345679"));
-    QCOMPARE(program_->names(QStringLiteral("old")), QStringList({"a-2.txt", "a-3.txt", "a.txt"}));
-}
-
-void TestImporter::whatCannotBeKeptInOldEndsTheRunBeforeAnythingIsStored() {
-    program_->put(QStringLiteral("old"), QStringLiteral("b.txt"), "another");
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
-    int writes = 0;
-    const platform::FaultInjection fault([&](std::string_view step) {
-        // The note, two copies of a.txt, and then what b.txt would replace.
-        return step == "write" && ++writes == 4 ? ENOSPC : 0;
-    });
-    QCOMPARE(import(), ImportEnd::Failed);
-    QCOMPARE(writes, 4);
-    QVERIFY(screen_.messages.value(0).contains(QLatin1String("b.txt")));
-    QCOMPARE(newFiles(), QStringList({"a.txt", "b.txt"}));
-    QCOMPARE(locations(), QStringList());
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("b.txt")), "another");
-}
-
-void TestImporter::aFileThatHasTheNumberedNameIsNotWrittenOver() {
-    program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "first");
-    program_->put(QStringLiteral("old"), QStringLiteral("a-2.txt"), "second");
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("a-2.txt"), goodDive("812345679"));
-    QCOMPARE(import(), ImportEnd::Done);
-    QList<QByteArray> kept;
-    for (const QString& name : program_->names(QStringLiteral("old"))) {
-        kept += program_->bytesOf(QStringLiteral("old"), name);
-    }
-    for (const QByteArray& bytes : {QByteArray("first"), QByteArray("second"), goodDive()}) {
-        QCOMPARE(kept.count(bytes), 1);
-    }
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a-2.txt")), goodDive("812345679"));
-}
-
-/// A link from one to the other would make the copy of each file the file itself.
-void TestImporter::oneFolderForNewAndOldIsRefused() {
-    QVERIFY(QDir(program_->folder.path(u"new")).removeRecursively());
-    QVERIFY(QFile::link(program_->folder.path(u"old"), program_->folder.path(u"new")));
-    program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::Failed);
-    QCOMPARE(program_->bytesOf(QStringLiteral("old"), QStringLiteral("a.txt")), goodDive());
-    QCOMPARE(locations(), QStringList());
-}
-
-void TestImporter::twoImportsWithinASecondDoNotShareAProfile() {
-    for (const char* const code : {"812345678", "812345679", "812345680"}) {
-        program_->putWaiting(QStringLiteral("a.txt"), goodDive(code));
-        QCOMPARE(import(), ImportEnd::Done);
-    }
-    QCOMPARE(tests::ProgramFixture::rows("SELECT dbtxtname FROM main"),
-             QStringList({"11A2B3Ca.txt", "11A2B3Da.txt", "11A2B3Ea.txt"}));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt")),
-             goodDive("812345678"));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Da.txt")),
-             goodDive("812345679"));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ea.txt")),
-             goodDive("812345680"));
-}
-
-void TestImporter::theHourThatComesTwiceDoesNotReplaceAProfile() {
-    const QTimeZone berlin("Europe/Berlin");
-    QStringList names;
-    for (const int hour : {0, 1}) { // 02:30 in summer time, 02:30 in winter time
-        clock_.reset();
-        const QDateTime moment = QDateTime(QDate(2024, 10, 27), QTime(hour, 30), Qt::UTC).toTimeZone(berlin);
-        QCOMPARE(moment.time(), QTime(2, 30));
-        clock_ = std::make_unique<platform::FixedClock>(moment);
-        program_->putWaiting(QStringLiteral("a.txt"), goodDive(hour == 0 ? "812345678" : "812345679"));
-        QCOMPARE(import(), ImportEnd::Done);
-    }
-    names = tests::ProgramFixture::rows("SELECT dbtxtname FROM main");
-    QVERIFY(names.at(0) != names.at(1));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), names.at(0)), goodDive("812345678"));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), names.at(1)), goodDive("812345679"));
-}
-
-void TestImporter::oneNameThatIsTakenMovesAllNamesOfTheRun() {
-    program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Cb.txt"), "another profile");
-    program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Da.txt"), "another profile");
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(state_.importstamp, "11A2B3E");
-    QCOMPARE(tests::ProgramFixture::rows("SELECT dbtxtname FROM main"),
-             QStringList({"11A2B3Ea.txt", "11A2B3Eb.txt"}));
-    QCOMPARE(program_->names(QStringLiteral("dbtxt")),
-             QStringList({"11A2B3Cb.txt", "11A2B3Da.txt", "11A2B3Ea.txt", "11A2B3Eb.txt"}));
-    QCOMPARE(program_->bytesOf(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Cb.txt")), "another profile");
-}
-
-void TestImporter::theSameBytesKeepTheStamp() {
-    program_->put(QStringLiteral("dbtxt"), QStringLiteral("11A2B3Ca.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(state_.importstamp, kStamp);
-    QCOMPARE(divefiles::nextstamp(QStringLiteral("11A2BFF")), "11A2C00");
-}
-
-void TestImporter::aProfileThatIsOwedHoldsItsName() {
-    QVERIFY(QDir(program_->folder.path(u"dbtxt")).removeRecursively());
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive("812345678"));
-    QCOMPARE(import(), ImportEnd::Done);
-    QVERIFY(QDir().mkpath(program_->folder.path(u"dbtxt")));
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive("812345679"));
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(tests::ProgramFixture::rows("SELECT dbtxtname FROM main"),
-             QStringList({"11A2B3Ca.txt", "11A2B3Da.txt"}));
-}
-
-void TestImporter::aRunThatEndsBeforeItsTimeSaysSoToTheList() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("b.txt"), "Start,812345678\r\n");
-    QCOMPARE(import(), ImportEnd::VersionMissing);
-    QCOMPARE(screen_.steps.last(3),
-             QStringList({"message Version or Interval not found !", "runbroke", "runends"}));
-    program_->putWaiting(QStringLiteral("a.txt"), "ver=V1\rGas0000,1,2,3,4,5\r");
-    QCOMPARE(import(), ImportEnd::TooManyFields);
-    QCOMPARE(screen_.steps.last(3),
-             QStringList({"message Errors Gas - Too many parameters  !", "runbroke", "runends"}));
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::VersionMissing);
-    QVERIFY(QFile::remove(program_->folder.path(u"new", u"b.txt")));
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::Done);
-    QVERIFY(!screen_.steps.contains(QStringLiteral("runbroke")));
-}
-
-void TestImporter::theFileWithoutVersionIsNamedUntilTheNextRun() {
-    program_->putWaiting(QStringLiteral("a.txt"), "Start,812345678\r\n");
-    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
-    QCOMPARE(import(), ImportEnd::VersionMissing);
-    QCOMPARE(state_.unreadable, "a.txt");
-    QVERIFY(divefiles::movetocorrupt(program_->folder, state_.unreadable));
-    QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), "Start,812345678\r\n");
-    QCOMPARE(newFiles(), QStringList("b.txt"));
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(state_.unreadable, QString());
-    QCOMPARE(locations(), QStringList("b.txt"));
-}
-
-void TestImporter::eachRemovalIsOnTheDiskBeforeTheNextFileAndTheNextRun() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
-    QStringList steps;
-    {
-        const platform::FaultInjection watch([&](std::string_view step) {
-            steps += QString::fromLatin1(step.data(), static_cast<qsizetype>(step.size()));
-            return 0;
-        });
-        QCOMPARE(import(), ImportEnd::Done);
-    }
-    QVERIFY(steps.indexOf(QStringLiteral("syncfolder")) < steps.indexOf(QStringLiteral("write")));
-    int removals = 0;
-    for (qsizetype i = 0; i + 2 < steps.size(); ++i) {
-        if (steps[i] == QLatin1String("remove") && steps[i + 2] == QLatin1String("removed")) {
-            QCOMPARE(steps[i + 1], "syncfolder");
-            ++removals;
-        }
-    }
-    QCOMPARE(removals, 2);
-}
-
-void TestImporter::aFolderNewThatCannotBeSyncedStartsNoRun() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    {
-        const platform::FaultInjection fault(
-            [](std::string_view step) { return step == "syncfolder" ? EIO : 0; });
-        QCOMPARE(import(), ImportEnd::Failed);
-    }
-    QVERIFY(screen_.messages.value(0).contains(program_->folder.path(u"new")));
-    QCOMPARE(program_->names(QStringLiteral("old")), QStringList());
-    QCOMPARE(import(), ImportEnd::Done);
-}
-
-void TestImporter::aCopyInOldThatDoesNotReadBackKeepsTheFile() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    RecordingScreen screen;
-    {
-        // The copy is damaged between the moment at which the rows are stored and the removal.
-        const platform::FaultInjection fault([&](std::string_view step) {
-            if (step == "compare") {
-                program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "damaged");
-            }
-            return 0;
-        });
-        QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Failed);
-    }
-    QCOMPARE(newFiles(), QStringList("a.txt"));
-    QVERIFY2(screen.messages.value(0).startsWith(QLatin1String("The dive of the file \"a.txt\" is stored")),
-             qPrintable(screen.messages.value(0)));
-    QCOMPARE(program_->bytesOf(QStringLiteral("new"), QStringLiteral("a.txt")), goodDive());
-}
-
-void TestImporter::rowsThatDoNotReadBackKeepTheFile() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    {
-        const platform::FaultInjection fault([](std::string_view step) {
-            if (step == "committed") {
-                platform::Database other;
-                other.open(process().database.path());
-                other.execute("UPDATE gas SET GasN2 = '1'");
-            }
-            return 0;
-        });
-        QCOMPARE(import(), ImportEnd::Failed);
-    }
-    QCOMPARE(newFiles(), QStringList("a.txt"));
-    QVERIFY2(screen_.messages.value(0).startsWith(
-                 QLatin1String("What was stored of the file \"a.txt\" cannot be read back.")),
-             qPrintable(screen_.messages.value(0)));
-}
-
-void TestImporter::whatIsNoRegularFileIsPassedByAndTold() {
-    QVERIFY(QDir().mkpath(program_->folder.path(u"new", u"folder.txt")));
-    QCOMPARE(::mkfifo(QFile::encodeName(program_->folder.path(u"new", u"pipe.txt")).constData(), 0600), 0);
-    QVERIFY(QFile::link(program_->folder.path(u"nowhere"), program_->folder.path(u"new", u"broken.txt")));
-    QVERIFY(
-        QFile::link(program_->folder.path(u"new", u"pipe.txt"), program_->folder.path(u"new", u"piped.txt")));
-    program_->putWaiting(QStringLiteral(".hidden.txt"), goodDive());
-    const QByteArray strange = QFile::encodeName(program_->folder.path(u"new")) +
-                               "/Gro\xdf" // a name of another encoding
-                               "e.TXT";
-    const int file = ::open(strange.constData(), O_CREAT | O_WRONLY, 0600);
-    QVERIFY(file >= 0);
-    ::close(file);
-    QCOMPARE(import(), ImportEnd::NoFiles);
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive());
-    program_->put(QStringLiteral("corrupt"), QStringLiteral("linked"), goodDive());
-    QVERIFY(QFile::link(program_->folder.path(u"corrupt", u"linked"),
-                        program_->folder.path(u"new", u"linked.txt")));
-    QCOMPARE(import(), ImportEnd::Done);
-    QCOMPARE(locations(), QStringList({"a.txt", "linked.txt"}));
-    QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("linked")), goodDive());
-    const divefiles::WaitingFiles left = divefiles::waitingfiles(program_->folder);
-    QCOMPARE(::unlink(strange.constData()), 0); // the test's folder is removed by names that are text
-    QCOMPARE(left.names, QStringList());
-    const std::vector<divefiles::PassedBy> passedby{
-        {".hidden.txt", "begins with a point"}, {"Gro\\xdfe.TXT", "no UTF-8"},
-        {"broken.txt", "no regular file"},      {"folder.txt", "no regular file"},
-        {"pipe.txt", "no regular file"},        {"piped.txt", "no regular file"}};
-    QVERIFY(left.passedby == passedby);
-    QCOMPARE(screen_.belows, QStringList("Passed by in the folder new: \".hidden.txt\" (begins with a "
-                                         "point), \"Gro\\xdfe.TXT\" (no UTF-8), \"broken.txt\" (no "
-                                         "regular file), and 3 more"));
-}
-
-void TestImporter::theFirstPassPaintsWithinALongFileAndBetweenFiles() {
-    program_->putWaiting(QStringLiteral("a.txt"), goodDive() + QByteArray(20 * 65536, 'x'));
-    for (int i = 0; i < 50; ++i) {
-        program_->putWaiting(QStringLiteral("b%1.txt").arg(i), "rubbish");
-    }
-    int paints = 0;
-    QList<int> paintsAt;
-    struct Screen : RecordingScreen {
-        std::function<void()> onPaint;
-        QStringList copied;
-        void paint() override { onPaint(); }
-        void copying(int number, int files) override {
-            copied += QStringLiteral("%1/%2").arg(number).arg(files);
-        }
-    } screen;
-    screen.onPaint = [&] { ++paints; };
-    screen.at = [&](const QString& step) {
-        if (step.startsWith(QLatin1String("filelisted"))) {
-            paintsAt += paints;
-            QVERIFY(!process().importing);
-        }
-    };
-    QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
-    QCOMPARE(paintsAt.size(), 51);
-    QVERIFY(paintsAt.first() >= 20);
-    for (qsizetype i = 1; i < paintsAt.size(); ++i) {
-        QVERIFY(paintsAt[i] > paintsAt[i - 1]);
-    }
-    QCOMPARE(screen.copied.first(), "1/51");
-    QCOMPARE(screen.copied.last(), "51/51");
-}
-
-void TestImporter::closingWithinTheFirstPassStoresNothing() {
-    for (const char* const name : {"a.txt", "b.txt"}) {
-        program_->putWaiting(QString::fromLatin1(name), goodDive() + QByteArray(4 * 65536, 'x'));
-    }
-    struct Screen : RecordingScreen {
-        std::function<void()> onPaint;
-        void paint() override { onPaint(); }
-    } screen;
-    for (int last = 1; last <= 12; ++last) {
-        int paints = 0;
-        screen.onPaint = [&] {
-            if (++paints == last) {
-                state_.keepimporting = false;
-            }
-        };
-        QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
-        QCOMPARE(newFiles(), QStringList({"a.txt", "b.txt"}));
-        QCOMPARE(locations(), QStringList());
-        for (const QString& name : program_->names(QStringLiteral("old"))) {
-            QCOMPARE(program_->bytesOf(QStringLiteral("old"), name),
-                     program_->bytesOf(QStringLiteral("new"), name));
-        }
-    }
-    QVERIFY(!program_->names(QStringLiteral("old")).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestImporter)
