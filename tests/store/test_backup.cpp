@@ -1,96 +1,11 @@
-#include "platform/database.h"
 #include "platform/faultpoint.h"
-#include "store/backup.h"
-#include "store/maintenance.h"
-#include "store/schema.h"
+#include "tests/store/backupfolder.h"
 #include "tests/support/killed.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QtTest>
-
 using namespace benthor;
-using platform::Database;
-using platform::ProgramFolder;
+using namespace benthor::tests;
 
 namespace {
-
-QString diveid(int number) {
-    return QStringLiteral("D%1").arg(number, 7, 10, QLatin1Char('0'));
-}
-
-void addDive(const QString& path, int number) {
-    Database store;
-    store.open(path);
-    store.execute("PRAGMA synchronous = OFF");
-    platform::Transaction together(store);
-    platform::Recordset rows = store.openForAdding("main");
-    rows.addNew();
-    rows.set(u"DiveID", diveid(number));
-    rows.set(u"divenote", QString(600, QLatin1Char('n')));
-    rows.update();
-    for (const char* const table : {"gas", "tissue"}) {
-        platform::Recordset others = store.openForAdding(table);
-        others.addNew();
-        others.set(u"diveid", diveid(number));
-        others.update();
-    }
-    together.commit();
-}
-
-/// How many dives a store holds; -1 where there is none that can be opened.
-int divesIn(const QString& path) {
-    try {
-        Database store;
-        store.open(path);
-        return static_cast<int>(store.openRecordset("SELECT * FROM main").recordCount());
-    } catch (const platform::StoreError&) {
-        return -1;
-    }
-}
-
-/// A program folder whose store holds some dives.
-class Folder {
-public:
-    explicit Folder(int dives = 3)
-        : folder(directory_.path()) {
-        store::createStore(store());
-        for (int number = 1; number <= dives; ++number) {
-            addDive(store(), number);
-        }
-    }
-
-    QString store() const { return folder.path(u"rb.mdb"); }
-    QString backup(int number) const { return folder.path(store::backupname(number)); }
-    QByteArray bytes(const QString& name) const {
-        return platform::readFile(folder.path(name)).value_or("(no file)");
-    }
-    void put(const QString& name, const QByteArray& bytes) const {
-        QVERIFY(platform::writeFileWhole(folder.path(name), bytes));
-    }
-    QStringList names() const { return folder.listFiles(QString(), QStringLiteral("*")); }
-
-private:
-    QTemporaryDir directory_{QDir(QStringLiteral("/dev/shm")).exists()
-                                 ? QStringLiteral("/dev/shm/benthor-backup")
-                                 : QDir::tempPath() + QStringLiteral("/benthor-backup")};
-
-public:
-    ProgramFolder folder;
-};
-
-/// All that a start does with the store.
-void start(const ProgramFolder& folder) {
-    store::maintainstore(folder);
-    try {
-        store::addmissingfields(folder.path(u"rb.mdb"), [](const QString&) {});
-    } catch (const platform::StoreError&) {
-        // a start goes on
-    }
-    store::makedbtxt(folder);
-}
 
 using Backups = QList<QByteArray>;
 
@@ -121,27 +36,6 @@ void fillBackups(const Folder& folder, const QList<int>& missing = {}) {
     for (const int number : missing) {
         QVERIFY(QFile::remove(folder.backup(number)));
     }
-}
-
-/// Every backup that is there is a whole store with as many dives as one of `counts` says.
-void verifyBackups(const Folder& folder, const QList<int>& counts) {
-    for (int number = 1; number <= store::kBackups; ++number) {
-        if (QFile::exists(folder.backup(number))) {
-            QVERIFY2(store::examinestore(folder.backup(number)).sound(), qPrintable(folder.backup(number)));
-            QVERIFY2(counts.contains(divesIn(folder.backup(number))), qPrintable(folder.backup(number)));
-        }
-    }
-}
-
-QByteArray torn(const QByteArray& store) {
-    return store.first(store.size() / 2 + 100);
-}
-
-QByteArray scribbled(QByteArray store) {
-    for (qsizetype at = 4096; at < store.size(); at += 512) {
-        store.replace(at, 200, QByteArray(200, '\xa5'));
-    }
-    return store;
 }
 
 } // namespace
@@ -175,20 +69,6 @@ private slots:
     void aDiskThatFailsOnceAtAnyStepLosesNothing();
     void aDiskThatFailsFromAnyStepOnLosesNothing();
     void killedAtAnyStepOfAStartNothingIsLost();
-
-    void theMissingStoreComesFromTheNewestBackup();
-    void aJournalThatWasLeftIsNotPlayedIntoTheBackup();
-
-    void aRestoreTakesTheChosenStoreAndKeepsThePresentOne();
-    void aRestoreWorksOverADamagedStoreAndWithoutAny();
-    void aFileOfAnotherEndingIsPassedOver();
-    void whatIsNoSoundStoreIsRefusedByName_data();
-    void whatIsNoSoundStoreIsRefusedByName();
-    void aStoreWithAnUnfinishedChangeBesideItIsRefused();
-    void aStoreThatAnotherProgramHoldsIsNotReplaced();
-    void theStoreItselfMayBeChosen();
-    void aRestoreThatFailsAtAnyStepLeavesAWholeStore();
-    void killedAtAnyStepOfARestoreNothingIsLost();
 
     void packingByHandFindsNoFolderAndEnds();
 };
@@ -291,19 +171,7 @@ void TestBackup::anUnfinishedChangeIsRolledBackFirst() {
 }
 
 void TestBackup::aDamagedStoreIsKeptAsideAndTheBackupsStay_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    const Folder folder(30);
-    const QByteArray good = folder.bytes("rb.mdb");
-    QTest::newRow("torn off") << torn(good);
-    QTest::newRow("scribbled over") << scribbled(good);
-    QTest::newRow("no store at all") << QByteArray(5000, 'x');
-    QTest::newRow("empty") << QByteArray();
-    {
-        SQLite::Database other(folder.folder.path(u"other").toStdString(),
-                               SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-        other.exec("CREATE TABLE songs (name TEXT)");
-    }
-    QTest::newRow("another program's") << folder.bytes("other");
+    addDamagedStores();
 }
 
 void TestBackup::aDamagedStoreIsKeptAsideAndTheBackupsStay() {
@@ -580,165 +448,6 @@ void TestBackup::killedAtAnyStepOfAStartNothingIsLost() {
         }
     }
     QVERIFY(step > 15);
-}
-
-void TestBackup::theMissingStoreComesFromTheNewestBackup() {
-    const Folder folder;
-    QVERIFY(QFile::rename(folder.store(), folder.backup(1)));
-    QVERIFY(store::restorebackup(folder.folder));
-    QCOMPARE(divesIn(folder.store()), 3);
-    QVERIFY(QFile::remove(folder.backup(1)));
-    QVERIFY(QFile::remove(folder.store()));
-    QVERIFY(!store::restorebackup(folder.folder));
-    QVERIFY(!QFile::exists(folder.store()));
-}
-
-void TestBackup::aJournalThatWasLeftIsNotPlayedIntoTheBackup() {
-    const Folder folder;
-    QVERIFY(QFile::rename(folder.store(), folder.backup(1)));
-    for (const QString& suffix : platform::journalSuffixes()) {
-        folder.put(QStringLiteral("rb.mdb") + suffix, "of another store");
-    }
-    QVERIFY(store::restorebackup(folder.folder));
-    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb.mdb"}));
-}
-
-void TestBackup::aRestoreTakesTheChosenStoreAndKeepsThePresentOne() {
-    const Folder folder(5);
-    const Folder other(2);
-    for (const char* const kept : {"rb-replaced.mdb", "rb-replaced2.mdb"}) {
-        const QByteArray before = folder.bytes("rb.mdb");
-        const store::Restore result = store::restorestore(folder.folder, other.store());
-        QVERIFY(result.done);
-        QCOMPARE(result.error, QString());
-        QCOMPARE(result.keptAs, QString::fromLatin1(kept));
-        QCOMPARE(folder.bytes(QString::fromLatin1(kept)), before);
-        QCOMPARE(folder.bytes("rb.mdb"), other.bytes("rb.mdb"));
-    }
-}
-
-void TestBackup::aRestoreWorksOverADamagedStoreAndWithoutAny() {
-    const Folder folder;
-    store::maintainstore(folder.folder);
-    folder.put(QStringLiteral("rb.mdb"), "damaged beyond repair");
-    folder.put(QStringLiteral("rb.mdb-journal"), "its journal");
-    store::Restore result = store::restorestore(folder.folder, folder.backup(1));
-    QVERIFY(result.done);
-    QCOMPARE(divesIn(folder.store()), 3);
-    QCOMPARE(folder.bytes("rb-replaced.mdb"), "damaged beyond repair");
-    QVERIFY(!QFile::exists(folder.store() + QStringLiteral("-journal")));
-    QVERIFY(QFile::remove(folder.store()));
-    result = store::restorestore(folder.folder, folder.backup(1));
-    QVERIFY(result.done);
-    QCOMPARE(result.keptAs, QString());
-    QCOMPARE(divesIn(folder.store()), 3);
-}
-
-void TestBackup::aFileOfAnotherEndingIsPassedOver() {
-    const Folder folder;
-    const QByteArray before = folder.bytes("rb.mdb");
-    for (const QString& chosen :
-         {QString(), folder.folder.path(u"backup.txt"), folder.folder.path(u"backup.MDB")}) {
-        const store::Restore result = store::restorestore(folder.folder, chosen);
-        QVERIFY(!result.done);
-        QCOMPARE(result.error, QString());
-    }
-    QCOMPARE(folder.bytes("rb.mdb"), before);
-    QCOMPARE(folder.names(), QStringList{"rb.mdb"});
-}
-
-void TestBackup::whatIsNoSoundStoreIsRefusedByName_data() {
-    aDamagedStoreIsKeptAsideAndTheBackupsStay_data();
-}
-
-void TestBackup::whatIsNoSoundStoreIsRefusedByName() {
-    QFETCH(QByteArray, bytes);
-    const Folder folder;
-    const QByteArray before = folder.bytes("rb.mdb");
-    folder.put(QStringLiteral("backup7.mdb"), bytes);
-    const store::Restore result = store::restorestore(folder.folder, folder.backup(7));
-    QVERIFY(!result.done);
-    QVERIFY2(result.error.contains(folder.backup(7)), qPrintable(result.error));
-    QCOMPARE(folder.bytes("rb.mdb"), before);
-    QCOMPARE(folder.bytes("backup7.mdb"), bytes);
-    QCOMPARE(folder.names(), QStringList({"backup7.mdb", "rb.mdb"}));
-    const store::Restore missing = store::restorestore(folder.folder, folder.backup(8));
-    QVERIFY2(missing.error.contains(folder.backup(8)), qPrintable(missing.error));
-}
-
-void TestBackup::aStoreWithAnUnfinishedChangeBesideItIsRefused() {
-    const Folder folder;
-    const Folder other(2);
-    other.put(QStringLiteral("rb.mdb-wal"), QByteArray(64, 'w'));
-    const store::Restore result = store::restorestore(folder.folder, other.store());
-    QVERIFY(!result.done);
-    QVERIFY2(result.error.contains(other.store()), qPrintable(result.error));
-    QCOMPARE(divesIn(folder.store()), 3);
-}
-
-void TestBackup::aStoreThatAnotherProgramHoldsIsNotReplaced() {
-    const Folder folder;
-    const Folder other(2);
-    SQLite::Database holder(folder.store().toStdString(), SQLite::OPEN_READWRITE);
-    holder.exec("BEGIN EXCLUSIVE");
-    const store::Restore result = store::restorestore(folder.folder, other.store());
-    holder.exec("ROLLBACK");
-    QVERIFY(!result.done);
-    QVERIFY2(result.error.contains(QLatin1String("locked")), qPrintable(result.error));
-    QCOMPARE(divesIn(folder.store()), 3);
-}
-
-void TestBackup::theStoreItselfMayBeChosen() {
-    const Folder folder;
-    const QByteArray before = folder.bytes("rb.mdb");
-    QVERIFY(store::restorestore(folder.folder, folder.store()).done);
-    QCOMPARE(folder.bytes("rb.mdb"), before);
-}
-
-void TestBackup::aRestoreThatFailsAtAnyStepLeavesAWholeStore() {
-    bool reached = true;
-    int step = 1;
-    for (; reached; ++step) {
-        const Folder folder;
-        const Folder other(2);
-        int count = 0;
-        store::Restore result;
-        {
-            const platform::FaultInjection fault(
-                [&](std::string_view) { return ++count == step ? ENOSPC : 0; });
-            result = store::restorestore(folder.folder, other.store());
-        }
-        reached = count >= step;
-        QVERIFY(result.done || result.error.contains(other.store()));
-        QCOMPARE(divesIn(folder.store()), result.done ? 2 : 3);
-        if (QTest::currentTestFailed()) {
-            QFAIL(qPrintable(QStringLiteral("failed at step %1").arg(step)));
-        }
-    }
-    QVERIFY(step > 8);
-}
-
-void TestBackup::killedAtAnyStepOfARestoreNothingIsLost() {
-    int step = 1;
-    for (;; ++step) {
-        const Folder folder;
-        const Folder other(2);
-        const bool killed =
-            tests::isKilledAt(step, [&] { store::restorestore(folder.folder, other.store()); });
-        const int dives = divesIn(folder.store());
-        QVERIFY(dives == 3 || (dives == 2 && divesIn(folder.folder.path(u"rb-replaced.mdb")) == 3));
-        QVERIFY(store::examinestore(folder.store()).sound());
-        start(folder.folder);
-        QCOMPARE(divesIn(folder.store()), dives);
-        if (QTest::currentTestFailed()) {
-            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
-        }
-        if (!killed) {
-            QCOMPARE(dives, 2);
-            break;
-        }
-    }
-    QVERIFY(step > 8);
 }
 
 void TestBackup::packingByHandFindsNoFolderAndEnds() {
