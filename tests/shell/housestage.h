@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/look/look.h"
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/house.h"
@@ -67,5 +68,14 @@ struct Program {
     std::unique_ptr<shell::House> house;
     std::unique_ptr<QSignalSpy> ended;
 };
+
+/// The main of a test that shows the program as it looks to its user. A window that closes does not end it.
+template <class Test> int runAsProgram(int argc, char** argv) {
+    QApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+    look::apply(application);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
 
 } // namespace benthor::tests

@@ -3,7 +3,6 @@
 
 #include "logbook/screens/rbdetails.h"
 #include "platform/grid/flexgrid.h"
-#include "platform/look/look.h"
 #include "tests/shell/divesstage.h"
 
 #include <QComboBox>
@@ -347,10 +346,6 @@ void TestHouseDives::deletingWhileTheDetailsCloseAsksNothing() {
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHouseDives test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHouseDives>(argc, argv);
 }
 #include "test_house_dives.moc"

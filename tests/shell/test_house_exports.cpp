@@ -3,7 +3,6 @@
 #include "link/screens/pc_link_1.h"
 #include "link/screens/seriallines.h"
 #include "logbook/screens/rbmain.h"
-#include "platform/look/look.h"
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
 #include "tests/shell/housestage.h"
@@ -172,10 +171,6 @@ void TestHouseExports::aDiveWithoutGasesGivesTheHeaderAlone() {
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHouseExports test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHouseExports>(argc, argv);
 }
 #include "test_house_exports.moc"

@@ -4,7 +4,6 @@
 #include "link/screens/pc_link_1.h"
 #include "logbook/screens/rbdetails.h"
 #include "platform/grid/flexgrid.h"
-#include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/usersettings.h"
 #include "tests/shell/housestage.h"
@@ -246,10 +245,6 @@ void TestHouseLogbook::aBackupChosenOnTheSplashIsTheStoreOfThisStart() {
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHouseLogbook test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHouseLogbook>(argc, argv);
 }
 #include "test_house_logbook.moc"

@@ -1,6 +1,5 @@
 // The dive list on another store: what it says of that, what works there and what does not.
 
-#include "platform/look/look.h"
 #include "tests/shell/divesstage.h"
 
 #include <QPushButton>
@@ -212,16 +211,13 @@ void TestHouseOtherStore::aStoreThatWentAwayIsNamed() {
     QCOMPARE(program.list().text(1, kNameColumn), "dive1.txt");
     QVERIFY(BesideAnotherStore::bandShown());
     QVERIFY(listSays(program.other));
+    QCOMPARE(process().storepath, ""); // the next list does not try it again
     QVERIFY(!control<QWidget>("rbmain", "cmdownlogbook")->isVisible());
     program.remove(3); // it is the own one
     QCOMPARE(BesideAnotherStore::text("SELECT COUNT(*) FROM main"), "2");
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHouseOtherStore test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHouseOtherStore>(argc, argv);
 }
 #include "test_house_otherstore.moc"

@@ -5,7 +5,6 @@
 #include "firmware/screens/runprog.h"
 #include "guides/screens/scrsavform1.h"
 #include "link/screens/pc_link_1.h"
-#include "platform/look/look.h"
 #include "tests/shell/housestage.h"
 
 #include <QLabel>
@@ -251,10 +250,6 @@ void TestHousePlainText::everyBoxShowsWordsAsTheyStand() {
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHousePlainText test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHousePlainText>(argc, argv);
 }
 #include "test_house_plaintext.moc"

@@ -2,7 +2,6 @@
 // shown in the unit that is in force, at the same place; until then it stays in its own, numbers and words.
 
 #include "link/screens/pc_link_1.h"
-#include "platform/look/look.h"
 #include "tests/shell/divesstage.h"
 
 #include <QCheckBox>
@@ -190,10 +189,6 @@ void TestHouseUnits::withoutADiveNothingIsLoaded() {
 }
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    application.setQuitOnLastWindowClosed(false);
-    look::apply(application);
-    TestHouseUnits test;
-    return QTest::qExec(&test, argc, argv);
+    return runAsProgram<TestHouseUnits>(argc, argv);
 }
 #include "test_house_units.moc"
