@@ -91,6 +91,7 @@ private slots:
     void theChosenDiveIsHandedToTheMailer_data();
     void theChosenDiveIsHandedToTheMailer();
     void theBlueRowClickedLastIsSent();
+    void ofTwoBlueRowsTheOneClickedLastIsSent();
     void theSupportAddressIsTakenWhenItIsChosen();
     void withoutASupportAddressTheScreenSaysSo();
     void aDiveWithoutItsFileIsNotSent();
@@ -206,6 +207,20 @@ void TestRbmainPublish::theBlueRowClickedLastIsSent() {
     QVERIFY(told.contains(QStringLiteral("old/Dive01.txt")));
     QVERIFY(told.contains(diveNumber(1)));
     QVERIFY(!told.contains(diveNumber(2)));
+}
+
+void TestRbmainPublish::ofTwoBlueRowsTheOneClickedLastIsSent() {
+    const StandInMailer mailer;
+    PublishWorld world;
+    world.show();
+    world.press("Picture5(0)");
+    world.click(1);
+    world.click(2, Qt::ControlModifier);
+    world.trigger("mnuEmail");
+    QTRY_VERIFY(QFile::exists(mailer.told()));
+    const QString told = mailer.arguments().join(u'\n');
+    QVERIFY(told.contains(QStringLiteral("old/Dive02.txt")));
+    QVERIFY(!told.contains(diveNumber(1)));
 }
 
 void TestRbmainPublish::theSupportAddressIsTakenWhenItIsChosen() {

@@ -98,12 +98,16 @@ void TestDiveIdentity::ofTwoRowsWithOneIdentifierItsOwnIsFound() {
 
 void TestDiveIdentity::rowsWithoutWordsAreKnownByTheirNumber() {
     const tests::ProgramFixture program;
-    add("('D0000001', NULL, NULL), ('D0000001', '', '')");
+    add("('D0000001', NULL, NULL), ('D0000001', NULL, NULL), ('D0000001', '', '')");
     const DiveIdentity dive = first();
     QVERIFY(!dive.isKnown());
     QVERIFY(isThere(dive));
+    process().database.execute("DELETE FROM main WHERE rowid = (SELECT min(rowid) FROM main)");
+    QVERIFY(!isThere(dive)); // the other rows say as little, and are others
+    QVERIFY(!(first() == dive));
     process().database.execute("DELETE FROM main WHERE Startcode IS NULL");
-    QVERIFY(!isThere(dive)); // the other row says as little, and is another
+    QVERIFY(!first().isKnown());
+    QVERIFY(!isThere(dive));
 }
 
 void TestDiveIdentity::noDiveIsNeverFound() {
@@ -112,6 +116,7 @@ void TestDiveIdentity::noDiveIsNeverFound() {
     QVERIFY(first().isEmpty());
     QVERIFY(!isThere({}));
     QVERIFY(!isThere(first()));
+    QVERIFY(!isThere(identifydive(process().database, QString()))); // a row without an identifier is none
 }
 
 void TestDiveIdentity::lookingLeavesTheSharedRowsAlone() {
