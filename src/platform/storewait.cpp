@@ -3,6 +3,7 @@
 #include <atomic>
 #include <map>
 #include <thread>
+#include <utility>
 
 namespace benthor::platform {
 
@@ -25,6 +26,8 @@ std::map<std::string, milliseconds>& patience() {
     return left;
 }
 
+bool asking = false;
+
 /// When the process was asked to end, in the clock's own count; 0 until then.
 std::atomic<Clock::rep> ending{0};
 /// What is saved on the way out still waits for this long.
@@ -46,7 +49,17 @@ StoreWaiting::~StoreWaiting() {
 }
 
 bool goOnWaiting(StoreWait why, milliseconds waited) {
-    return !lastWaitIsOver() && (allWaitsEnd() || !currentHook() || currentHook()(why, waited));
+    if (lastWaitIsOver() || allWaitsEnd() || !currentHook()) {
+        return !lastWaitIsOver();
+    }
+    const bool before = std::exchange(asking, true);
+    const bool goesOn = currentHook()(why, waited);
+    asking = before;
+    return goesOn;
+}
+
+bool isWaiting() {
+    return asking;
 }
 
 bool waitForLock(const std::string& path) {

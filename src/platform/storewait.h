@@ -29,6 +29,9 @@ public:
 /// What the hook says; true without one. False from a second after the process was asked to end.
 bool goOnWaiting(StoreWait why, std::chrono::milliseconds waited);
 
+/// Whether the hook is being asked: a store is in the midst of its work, and nothing may use one then.
+bool isWaiting();
+
 /// How long all waits for one locked store last together, from its last change that went through.
 inline constexpr std::chrono::milliseconds kLockPatience{5000};
 

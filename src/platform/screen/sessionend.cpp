@@ -5,9 +5,11 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -42,7 +44,8 @@ SessionEnd::SessionEnd() {
             ::sigaction(number, &action, nullptr);
         }
     }
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &SessionEnd::saveWanted);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this,
+            [this] { tellBehindWaits(&SessionEnd::saveWanted); });
 }
 
 SessionEnd::~SessionEnd() {
@@ -57,7 +60,18 @@ SessionEnd::~SessionEnd() {
 void SessionEnd::heard() {
     char sign = 0;
     static_cast<void>(!::read(ends[0], &sign, 1));
-    emit ending();
+    tellBehindWaits(&SessionEnd::ending);
+}
+
+/// Whoever hears it uses the store. One that waits in the midst of its own work lets events run, and is not
+/// to be used from there.
+void SessionEnd::tellBehindWaits(void (SessionEnd::*what)()) {
+    constexpr auto kPause = std::chrono::milliseconds(20);
+    if (isWaiting()) {
+        QTimer::singleShot(kPause, this, [this, what] { tellBehindWaits(what); });
+        return;
+    }
+    emit(this->*what)();
 }
 
 } // namespace benthor::platform

@@ -19,6 +19,7 @@ signals:
 
 private:
     void heard();
+    void tellBehindWaits(void (SessionEnd::*what)());
 };
 
 } // namespace benthor::platform
