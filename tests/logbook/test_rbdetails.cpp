@@ -91,6 +91,9 @@ private slots:
     void aWindowThatIsClosedSaves();
     void aSingleQuoteIsToldInOneLine();
     void aSaveThatFailsOnTheWayOutIsAskedAbout();
+    void whatNobodyCanBeAskedAboutIsKeptInAText_data();
+    void whatNobodyCanBeAskedAboutIsKeptInAText();
+    void theTextGoesWhenTheDetailsAreStoredAfterAll();
     void aSaveThatFailsIsToldAndTheScreenStays();
 
     void buddiesAreAddedAndRemoved();
@@ -286,6 +289,63 @@ void TestRbdetails::aSaveThatFailsOnTheWayOutIsAskedAbout() {
     QVERIFY(world.dialogs.asked().first().text.startsWith(
         QLatin1String("The details of D0000001 cannot be stored.")));
     QCOMPARE(DetailsWorld::field(u"UserName"), "Anna");
+}
+
+void TestRbdetails::whatNobodyCanBeAskedAboutIsKeptInAText_data() {
+    QTest::addColumn<bool>("typed");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("the session ends") << true << false;
+    QTest::newRow("nothing was typed") << false << false;
+    QTest::newRow("the user says No") << true << true;
+}
+
+void TestRbdetails::whatNobodyCanBeAskedAboutIsKeptInAText() {
+    QFETCH(bool, typed);
+    QFETCH(bool, asked);
+    DetailsWorld world;
+    world.screen().showScreen();
+    if (typed) {
+        world.on<QPlainTextEdit>("txtcomments").setPlainText(QStringLiteral("three\nmantas"));
+    }
+    process().database.execute("PRAGMA query_only = 1");
+    {
+        std::optional<platform::NoDialogs> noBoxes;
+        if (!asked) {
+            noBoxes.emplace();
+        }
+        world.slot.unload();
+    }
+    process().database.execute("PRAGMA query_only = 0");
+    QCOMPARE(world.dialogs.asked().size(), asked ? 1 : 0);
+    const QString place = world.folder.path(QStringLiteral("unsaved-D0000001.txt"));
+    QCOMPARE(QFile::exists(place), typed && !asked);
+    if (typed && !asked) {
+        const QByteArray text = platform::readFile(place).value_or("");
+        QVERIFY(text.contains("three\nmantas"));
+        QVERIFY(text.contains("readonly")); // the store's own reason
+    }
+}
+
+void TestRbdetails::theTextGoesWhenTheDetailsAreStoredAfterAll() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QLineEdit>("Txtdiver").setText(QStringLiteral("Anna"));
+    process().database.execute("PRAGMA query_only = 1");
+    const QString place = world.folder.path(QStringLiteral("unsaved-D0000001.txt"));
+    for (const char* const name : {"Anna", "Berta"}) { // asked to save more than once
+        const platform::NoDialogs noBoxes;
+        world.on<QLineEdit>("Txtdiver").setText(QLatin1String(name));
+        world.screen().keep();
+    }
+    const QStringList texts = QDir(QFileInfo(place).path()).entryList({QStringLiteral("unsaved-*")});
+    QCOMPARE(texts.size(), 1);
+    QVERIFY(platform::readFile(QFileInfo(place).path() + QLatin1Char('/') + texts.first())
+                .value_or("")
+                .contains("Berta"));
+    process().database.execute("PRAGMA query_only = 0");
+    world.click("cmdSave");
+    QCOMPARE(QDir(QFileInfo(place).path()).entryList({QStringLiteral("unsaved-*")}), QStringList());
+    QCOMPARE(DetailsWorld::field(u"UserName"), "Berta");
 }
 
 void TestRbdetails::aSaveThatFailsIsToldAndTheScreenStays() {

@@ -166,6 +166,7 @@ private slots:
     void aSignalSavesAllThatIsOpenAndEnds();
     void aSignalInAnImportEndsItBehindTheFileInHand();
     void beforeALogOutAllIsSavedAndStaysOpen();
+    void beforeALogOutAHeldStoreKeepsNothingBack();
     void aHeldStoreIsWaitedForOnce_data();
     void aHeldStoreIsWaitedForOnce();
     void theWaitCanBeStopped();
@@ -214,8 +215,10 @@ void TestHouseSession::aSignalSavesAllThatIsOpenAndEnds() {
     QCOMPARE(folder.get("dsort.txt").trimmed(), "l");
     if (held) {
         other.exec("ROLLBACK");
+        QVERIFY(folder.get("unsaved-D0000001.txt").contains("typed, not yet saved"));
         return;
     }
+    QCOMPARE(QDir(folder.root()).entryList({QStringLiteral("unsaved*")}), QStringList());
     platform::Database store;
     store.open(folder.path("rb.mdb"));
     QCOMPARE(store.openRecordset("SELECT * FROM main").value(u"divenote").text(), "typed, not yet saved");
@@ -266,6 +269,27 @@ void TestHouseSession::beforeALogOutAllIsSavedAndStaysOpen() {
     QVERIFY(shown("rbdetails") && shown("rbinterface") && shown("GasBlend") && shown("main"));
     QCOMPARE(program.dialogs.asked().size(), 0);
     QVERIFY(program.folder.has("gdatalast.mit"));
+    QCOMPARE(process().database.openRecordset("SELECT * FROM main").value(u"divenote").text(),
+             "typed, not yet saved");
+}
+
+void TestHouseSession::beforeALogOutAHeldStoreKeepsNothingBack() {
+    Program program;
+    platform::SessionEnd session;
+    program.house->follow(session);
+    program.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    workOnADive();
+    program.dialogs.clear();
+    SQLite::Database other(program.folder.path("rb.mdb").toStdString(), SQLite::OPEN_READWRITE);
+    hold(other, "BEGIN IMMEDIATE");
+    emit session.saveWanted();
+    other.exec("ROLLBACK");
+    QCOMPARE(program.dialogs.asked().size(), 0);
+    QVERIFY(program.folder.get("unsaved-D0000001.txt").contains("typed, not yet saved"));
+    // The user stays after all: what was typed is still on the screen, and the text goes with the first save.
+    QVERIFY(shown("rbdetails"));
+    emit session.saveWanted();
+    QVERIFY(!program.folder.has("unsaved-D0000001.txt"));
     QCOMPARE(process().database.openRecordset("SELECT * FROM main").value(u"divenote").text(),
              "typed, not yet saved");
 }

@@ -1,6 +1,8 @@
 #include "logbook/screens/rbdetails.h"
 
 #include "logbook/screens/picturetile.h"
+#include "logbook/unsaveddetails.h"
+#include "platform/files.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -18,6 +20,7 @@
 namespace benthor::logbook {
 
 using platform::dialogs;
+using platform::ProgramFolder;
 using platform::StoreError;
 
 namespace {
@@ -38,6 +41,7 @@ void rbdetails::loading() {
         dive_ = details.dive;
         show(details);
         showPickLists();
+        stored_ = edited();
     } catch (const StoreError& error) {
         centralWidget()->setEnabled(false);
         tell(error.text());
@@ -62,6 +66,7 @@ QString rbdetails::saveQuietly() {
     }
     try {
         savedetails(process().database, dive_, edited());
+        noteSaved();
         return {};
     } catch (const StoreError& error) {
         return error.text();
@@ -128,6 +133,7 @@ void rbdetails::cmdSave_click() {
     }
     try {
         const QStringList refused = savedetails(process().database, dive_, edited());
+        noteSaved();
         showPickLists();
         tell(refused.isEmpty()
                  ? QStringLiteral("Saved")
@@ -146,6 +152,7 @@ void rbdetails::saveOrAsk() {
     while (!dive_.isEmpty()) {
         try {
             savedetails(process().database, dive_, edited());
+            noteSaved();
             return;
         } catch (const StoreError& error) {
             const bool again = dialogs().confirm(
@@ -155,9 +162,30 @@ void rbdetails::saveOrAsk() {
                     .arg(dive_.diveid, error.text()),
                 QStringLiteral("Dive and Log details"), platform::BoxKind::Warning);
             if (!again) {
+                rescue(error.text());
                 return;
             }
         }
+    }
+}
+
+void rbdetails::noteSaved() {
+    stored_ = edited();
+    if (!rescued_.isEmpty()) {
+        static_cast<void>(platform::removeFile(ProgramFolder::current().path(std::exchange(rescued_, {}))));
+    }
+}
+
+/// The session ends and nobody can be asked: what was typed is kept in a text beside the store.
+void rbdetails::rescue(const QString& reason) {
+    const DiverAdds diver = edited();
+    if (!platform::withoutDialogs() || diver == stored_) {
+        return;
+    }
+    const ProgramFolder& folder = ProgramFolder::current();
+    const QString before = std::exchange(rescued_, writeunsaved(folder, dive_, diver, reason));
+    if (!before.isEmpty() && !rescued_.isEmpty()) {
+        static_cast<void>(platform::removeFile(folder.path(before)));
     }
 }
 

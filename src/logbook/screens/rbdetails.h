@@ -67,10 +67,14 @@ private:
     void showPickLists();
     DiverAdds edited() const;
     void saveOrAsk();
+    void noteSaved();
+    void rescue(const QString& reason);
     void takeInHand() const;
     void tell(const QString& quietLine);
 
     store::DiveIdentity dive_;
+    DiverAdds stored_;     ///< what the store has of it, as it stands on the screen
+    QString rescued_;      ///< name of the text that holds what could not be stored; empty: there is none
     bool deleted_ = false; ///< the dive is gone from the store
     std::array<look::NumberLabel*, 10> device_{};
     QLabel* depthcaption_ = nullptr;

@@ -135,6 +135,10 @@ NoDialogs::~NoDialogs() {
     --withoutBoxes;
 }
 
+bool withoutDialogs() {
+    return withoutBoxes > 0;
+}
+
 QString toolkitFilter(const QString& filter) {
     const QStringList parts = filter.split(u'|');
     QStringList result;

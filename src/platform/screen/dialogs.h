@@ -55,6 +55,9 @@ public:
     NoDialogs& operator=(const NoDialogs&) = delete;
 };
 
+/// Whether one of those lives: a No is then nobody's answer.
+bool withoutDialogs();
+
 /// "Words (*.txt)|*.txt|All Files (*.*)|*.*" in the toolkit's form: each description with its patterns,
 /// parted by ";;".
 QString toolkitFilter(const QString& filter);

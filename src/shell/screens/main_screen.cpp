@@ -15,6 +15,7 @@
 #include "platform/skiperrors.h"
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
+#include "shell/screens/unsavednote.h"
 #include "store/backup.h"
 #include "store/identifiers.h"
 #include "store/summary.h"
@@ -84,6 +85,7 @@ void MainScreen::loading() {
     lbltotaldive_->hide();
     lblprogress_->hide();
     Frame2_->hide();
+    unsavednote_->lookAgain();
     selectEntry(kMyDives);
     Timer4_->setEnabled(true);
 }

@@ -36,6 +36,7 @@ class TickTimer;
 namespace benthor::shell {
 
 class Neighbours;
+class UnsavedNote;
 
 /// The screen `main`, which stays for the whole run: its entries lead to everything else, its timers watch
 /// the folder of waiting dives and the link, and it runs the importer.
@@ -153,6 +154,7 @@ private:
     look::ClickableLabel* Picture9_ = nullptr;
     QLabel* Picture12_ = nullptr;
     look::NoticeBand* storenote_ = nullptr;
+    UnsavedNote* unsavednote_ = nullptr;
     bool storeHeld_ = false; ///< another program holds the store: it is looked at again
     QLabel* Label7_ = nullptr;
     QLabel* Label9_ = nullptr;

@@ -11,6 +11,7 @@
 #include "platform/look/widgets/toldbutton.h"
 #include "platform/programfolder.h"
 #include "shell/screens/neighbours.h"
+#include "shell/screens/unsavednote.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -77,6 +78,8 @@ void MainScreen::buildLayout() {
     named(storenote_->label(), "storenotewords")->setTextFormat(Qt::PlainText);
     storenote_->hide();
     down->addWidget(storenote_);
+    unsavednote_ = new UnsavedNote;
+    down->addWidget(unsavednote_);
 
     auto* card = new look::Card;
     card->body()->setContentsMargins(0, 0, 0, 0);
