@@ -15,6 +15,7 @@ class TestSessionEnd : public QObject {
 
 private slots:
     void aSignalUnderAStoreThatWaitsIsHeardBehindTheWait();
+    void behindASignalNoLockIsWaitedForLong();
 };
 
 /// Whoever saves then would use the very store that is in the midst of a change.
@@ -31,6 +32,17 @@ void TestSessionEnd::aSignalUnderAStoreThatWaitsIsHeardBehindTheWait() {
     QVERIFY(!platform::waitForLock("some.mdb"));
     QCOMPARE(underTheWait, 0);
     QTRY_COMPARE(ending.size(), 1);
+}
+
+/// A second in all, in rounds of no less than a fiftieth of it; without a signal there are five times as
+/// many.
+void TestSessionEnd::behindASignalNoLockIsWaitedForLong() {
+    platform::endAllWaits();
+    int rounds = 0;
+    while (platform::waitForLock("another.mdb")) {
+        ++rounds;
+    }
+    QVERIFY2(rounds <= 51, qPrintable(QString::number(rounds)));
 }
 
 QTEST_MAIN(TestSessionEnd)
