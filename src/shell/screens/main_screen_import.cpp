@@ -78,7 +78,8 @@ public:
         screen_.lblcopying_->show();
         screen_.sweep_->advance();
     }
-    /// Keys and clicks wait in their queue, ticks are held, and no line is served.
+    /// Keys and clicks wait in their queue and ticks are held. Lines wait only where the desktop's event
+    /// dispatcher can hold them back, so what they bring must do no harm here.
     void paint() override {
         constexpr int kPause = 30; // milliseconds
         if (screen_.isUnloaded() || (painted_.isValid() && painted_.elapsed() < kPause)) {
