@@ -155,6 +155,9 @@ void rbdetails::saveOrAsk() {
             noteSaved();
             return;
         } catch (const StoreError& error) {
+            if (edited() == stored_) {
+                return; // nothing was typed since, and nothing is lost
+            }
             const bool again = dialogs().confirm(
                 this,
                 QStringLiteral(
@@ -178,12 +181,11 @@ void rbdetails::noteSaved() {
 
 /// The session ends and nobody can be asked: what was typed is kept in a text beside the store.
 void rbdetails::rescue(const QString& reason) {
-    const DiverAdds diver = edited();
-    if (!platform::withoutDialogs() || diver == stored_) {
+    if (!platform::withoutDialogs()) {
         return;
     }
     const ProgramFolder& folder = ProgramFolder::current();
-    const QString before = std::exchange(rescued_, writeunsaved(folder, dive_, diver, reason));
+    const QString before = std::exchange(rescued_, writeunsaved(folder, dive_, edited(), reason));
     if (!before.isEmpty() && !rescued_.isEmpty()) {
         static_cast<void>(platform::removeFile(folder.path(before)));
     }
