@@ -66,9 +66,11 @@ void lookAtRow(const GasPlan& plan, int i, QList<WrongCell>& wrong) {
 
 void lookAtSettings(const GasPlan& plan, QList<WrongCell>& wrong) {
     const Settings& settings = plan.settings;
-    if (!plan.Text5.isEmpty() && !cellnumber(plan.Text5)) {
-        wrong +=
-            {Cell::Maximum, -1, QStringLiteral("Max PPO2"), must(plan.Text5, "it must be a number of bar")};
+    const bool number = plan.Text5.isEmpty() || cellnumber(plan.Text5);
+    if (!number || plan.headfeet != plan.feet()) {
+        wrong += {Cell::Maximum, -1, QStringLiteral("Max PPO2"),
+                  must(plan.Text5, number ? "the change of unit waits for a number from 0 to 2.0 bar"
+                                          : "it must be a number of bar")};
     }
     struct Box {
         Cell cell;

@@ -27,7 +27,7 @@ struct WrongCell {
 
 /// The cells that are no number of their kind or do not fit their places, the table first. A helium cell with
 /// a point that fits is none of them: the guards of the sending refuse it. An empty greatest PPO2 is none
-/// either.
+/// either, one that a change of unit waits for is.
 QList<WrongCell> wrongcells(const GasPlan& plan);
 
 /// Why the screen's text may not leave; empty: it may.

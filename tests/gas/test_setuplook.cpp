@@ -58,6 +58,7 @@ private slots:
     void halfAMixNeverStandsInTheText();
     void heliumWithAPointIsLeftToTheGuard();
     void aDecimalCommaIsAPoint();
+    void aChangeOfUnitThatEndedEarlyLetsNothingLeave();
     void whatIsOutOfPlaceIsNamed();
     void aBodyOfTheLinkIsComparedWithWhatIsShown();
     void aBodyFromAFileIsLookedAtByItself();
@@ -205,6 +206,26 @@ void TestSetuplook::aDecimalCommaIsAPoint() {
     settings.sptext = QStringLiteral("1,10");
     typesettings(table.plan, settings);
     QCOMPARE(table.plan.settings.sptext, "1.10");
+}
+
+/// Letters ended the change of unit; a number that is told and left alone does not take it up again: the
+/// heads still say metres, and 56 would leave as feet.
+void TestSetuplook::aChangeOfUnitThatEndedEarlyLetsNothingLeave() {
+    for (const char* const left : {"3", "-1"}) {
+        Table table;
+        table.type(Cell::Maximum, -1, QStringLiteral("1.4x"));
+        chooseunits(table.plan, true, table.told.say);
+        table.type(Cell::Maximum, -1, QLatin1String(left));
+        QVERIFY(!table.plan.headfeet);
+        QCOMPARE(table.plan.rows[0].MOD, "56");
+        QCOMPARE(table.wrong(), QStringList("Max PPO2"));
+        QVERIFY(saverefusal(table.plan).contains(QLatin1String("Max PPO2: holds")));
+        QVERIFY(!refusalof(table.plan, table.plan.Text7, kMoment).isEmpty());
+        table.type(Cell::Maximum, -1, QStringLiteral("1.4"));
+        QCOMPARE(table.wrong(), QStringList());
+        QCOMPARE(table.plan.rows[0].MOD, "181");
+        QCOMPARE(refusalof(table.plan, table.plan.Text7, kMoment), "");
+    }
 }
 
 void TestSetuplook::whatIsOutOfPlaceIsNamed() {
