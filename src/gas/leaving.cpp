@@ -75,7 +75,9 @@ Update Command1_click(GasPlan& plan, link::SetupLink& link, const Say& say, cons
     if (!agreed(plan, textof(plan, now), device, agree)) {
         return Update::Refused;
     }
-    link.sendSetup();
+    if (!link.sendSetup()) {
+        plan.agreed.clear(); // it did not go
+    }
     return Update::Sent;
 }
 

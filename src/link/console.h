@@ -56,7 +56,7 @@ QString goeswords(const Console& console);
 void dooptioncheck(LinkState& link);
 /// The text to send as a setup, in one write. A closed port is skipped silently, here as by all commands; a
 /// line that is cut or takes nothing is told.
-void send_data(LinkState& link, LinkHost& host);
+platform::Written send_data(LinkState& link, LinkHost& host);
 
 // Steps of the supervision's tick.
 

@@ -28,6 +28,7 @@ void takedirectory(LinkState& link, LinkHost& host) {
     host.setHourglass(false);
     markstoreddives(link);
     link.hidessetup = isThirdVersion(link.Text4.bytes());
+    link.owessetup = true; // what came before may be another device's
     if (link.hidessetup) {
         return;
     }
@@ -43,6 +44,7 @@ void takesetup(LinkState& link, LinkHost& host) {
     const QByteArray setup = link.Text4.bytes();
     link.console.Text7 = QString::fromLatin1(setup);
     link.Timer2 = false;
+    link.owessetup = false;
     host.setupReceived(setup);
     Label19_click(link, host, kChoiceIntervalGet);
     link.rxbuf.clear();

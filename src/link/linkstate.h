@@ -163,9 +163,10 @@ struct LinkState {
     bool Timer5 = false;
     bool Timer6 = false;
     bool Timer8 = true;
+    bool hidessetup = false; ///< the last directory was of a device whose setup cannot be read
+    bool owessetup = false;  ///< since the last directory no setup has come
 
     Directory Mgrid;
-    bool hidessetup = false; ///< the last directory was of a device whose setup cannot be read
     Console console;
     Download download;
 };

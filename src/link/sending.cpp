@@ -125,9 +125,9 @@ void Command5_click(LinkState& link, LinkHost& host) {
     }
 }
 
-void send_data(LinkState& link, LinkHost& host) {
+Written send_data(LinkState& link, LinkHost& host) {
     const QByteArray setup = "G   " + process().uploadtext.toLatin1() + kEscape + "\r\n";
-    put(link, host, setup, sentsetup());
+    return put(link, host, setup, sentsetup());
 }
 
 void Label19_click(LinkState& link, LinkHost& host, int index) {

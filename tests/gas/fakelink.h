@@ -17,6 +17,8 @@ public:
     QByteArray received;
     bool waits = false;
     bool hides = false;
+    bool owes = false;
+    bool leaves = true; ///< what is sent leaves whole
     bool downloading = false;
     QStringList sent; ///< texts that went out
     QString textToSend;
@@ -33,11 +35,13 @@ public:
     QByteArray receivedText() const override { return received; }
     bool waitsForDirectory() const override { return waits; }
     bool hidesSetup() const override { return hides; }
+    bool owesSetup() const override { return owes; }
     void setTextToSend(const QString& text) override { textToSend = text; }
     void prepareSetup() override { asked += QStringLiteral("prepareSetup"); }
-    void sendSetup() override {
+    bool sendSetup() override {
         asked += QStringLiteral("sendSetup");
         sent += process().uploadtext;
+        return leaves;
     }
     bool refreshRests() const override { return downloading; }
     void refreshDirectory() override { asked += QStringLiteral("refreshDirectory"); }

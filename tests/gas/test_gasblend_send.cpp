@@ -71,6 +71,8 @@ private slots:
     void withoutADeviceNothingIsAsked();
     void theLineBesideUpdateShowsTheWarnings();
     void aDeviceOfTheThirdVersionHasItsLine();
+    void whatAnotherDeviceReportedDoesNotSpeakForThisOne();
+    void whatDidNotLeaveIsAskedAgain();
     void theChangesSayWhatGoesOut();
 
     void lettersInTheMaximumEndTheChangeOfUnits();
@@ -282,6 +284,47 @@ void TestGasBlendSend::aDeviceOfTheThirdVersionHasItsLine() {
     stage.update();
     QCOMPARE(stage.questions(), 0);
     QCOMPARE(stage.link.sent.size(), 1);
+    stage.type("sptext", QStringLiteral("0.30")); // a warning does not push it away
+    QVERIFY(stage.line("lookBand").startsWith(QLatin1String("PPO2 Set Point")));
+    QVERIFY(stage.line("lookBand").endsWith(QLatin1String("(and 1 more)")));
+    QVERIFY(stage.control("lookBand")->toolTip().contains(QLatin1String("cannot be read")));
+}
+
+/// Another device at the same desk: its directory has come, its setup has not.
+void TestGasBlendSend::whatAnotherDeviceReportedDoesNotSpeakForThisOne() {
+    Connected stage;
+    stage.update();
+    QCOMPARE(stage.questions(), 0);
+    stage.link.owes = true;
+    stage.tick();
+    QVERIFY(stage.line("lookBand").contains(QLatin1String("have not been read")));
+    stage.update();
+    QCOMPARE(stage.questions(), 1);
+    stage.link.owes = false; // a run ended the wait, and nothing came
+    stage.tick();
+    stage.update();
+    QCOMPARE(stage.questions(), 2);
+    stage.screen->receiveSetup(stockFile().first(222));
+    stage.tick();
+    QCOMPARE(stage.line("lookBand"), "");
+}
+
+/// A setup that did not leave was not agreed to for the next time.
+void TestGasBlendSend::whatDidNotLeaveIsAskedAgain() {
+    Connected stage;
+    stage.type("sptext", QStringLiteral("0.30"));
+    stage.link.leaves = false;
+    for (int times = 1; times <= 2; ++times) {
+        stage.dialogs.answer(true);
+        stage.update();
+        QCOMPARE(stage.questions(), times);
+    }
+    stage.link.leaves = true;
+    stage.dialogs.answer(true);
+    stage.update();
+    QCOMPARE(stage.questions(), 3);
+    stage.update();
+    QCOMPARE(stage.questions(), 3);
 }
 
 void TestGasBlendSend::theChangesSayWhatGoesOut() {
@@ -347,7 +390,11 @@ void TestGasBlendSend::theWheelChangesNothingWithoutTheFocus() {
 
 void TestGasBlendSend::anImportKeepsUpdatesAndSavesBack() {
     Connected stage;
+    QVERIFY(stage.screen->setupMayGo({stage.screen->plan().Text7, false}));
     process().importing = true;
+    QVERIFY(!stage.screen->setupMayGo({stage.screen->plan().Text7, false}));
+    QVERIFY(stage.dialogs.messages().last().contains(QLatin1String("import")));
+    stage.dialogs.clear();
     stage.type("sptext", QStringLiteral("1.15"));
     stage.update();
     stage.dialogs.answerFile(stage.folder.path("plan.mit"));

@@ -88,6 +88,9 @@ void GasBlend::Timer5_tick() {
         if (!isUnloaded()) {
             unreadable_ = neighbours_.setupLink().hidesSetup();
             refreshrests_ = neighbours_.setupLink().refreshRests();
+            if (neighbours_.setupLink().owesSetup()) {
+                reported_.clear();
+            }
         }
     });
 }

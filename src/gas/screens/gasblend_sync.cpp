@@ -79,12 +79,10 @@ void GasBlend::syncLook() {
                                                 : QStringLiteral("Changes (%1)").arg(changes_->changes())) +
                           (sign ? QStringLiteral(" !") : QString()));
     tabs_->setTabToolTip(kChangesTab, sign ? QStringLiteral("Look at the line beside Update") : QString());
-    const QStringList lines =
-        !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1)
-        : connected && unreadable_ && warnings.isEmpty()
-            ? QStringList{QStringLiteral("The settings of this device cannot be read: an update "
-                                         "replaces all of them.")}
-            : warnings;
+    QStringList lines = !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1) : warnings;
+    if (reason.isEmpty() && connected && unreadable_) {
+        lines += QStringLiteral("The settings of this device cannot be read: an update replaces all of them.");
+    }
     showLines(*look_, !reason.isEmpty() ? QStringLiteral("Not sent: ") : QString(), lines);
 }
 

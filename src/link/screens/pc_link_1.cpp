@@ -90,16 +90,18 @@ void PC_Link_1::prepareSetup() {
     perform([this] { dooptioncheck(link_); });
 }
 
-void PC_Link_1::sendSetup() {
-    perform([this] {
+bool PC_Link_1::sendSetup() {
+    bool left = false;
+    perform([this, &left] {
         // It would fall into the dive, and the device might take neither.
         if (awaitsdive(link_)) {
             host_->message(
                 QStringLiteral("A dive is being downloaded. Send the setup when the download is over."), {});
             return;
         }
-        send_data(link_, *host_);
+        left = send_data(link_, *host_) == platform::Written::Whole;
     });
+    return left;
 }
 
 /// From the first request of a run on, before its first tick has laid the wait frame.

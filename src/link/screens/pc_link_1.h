@@ -53,9 +53,10 @@ public:
     QByteArray receivedText() const override { return link_.Text4.bytes(); }
     bool waitsForDirectory() const override { return link_.Timer2; }
     bool hidesSetup() const override { return link_.hidessetup; }
+    bool owesSetup() const override { return link_.owessetup; }
     void setTextToSend(const QString& text) override;
     void prepareSetup() override;
-    void sendSetup() override;
+    bool sendSetup() override;
     bool refreshRests() const override;
     void refreshDirectory() override;
 
