@@ -1,6 +1,7 @@
 // What leaves the gas screen, and what keeps it there.
 
 #include "gas/screens/gasblend.h"
+#include "platform/faultpoint.h"
 #include "platform/look/look.h"
 #include "tests/gas/gasstage.h"
 
@@ -216,10 +217,14 @@ void TestGasBlendSend::aClosingThatCannotSaveSaysSo() {
 /// The file holds another reply, which is not what the device sent.
 void TestGasBlendSend::aReplyThatCannotBeWrittenIsTheToldError() {
     Connected stage;
-    QVERIFY(QFile::remove(stage.folder.path("gdatalastrec.mit")));
-    QVERIFY(QDir(stage.folder.root()).mkdir(QStringLiteral("gdatalastrec.mit")));
+    stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P110"));
+    stage.type("sptext", QStringLiteral("1.15"));
     const QString before = stage.text("sptext");
-    stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P070"));
+    {
+        const platform::FaultInjection full([](std::string_view step) { return step == "write" ? ENOSPC : 0; });
+        stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P070"));
+    }
+    QCOMPARE(stage.folder.get("gdatalastrec.mit").mid(184, 4), "P110"); // readable, and not read
     QCOMPARE(stage.dialogs.messages(), QStringList{"Error in file gdatalastrec.mit"});
     QCOMPARE(stage.text("sptext"), before);
     stage.update(); // it was not read
@@ -449,7 +454,8 @@ void TestGasBlendSend::whatTheDeviceReplacedComesBack() {
     QCOMPARE(stage.text("Text3(0)"), "56");
     QVERIFY(stage.line("replacedBand").contains(QLatin1String("the setup that the device sent")));
     QVERIFY(back->isEnabled());
-    stage.screen->receiveSetup(stockFile().first(222)); // nothing was typed since
+    // Nothing was typed since, though this is another setup.
+    stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P070"));
     back->trigger();
     QCOMPARE(stage.text("Text3(0)"), "41");
     QCOMPARE(stage.text("sptext"), "1.15");
