@@ -99,6 +99,14 @@ Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent
     return written;
 }
 
+void putrequest(LinkHost& host, const QByteArray& bytes, const QString& what) {
+    if (host.MSComm1().Output(bytes) == Written::Stuck) {
+        host.message(what + QStringLiteral(" was not sent whole: the line to the device took nothing for two "
+                                           "seconds, and no answer will come.\r\nCheck adapter and cable, "
+                                           "leave by Menu Screen, and try again."));
+    }
+}
+
 bool bodymaygo(const LinkState& link, LinkHost& host) {
     const Console& console = link.console;
     const Body body = bodyinhand(console);

@@ -20,6 +20,10 @@ Sent sentsetup();
 /// skipped silently.
 platform::Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent& sent);
 
+/// A request whose answer the ticks wait for: "The request for dives". A line that takes nothing is told; the
+/// wait for it stays, and so does that on a cut line, which shows by itself.
+void putrequest(LinkHost& host, const QByteArray& bytes, const QString& what);
+
 /// A setup is looked at before the first byte that leads it. False: it stays, and that was told.
 bool bodymaygo(const LinkState& link, LinkHost& host);
 /// A book or a logo needs a file that was opened and is named; else it does not even begin, and that is told.

@@ -1,3 +1,4 @@
+#include "link/body.h"
 #include "link/directory.h"
 #include "link/divefile.h"
 #include "link/download.h"
@@ -30,9 +31,7 @@ void Command1_click(LinkState& link, LinkHost& host) {
     link.Text4.assign(command);
     link.divesaved = false;
     link.download.divecommand = command;
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output(command);
-    }
+    putrequest(host, command, requestfordives());
 }
 
 void Command9_click(LinkState& link, LinkHost& host) {

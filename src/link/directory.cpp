@@ -1,4 +1,5 @@
 #include "link/directory.h"
+#include "link/body.h"
 #include "link/console.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
@@ -32,9 +33,7 @@ void takedirectory(LinkState& link, LinkHost& host) {
     if (link.hidessetup) {
         return;
     }
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output("H");
-    }
+    putrequest(host, "H", QStringLiteral("The request for the setup"));
     link.rxbuf.clear();
     link.Text4.clear();
     link.Timer2 = true;

@@ -25,6 +25,10 @@ const QByteArray& divebeacon() {
     return beacon;
 }
 
+QString requestfordives() {
+    return QStringLiteral("The request for dives");
+}
+
 QString downloadfailed() {
     return QStringLiteral("Error downloading.. Click Refresh and try again!");
 }

@@ -16,6 +16,8 @@ class DownloadError : public std::runtime_error {
 const QByteArray& divebeacon();
 /// What the user is told of it.
 QString downloadfailed();
+/// What asks the device for dives, in words.
+QString requestfordives();
 /// Path of the file of waiting dives that `name` stands for: a backslash parts folders as a slash does.
 QString waitingpath(const QString& name);
 /// Puts `text` and a line end into the file of waiting dives, whole. A file that waits there under that name

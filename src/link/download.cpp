@@ -1,4 +1,5 @@
 #include "link/download.h"
+#include "link/body.h"
 #include "link/directory.h"
 #include "link/divefile.h"
 #include "platform/programfolder.h"
@@ -64,9 +65,7 @@ void sendandwait(LinkState& link, LinkHost& host, const QByteArray& command) {
     link.download.divecommand = command;
     link.download.cut = false;
     link.Timer3 = true;
-    if (host.MSComm1().PortOpen()) {
-        host.MSComm1().Output(command);
-    }
+    putrequest(host, command, requestfordives());
 }
 
 void getrows(LinkState& link, LinkHost& host, bool storedToo) {

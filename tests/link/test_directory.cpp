@@ -189,6 +189,32 @@ private slots:
         QVERIFY(stage.link.Text4.isEmpty());
     }
 
+    void aRequestForTheSetupThatTheLineDoesNotTakeIsTold() {
+        Stage stage;
+        stage.host.line.takes = 0;
+        stage.link.rxbuf.append("ver=V2.31\rEnd");
+        Timer2_tick(stage.link, stage.host);
+        QCOMPARE(stage.host.messages.size(), 1);
+        QVERIFY(stage.host.messages[0].startsWith("The request for the setup was not sent whole: "));
+        QVERIFY(stage.link.owessetup);
+    }
+
+    void fromADirectoryOnTheSetupIsOwedUntilItComes() {
+        for (const char* const version : {"V2.31", "V3.10"}) {
+            Stage stage;
+            QVERIFY(!stage.link.owessetup);
+            stage.link.rxbuf.append(QByteArray("ver=") + version + "\rEnd");
+            Timer2_tick(stage.link, stage.host);
+            QVERIFY(stage.link.owessetup);
+            QCOMPARE(stage.link.hidessetup, version == QByteArray("V3.10"));
+            if (!stage.link.hidessetup) {
+                stage.link.rxbuf.append("A079 000 0400 1 Y");
+                Timer2_tick(stage.link, stage.host);
+                QVERIFY(!stage.link.owessetup);
+            }
+        }
+    }
+
     void aSetupWithoutAirInGasNullIsNotRecognised() {
         Stage stage;
         stage.receive("A068 000 0660 1 Y1 Z");

@@ -169,6 +169,36 @@ private slots:
         QCOMPARE(stage.link.download.divecommand, QByteArray("D0"));
     }
 
+    /// A cable that is out shows on the wait frame; a line that takes nothing shows nowhere else.
+    void aRequestThatTheLineDoesNotTakeIsTold() {
+        using Click = void (*)(LinkState&, LinkHost&);
+        const Click backup = [](LinkState& link, LinkHost& host) {
+            link.AFLabel3.text = QStringLiteral("Connected");
+            mnubackdive_click(link, host);
+        };
+        for (const Click click : {cmddownload_click, cmddownloadall_click, Command1_click, backup}) {
+            Stage stage;
+            stage.select({1, 2});
+            setstartdivenum(stage.link, QStringLiteral("1"));
+            stage.host.line.takes = 1;
+            click(stage.link, stage.host);
+            QCOMPARE(stage.host.line.sent, QByteArray("D"));
+            QCOMPARE(stage.host.messages.size(), 1);
+            QVERIFY2(stage.host.messages[0].startsWith("The request for dives was not sent whole: the line to "
+                                                       "the device took nothing for two seconds"),
+                     qPrintable(stage.host.messages[0]));
+            QVERIFY(stage.link.Timer3 || stage.link.capturemode); // what waits, waits on
+        }
+        Stage next; // in the middle of a run
+        next.select({1, 2});
+        cmddownload_click(next.link, next.host);
+        next.host.line.takes = 0;
+        next.receive("ver=V2.31 End");
+        next.tick();
+        QCOMPARE(next.host.messages.size(), 1);
+        QVERIFY(next.link.Timer3);
+    }
+
     void aTickShowsWhatHasCome() {
         Stage stage;
         stage.select({1});
