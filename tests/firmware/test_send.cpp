@@ -1,15 +1,15 @@
 // The image on its way: what leaves, byte by byte, and what ends it.
 
-#include "tests/firmware/fakereproghost.h"
+#include "tests/firmware/sendstage.h"
 #include "tests/link/vectors.h"
 
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 using namespace benthor;
 using namespace benthor::firmware;
 using namespace std::chrono_literals;
-using tests::FakeReprogHost;
+using tests::Sending;
+using tests::toldSum;
 
 namespace {
 
@@ -17,57 +17,6 @@ const QString kBadFile = QStringLiteral("Bad input file. Make sure correct file 
 const QString kNotReprogrammed =
     QStringLiteral("Problem probably due to leaving KD too long before clicking Download OK!\r\n"
                    "Not reprogrammed! Click refresh, and try again.");
-
-QByteArray toldSum(qint64 sum) {
-    return QByteArray::number(sum, 16).toUpper().rightJustified(8, '0') + "  Prog y/n\r\n";
-}
-
-/// A session that stands in the mode, with an image of that many bytes, a star ahead.
-struct Sending {
-    explicit Sending(int length = 7040, const QString& name = QStringLiteral("a.sog"), char first = '*') {
-        host.line.open = true;
-        freecontrols(state);
-        state.reprogfolder = folder.path();
-        state.Text4.assign("REPROG MODE type rb");
-        image = QByteArray(length, '\0');
-        for (int at = 0; at < length; ++at) {
-            image[at] = static_cast<char>(at * 7 + at / 128);
-        }
-        if (length > 0) {
-            image[0] = first;
-        }
-        put(name, image);
-        state.Text5 = folder.filePath(name);
-    }
-    void put(const QString& name, const QByteArray& bytes) {
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-            qFatal("no image");
-        }
-    }
-    void send() { Command5_click(state, host); }
-    /// The device tells in the wait what it received.
-    void tellSum(qint64 more) {
-        host.onPause = [this, more] {
-            if (host.pauses.size() == 1) {
-                host.line.waiting += toldSum(state.sum + more);
-            }
-        };
-    }
-    /// What is on the line once the loop over the image has ended, as a text.
-    QByteArray behind(qsizetype blocks) const {
-        QByteArray text;
-        for (size_t at = static_cast<size_t>(blocks); at < host.line.writes.size(); ++at) {
-            text += host.line.writes[at];
-        }
-        return text;
-    }
-
-    QTemporaryDir folder;
-    QByteArray image;
-    ReprogState state;
-    FakeReprogHost host;
-};
 
 } // namespace
 
@@ -93,14 +42,6 @@ private slots:
     void aDeviceThatSpeaksEndsTheSendAtTheNextFiftiethBlock();
     void theEndOfThePageBeforeEndsNothing();
     void anEndThatComesInTwoPiecesIsSeen();
-    void aCutLineEndsTheSend();
-    void aStuckLineEndsTheSendInsideItsBlock();
-    void aLineThatIsLostNowhereLetsAnythingFollow();
-    void onALineCutWhileIdleNotOneByteIsTried();
-    void aCutInTheFinalPhaseIsTold();
-    void aCutUnderTheYesLeavesTheOutcomeOpen();
-    void aLostCommandEndsAheadOfTheImage();
-    void aBookOnALostLineEndsWithoutItsEnd();
     void aClosedScreenWritesNothingMore();
     void theBlinkIsOnForTwoUpdatesAndOffForOne();
     void theBarAndTheTextFollow();
@@ -318,174 +259,6 @@ void TestSend::anEndThatComesInTwoPiecesIsSeen() {
     stage.send();
     QCOMPARE(stage.host.line.writes.size(), size_t{152});
     QVERIFY(!stage.state.sentmark);
-}
-
-void TestSend::aCutLineEndsTheSend() {
-    Sending stage(40000);
-    stage.host.line.onOutput = [&](const QByteArray&) {
-        if (stage.host.line.writes.size() == 12) {
-            stage.host.line.open = false;
-        }
-    };
-    stage.send();
-    QCOMPARE(stage.host.line.writes.size(), size_t{12});
-    QCOMPARE(stage.host.messages.size(), 1);
-    QVERIFY(stage.host.messages[0].startsWith(
-        "Not reprogrammed! The line to the device was cut after 1281 bytes."));
-    QVERIFY(!stage.state.sentmark);
-    QVERIFY(stage.state.idleflag);
-}
-
-/// Half of a block went: nothing of the rest and nothing behind it follows.
-void TestSend::aStuckLineEndsTheSendInsideItsBlock() {
-    Sending stage(40000);
-    stage.host.line.takes = 2 + 128 * 5 + 64;
-    stage.send();
-    QCOMPARE(stage.host.line.sent, "&" + stage.image.first(1 + 128 * 5 + 64));
-    QCOMPARE(
-        stage.host.messages,
-        QStringList("Not reprogrammed! The line to the device took nothing for two seconds, after 769 bytes."
-                    "\r\nCheck adapter and cable, click Refresh, and try again."));
-    QVERIFY(!stage.state.sentmark);
-    QCOMPARE(stage.state.sendstate, 0);
-    QVERIFY(stage.state.idleflag);
-    QVERIFY(stage.state.Timer1);
-    QVERIFY(!stage.host.blink);
-    QVERIFY(stage.host.pauses.empty());
-}
-
-/// At every byte that a session puts on the line, one after another: what follows it, the two marks and the
-/// verdict included, stays away.
-void TestSend::aLineThatIsLostNowhereLetsAnythingFollow() {
-    Sending whole(129 + 128);
-    whole.send(); // the device tells no sum: the longest way, up to "n"
-    const QByteArray all = whole.host.line.sent;
-    for (const bool stuck : {true, false}) {
-        for (qsizetype place = 0; place < all.size(); ++place) {
-            Sending stage(129 + 128);
-            if (stuck) {
-                stage.host.line.takes = place;
-            } else {
-                stage.host.line.onOutput = [&](const QByteArray&) {
-                    if (stage.host.line.sent.size() > place) {
-                        stage.host.line.cut();
-                    }
-                };
-            }
-            stage.send();
-            QVERIFY(all.startsWith(stage.host.line.sent));
-            QVERIFY(stuck ? stage.host.line.sent.size() == place
-                          : stage.host.line.sent.size() <= place + 128);
-            QCOMPARE(stage.host.messages.size(), 1);
-            QVERIFY(stage.host.messages[0].contains("The line to the device"));
-            QVERIFY(stage.state.idleflag);
-            QVERIFY(stage.state.Timer1);
-            QCOMPARE(stage.state.sendstate, 0);
-        }
-    }
-}
-
-void TestSend::onALineCutWhileIdleNotOneByteIsTried() {
-    Sending stage(40000);
-    stage.state.sentmark = true; // of the image before, which is in the device
-    stage.state.Text14 = "C3D9";
-    stage.host.line.cut();
-    Command2_click(stage.state, stage.host);
-    QCOMPARE(stage.host.messages,
-             QStringList("Not reprogrammed! The line to the device is cut, and not one byte was sent."
-                         "\r\nPlug it in again, click Refresh, and try again."));
-    QCOMPARE(stage.host.repaints, 0);
-    QCOMPARE(stage.state.ProgressBar1.value, 0);
-    QVERIFY(stage.host.pauses.empty());
-    QVERIFY(stage.state.sentmark);
-    QCOMPARE(stage.state.Text14, "C3D9");
-    QVERIFY(stage.state.idleflag);
-}
-
-void TestSend::aCutInTheFinalPhaseIsTold() {
-    for (const size_t wait : {size_t{1}, size_t{2}}) { // of the two halves
-        Sending stage;
-        stage.host.onPause = [&] {
-            if (stage.host.pauses.size() == wait) {
-                stage.host.line.cut();
-            }
-        };
-        stage.send();
-        QCOMPARE(stage.behind(57), wait == 1 ? "&&" : "&&&&");
-        QCOMPARE(
-            stage.host.messages,
-            QStringList("Not reprogrammed! The line to the device was cut before the device told what it "
-                        "received.\r\nPlug it in again, click Refresh, and try again."));
-        QCOMPARE(stage.state.sendstate, 0);
-        QVERIFY(stage.state.idleflag);
-        QVERIFY(!stage.state.Label5Visible);
-    }
-    Sending rounds; // while the device is asked
-    rounds.host.line.onPoll = [&] {
-        if (rounds.host.line.polls == 150) {
-            rounds.host.line.cut();
-        }
-    };
-    rounds.send();
-    QCOMPARE(rounds.behind(57), "&&&&&&");
-    QCOMPARE(rounds.host.messages.size(), 1);
-    QVERIFY(rounds.host.line.polls < 210);
-}
-
-/// The device may have heard it or not: only its own words tell.
-void TestSend::aCutUnderTheYesLeavesTheOutcomeOpen() {
-    Sending stage;
-    stage.tellSum(38);
-    stage.host.line.onOutput = [&](const QByteArray& bytes) {
-        if (bytes == "y") {
-            stage.host.line.cut();
-        }
-    };
-    stage.send();
-    QCOMPARE(
-        stage.host.messages,
-        QStringList("The line to the device was cut when the image was confirmed: whether it is programmed "
-                    "is not known.\r\nPlug it in again, and click Refresh to see what the device tells."));
-    QCOMPARE(stage.state.sendstate, 0);
-    QVERIFY(stage.state.sentmark);
-    QVERIFY(stage.state.idleflag);
-}
-
-void TestSend::aLostCommandEndsAheadOfTheImage() {
-    Sending letter;
-    Option1_click(letter.state, 0);
-    letter.host.line.takes = 0;
-    Command2_click(letter.state, letter.host);
-    QCOMPARE(letter.host.line.sent, "");
-    QCOMPARE(letter.host.line.polls, 0);
-    QCOMPARE(letter.host.messages.size(), 1);
-    QVERIFY(letter.host.messages[0].startsWith("Nothing more was sent: the line to the device took nothing"));
-    Sending rest;
-    Option1_click(rest.state, 2);
-    rest.host.line.onPoll = [&] { rest.host.line.waiting = "s"; };
-    rest.host.line.takes = 3; // of "S" and "005F" and a line end
-    Command2_click(rest.state, rest.host);
-    QCOMPARE(rest.host.line.sent, "S00");
-    QCOMPARE(rest.host.messages.size(), 1);
-    QVERIFY(rest.state.idleflag);
-    QVERIFY(!rest.state.sentmark);
-}
-
-void TestSend::aBookOnALostLineEndsWithoutItsEnd() {
-    const QByteArray text = QByteArray("0123456789").repeated(300);
-    for (const qsizetype takes : {qsizetype(0), qsizetype(700), text.size(), text.size() + 2}) {
-        Sending stage;
-        stage.put("book.txt", text);
-        stage.state.Text5 = stage.folder.filePath("book.txt");
-        Option1_click(stage.state, 6);
-        stage.host.line.takes = takes;
-        stage.send();
-        QCOMPARE(stage.host.line.sent, (text + " * * ").first(takes));
-        QCOMPARE(stage.host.messages.size(), 1);
-        QVERIFY(stage.host.messages[0].startsWith("Not all was sent: the line to the device took nothing"));
-        QCOMPARE(stage.host.questions, QStringList());
-        QVERIFY(stage.state.idleflag);
-    }
 }
 
 /// Closed at every place at which the send lets painting catch up, one after another.
