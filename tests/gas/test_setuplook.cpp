@@ -1,9 +1,8 @@
 #include "gas/exchange.h"
 #include "gas/setuplook.h"
-#include "gas/setuptext.h"
 #include "gas/setupwarnings.h"
 #include "gas/typing.h"
-#include "tests/gas/vectors.h"
+#include "tests/gas/shownplan.h"
 
 #include <QRandomGenerator>
 
@@ -13,15 +12,10 @@ using namespace benthor::tests;
 
 namespace {
 
-const QDateTime kMoment(QDate(2017, 9, 27), QTime(1, 21, 18));
-
 /// A plan with its depths, and the text of a tick.
 struct Table {
     explicit Table(const char* unit = "metre") {
-        plan = planIn(QString::fromLatin1(unit));
-        plan.headfeet = plan.feet();
-        plan.Text5 = QStringLiteral("1.4");
-        plan.Text7 = blanktext();
+        plan = shownPlan(unit);
         recalcmods(plan, told.say);
         tick();
     }

@@ -1,8 +1,7 @@
 #include "gas/exchange.h"
-#include "gas/setuptext.h"
 #include "gas/setupwarnings.h"
 #include "gas/typing.h"
-#include "tests/gas/vectors.h"
+#include "tests/gas/shownplan.h"
 
 using namespace benthor;
 using namespace benthor::gas;
@@ -10,13 +9,10 @@ using namespace benthor::tests;
 
 namespace {
 
-const QDateTime kMoment(QDate(2017, 9, 27), QTime(1, 21, 18));
-
 /// A plan as it was read from a device.
 struct Read {
     explicit Read(const char* unit = "metre") {
-        plan = planIn(QString::fromLatin1(unit));
-        plan.Text5 = QStringLiteral("1.4");
+        plan = shownPlan(unit);
         QString text = blanktext();
         for (int row = 0; row < kGases; ++row) {
             text.replace(16 * row + 1, 3, QStringLiteral("050"));
@@ -26,7 +22,6 @@ struct Read {
         text.replace(204, 3, QStringLiteral("004")).replace(196, 1, plan.feet() ? "3" : "1");
         text.replace(14, 1, QStringLiteral("1"));
         device.reported = text.left(222);
-        plan.Text7 = blanktext();
         if (!taketext(plan, text, told.say, TextFrom::Device)) {
             qFatal("not taken");
         }

@@ -24,6 +24,16 @@ struct Stage {
         }
     }
     PseudoTerminal& line(int number = 1) { return *far.at(static_cast<std::size_t>(number - 1)); }
+    /// Line 1 is full, and nobody reads: it takes nothing.
+    void fill() {
+        line().keepNear();
+        line().fill();
+    }
+    /// The device of line 1 is back, as another terminal behind the same link.
+    void comeBack() {
+        far[0] = std::make_unique<PseudoTerminal>();
+        line().link(folder.root(), 1);
+    }
 
     TestFolder folder{TestFolder::Store::Missing};
     std::vector<std::unique_ptr<PseudoTerminal>> far;
@@ -316,8 +326,7 @@ private slots:
         QFETCH(qsizetype, length);
         Stage stage;
         SerialPort port;
-        stage.line().keepNear();
-        stage.line().fill();
+        stage.fill();
         QVERIFY(open(port));
         QElapsedTimer passed;
         passed.start();
@@ -330,8 +339,7 @@ private slots:
     void nothingThatWaitedOnAStuckLineLeavesLater() {
         Stage stage;
         SerialPort port;
-        stage.line().keepNear();
-        stage.line().fill();
+        stage.fill();
         QVERIFY(open(port));
         port.setSettings(kFast);
         QCOMPARE(port.Output(QByteArray(20000, 'x')), Written::Stuck);
@@ -345,8 +353,7 @@ private slots:
     void aLineThatTakesALittleEverySecondIsNotGivenUp() {
         Stage stage;
         SerialPort port;
-        stage.line().keepNear();
-        stage.line().fill();
+        stage.fill();
         QVERIFY(open(port));
         port.setSettings(kFast);
         const QByteArray sent = allBytes().repeated(100);
@@ -380,8 +387,7 @@ private slots:
         QCOMPARE(port.Output("x"), Written::Cut);
         QVERIFY(!open(port)); // not back yet
         QCOMPARE(port.Output("x"), Written::Cut);
-        stage.far[0] = std::make_unique<PseudoTerminal>();
-        stage.line().link(stage.folder.root(), 1);
+        stage.comeBack();
         QVERIFY(open(port));
         QCOMPARE(port.Output("x"), Written::Whole);
         stage.line().vanish();
@@ -394,8 +400,7 @@ private slots:
     void aLineThatIsCutWhileItIsFullIsNoStuckLine() {
         Stage stage;
         SerialPort port;
-        stage.line().keepNear();
-        stage.line().fill();
+        stage.fill();
         QVERIFY(open(port));
         const std::unique_ptr<QThread> hand(QThread::create([&] {
             QThread::msleep(300);
@@ -416,8 +421,7 @@ private slots:
         QTRY_VERIFY(!port.PortOpen());
         QCOMPARE(port.Input(), QByteArray());
         port.Output("x");
-        stage.far[0] = std::make_unique<PseudoTerminal>();
-        stage.line().link(stage.folder.root(), 1);
+        stage.comeBack();
         QVERIFY(port.setPortOpen(true));
         stage.line().send("back");
         QTRY_COMPARE(port.InBufferCount(), 4);
