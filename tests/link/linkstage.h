@@ -74,4 +74,18 @@ struct LinkStage {
     QPointer<link::PC_Link_1> screen;
 };
 
+/// Text between a label and its value: the value begins at the eighth character behind the label.
+inline QByteArray field(const QByteArray& label, const QByteArray& value) {
+    return label + "......." + value + "\r\n";
+}
+
+inline QByteArray dive(const QByteArray& start) {
+    return "ver=V3.12\r\n" + field("Start", start) + field("Finish", start.chopped(1) + "9");
+}
+
+/// A device of the third version with three dives.
+inline QByteArray directory() {
+    return dive("812345670") + dive("812445670") + dive("812545670") + "End\r\n";
+}
+
 } // namespace benthor::tests
