@@ -218,6 +218,7 @@ void setmaxppo2(GasPlan& plan, const QString& text, const Say& say) {
         oweDepths(plan);
     }
     recalcmods(plan, say);
+    plan.headfeet = plan.feet(); // rows that it did not reach are owed
 }
 
 void showgasrow(GasPlan& plan, int row) {
@@ -246,9 +247,11 @@ bool recalcmods(GasPlan& plan, const Say& say) {
                 return false;
             }
         }
-        buildgasblock(plan, say);
     }
     plan.headfeet = plan.feet();
+    if (!plan.Text5.isEmpty()) {
+        buildgasblock(plan, say);
+    }
     showgasrow(plan, plan.start);
     return true;
 }

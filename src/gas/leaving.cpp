@@ -120,8 +120,8 @@ QString mnuSave(GasPlan& plan, const std::function<QString()>& askPath, const Sa
 void keepshown(GasPlan& plan, const QDateTime& now, const Say& say) {
     QString words;
     for (const WrongCell& one : wrongcells(plan)) {
-        // The others have no place in the text.
-        if (one.cell != Cell::PPO2 && one.cell != Cell::Maximum) {
+        // The others have no place in the text; but for Max PPO2 a change of unit may wait.
+        if (one.cell != Cell::PPO2 && (one.cell != Cell::Maximum || plan.headfeet != plan.feet())) {
             words += QStringLiteral("\r\n%1: %2.").arg(one.name, one.why);
         }
     }

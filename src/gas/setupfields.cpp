@@ -114,6 +114,8 @@ GasFields gasfields(const GasRow& row, double depthperbar) {
 }
 
 std::optional<QString> gasblockof(const GasPlan& plan, const QString& last) {
+    // A change of unit that ended early leaves depths of the unit before: they go when it is taken up again.
+    const bool depths = plan.headfeet == plan.feet();
     QString block;
     for (int i = 0; i < kGases; ++i) {
         const GasRow& row = plan.rows[static_cast<size_t>(i)];
@@ -123,7 +125,7 @@ std::optional<QString> gasblockof(const GasPlan& plan, const QString& last) {
         };
         block += QChar(u'A' + i) + field(fields.nitrogen, 2, kMixPlaces) + QLatin1Char(' ') +
                  field(fields.helium, 6, kMixPlaces) + QLatin1Char(' ') +
-                 field(fields.depth, 10, kDepthPlaces) + QLatin1Char(' ') +
+                 field(depths ? fields.depth : std::nullopt, 10, kDepthPlaces) + QLatin1Char(' ') +
                  (row.active ? QLatin1String("1 ") : QLatin1String("0 "));
     }
     // Shorter only where a field has neither a value nor characters to keep.

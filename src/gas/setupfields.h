@@ -61,8 +61,8 @@ struct GasFields {
 };
 GasFields gasfields(const GasRow& row, double depthperbar);
 
-/// The ten gases as 160 characters. A field without a value keeps the characters of `last`, 160 of them;
-/// nothing where there are none.
+/// The ten gases as 160 characters. A field without a value keeps the characters of `last`, 160 of them, and
+/// so does a depth under the head of another unit than that in force; nothing where there are none.
 std::optional<QString> gasblockof(const GasPlan& plan, const QString& last);
 
 /// Writes a letter with its value where the letter first stands in the text, whatever its case. The text

@@ -188,6 +188,18 @@ std::optional<QString> settingsShown(const Ground& ground) {
                .arg(*digits(80 + 10 * list(4), 3), *digits(4 + 20 * list(5), 3), *saver, *home, closed);
 }
 
+/// Whether the stamp counts the seconds of the clock since the last evening of 1991, as one of this walk
+/// does.
+bool isStamp(const QString& digits) {
+    constexpr int kLongest = 600; // seconds of a walk
+    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime clock(now.date(), now.time(), Qt::UTC);
+    bool good = false;
+    const qint64 stamp = digits.toLongLong(&good);
+    const qint64 age = QDateTime(QDate(1991, 12, 31), QTime(0, 0, 1), Qt::UTC).secsTo(clock) - stamp;
+    return good && digits.size() == 10 && age >= 0 && age <= kLongest;
+}
+
 /// Where a text differs from the screen; empty: nowhere.
 QString difference(const Ground& ground, const QString& text) {
     if (text.size() != 226) {
@@ -201,7 +213,8 @@ QString difference(const Ground& ground, const QString& text) {
         }
     }
     const auto shown = settingsShown(ground);
-    return text.at(160) == u'K' && text.at(171) == u' ' && shown == text.mid(172)
+    return text.at(160) == u'K' && isStamp(text.mid(161, 10)) && text.at(171) == u' ' &&
+                   shown == text.mid(172)
                ? QString()
                : QStringLiteral("\"%1\" left where the screen shows \"%2\"")
                      .arg(text.mid(160), shown.value_or(QStringLiteral("no settings")));

@@ -64,6 +64,7 @@ private slots:
     void aScreenWithoutAnActiveGasSendsWhatItThenShows();
     void aBodyOfTheLinkBringsTheScreenForward();
     void theClosingSaysWhatItCouldNotKeep();
+    void theClosingSaysThatAChangeOfUnitWaits();
     void theClosingKeepsTheLastChange();
     void aClosingThatCannotSaveSaysSo();
     void aReplyThatCannotBeWrittenIsTheToldError();
@@ -197,6 +198,23 @@ void TestGasBlendSend::theClosingSaysWhatItCouldNotKeep() {
     QCOMPARE(kept.mid(208, 10), "V120 W030 ");
 }
 
+void TestGasBlendSend::theClosingSaysThatAChangeOfUnitWaits() {
+    Connected stage("Feet");
+    stage.control<QAction>("mnuFeet")->trigger();
+    stage.tick();
+    QCOMPARE(stage.screen->plan().Text7.mid(9, 4), "0564");
+    stage.type("Text5", QStringLiteral("x"));
+    stage.control<QAction>("mnuMeters")->trigger();
+    stage.tick();
+    QCOMPARE(stage.text("Text3(0)"), "181");
+    stage.screen->close();
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(stage.dialogs.messages().first().contains(QLatin1String("Max PPO2: holds \"x\"")));
+    QCOMPARE(stage.folder.get("gdatalast.mit").mid(9, 4), "0564"); // and not 181 m
+    QCOMPARE(stage.link.textToSend.mid(9, 4), "0564");
+    QCOMPARE(process().uploadtext.mid(9, 4), "0564");
+}
+
 void TestGasBlendSend::theClosingKeepsTheLastChange() {
     Connected stage;
     stage.type("sptext", QStringLiteral("1.15")); // no tick comes any more
@@ -221,7 +239,8 @@ void TestGasBlendSend::aReplyThatCannotBeWrittenIsTheToldError() {
     stage.type("sptext", QStringLiteral("1.15"));
     const QString before = stage.text("sptext");
     {
-        const platform::FaultInjection full([](std::string_view step) { return step == "write" ? ENOSPC : 0; });
+        const platform::FaultInjection full(
+            [](std::string_view step) { return step == "write" ? ENOSPC : 0; });
         stage.screen->receiveSetup(stockFile().first(222).replace("P130", "P070"));
     }
     QCOMPARE(stage.folder.get("gdatalastrec.mit").mid(184, 4), "P110"); // readable, and not read

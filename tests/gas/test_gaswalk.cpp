@@ -45,6 +45,8 @@ class TestGasWalk : public QObject {
 
 private slots:
     void whatLeavesIsWhatTheScreenShows();
+    void aChangeOfUnitThatEndedEarlyKeepsAllBack();
+    void aClosingBehindAChangeOfUnitThatEndedEarlyKeepsTheDepths();
     void aFailingWalkIsShrunk();
 };
 
@@ -59,6 +61,27 @@ void TestGasWalk::whatLeavesIsWhatTheScreenShows() {
     QVERIFY2(
         walkCount().left >= length().walks / 2 && walkCount().keptBack >= length().walks / 2,
         qPrintable(QStringLiteral("left %1, kept back %2").arg(walkCount().left).arg(walkCount().keptBack)));
+}
+
+/// Letters end a change of unit under heads that stay; what then stands in Max PPO2 without being taken up
+/// must not let the old depths leave in the new unit.
+void TestGasWalk::aChangeOfUnitThatEndedEarlyKeepsAllBack() {
+    for (const char* const left : {"3", "-1", ""}) {
+        for (const Deed leaving : {Deed::Update, Deed::Save}) {
+            const auto fault = walk({Step{Deed::Connect, 1, 1, {}}, Step{Deed::TypeBox, 0, 0, "1.4x"},
+                                     Step{Deed::Unit, 1, 0, {}}, Step{Deed::Tick, 0, 0, {}},
+                                     Step{Deed::TypeBox, 0, 0, left}, Step{leaving, 1, 0, {}}});
+            QVERIFY2(!fault, fault ? qPrintable(fault->what) : "");
+        }
+    }
+}
+
+/// Air under the head of feet was kept as 181 m, and the link would have sent it.
+void TestGasWalk::aClosingBehindAChangeOfUnitThatEndedEarlyKeepsTheDepths() {
+    const auto fault =
+        walk({Step{Deed::Unit, 1, 0, {}}, Step{Deed::TypeBox, 0, 0, "nan"}, Step{Deed::Unit, 0, 0, {}},
+              Step{Deed::Tick, 0, 0, {}}, Step{Deed::Reopen, 0, 0, {}}});
+    QVERIFY2(!fault, fault ? qPrintable(fault->what) : "");
 }
 
 /// The spare button throws the text away, which the walk takes for a fault; of many steps that one is left.

@@ -53,6 +53,7 @@ private slots:
     void heliumWithAPointIsLeftToTheGuard();
     void aDecimalCommaIsAPoint();
     void aChangeOfUnitThatEndedEarlyLetsNothingLeave();
+    void aRowWithoutOxygenHoldsNoChangeOfUnitBack();
     void whatIsOutOfPlaceIsNamed();
     void aBodyOfTheLinkIsComparedWithWhatIsShown();
     void aBodyFromAFileIsLookedAtByItself();
@@ -212,14 +213,28 @@ void TestSetuplook::aChangeOfUnitThatEndedEarlyLetsNothingLeave() {
         table.type(Cell::Maximum, -1, QLatin1String(left));
         QVERIFY(!table.plan.headfeet);
         QCOMPARE(table.plan.rows[0].MOD, "56");
+        QCOMPARE(table.field(0, 10, 4), "0560"); // as long as it shows metres
         QCOMPARE(table.wrong(), QStringList("Max PPO2"));
         QVERIFY(saverefusal(table.plan).contains(QLatin1String("Max PPO2: holds")));
         QVERIFY(!refusalof(table.plan, table.plan.Text7, kMoment).isEmpty());
         table.type(Cell::Maximum, -1, QStringLiteral("1.4"));
         QCOMPARE(table.wrong(), QStringList());
         QCOMPARE(table.plan.rows[0].MOD, "181");
+        QCOMPARE(table.field(0, 10, 4), "0564");
         QCOMPARE(refusalof(table.plan, table.plan.Text7, kMoment), "");
     }
+}
+
+void TestSetuplook::aRowWithoutOxygenHoldsNoChangeOfUnitBack() {
+    Table table;
+    table.type(Cell::O2, 9, QStringLiteral("0"));
+    table.type(Cell::Maximum, -1, QStringLiteral("x"));
+    chooseunits(table.plan, true, table.told.say);
+    QCOMPARE(table.wrong(), QStringList("Max PPO2"));
+    table.type(Cell::Maximum, -1, QStringLiteral("1.4"));
+    QVERIFY(table.plan.headfeet);
+    QCOMPARE(table.wrong(), QStringList());
+    QVERIFY(table.plan.rows[9].owed);
 }
 
 void TestSetuplook::whatIsOutOfPlaceIsNamed() {

@@ -64,6 +64,7 @@ inline gas::GasPlan planIn(const QJsonValue& units) {
     process() = Process();
     gas::GasPlan plan;
     plan.depthperbar = isFeet(units) ? gas::kFeetPerBar : gas::kMetresPerBar;
+    plan.headfeet = plan.feet();
     process().depthunit = isFeet(units) ? QStringLiteral("Feet") : QStringLiteral("metre");
     return plan;
 }
