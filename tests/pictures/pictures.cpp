@@ -318,12 +318,16 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     takeFirmware(album);
 }
 
-/// The start while another program holds the store: the window of the wait, and the line that stays.
+/// The start while another program holds the store: the window of the wait and the line that stays, beside
+/// that about details that could not be stored.
 void takeLockedStore(Album& album) {
     const QSize own;
     const platform::ProgramFolder& folder = platform::ProgramFolder::current();
     for (const QString& waiting : folder.listFiles(QStringLiteral("new"), QStringLiteral("*"))) {
         QFile::remove(folder.path(u"new", waiting)); // an import would fill the list anew under its picture
+    }
+    if (!platform::writeFileWhole(folder.path(u"unsaved-D0000002.txt"), "Dive Notes:\nA fine wall.\n")) {
+        qFatal("the text of unsaved details cannot be made");
     }
     shell::House house;
     SQLite::Database other(folder.path(u"rb.mdb").toStdString(), SQLite::OPEN_READWRITE);
