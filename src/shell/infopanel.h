@@ -30,4 +30,11 @@ inline QString noDivesText() {
     return QStringLiteral("\nNo dives in database system\n");
 }
 
+/// How the first dive gets in, for a store without any.
+inline QString firstDiveText() {
+    return QStringLiteral("The first dive gets in through Download to PC: connect the device and get its "
+                          "dives. A dive file that is already on this computer gets in through Dive File "
+                          "Find.");
+}
+
 } // namespace benthor::shell

@@ -226,9 +226,9 @@ Maintenance maintainstore(const ProgramFolder& folder) {
     return {};
 }
 
-FileResult restorebackup(const ProgramFolder& folder) {
+FileResult restorebackup(const ProgramFolder& folder, int number) {
     platform::removeJournals(folder.path(storename()));
-    const QString backup = folder.path(backupname(1));
+    const QString backup = folder.path(backupname(number));
     return platform::copyFileLike(backup, backup, folder.path(storename()));
 }
 

@@ -37,8 +37,8 @@ struct Maintenance {
 /// must be closed.
 Maintenance maintainstore(const platform::ProgramFolder& folder);
 
-/// Copies backup.mdb to rb.mdb, for a folder without a store.
-platform::FileResult restorebackup(const platform::ProgramFolder& folder);
+/// Copies the backup of that number to rb.mdb, for a folder without a store.
+platform::FileResult restorebackup(const platform::ProgramFolder& folder, int number = 1);
 
 /// How putting a chosen file in the store's place ended.
 struct Restore {

@@ -1,27 +1,30 @@
 #include "store/summary.h"
 
-#include "platform/database.h"
 #include "platform/textformat.h"
 
 namespace benthor::store {
 
-Summary readsummary(const QString& path) {
-    platform::Database database;
-    database.open(path);
-    Summary summary;
-    platform::Recordset dives = database.openRecordset("SELECT * FROM MAIN ");
-    for (; !dives.eof(); dives.moveNext()) {
-        ++summary.dives;
+int countdives(platform::Database& database) {
+    int dives = 0;
+    platform::Recordset rows = database.openRecordset("SELECT * FROM MAIN ");
+    for (; !rows.eof(); rows.moveNext()) {
+        ++dives;
     }
-    dives = database.openRecordset("SELECT * FROM MAIN  order by Startdate ");
-    dives.moveLast();
-    summary.lastdive = platform::formatDate(dives.value(u"startdate").dateTime(), u"dd/mm/yyyy hh:nn:ss");
-    return summary;
+    return dives;
 }
 
-QString totalstext(const Summary& summary) {
-    return QStringLiteral("System has a total of : \n%1 dives\nYour last dive was on : \n%2")
-        .arg(QString::number(summary.dives), summary.lastdive);
+QString lastdive(platform::Database& database) {
+    platform::Recordset rows = database.openRecordset("SELECT * FROM MAIN  order by Startdate ");
+    rows.moveLast();
+    return platform::formatDate(rows.value(u"startdate").dateTime(), u"dd/mm/yyyy hh:nn:ss");
+}
+
+QString counttext(int dives) {
+    return QStringLiteral("System has a total of : \n%1 dives").arg(dives);
+}
+
+QString lastdivetext(const QString& lastdive) {
+    return QStringLiteral("\nYour last dive was on : \n") + lastdive;
 }
 
 } // namespace benthor::store

@@ -1,21 +1,22 @@
 #pragma once
 
-#include <QDateTime>
+#include "platform/database.h"
+
 #include <QString>
 
 namespace benthor::store {
 
-/// The totals of the main screen's panel.
-struct Summary {
-    int dives = 0;
-    QString lastdive; ///< start of the last dive, "dd/mm/yyyy hh:nn:ss"; "" when no dive has one
-};
+// The totals of the main screen's panel, in the two steps in which they are shown.
 
-/// Reads the totals of the store at `path` through a handle of its own. A store without dives is a
+/// How many dives the store has.
+int countdives(platform::Database& database);
+
+/// Start of the last dive, "dd/mm/yyyy hh:nn:ss"; "" when no dive has one. A store without dives is a
 /// StoreError.
-Summary readsummary(const QString& path);
+QString lastdive(platform::Database& database);
 
-/// The text of `lbltotaldive`.
-QString totalstext(const Summary& summary);
+/// The text of `lbltotaldive`: the count, and the line that is added to it.
+QString counttext(int dives);
+QString lastdivetext(const QString& lastdive);
 
 } // namespace benthor::store

@@ -29,6 +29,12 @@ struct MainStage {
     }
     QAction* action(const char* name) { return control<QAction>(name); }
     void click(const char* name) { QTest::mouseClick(control(name), Qt::LeftButton); }
+    /// A dive in the store, before the screen opens it: the panel is filled where there is one.
+    void putDive() const {
+        platform::Database store;
+        store.open(folder.path("rb.mdb"));
+        store.execute("INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-02-11 08:58:33')");
+    }
     QColor command4() { return control("Command4")->property("toldBackground").value<QColor>(); }
 
     TestSettings settings;

@@ -23,6 +23,8 @@ private slots:
     void aMissingStoreIsAskedForAndRestoredFromTheBackup();
     void refusingTheBackupEndsTheProgram();
     void aBackupThatCannotBeCopiedLetsTheLoadGoOn();
+    void aMissingBackupIsToldAndOlderOnesAreOffered();
+    void withoutAnyBackupTheUserIsTold();
     void aSecondCopyClosesItsMainScreen();
     void theCounterIsAlignedAtEachStart();
     void aStoreWithoutDivesSaysSo();
@@ -107,6 +109,33 @@ void TestMainScreen::aBackupThatCannotBeCopiedLetsTheLoadGoOn() {
     QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
 }
 
+void TestMainScreen::aMissingBackupIsToldAndOlderOnesAreOffered() {
+    MainStage stage(TestFolder::Store::Missing);
+    stage.folder.put("backup2.mdb", "no store");
+    benthor::store::createStore(stage.folder.path("backup3.mdb"));
+    benthor::store::createStore(stage.folder.path("backup9.mdb"));
+    for (const bool yes : {true, false, true}) {
+        stage.dialogs.answer(yes);
+    }
+    stage.main->showScreen();
+    QCOMPARE(stage.dialogs.asked().size(), 3);
+    const QString offer = stage.dialogs.asked().at(1).text;
+    QVERIFY2(offer.startsWith(QLatin1String("There is no backup database backup.mdb")), qPrintable(offer));
+    QVERIFY(offer.contains(QLatin1String("backup3.mdb")));
+    QVERIFY(stage.dialogs.asked().at(2).text.contains(QLatin1String("backup9.mdb")));
+    QVERIFY(process().database.isOpen());
+}
+
+void TestMainScreen::withoutAnyBackupTheUserIsTold() {
+    MainStage stage(TestFolder::Store::Missing);
+    stage.dialogs.answer(true);
+    stage.main->showScreen();
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(stage.dialogs.messages().first().startsWith(
+        QLatin1String("There is no backup database backup.mdb in the program folder.")));
+    QVERIFY(stage.main->isVisible());
+}
+
 void TestMainScreen::aSecondCopyClosesItsMainScreen() {
     MainStage stage;
     stage.neighbours.secondCopy = true;
@@ -135,6 +164,19 @@ void TestMainScreen::aStoreWithoutDivesSaysSo() {
     stage.main->showScreen();
     QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
     QVERIFY(!stage.control("lbltotaldive")->isVisible());
+    QVERIFY(stage.control<QLabel>("firstdive")->text().contains(QLatin1String("Download to PC")));
+    QVERIFY(stage.control("firstdive")->isVisible());
+    // The routine ended there: what comes behind the totals was not done.
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
+    stage.click("Label4");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
+    QCOMPARE(stage.control<QLabel>("lbltotaldive")->text(), "System has a total of : \n0 dives");
+    process().database.execute(
+        "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-02-11 08:58:33')");
+    stage.click("Label4");
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Setup + Gas");
+    QVERIFY(!stage.control("firstdive")->isVisible());
+    QVERIFY(!stage.control("Lbldetails")->isVisible());
 }
 
 void TestMainScreen::totalsTellCountAndLastDive() {
@@ -236,6 +278,7 @@ void TestMainScreen::pictureAndCaptionActAlike() {
 
 void TestMainScreen::thePanelShowsTheChosenEntry() {
     MainStage stage;
+    stage.putDive();
     stage.main->showScreen();
     QCOMPARE(stage.control<QLabel>("Label7")->text(), "My Dives");
     QCOMPARE(
@@ -267,6 +310,7 @@ void TestMainScreen::thePanelShowsTheChosenEntry() {
 
 void TestMainScreen::entriesWithoutATextLeaveThePanelAsItWas() {
     MainStage stage;
+    stage.putDive();
     stage.main->showScreen();
     stage.click("lblppc");
     stage.click("lblvvdl");

@@ -35,7 +35,7 @@ private slots:
 
     void theSummaryCountsDivesAndTellsTheLast();
     void theLastDiveGoesByTimeNotByText();
-    void aStoreWithNoDivesHasNoSummary();
+    void aStoreWithNoDivesHasACountAndNoLastDive();
     void theTotalsAreWordedAsShown();
 
 private:
@@ -230,9 +230,8 @@ void TestSchema::theSummaryCountsDivesAndTellsTheLast() {
     process().database.execute(
         "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-02-11 08:58:33'),"
         "('D0000002', '2003-12-31 23:00:00'), ('D0000003', NULL)");
-    const store::Summary summary = store::readsummary(program.storePath());
-    QCOMPARE(summary.dives, 3);
-    QCOMPARE(summary.lastdive, "11/02/2004 08:58:33");
+    QCOMPARE(store::countdives(process().database), 3);
+    QCOMPARE(store::lastdive(process().database), "11/02/2004 08:58:33");
 }
 
 void TestSchema::theLastDiveGoesByTimeNotByText() {
@@ -240,17 +239,17 @@ void TestSchema::theLastDiveGoesByTimeNotByText() {
     process().database.execute(
         "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-09-01 00:00:00'),"
         "('D0000002', '2005-01-01 00:00:00'), ('D0000003', '2004-10-01 00:00:00')");
-    QCOMPARE(store::readsummary(program.storePath()).lastdive, "01/01/2005 00:00:00");
+    QCOMPARE(store::lastdive(process().database), "01/01/2005 00:00:00");
 }
 
-void TestSchema::aStoreWithNoDivesHasNoSummary() {
+void TestSchema::aStoreWithNoDivesHasACountAndNoLastDive() {
     const tests::ProgramFixture program;
-    QVERIFY_EXCEPTION_THROWN(store::readsummary(program.storePath()), StoreError);
-    QVERIFY_EXCEPTION_THROWN(store::readsummary(program.folder.path(u"none.mdb")), StoreError);
+    QCOMPARE(store::countdives(process().database), 0);
+    QVERIFY_EXCEPTION_THROWN(store::lastdive(process().database), StoreError);
 }
 
 void TestSchema::theTotalsAreWordedAsShown() {
-    QCOMPARE(store::totalstext({12, QStringLiteral("11/02/2004 08:58:33")}),
+    QCOMPARE(store::counttext(12) + store::lastdivetext(QStringLiteral("11/02/2004 08:58:33")),
              "System has a total of : \n12 dives\nYour last dive was on : \n11/02/2004 08:58:33");
 }
 

@@ -16,7 +16,6 @@
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
 #include "shell/screens/unsavednote.h"
-#include "store/backup.h"
 #include "store/identifiers.h"
 #include "store/summary.h"
 #include "store/units.h"
@@ -90,24 +89,6 @@ void MainScreen::loading() {
     Timer4_->setEnabled(true);
 }
 
-/// Looks for the store, and offers the newest backup in its place when it is missing. False when the user
-/// would rather not: the program then ends.
-bool MainScreen::storeIsThere() {
-    const ProgramFolder& folder = ProgramFolder::current();
-    if (folder.listFiles(QString(), QStringLiteral("rb.mdb")).contains(QLatin1String("rb.mdb"))) {
-        return true;
-    }
-    const bool yes = platform::dialogs().confirm(
-        this,
-        QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
-        QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true);
-    if (yes) {
-        static_cast<void>(
-            store::restorebackup(folder)); // a copy that fails leaves a store that can't be opened
-    }
-    return yes;
-}
-
 void MainScreen::readUnits() {
     process().depthunit = store::readunit();
     takeUnits(process().depthunit == QLatin1String("Feet") ? QStringLiteral("Feet")
@@ -140,37 +121,50 @@ void MainScreen::unloading() {
     neighbours_.unloadOthers();
 }
 
+/// A failing step ends the routine: entry and panel then stay as they were, and the words about an empty
+/// store stand below.
 void MainScreen::showinfopanel() {
     for (look::EntryRow* row : std::as_const(entries_)) {
         row->setChosen(false);
     }
     Lbldetails_->clear();
     Lbldetails_->hide();
+    firstdive_->hide();
+    showFoot();
     try {
         showTotals();
-        fillPanel();
     } catch (const platform::StoreError&) {
-        // Without a dive there are no totals; the panel still shows what was chosen.
-        lbltotaldive_->hide();
         Lbldetails_->setText(noDivesText());
         Lbldetails_->show();
-        fillPanel();
+        return;
     }
+    fillPanel();
+    findChild<QWidget*>(QStringLiteral("Label6"))->show();
+    Label7_->show();
 }
 
 void MainScreen::showTotals() {
-    lbltotaldive_->setText(store::totalstext(store::readsummary(ProgramFolder::current().path(u"rb.mdb"))));
+    platform::Database store;
+    store.open(ProgramFolder::current().path(u"rb.mdb"));
+    const int dives = store::countdives(store);
+    lbltotaldive_->setText(store::counttext(dives));
+    firstdive_->setVisible(dives == 0);
+    lbltotaldive_->setText(store::counttext(dives) + store::lastdivetext(store::lastdive(store)));
     lbltotaldive_->show();
+}
+
+/// The button of the chosen entry.
+void MainScreen::showFoot() {
+    foot_->setVisible(feet_.contains(infochoice_));
+    if (feet_.contains(infochoice_)) {
+        foot_->setCurrentWidget(feet_.value(infochoice_));
+    }
 }
 
 void MainScreen::fillPanel() {
     look::EntryRow* row = entries_.value(infochoice_);
     if (row != nullptr) {
         row->setChosen(true);
-    }
-    foot_->setVisible(feet_.contains(infochoice_));
-    if (feet_.contains(infochoice_)) {
-        foot_->setCurrentWidget(feet_.value(infochoice_));
     }
     const InfoPanel panel = infoPanel(infochoice_);
     if (row != nullptr && !panel.text.isEmpty()) {
@@ -179,7 +173,6 @@ void MainScreen::fillPanel() {
         panelPicture_ = panel.pictureFile;
         showPanelPicture();
     }
-    Label7_->show();
 }
 
 /// The picture keeps its shape in a quarter of the window's width.
@@ -216,16 +209,17 @@ void MainScreen::selectEntry(int choice) {
 }
 
 void MainScreen::entryClicked(int choice) {
+    // An import in hand keeps its entry and its frame: a second one would do nothing.
+    if (process().importing && (choice == kDatabaseUpdate || choice == kDiveFileFind)) {
+        return;
+    }
     selectEntry(choice);
     switch (choice) {
     case kMyDives:
         Command1_click();
         break;
     case kDatabaseUpdate:
-        Frame2_->show();
-        lblprogress_->show();
         Command4_click();
-        Frame2_->hide();
         break;
     case kDownloadToPc:
         Command2_click();

@@ -94,8 +94,9 @@ private:
 
     // main_screen.cpp
     void buildTimers();
-    bool storeIsThere();
     // main_screen_store.cpp
+    bool storeIsThere();
+    void offerOlderBackups(const QString& reason);
     void openStore();
     void lookAtStore();
     void showStoreNote(const QString& fault);
@@ -108,6 +109,7 @@ private:
     void showUnits();
     void showinfopanel();
     void showTotals();
+    void showFoot();
     void fillPanel();
     void showPanelPicture();
     void selectEntry(int choice);
@@ -159,6 +161,7 @@ private:
     QLabel* Label7_ = nullptr;
     QLabel* Label9_ = nullptr;
     QLabel* Lbldetails_ = nullptr;
+    QLabel* firstdive_ = nullptr; ///< how the first dive gets in
     look::TotalsLabel* lbltotaldive_ = nullptr;
     QStackedWidget* foot_ = nullptr;
     QBoxLayout* cards_ = nullptr;

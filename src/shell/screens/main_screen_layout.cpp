@@ -184,6 +184,10 @@ QWidget* MainScreen::buildTotals() {
     Lbldetails_ = named(new QLabel, "Lbldetails");
     look::setInk(Lbldetails_, look::Ink::Quiet);
     down->addWidget(Lbldetails_);
+    firstdive_ = named(new QLabel(firstDiveText()), "firstdive");
+    firstdive_->setWordWrap(true);
+    firstdive_->hide();
+    down->addWidget(firstdive_);
     return totals;
 }
 

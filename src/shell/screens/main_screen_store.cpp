@@ -1,15 +1,21 @@
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
+#include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/skiperrors.h"
+#include "platform/textformat.h"
 #include "shell/process.h"
 #include "shell/screens/main_screen.h"
+#include "store/backup.h"
 #include "store/identifiers.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 
 namespace benthor::shell {
 
+using platform::ProgramFolder;
 using platform::skipErrors;
 using platform::StoreError;
 
@@ -20,6 +26,63 @@ QString heldByAnother() {
 }
 
 } // namespace
+
+/// Looks for the store, and offers the newest backup in its place when it is missing. False when the user
+/// would rather not: the program then ends.
+bool MainScreen::storeIsThere() {
+    const ProgramFolder& folder = ProgramFolder::current();
+    if (folder.listFiles(QString(), QStringLiteral("rb.mdb")).contains(QLatin1String("rb.mdb"))) {
+        return true;
+    }
+    const bool yes = platform::dialogs().confirm(
+        this,
+        QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
+        QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true);
+    if (yes) {
+        if (const platform::FileResult copied = store::restorebackup(folder); !copied) {
+            offerOlderBackups(copied.error);
+        }
+    }
+    return yes;
+}
+
+/// The newest backup is not there or cannot be copied: the older ones are offered, the newest of them first.
+/// Without any of them the load goes on, and the store can't be opened.
+void MainScreen::offerOlderBackups(const QString& reason) {
+    const ProgramFolder& folder = ProgramFolder::current();
+    QString happened = QFile::exists(folder.path(store::backupname(1)))
+                           ? QStringLiteral("The backup database could not be duplicated. ") + reason
+                           : QStringLiteral("There is no backup database backup.mdb in the program folder.");
+    bool offered = false;
+    for (int number = 2; number <= store::kBackups; ++number) {
+        const QString path = folder.path(store::backupname(number));
+        if (!store::examinestore(path).sound()) {
+            continue;
+        }
+        offered = true;
+        const QString when = platform::formatDate(QFileInfo(path).lastModified(), u"dd/mm/yyyy hh:nn:ss");
+        if (!platform::dialogs().confirm(
+                this,
+                happened + QStringLiteral("\n\nWould you like to duplicate from the older %1 of %2?")
+                               .arg(store::backupname(number), when),
+                QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true)) {
+            continue;
+        }
+        const platform::FileResult copied = store::restorebackup(folder, number);
+        if (copied) {
+            return;
+        }
+        happened = QStringLiteral("%1 could not be duplicated. %2").arg(store::backupname(number), copied.error);
+    }
+    if (!offered) {
+        platform::dialogs().message(
+            this,
+            happened + QStringLiteral("\n\nNo older backup (backup2.mdb to backup9.mdb) can be read there "
+                                      "either. The program goes on without a dive store; every dive file that "
+                                      "ever came in is in the folder \"old\"."),
+            platform::BoxKind::Warning);
+    }
+}
 
 /// A store that another program holds is read for as long as that lasts, where it lets itself be read.
 void MainScreen::openStore() {
