@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace benthor::shell {
 
 bool mayImport(QStringView linkCaption, bool linkOnScreen) {
@@ -10,6 +12,10 @@ bool mayImport(QStringView linkCaption, bool linkOnScreen) {
 
 bool startsImport(int waiting, int watched) {
     return waiting >= 1 && waiting > watched;
+}
+
+int watchedNext(int waiting, int watched, bool judged) {
+    return judged ? waiting : std::min(waiting, watched);
 }
 
 QString waitingText(int waiting) {

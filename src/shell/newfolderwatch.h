@@ -14,6 +14,11 @@ bool mayImport(QStringView linkCaption, bool linkOnScreen);
 /// files that an import left behind do not start another one every second.
 bool startsImport(int waiting, int watched);
 
+/// The count to compare with at the next tick. A rise is taken over only in a tick that could have started an
+/// import (`judged`): what comes while the device is connected is new to the first tick behind that. A fall
+/// always is, or files that come behind it would not count as a rise.
+int watchedNext(int waiting, int watched, bool judged);
+
 /// "No files wait", "1 file waits", "7 files wait".
 QString waitingText(int waiting);
 

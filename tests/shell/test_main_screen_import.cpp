@@ -10,12 +10,42 @@ using benthor::process;
 using benthor::shell::MainScreen;
 using namespace benthor::tests;
 
+namespace {
+
+/// Runs `act` once, at the first yield of an import that is under way.
+class InImport {
+public:
+    explicit InImport(std::function<void()> act)
+        : act_(std::move(act)) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+            if (process().importing) {
+                timer_.stop();
+                act_();
+            }
+        });
+        timer_.start(0);
+    }
+    bool done() const { return !timer_.isActive(); }
+
+private:
+    std::function<void()> act_;
+    QTimer timer_;
+};
+
+} // namespace
+
 class TestMainScreenImport : public QObject {
     Q_OBJECT
 
 private slots:
     void waitingFilesAreImportedByTheTick();
     void filesWaitWhileTheLinkScreenIsInFront();
+    void whatCameWhileConnectedComesInOnceTheStatusLeavesIt();
+    void aSecondClickInAnImportChangesNothing_data();
+    void aSecondClickInAnImportChangesNothing();
+    void theFrameStandsForTheWholeRunHoweverItBegins_data();
+    void theFrameStandsForTheWholeRunHoweverItBegins();
+    void theBlueOfTheEntryIsTakenBackWhileFilesWait();
     void aFileLeftBehindDoesNotStartAnotherImport();
     void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
     void theTickSetsDeviceConnectedFromTheExactCaption();
@@ -74,12 +104,111 @@ void TestMainScreenImport::filesWaitWhileTheLinkScreenIsInFront() {
     QVERIFY(stage.folder.has("new/a.txt"));
     QCOMPARE(stage.command4(), kGreen);
     QVERIFY(stage.control("Command4")->isEnabled());
-    QCOMPARE(stage.main->filewatchcount(), 1);
+    QCOMPARE(stage.main->filewatchcount(), 0);
     stage.neighbours.linkOnScreen = false;
-    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
     stage.main->Timer1_tick();
     QVERIFY(!stage.folder.has("new/a.txt"));
+}
+
+void TestMainScreenImport::whatCameWhileConnectedComesInOnceTheStatusLeavesIt() {
+    MainStage stage;
+    stage.main->showScreen();
+    // One that no import takes is counted before the device is there.
+    stage.folder.put("new/left.txt", TestFolder::dive("no-ver-no-recint.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.main->filewatchcount(), 1);
+    stage.neighbours.linkOnScreen = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    QVERIFY(QFile::remove(stage.folder.path("new/left.txt")));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.main->filewatchcount(), 0); // a fall is taken over
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    stage.main->Timer1_tick();
+    QVERIFY(stage.folder.has("new/a.txt"));
+    stage.neighbours.linkCaption = QStringLiteral("Searching");
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.folder.has("new/a.txt"));
+}
+
+void TestMainScreenImport::aSecondClickInAnImportChangesNothing_data() {
+    QTest::addColumn<QByteArray>("entry");
+    QTest::newRow("update") << QByteArray("lblmdu(1)");
+    QTest::newRow("find") << QByteArray("lblmdff");
+    QTest::newRow("find, button") << QByteArray("Command3");
+}
+
+void TestMainScreenImport::aSecondClickInAnImportChangesNothing() {
+    QFETCH(const QByteArray, entry);
+    MainStage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    stage.dialogs.answerFile(stage.folder.path("old/a.txt"));
+    stage.neighbours.asked.clear();
+    const InImport click([&] {
+        const int choice = stage.main->infochoice();
+        if (entry == "Command3") {
+            emit stage.control<QPushButton>("Command3")->clicked();
+        } else {
+            emit stage.control<benthor::look::ClickableLabel>(entry.constData())->clicked();
+        }
+        QVERIFY(stage.control("Frame2")->isVisible());
+        QVERIFY(stage.dialogs.asked().isEmpty());
+        QCOMPARE(stage.main->infochoice(), choice);
+        stage.action("cmdcommandsend")->trigger();
+        QVERIFY(!stage.neighbours.asked.contains("showLink"));
+    });
+    stage.main->Timer1_tick();
+    QVERIFY(click.done());
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QVERIFY(!stage.control("Frame2")->isVisible());
     QVERIFY(!stage.folder.has("new/b.txt"));
+}
+
+void TestMainScreenImport::theFrameStandsForTheWholeRunHoweverItBegins_data() {
+    QTest::addColumn<QByteArray>("starter");
+    for (const char* starter : {"lblmdu(1)", "Command4", "lblmdff", ""}) {
+        QTest::newRow(*starter == '\0' ? "tick" : starter) << QByteArray(starter);
+    }
+}
+
+void TestMainScreenImport::theFrameStandsForTheWholeRunHoweverItBegins() {
+    QFETCH(const QByteArray, starter);
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/a.txt", TestFolder::dive("typical.txt"));
+    stage.dialogs.answerFile(stage.folder.path("old/a.txt"));
+    if (starter != "lblmdff") {
+        stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    }
+    bool stood = false;
+    const InImport look(
+        [&] { stood = stage.control("Frame2")->isVisible() && stage.control("lblprogress")->isVisible(); });
+    if (starter.isEmpty()) {
+        stage.main->Timer1_tick();
+    } else if (starter == "Command4") {
+        stage.control("Command4")->setEnabled(true);
+        emit stage.control<QPushButton>("Command4")->clicked();
+    } else {
+        stage.click(starter.constData());
+    }
+    QVERIFY(stood);
+    QVERIFY(!stage.control("Frame2")->isVisible());
+}
+
+void TestMainScreenImport::theBlueOfTheEntryIsTakenBackWhileFilesWait() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.main->Timer1_tick();
+    auto* caption = stage.control<benthor::look::ClickableLabel>("lblmdu(1)");
+    QCOMPARE(caption->toldColour(), QColor(0, 0, 255));
+    stage.neighbours.linkOnScreen = true;
+    stage.neighbours.linkCaption = QStringLiteral("Connected");
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!caption->toldColour().isValid());
 }
 
 void TestMainScreenImport::aFileLeftBehindDoesNotStartAnotherImport() {

@@ -12,6 +12,7 @@ private slots:
     void divesWaitWhileTheUserIsAtAConnectedLinkScreen();
     void onlyARiseStartsAnImport_data();
     void onlyARiseStartsAnImport();
+    void whatCouldNotStartAnImportIsStillNewAtTheNextTick();
     void theCardCountsInWords();
     void theCardNamesWhatNoImportTakes();
     void aLongNameIsShownWithoutItsMiddle();
@@ -51,6 +52,12 @@ void TestNewFolderWatch::onlyARiseStartsAnImport() {
     QFETCH(int, watched);
     QFETCH(bool, starts);
     QCOMPARE(startsImport(waiting, watched), starts);
+}
+
+void TestNewFolderWatch::whatCouldNotStartAnImportIsStillNewAtTheNextTick() {
+    QCOMPARE(watchedNext(3, 1, true), 3);
+    QCOMPARE(watchedNext(3, 1, false), 1);
+    QCOMPARE(watchedNext(0, 1, false), 0);
 }
 
 void TestNewFolderWatch::theCardCountsInWords() {

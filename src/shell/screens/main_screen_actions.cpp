@@ -44,12 +44,15 @@ void MainScreen::cmdcommandsend_click() {
 }
 
 void MainScreen::mnuconnectdevice_click() {
-    if (!Frame2_->isVisible()) {
+    if (Frame2_->isHidden()) {
         neighbours_.showLink();
     }
 }
 
 void MainScreen::Command3_click() {
+    if (process().importing) {
+        return;
+    }
     const ProgramFolder& folder = ProgramFolder::current();
     const QString path = dialogs().openFile(this, QStringLiteral("Open"), folder.path(u"old"),
                                             QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
@@ -62,7 +65,6 @@ void MainScreen::Command3_click() {
         return;
     }
     Command4_click();
-    Frame2_->hide();
 }
 
 /// The hand-held's dive list: only its being there is looked at.

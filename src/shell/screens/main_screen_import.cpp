@@ -69,7 +69,9 @@ public:
         screen_.Command4_->setEnabled(false);
         screen_.List1_->clear();
         screen_.sweep_->restart();
-        screen_.Frame2_->show();
+        screen_.Frame2_->show(); // here alone, and hidden in runends
+        screen_.lblprogress_->show();
+        screen_.QWidget::repaint();
     }
     void nofiles() override { screen_.showCommand4(false, false); }
     void copying(int number, int files) override {
@@ -255,9 +257,13 @@ void MainScreen::showCommand4(bool green, bool enabled) {
     Command4_->setEnabled(enabled);
 }
 
-/// The words beside the button, whose colour is the tick's, and what no import takes.
+/// The words beside the button, whose colour is the tick's, and what no import takes. The blue of the entry,
+/// which is the tick's too, says that nothing waits.
 void MainScreen::showWaiting(int waiting) {
     waiting_->setText(waitingText(waiting));
+    if (waiting > 0) {
+        entries_.value(kDatabaseUpdate)->setToldCaptionColour({});
+    }
     const QString notice = folderNotice(import_->unreadable, passedby_);
     if (folderNotice_->text() == notice) {
         return;
@@ -283,14 +289,10 @@ void MainScreen::Timer1_tick() {
         Timer4_->setEnabled(false);
         selectEntry(kDatabaseUpdate);
         showWaiting(found);
-        Frame2_->show();
-        lblprogress_->show();
-        QWidget::repaint();
         Command4_click();
         if (!isLoaded()) {
             return;
         }
-        Frame2_->hide();
         if (!neighbours_.isDiveListOnScreen()) {
             mnucurrentmain_click();
         }
@@ -304,7 +306,7 @@ void MainScreen::Timer1_tick() {
         showCommand4(true, true);
     }
     showWaiting(waiting);
-    filewatchcount_ = waiting;
+    filewatchcount_ = watchedNext(waiting, filewatchcount_, mayRead);
     process().deviceconnected = neighbours_.linkStatus().caption() == QLatin1String("Connected") ? 1 : 0;
     neighbours_.placeTips(frameGeometry(), isMinimized());
     if (!Frame4_->isHidden() && neighbours_.isTipsLoaded()) {
