@@ -72,14 +72,16 @@ void MainScreen::offerOlderBackups(const QString& reason) {
         if (copied) {
             return;
         }
-        happened = QStringLiteral("%1 could not be duplicated. %2").arg(store::backupname(number), copied.error);
+        happened =
+            QStringLiteral("%1 could not be duplicated. %2").arg(store::backupname(number), copied.error);
     }
     if (!offered) {
         platform::dialogs().message(
             this,
-            happened + QStringLiteral("\n\nNo older backup (backup2.mdb to backup9.mdb) can be read there "
-                                      "either. The program goes on without a dive store; every dive file that "
-                                      "ever came in is in the folder \"old\"."),
+            happened +
+                QStringLiteral("\n\nNo older backup (backup2.mdb to backup9.mdb) can be read there "
+                               "either. The program goes on without a dive store; every dive file that "
+                               "ever came in is in the folder \"old\"."),
             platform::BoxKind::Warning);
     }
 }
