@@ -2,6 +2,8 @@
 
 #include "platform/files.h"
 
+#include <QRandomGenerator>
+
 namespace benthor::guides {
 
 void Tips::LoadTips(const QString& filename) {
@@ -38,6 +40,12 @@ void Tips::DoPreviousTip() {
 
 void Tips::startAt(const std::function<int(int)>& random) {
     current_ = isEmpty() ? 1 : 1 + random(count());
+}
+
+void Tips::open(const QString& filename) {
+    clear();
+    LoadTips(filename);
+    startAt([](int count) { return QRandomGenerator::global()->bounded(count); });
 }
 
 QString Tips::text() const {

@@ -24,6 +24,8 @@ public:
     void DoPreviousTip();
     /// `random(n)`: a whole number from 0 to n - 1.
     void startAt(const std::function<int(int)>& random);
+    /// Reads the file anew and begins at any of its tips.
+    void open(const QString& filename);
 
     /// The tip as it is shown: its number, the text, and ">>>Next" but behind the last. Without any tip, how
     /// to make the file.

@@ -46,6 +46,7 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
     QString lastimage; ///< firmware image chosen last
     Rehearsal rehearsal;
     std::unique_ptr<platform::NoDialogs> quiet; ///< there once the session has ended
+    guides::Tips tips;                          ///< of the main screen's panel and of the tips screen
     guides::frmTip::Opened tipsOpened =
         guides::frmTip::Opened::ByUser; ///< how the next tips screen is opened
 
@@ -86,7 +87,7 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
     ScreenSlot<firmware::BlinkForm> BlinkForm{[this] { return make<firmware::BlinkForm>(); }};
     ScreenSlot<guides::frmSplash> frmSplash{[this] { return makeSplash(); }};
     ScreenSlot<guides::frmGetS> frmGetS{[this] { return makeGuide(); }};
-    ScreenSlot<guides::frmTip> frmTip{[this] { return make<guides::frmTip>(tipsOpened); }};
+    ScreenSlot<guides::frmTip> frmTip{[this] { return makeTips(); }};
     ScreenSlot<guides::frmAbout> frmAbout{[this] { return make<guides::frmAbout>(); }};
     ScreenSlot<MainScreen> main{[this] { return make<MainScreen>(static_cast<Neighbours&>(*this)); }};
 
@@ -262,12 +263,38 @@ struct House::Rooms : Neighbours, DiveHost, gas::GasNeighbours, firmware::Firmwa
     void showTips(guides::frmTip::Opened opened) {
         const Handover handover(*this);
         tipsOpened = opened;
-        frmTip.showInFront();
+        frmTip.show();
+        // What comes by itself takes the keys from nobody.
+        if (frmTip.isLoaded() && opened == guides::frmTip::Opened::ByUser) {
+            frmTip.get().bringToFront();
+        }
+        if (main.isVisible()) {
+            placeTips(main.get().frameGeometry(), main.get().isMinimized());
+        }
         tipsOpened = guides::frmTip::Opened::ByUser;
     }
-    QString tipText() override { return frmTip.get().tipText(); }
-    void nextTip() override { frmTip.get().DoNextTip(); }
-    bool isTipsLoaded() override { return frmTip.isLoaded(); }
+    guides::frmTip* makeTips() {
+        auto* screen = make<guides::frmTip>(tipsOpened, tips);
+        QObject::connect(screen, &guides::frmTip::tipChanged, &house, [this] {
+            if (main.isLoaded()) {
+                main.get().showTip();
+            }
+        });
+        return screen;
+    }
+    QString tipText() override {
+        if (tips.isEmpty()) {
+            tips.open(platform::ProgramFolder::current().path(guides::tipsfile()));
+        }
+        return tips.text();
+    }
+    void nextTip() override {
+        if (frmTip.isLoaded()) {
+            frmTip.get().DoNextTip();
+        } else {
+            tips.DoNextTip();
+        }
+    }
     void showAbout() override { frmAbout.showInFront(); }
     void placeTips(const QRect& mainScreen, bool minimized) override {
         // A tips screen that is not open stays so: nothing is placed beside the main screen.

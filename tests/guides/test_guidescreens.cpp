@@ -56,6 +56,12 @@ template <class S> struct Stage {
     QPointer<S> screen;
 };
 
+/// As the house keeps them, beyond any one screen.
+Tips& tips() {
+    static Tips kept;
+    return kept;
+}
+
 void putTips(const TestFolder& folder, const QByteArray& bytes) {
     QVERIFY(platform::writeFileWhole(folder.path("TIPOFDAY.TXT"), bytes));
 }
@@ -122,6 +128,7 @@ private slots:
     void pictureAndTextActAsNext();
     void withoutAFileTheTipsSayHowToMakeIt();
     void tipsSwitchedOffCloseWhatOpensByItself();
+    void tipsSwitchedOffLeaveTheTipInHand();
     void theSettingIsSavedAtEachChange();
     void theTipsOpenAtAnyOfThem();
     void theTipsStandBesideAWindowAndOnTheDisplay();
@@ -316,7 +323,7 @@ void TestGuideScreens::aDamagedStoreIsToldAndTheGuideStays() {
 }
 
 void TestGuideScreens::aTipIsShownAndTheButtonsStep() {
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     putTips(stage.folder, "one\ntwo\n");
     stage.screen->showScreen();
     QCOMPARE(stage.screen->windowTitle(), "Connection Tips");
@@ -334,7 +341,7 @@ void TestGuideScreens::aTipIsShownAndTheButtonsStep() {
 }
 
 void TestGuideScreens::pictureAndTextActAsNext() {
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     putTips(stage.folder, "one\ntwo\n");
     stage.screen->showScreen();
     for (const char* const control : {"Image1", "lblTipText"}) {
@@ -345,7 +352,7 @@ void TestGuideScreens::pictureAndTextActAsNext() {
 }
 
 void TestGuideScreens::withoutAFileTheTipsSayHowToMakeIt() {
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     stage.screen->showScreen();
     QVERIFY(
         stage.text("lblTipText").startsWith(QLatin1String("That the TIPOFDAY.TXT file was not found? \n")));
@@ -356,26 +363,36 @@ void TestGuideScreens::withoutAFileTheTipsSayHowToMakeIt() {
 
 void TestGuideScreens::tipsSwitchedOffCloseWhatOpensByItself() {
     {
-        Stage<frmTip> stage(frmTip::Opened::ByItself);
+        Stage<frmTip> stage(frmTip::Opened::ByItself, tips());
         stage.screen->showScreen();
         QVERIFY(stage.screen->isVisible()); // on, as long as nobody has chosen
         QVERIFY(stage.control<QCheckBox>("chkLoadTipsAtStartup")->isChecked());
     }
     {
-        Stage<frmTip> stage(frmTip::Opened::ByItself);
+        Stage<frmTip> stage(frmTip::Opened::ByItself, tips());
         showTipsAtStartup(0);
         stage.screen->showScreen();
         QVERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
     }
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     showTipsAtStartup(0);
     stage.screen->showScreen();
     QVERIFY(stage.screen->isVisible());
     QVERIFY(!stage.control<QCheckBox>("chkLoadTipsAtStartup")->isChecked());
 }
 
+void TestGuideScreens::tipsSwitchedOffLeaveTheTipInHand() {
+    Stage<frmTip> stage(frmTip::Opened::ByItself, tips());
+    putTips(stage.folder, "one\ntwo\n");
+    tips().open(stage.folder.path("TIPOFDAY.TXT"));
+    const QString before = tips().text();
+    showTipsAtStartup(0);
+    stage.screen->showScreen();
+    QCOMPARE(tips().text(), before);
+}
+
 void TestGuideScreens::theSettingIsSavedAtEachChange() {
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     stage.screen->showScreen();
     QCOMPARE(tipsAtStartup(), -1);
     stage.control<QCheckBox>("chkLoadTipsAtStartup")->click();
@@ -388,7 +405,7 @@ void TestGuideScreens::theSettingIsSavedAtEachChange() {
 void TestGuideScreens::theTipsOpenAtAnyOfThem() {
     QSet<QString> seen;
     for (int run = 0; run < 200 && seen.size() < 3; ++run) {
-        Stage<frmTip> stage(frmTip::Opened::ByUser);
+        Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
         putTips(stage.folder, "one\ntwo\nthree\n");
         stage.screen->load();
         seen += stage.screen->tipText();
@@ -397,19 +414,30 @@ void TestGuideScreens::theTipsOpenAtAnyOfThem() {
 }
 
 void TestGuideScreens::theTipsStandBesideAWindowAndOnTheDisplay() {
-    Stage<frmTip> stage(frmTip::Opened::ByUser);
+    Stage<frmTip> stage(frmTip::Opened::ByUser, tips());
     stage.screen->showScreen();
     const QRect display = stage.screen->screen()->availableGeometry();
     const QRect small(display.left() + 10, display.top() + 20, 100, 100);
     stage.screen->placeBeside(small);
     QCOMPARE(stage.screen->pos(), QPoint(small.right() + 1, small.top()));
-    stage.screen->placeBeside(display.translated(300, 300));
-    QVERIFY(display.contains(stage.screen->frameGeometry()));
+    // No room at the right: the other sides, and smaller if need be.
+    for (const QRect& window : {QRect(display.left() + 300, display.top() + 330, 480, 300),
+                                QRect(display.left(), display.top(), display.width(), display.height() - 320),
+                                QRect(display.left(), display.top() + 320, display.width(), 400)}) {
+        stage.screen->placeBeside(window);
+        QVERIFY(display.contains(stage.screen->frameGeometry()));
+        QVERIFY(!stage.screen->frameGeometry().intersects(window));
+    }
+    const QPoint before = stage.screen->pos();
+    stage.screen->placeBeside(display); // no room anywhere: it is the user's to place
+    QCOMPARE(stage.screen->pos(), before);
 }
 
 void TestGuideScreens::tipsThatComeByThemselvesTakeNoKeys() {
-    QVERIFY(Stage<frmTip>(frmTip::Opened::ByItself).screen->testAttribute(Qt::WA_ShowWithoutActivating));
-    QVERIFY(!Stage<frmTip>(frmTip::Opened::ByUser).screen->testAttribute(Qt::WA_ShowWithoutActivating));
+    QVERIFY(
+        Stage<frmTip>(frmTip::Opened::ByItself, tips()).screen->testAttribute(Qt::WA_ShowWithoutActivating));
+    QVERIFY(
+        !Stage<frmTip>(frmTip::Opened::ByUser, tips()).screen->testAttribute(Qt::WA_ShowWithoutActivating));
 }
 
 void TestGuideScreens::theAboutBoxSaysWhatItIs() {

@@ -147,7 +147,8 @@ QString screenList() {
     text += section(firmware::ReProg_Link(firmware, {}));
     text += section(firmware::RunProg());
     text += section(firmware::BlinkForm());
-    text += section(guides::frmTip(guides::frmTip::Opened::ByUser));
+    guides::Tips tips;
+    text += section(guides::frmTip(guides::frmTip::Opened::ByUser, tips));
     text += section(guides::frmAbout());
     text += section(guides::ScrSavForm1());
     return text;

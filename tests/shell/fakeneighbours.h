@@ -39,7 +39,6 @@ public:
     void showTips() override { asked += QStringLiteral("showTips"); }
     QString tipText() override { return QStringLiteral("Tip %1:   \nthe text").arg(tip); }
     void nextTip() override { ++tip; }
-    bool isTipsLoaded() override { return tipsLoaded; }
     QString reopenDiveList() override {
         asked += QStringLiteral("reopenDiveList");
         return listFault;
@@ -60,7 +59,6 @@ public:
 
     int tipsPlaced = 0;
     int tip = 1;
-    bool tipsLoaded = true;
     QString listFault;
 };
 

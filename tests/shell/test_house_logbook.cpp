@@ -31,6 +31,15 @@ struct OnADive : Program {
     QStringList captures() const { return QDir(folder.path("jpg")).entryList(QDir::Files); }
 };
 
+QString panelTip() {
+    for (const QLabel* label : control<QWidget>("main", "Frame4")->findChildren<QLabel*>()) {
+        if (label->text().startsWith(QLatin1String("Tip "))) {
+            return label->text();
+        }
+    }
+    return {};
+}
+
 void turnTipsOff() {
     platform::userSettings().setNumber(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"), 0);
 }
@@ -47,7 +56,9 @@ private slots:
     void anotherStoreServesTheList();
     void aStoreThatIsNoneIsNamedAndTheListStays();
 
-    void thePanelShowsTheTipOfTheTipsScreen();
+    void panelAndTipsScreenShowOneTip();
+    void tipsSwitchedOffStayAwayThoughThePanelWasUsed();
+    void tipsThatComeByThemselvesTakeNoFocus();
     void tipsSwitchedOffStayAwayWhenTheLinkAsksForThem();
     void tipsStandBesideTheMainScreen();
 
@@ -132,29 +143,61 @@ void TestHouseLogbook::aStoreThatIsNoneIsNamedAndTheListStays() {
     QCOMPARE(process().storepath, "");
 }
 
-void TestHouseLogbook::thePanelShowsTheTipOfTheTipsScreen() {
+void TestHouseLogbook::panelAndTipsScreenShowOneTip() {
     Program program;
     program.folder.put("TIPOFDAY.TXT", "one\ntwo\nthree\n");
     turnTipsOff(); // the user's own click opens them all the same
     program.passSplash();
     QTest::mouseClick(control<QWidget>("main", "Label10(0)"), Qt::LeftButton);
+    QVERIFY(loaded("frmTip") == nullptr); // no hidden screen for the sake of a text
+    const QString first = panelTip();
+    control<QPushButton>("main", "cmdNextTip")->click();
+    QCOMPARE(panelTip().mid(0, 5), QStringLiteral("Tip %1").arg(first.mid(4, 1).toInt() % 3 + 1));
+    control<QAction>("main", "mnuTips")->trigger();
     auto* tips = qobject_cast<guides::frmTip*>(loaded("frmTip"));
     QVERIFY(tips != nullptr);
-    QVERIFY(!tips->isVisible());
-    const auto panelShows = [](const QString& text) {
-        const QList<QLabel*> labels = control<QWidget>("main", "Frame4")->findChildren<QLabel*>();
-        return std::any_of(labels.begin(), labels.end(),
-                           [&text](QLabel* label) { return label->text() == text; });
-    };
-    QVERIFY(panelShows(tips->tipText()));
-    const QString before = tips->tipText();
+    QCOMPARE(panelTip(), tips->tipText());
     control<QPushButton>("main", "cmdNextTip")->click();
-    QVERIFY(tips->tipText() != before);
-    QVERIFY(panelShows(tips->tipText()));
+    QCOMPARE(panelTip(), tips->tipText());
     tips->DoNextTip();
-    QVERIFY(!panelShows(tips->tipText()));
+    QCOMPARE(panelTip(), tips->tipText());
+    // Next goes on from the tip shown when the screen is gone again.
+    const int shown = panelTip().mid(4, 1).toInt();
+    tips->unload();
+    control<QPushButton>("main", "cmdNextTip")->click();
+    QCOMPARE(panelTip().mid(4, 1).toInt(), shown % 3 + 1);
+}
+
+void TestHouseLogbook::tipsSwitchedOffStayAwayThoughThePanelWasUsed() {
+    Program program;
+    program.folder.put("TIPOFDAY.TXT", "one\ntwo\nthree\n");
+    program.passSplash();
     expire("main", "Timer1");
-    QVERIFY(panelShows(tips->tipText()));
+    QTest::mouseClick(control<QWidget>("main", "Label10(0)"), Qt::LeftButton);
+    const QString before = panelTip();
+    turnTipsOff();
+    emit qobject_cast<link::PC_Link_1*>(loaded("PC_Link_1"))->tipsWanted();
+    QVERIFY(!shown("frmTip"));
+    expire("main", "Timer1");
+    QCOMPARE(panelTip(), before);
+}
+
+void TestHouseLogbook::tipsThatComeByThemselvesTakeNoFocus() {
+    Program program;
+    program.passSplash();
+    expire("main", "Timer1");
+    auto* link = qobject_cast<link::PC_Link_1*>(loaded("PC_Link_1"));
+    emit link->tipsWanted();
+    QVERIFY(shown("frmTip"));
+    QVERIFY(loaded("frmTip")->testAttribute(Qt::WA_ShowWithoutActivating));
+    // A desktop without windows' ranks activates what is shown first; asked for once more, it is not raised.
+    loaded("main")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(loaded("main")));
+    emit link->tipsWanted();
+    QCoreApplication::processEvents();
+    QCOMPARE(QApplication::activeWindow(), loaded("main"));
+    control<QAction>("main", "mnuTips")->trigger(); // asked for, it comes to the front
+    QVERIFY(QTest::qWaitForWindowActive(loaded("frmTip")));
 }
 
 void TestHouseLogbook::tipsSwitchedOffStayAwayWhenTheLinkAsksForThem() {
@@ -177,12 +220,14 @@ void TestHouseLogbook::tipsStandBesideTheMainScreen() {
     Program program;
     program.passSplash();
     control<QAction>("main", "mnuTips")->trigger();
+    loaded("main")->setMinimumSize(1, 1);
     loaded("main")->setGeometry(0, 20, 300, 300);
     loaded("frmTip")->resize(loaded("frmTip")->minimumSize());
     const QPoint before = loaded("frmTip")->pos();
     expire("main", "Timer1"); // once a second, not at each move
     QVERIFY(loaded("frmTip")->pos() != before);
     QVERIFY(loaded("main")->screen()->availableGeometry().contains(loaded("frmTip")->frameGeometry()));
+    QVERIFY(!loaded("main")->frameGeometry().intersects(loaded("frmTip")->frameGeometry()));
 }
 
 void TestHouseLogbook::nineStartsKeepNineBackups() {

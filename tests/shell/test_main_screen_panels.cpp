@@ -28,8 +28,8 @@ class TestMainScreenPanels : public QObject {
 
 private slots:
     void theTipsPanelOpensStepsAndCloses();
-    void theTipsPanelFollowsTheTipsScreen();
-    void aTipsScreenThatIsClosedLeavesItsTipInThePanel();
+    void theTipsPanelFollowsTheTipInHand();
+    void theTipsSignStaysAndStepsOnWhereTheTipsAreOpen();
     void anotherStoreIsOpenedForTheList();
     void aCancelledStoreChangesNothing();
     void aStoreThatCannotBeShownIsNamed();
@@ -60,23 +60,24 @@ void TestMainScreenPanels::theTipsPanelOpensStepsAndCloses() {
     QVERIFY(stage.control("Frame4")->isVisible());
 }
 
-void TestMainScreenPanels::theTipsPanelFollowsTheTipsScreen() {
+void TestMainScreenPanels::theTipsPanelFollowsTheTipInHand() {
     MainStage stage;
     stage.main->showScreen();
     stage.click("Label10(0)");
     stage.neighbours.tip = 9;
-    stage.main->Timer1_tick();
+    stage.main->showTip();
     QCOMPARE(tipInPanel(stage), "Tip 9:   \nthe text");
 }
 
-void TestMainScreenPanels::aTipsScreenThatIsClosedLeavesItsTipInThePanel() {
+void TestMainScreenPanels::theTipsSignStaysAndStepsOnWhereTheTipsAreOpen() {
     MainStage stage;
     stage.main->showScreen();
-    stage.click("Label10(0)");
-    stage.neighbours.tip = 9;
-    stage.neighbours.tipsLoaded = false;
-    stage.main->Timer1_tick();
+    stage.click("Label6");
     QCOMPARE(tipInPanel(stage), "Tip 1:   \nthe text");
+    QVERIFY(stage.control("Label6")->isVisible());
+    QVERIFY(!stage.control("Label10(0)")->isVisible());
+    stage.click("Label6");
+    QCOMPARE(tipInPanel(stage), "Tip 2:   \nthe text");
 }
 
 void TestMainScreenPanels::anotherStoreIsOpenedForTheList() {

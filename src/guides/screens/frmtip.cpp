@@ -4,13 +4,15 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/programfolder.h"
+#include "platform/screen/windowplace.h"
 #include "platform/usersettings.h"
 
 #include <QCheckBox>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QRandomGenerator>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -29,9 +31,10 @@ QString showAtStartup() {
 
 } // namespace
 
-frmTip::frmTip(Opened opened)
+frmTip::frmTip(Opened opened, Tips& tips)
     : Screen(QStringLiteral("frmTip"))
-    , opened_(opened) {
+    , opened_(opened)
+    , tips_(tips) {
     setWindowTitle(QStringLiteral("Connection Tips"));
     buildLayout();
     // What comes up by itself takes the keys from nobody.
@@ -85,7 +88,6 @@ void frmTip::buildLayout() {
 }
 
 void frmTip::loading() {
-    tips_.clear();
     showPicture();
     const bool wanted = platform::userSettings().number(section(), showAtStartup(), 1) != 0;
     if (!wanted && opened_ == Opened::ByItself) {
@@ -96,8 +98,7 @@ void frmTip::loading() {
         const QSignalBlocker quiet(chkLoadTipsAtStartup_);
         chkLoadTipsAtStartup_->setChecked(wanted);
     }
-    LoadTips(platform::ProgramFolder::current().path(tipsfile()));
-    tips_.startAt([](int count) { return QRandomGenerator::global()->bounded(count); });
+    tips_.open(platform::ProgramFolder::current().path(tipsfile()));
     DisplayCurrentTip();
 }
 
@@ -125,12 +126,18 @@ QString frmTip::tipText() const {
 }
 
 void frmTip::placeBeside(const QRect& window) {
-    const QRect room = screen()->availableGeometry();
-    const QPoint wanted = window.topRight() + QPoint(1, 0);
-    move(std::clamp(wanted.x(), room.left(),
-                    std::max(room.left(), room.right() + 1 - frameGeometry().width())),
-         std::clamp(wanted.y(), room.top(),
-                    std::max(room.top(), room.bottom() + 1 - frameGeometry().height())));
+    QList<QRect> displays;
+    for (const QScreen* display : QGuiApplication::screens()) {
+        displays += display->availableGeometry();
+    }
+    const QSize frame = frameGeometry().size() - size();
+    for (const QSize& inner : {size(), minimumSize()}) {
+        if (const auto place = platform::placeBeside(window, inner + frame, displays)) {
+            resize(inner);
+            move(*place);
+            return;
+        }
+    }
 }
 
 void frmTip::showPicture() {

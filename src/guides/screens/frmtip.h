@@ -19,8 +19,9 @@ class frmTip : public platform::Screen {
 public:
     enum class Opened { ByUser, ByItself };
 
-    /// Opened by itself, the screen closes at once where the user has switched the tips off.
-    explicit frmTip(Opened opened);
+    /// Opened by itself, the screen closes at once where the user has switched the tips off, and `tips` stay
+    /// as they are; else they begin anew. They outlive the screen.
+    frmTip(Opened opened, Tips& tips);
 
     void LoadTips(const QString& filename);
     void DoNextTip();
@@ -28,7 +29,8 @@ public:
     void DisplayCurrentTip();
     QString tipText() const;
 
-    /// At the right of `window`, but never off its display.
+    /// Beside `window`, wholly on a display and never over it, made as small as it can be where that is what
+    /// it takes. Where no display has room beside it, the screen stays where it is.
     void placeBeside(const QRect& window);
 
 signals:
@@ -44,7 +46,7 @@ private:
     void showPicture();
 
     Opened opened_;
-    Tips tips_;
+    Tips& tips_;
     look::ClickableLabel* Image1_ = nullptr;
     look::ClickableLabel* lblTipText_ = nullptr;
     QCheckBox* chkLoadTipsAtStartup_ = nullptr;

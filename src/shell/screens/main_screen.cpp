@@ -185,13 +185,8 @@ void MainScreen::showPanelPicture() {
 
 void MainScreen::changeEvent(QEvent* event) {
     Screen::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
-        if (!panelPicture_.isEmpty()) {
-            showPanelPicture();
-        }
-        if (Image4_ != nullptr) {
-            showTipsPicture();
-        }
+    if (event->type() == QEvent::PaletteChange && !panelPicture_.isEmpty()) {
+        showPanelPicture();
     }
 }
 

@@ -36,6 +36,7 @@ class TickTimer;
 namespace benthor::shell {
 
 class Neighbours;
+class TipsPanel;
 class UnsavedNote;
 
 /// The screen `main`, which stays for the whole run: its entries lead to everything else, its timers watch
@@ -64,6 +65,8 @@ public:
     void showHint(const QString& hint);
     /// Takes over the link's caption and colour.
     void showLinkStatus();
+    /// The tip in hand is another one: the panel, where it is open, shows it.
+    void showTip();
 
 protected:
     void loading() override;
@@ -84,7 +87,6 @@ private:
     look::EntryRow* entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
                           const QString& pictureName, const QString& icon, bool quiet);
     void hiddenButton(const char* name, void (MainScreen::*act)());
-    void showTipsPicture();
     QPushButton* footButton(int choice, const QString& name, const QString& caption, const QString& icon,
                             const QString& words);
 
@@ -124,6 +126,7 @@ private:
     void Command5_click();
     void Command6_click();
     void cmdNextTip_click();
+    void Label6_click();
     void cmdclose_click();
     void cmdcommandsend_click();
     void mnuconnectdevice_click();
@@ -133,7 +136,6 @@ private:
     void mnuOpen_click();
     void showSetupAndGas();
     void showTipsPanel(bool shown);
-    void showTip();
 
     // main_screen_import.cpp
     class Progress;
@@ -172,9 +174,7 @@ private:
     QLabel* folderNotice_ = nullptr;
     QPushButton* movetocorrupt_ = nullptr;
     look::ToldButton* Command4_ = nullptr;
-    QWidget* Frame4_ = nullptr;
-    look::ClickableLabel* Image4_ = nullptr;
-    look::ClickableLabel* tip_ = nullptr;
+    TipsPanel* Frame4_ = nullptr;
 
     look::OverlayCard* Frame2_ = nullptr;
     look::ActivitySweep* sweep_ = nullptr;

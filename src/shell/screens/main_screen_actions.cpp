@@ -10,6 +10,7 @@
 #include "platform/usersettings.h"
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
+#include "shell/screens/tipspanel.h"
 #include "store/backup.h"
 #include "store/units.h"
 
@@ -131,21 +132,28 @@ void MainScreen::mnuTips_click() {
 void MainScreen::showTipsPanel(bool shown) {
     Frame4_->setVisible(shown);
     fitCards();
-    for (const char* opener : {"Label10(0)", "Label6"}) {
-        findChild<QWidget*>(QLatin1String(opener))->setVisible(!shown);
-    }
-    if (shown) {
-        showTip();
-    }
+    findChild<QWidget*>(QStringLiteral("Label10(0)"))->setVisible(!shown);
+    showTip();
 }
 
 void MainScreen::showTip() {
-    tip_->setText(neighbours_.tipText());
+    if (!Frame4_->isHidden()) {
+        Frame4_->showTip(neighbours_.tipText());
+    }
 }
 
 void MainScreen::cmdNextTip_click() {
     neighbours_.nextTip();
     showTip();
+}
+
+/// Opens the tips, and steps on where they are open.
+void MainScreen::Label6_click() {
+    if (Frame4_->isHidden()) {
+        showTipsPanel(true);
+    } else {
+        cmdNextTip_click();
+    }
 }
 
 void MainScreen::mnuReprogIR_click() {

@@ -309,9 +309,6 @@ void MainScreen::Timer1_tick() {
     filewatchcount_ = watchedNext(waiting, filewatchcount_, mayRead);
     process().deviceconnected = neighbours_.linkStatus().caption() == QLatin1String("Connected") ? 1 : 0;
     neighbours_.placeTips(frameGeometry(), isMinimized());
-    if (!Frame4_->isHidden() && neighbours_.isTipsLoaded()) {
-        showTip(); // the tips screen may have stepped on
-    }
 }
 
 } // namespace benthor::shell

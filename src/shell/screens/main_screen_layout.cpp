@@ -2,20 +2,17 @@
 
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
-#include "platform/look/pictures.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/look/widgets/toldbutton.h"
-#include "platform/programfolder.h"
-#include "shell/screens/neighbours.h"
+#include "shell/screens/tipspanel.h"
 #include "shell/screens/unsavednote.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -24,7 +21,6 @@ namespace benthor::shell {
 namespace {
 
 constexpr int kEntriesWidth = 236;
-constexpr int kTipsWidth = 264;
 constexpr int kTwoCardsWidth = 720;
 constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
 
@@ -66,8 +62,9 @@ void MainScreen::buildLayout() {
     Label10->setObjectName(QStringLiteral("Label10(0)"));
     for (look::ClickableLabel* label : {Label6, Label10}) {
         label->setInk(look::Ink::Quiet);
-        connect(label, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
     }
+    connect(Label10, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
+    connect(Label6, &look::ClickableLabel::clicked, this, &MainScreen::Label6_click);
     opener->addStretch(1);
     opener->addWidget(Label6);
     opener->addWidget(Label10);
@@ -319,75 +316,16 @@ QWidget* MainScreen::buildImportCard() {
 }
 
 QWidget* MainScreen::buildTips() {
-    Frame4_ = new look::Pane(Qt::LeftEdge);
-    Frame4_->setObjectName(QStringLiteral("Frame4"));
-    Frame4_->setFixedWidth(look::scaled(kTipsWidth));
-    auto* down = new QVBoxLayout(Frame4_);
-    down->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceWide);
-    auto* head = new QHBoxLayout;
-    head->setSpacing(look::spaceTight);
-    head->addWidget(iconLabel("tip"));
-    head->addWidget(look::makeHeading(QStringLiteral("Connection tips")));
-    head->addStretch(1);
-    auto* close = new look::ClickableLabel;
-    close->setIconName(QStringLiteral("close"), 18);
-    close->setInk(look::Ink::Quiet);
-    close->setAccessibleName(QStringLiteral("Close connection tips"));
-    close->setToolTip(close->accessibleName());
-    connect(close, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(false); });
-    head->addWidget(close);
-    down->addLayout(head);
-    down->addWidget(new look::Rule);
-
-    Image4_ = new look::ClickableLabel;
-    Image4_->setObjectName(QStringLiteral("Image4"));
-    Image4_->setAccessibleName(QStringLiteral("Next tip"));
-    Image4_->setAlignment(Qt::AlignCenter);
-    Image4_->setFocusPolicy(Qt::NoFocus);
-    tip_ = new look::ClickableLabel;
-    tip_->setWordWrap(true);
-    tip_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    tip_->setHoverMark(false);
-    tip_->setFocusPolicy(Qt::NoFocus);
-    down->addSpacing(look::spaceSmall);
-    down->addWidget(Image4_);
-    down->addSpacing(look::spaceSmall);
-    down->addWidget(tip_, 1);
-
-    auto* foot = new QHBoxLayout;
-    auto* steps = new look::ClickableLabel(QStringLiteral("<<<"));
-    steps->setObjectName(QStringLiteral("Label10(1)"));
-    steps->setAccessibleName(QStringLiteral("Next tip"));
-    steps->setToolTip(steps->accessibleName());
-    auto* next = new QPushButton(QStringLiteral("&Next Tip"));
-    next->setObjectName(QStringLiteral("cmdNextTip"));
-    foot->addWidget(steps);
-    foot->addStretch(1);
-    foot->addWidget(next);
-    down->addLayout(foot);
-    for (look::ClickableLabel* label : {Image4_, tip_, steps}) {
-        connect(label, &look::ClickableLabel::clicked, this, &MainScreen::cmdNextTip_click);
-    }
-    connect(next, &QPushButton::clicked, this, &MainScreen::cmdNextTip_click);
-    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), Frame4_);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, [this] { showTipsPanel(false); });
-    showTipsPicture();
+    Frame4_ = new TipsPanel;
+    connect(Frame4_, &TipsPanel::nextWanted, this, &MainScreen::cmdNextTip_click);
+    connect(Frame4_, &TipsPanel::closeWanted, this, [this] { showTipsPanel(false); });
     Frame4_->hide();
     return Frame4_;
 }
 
-void MainScreen::showTipsPicture() {
-    const QImage picture(platform::ProgramFolder::current().path(u"morvakd2.bmp"));
-    const int width = look::scaled(kTipsWidth) - 2 * look::spaceWide;
-    Image4_->setPixmap(look::picturePixmap(picture, QSize(width, width * 2 / 3), devicePixelRatio()));
-    Image4_->setVisible(!picture.isNull());
-}
-
 /// Where the tips leave no room for the two cards side by side they stand one above the other.
 void MainScreen::fitCards() {
-    const int room =
-        width() - look::scaled(kEntriesWidth) - (Frame4_->isHidden() ? 0 : look::scaled(kTipsWidth));
+    const int room = width() - look::scaled(kEntriesWidth) - (Frame4_->isHidden() ? 0 : Frame4_->width());
     cards_->setDirection(room < look::scaled(kTwoCardsWidth) ? QBoxLayout::TopToBottom
                                                              : QBoxLayout::LeftToRight);
 }

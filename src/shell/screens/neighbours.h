@@ -35,10 +35,9 @@ public:
 
     virtual void showGuide() = 0;
     virtual void showTips() = 0;
-    /// The tip in hand. The tips screen is loaded hidden for it when it is not loaded.
+    /// The tip in hand, the same for the panel of the main screen and for the tips screen.
     virtual QString tipText() = 0;
     virtual void nextTip() = 0;
-    virtual bool isTipsLoaded() = 0;
     virtual void showAbout() = 0;
     virtual void placeTips(const QRect& mainScreen, bool minimized) = 0;
 

@@ -79,6 +79,7 @@ class TestScreen : public QObject {
 private slots:
     void aTextBoxThatLosesTheFocusAsTheSlotGoesFindsItsScreenWhole();
     void init() { Sample::destroyed = 0; }
+    void aWindowStandsBesideAnotherAndNeverOverIt();
     void addressingLoadsHiddenAndOnce();
     void hidingKeepsWhatAControlShows();
     void unloadingForgetsIt();
@@ -273,6 +274,21 @@ void TestScreen::aTextBoxThatLosesTheFocusAsTheSlotGoesFindsItsScreenWhole() {
     QCOMPARE(finished, 1);
     QCOMPARE(finishedTooLate, 0);
     QCOMPARE(Sample::destroyed, 1);
+}
+
+void TestScreen::aWindowStandsBesideAnotherAndNeverOverIt() {
+    const QRect display(0, 0, 1000, 800);
+    const QSize size(300, 200);
+    QCOMPARE(placeBeside({100, 50, 400, 300}, size, {display}), QPoint(500, 50));
+    QCOMPARE(placeBeside({400, 50, 600, 300}, size, {display}), QPoint(100, 50));
+    QCOMPARE(placeBeside({0, 0, 1000, 500}, size, {display}), QPoint(0, 500));
+    QCOMPARE(placeBeside({0, 300, 1000, 500}, size, {display}), QPoint(0, 100));
+    QCOMPARE(placeBeside(display, size, {display}), std::nullopt);
+    QCOMPARE(placeBeside({100, 700, 400, 300}, size, {display}), QPoint(500, 600)); // wholly on it
+    // On the display of the window first, on another where that has no room.
+    const QRect second(1000, 0, 1000, 800);
+    QCOMPARE(placeBeside({1000, 0, 600, 800}, size, {display, second}), QPoint(1600, 0));
+    QCOMPARE(placeBeside(second, size, {display, second}), QPoint(700, 0));
 }
 
 QTEST_MAIN(TestScreen)
