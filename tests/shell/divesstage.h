@@ -66,7 +66,9 @@ struct DivesProgram : Program {
 
     /// What the dive screen says in its head; empty where there is none.
     static QString shownDive() {
-        return shown("rbinterface") ? control<QLabel>("rbinterface", "txtdiveid")->text() : QString();
+        return shown("rbinterface")
+                   ? control<QWidget>("rbinterface", "txtdiveid")->property("text").toString()
+                   : QString();
     }
 
     static QString field(int number, const char16_t* name) {

@@ -3,7 +3,6 @@
 #include "divetext.h"
 
 #include <QJsonArray>
-#include <QLabel>
 #include <QLocale>
 
 namespace benthor::viewer {
@@ -113,7 +112,7 @@ QByteArray steadyDive(int samples) {
 }
 
 QString textOf(rbinterface& screen, const char* name) {
-    return control<QLabel>(screen, name).text();
+    return control<QWidget>(screen, name).property("text").toString();
 }
 
 } // namespace benthor::viewer

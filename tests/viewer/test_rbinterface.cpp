@@ -46,21 +46,21 @@ void TestRbinterface::everyControlIsThereByItsName() {
     rbinterface& screen = bench.load();
     QCOMPARE(screen.objectName(), QStringLiteral("rbinterface"));
     QStringList names{
-        "txtdiveid",    "txtduration",  "txtmaxdepth",  "txttimedown", "txtinterval", "txtversion",
-        "txtotu",       "txtatmos",     "txtdusageh",   "lblmaxdepth", "MSFlexGrid1", "MSChart1",
-        "txtGas",       "Picture6",     "Picture7",     "Picture12",   "Picture13",   "Command2(0)",
-        "Command2(1)",  "Command2(2)",  "Option1",      "Option2",     "gasList",     "cmdclose",
-        "Check15(0)",   "Check15(1)",   "Check15(2)",   "Picture1",    "Picture2",    "Picture3",
-        "Picture4",     "Picture5",     "Picture8",     "Picture9",    "Picture10",   "cmdSave",
-        "cmdsavegraph", "cmdgas",       "Cmdtissue",    "Command1",    "Command4",    "Command5",
-        "PlayDive",     "StopPlayDive", "Command6(0)",  "Command6(1)", "Command7(0)", "Command7(1)",
-        "AlarmNext",    "Label13",      "MarkNext",     "Label4",      "Label18",     "gaslistCheck",
-        "Text6",        "Text7",        "Text8",        "Text9(0)",    "Text9(1)",    "Alarm_Text",
-        "Lbldtime",     "Lbldepth",     "lbldgas",      "Lbldppo2",    "lblppo2avg",  "Lbldceiling",
-        "Lbldtemp",     "lbltempf",     "lbldstack",    "lblhpddip",   "Lbldhpo2",    "Lbldcella",
-        "Lbldcellb",    "Lbldcellc",    "Lbldsetpoint", "Label21(0)",  "Label21(1)",  "MSFlexGrid2",
-        "Shape5",       "Shape6",       "Shape7",       "Shape9",      "Shape10",     "Shape11",
-        "Shape12"};
+        "txtdiveid",    "txtduration",  "txtmaxdepth",  "txttimedown",  "txtinterval", "txtversion",
+        "txtotu",       "txtatmos",     "txtdusageh",   "lblmaxdepth",  "MSFlexGrid1", "MSChart1",
+        "txtGas",       "Picture6",     "Picture7",     "Picture12",    "Picture13",   "Command2(0)",
+        "Command2(1)",  "Command2(2)",  "Option1",      "Option2",      "gasList",     "cmdclose",
+        "Check15(0)",   "Check15(1)",   "Check15(2)",   "Picture1",     "Picture2",    "Picture3",
+        "Picture4",     "Picture5",     "Picture8",     "Picture9",     "Picture10",   "Picture11",
+        "cmdSave",      "cmdsavegraph", "cmdgas",       "Cmdtissue",    "Command1",    "Command4",
+        "Command5",     "PlayDive",     "StopPlayDive", "Command6(0)",  "Command6(1)", "Command7(0)",
+        "Command7(1)",  "AlarmNext",    "Label13",      "MarkNext",     "Label4",      "Label18",
+        "gaslistCheck", "Text6",        "Text7",        "Text8",        "Text9(0)",    "Text9(1)",
+        "Alarm_Text",   "Lbldtime",     "Lbldepth",     "lbldgas",      "Lbldppo2",    "lblppo2avg",
+        "Lbldceiling",  "Lbldtemp",     "lbltempf",     "lbldstack",    "lblhpddip",   "Lbldhpo2",
+        "Lbldcella",    "Lbldcellb",    "Lbldcellc",    "Lbldsetpoint", "Label21(0)",  "Label21(1)",
+        "MSFlexGrid2",  "Shape5",       "Shape6",       "Shape7",       "Shape9",      "Shape10",
+        "Shape11",      "Shape12"};
     for (int i = 0; i < 5; ++i) {
         names += QStringLiteral("Shape8(%1)").arg(i);
     }

@@ -10,6 +10,7 @@
 #include "tests/support/smalldisk.h"
 
 #include <QImage>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSvgRenderer>
 #include <QtTest>
@@ -123,10 +124,42 @@ private slots:
 
     void danTakesIdAndIntervalAsShown() {
         Stage stage;
-        control<QLabel>(*stage.screen, "txtinterval").setText(QStringLiteral("7"));
+        control<QLineEdit>(*stage.screen, "txtinterval").setText(QStringLiteral("7"));
         stage.bench.boxes.answerFile(stage.file("dive.zxu"));
         stage.trigger("mnudivedan");
         QVERIFY(stage.read("dive.zxu").contains("|I|Q7S|"));
+    }
+
+    void danTakesWhatIsTypedIntoTheHead() {
+        Stage stage;
+        stage.screen->activateWindow();
+        for (const auto& [name, typed] : {std::pair{"txtdiveid", "D0000077"}, {"txtinterval", "8"}}) {
+            auto& box = control<QLineEdit>(*stage.screen, name);
+            QVERIFY(!box.isReadOnly() && !box.hasFrame());
+            QTest::mouseClick(&box, Qt::LeftButton);
+            QVERIFY(box.hasFocus());
+            QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(&box, QLatin1String(typed));
+        }
+        stage.bench.boxes.answerFile(stage.file("dive.zxu"));
+        QTest::mouseClick(&control<QWidget>(*stage.screen, "Picture11"), Qt::LeftButton);
+        QVERIFY(stage.read("dive.zxu").contains("ZDH|1|D0000077|I|Q8S|"));
+        stage.bench.boxes.answerFile(stage.file("dive.csv"));
+        stage.click("cmdSave"); // the gases are those of the dive, whatever was typed
+        QVERIFY(stage.read("dive.csv").contains("\r\nD0000001,0,79,660,1,\r\n"));
+    }
+
+    void aDiveWithoutGasesEndsBothFilesBeforeTheirLinesAndSaysNothing() {
+        Stage stage;
+        stage.bench.execute("DELETE FROM gas");
+        stage.bench.boxes.answerFile(stage.file("dive.zxu"));
+        stage.click("Command4");
+        QCOMPARE(stage.read("dive.zxu"), bytesOfTestData("exports/five-lines.zxu"));
+        stage.bench.boxes.answerFile(stage.file("dive.csv"));
+        stage.click("cmdSave");
+        QCOMPARE(stage.read("dive.csv").count('\n'), 1);
+        QVERIFY(stage.read("dive.csv").startsWith("Dive ID,Record ID,"));
+        QCOMPARE(stage.bench.boxes.messages(), QStringList());
     }
 
     void aCancelledDanSaysSo() {
@@ -138,7 +171,7 @@ private slots:
 
     void aDiveWithoutAStartLeavesAnEmptyFile() {
         Stage stage;
-        control<QLabel>(*stage.screen, "txttimedown").setText(QString());
+        control<QLineEdit>(*stage.screen, "txttimedown").setText(QString());
         stage.bench.boxes.answerFile(stage.file("dive.zxu"));
         stage.click("Command4");
         QCOMPARE(stage.read("dive.zxu"), QByteArray());

@@ -15,7 +15,6 @@
 #include "viewer/zoom.h"
 
 class QAction;
-class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QMenu;
@@ -36,8 +35,8 @@ class TickTimer;
 namespace benthor::viewer {
 
 class AlarmStripView;
+class DiveHead;
 class GasStripView;
-class HeadNumber;
 class InstrumentPanel;
 class LegendStrip;
 class PlayBar;
@@ -103,7 +102,6 @@ private:
     QWidget* makeFoot();
     QWidget* makeRight();
     QWidget* makeGasList();
-    void addHeadButtons();
     void placeGasList();
     void fitToWidth();
     void takeColours();
@@ -137,7 +135,6 @@ private:
     void adoptLastDive();
     DiveRow readDiveRow();
     QString resolveDisplay();
-    void showHeader();
     void readgaslist();
     std::vector<GasRow> gasRowsOfDive();
     QString readMetric(DiveProfile& profile);
@@ -154,7 +151,7 @@ private:
     void showLegend();
     void takeSeriesStyles();
     look::Theme chartTheme() const;
-    double interval() const;
+    double recordedInterval() const;
 
     // rbinterface_select.cpp
     void MSChart1_MouseDown(double x, double y);
@@ -240,18 +237,7 @@ private:
     QRadioButton* Option1 = nullptr;
     QRadioButton* Option2 = nullptr;
 
-    QList<HeadNumber*> headNumbers_;
-    HeadNumber* txtdiveid = nullptr;
-    HeadNumber* txttimedown = nullptr;
-    HeadNumber* txtduration = nullptr;
-    HeadNumber* txtmaxdepth = nullptr;
-    HeadNumber* txtinterval = nullptr;
-    HeadNumber* txtotu = nullptr;
-    HeadNumber* txtatmos = nullptr;
-    HeadNumber* txtdusageh = nullptr;
-    HeadNumber* txtversion = nullptr;
-
-    QBoxLayout* headRow_ = nullptr;
+    DiveHead* head_ = nullptr;
     QWidget* side_ = nullptr;
     SeriesColumn* series_ = nullptr;
     look::Card* unitsCard_ = nullptr;

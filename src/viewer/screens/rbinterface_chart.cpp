@@ -3,6 +3,7 @@
 #include "platform/textformat.h"
 #include "viewer/chartdata.h"
 #include "viewer/gridcells.h"
+#include "viewer/screens/divehead.h"
 #include "viewer/screens/gasstripview.h"
 #include "viewer/screens/legendstrip.h"
 #include "viewer/screens/rbinterface.h"
@@ -83,13 +84,14 @@ platform::SeriesStyle styleOf(int column, look::Theme theme) {
 
 } // namespace
 
-double rbinterface::interval() const {
+/// Of the record, whatever stands in the box of the head by now.
+double rbinterface::recordedInterval() const {
     return platform::leadingNumber(QStringView(header_.txtinterval));
 }
 
 void rbinterface::determinexaxis() {
-    times_->setTexts(free_ ? freeTimeLabels(interval(), *free_)
-                           : viewer::determinexaxis(interval(), lastsample_, zoom_));
+    times_->setTexts(free_ ? freeTimeLabels(head_->interval(), *free_)
+                           : viewer::determinexaxis(head_->interval(), lastsample_, zoom_));
 }
 
 void rbinterface::plotgraph() {

@@ -16,7 +16,7 @@
 #include "viewer/decoder.h"
 #include "viewer/fullexport.h"
 #include "viewer/screens/chartpicture.h"
-#include "viewer/screens/headnumber.h"
+#include "viewer/screens/divehead.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/timelabels.h"
 
@@ -42,8 +42,8 @@ void rbinterface::headGrid() {
     MSFlexGrid1->setRow(0);
 }
 
-/// A line for each gas of the dive shown. The filter is set behind the dialog, so it holds from the next one
-/// on.
+/// A line for each gas of the dive shown; without a gas there is no first line to go to, and the file ends
+/// behind its headings without a word. The filter is set behind the dialog, so it holds from the next one on.
 void rbinterface::cmdSave_click() {
     const QString path = askSaveFile(dialogfilter_, QString());
     dialogfilter_ = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
@@ -57,8 +57,9 @@ void rbinterface::cmdSave_click() {
         }
         headGrid();
         process().depthunit = resolveDisplay();
-        const QByteArray text = csvText(gasRowsOfDive(), isFeet(process().depthunit));
-        if (file.write(text) == text.size() && file.flush()) {
+        const std::vector<ExportRow> gases = gasRowsOfDive();
+        const QByteArray text = csvText(gases, isFeet(process().depthunit));
+        if (file.write(text) == text.size() && file.flush() && !gases.empty()) {
             dialogs().message(this, QStringLiteral("Dive Record save as file ") + path);
         }
     });
@@ -79,8 +80,7 @@ void rbinterface::Command4_click() {
             return;
         }
         const std::vector<ExportRow> gases = gasRowsOfDive();
-        const DanHead head{txtdiveid->value()->text(), txtinterval->value()->text(),
-                           txttimedown->value()->text()};
+        const DanHead head = head_->danHead();
         if (dateOfBox(head.start).isValid()) {
             process().depthunit = unitword_ = QStringLiteral("metre");
         }
@@ -125,7 +125,7 @@ void rbinterface::saveFullProfile(bool zxu) {
                         gases_, // their shares are the same in any unit
                         lastsample_,
                         header_.txtdiveid,
-                        interval(),
+                        recordedInterval(),
                         startdate_,
                         finisheddate_,
                         platform::now()};

@@ -101,7 +101,7 @@ void rbinterface::showHover(double xTwips) {
     const int row = rowUnder(xTwips);
     const QString depth = platform::floatText(std::abs(profile_.depthneg[row - 1]));
     hover_->setText(QStringLiteral("%1   %2 %3   %4")
-                        .arg(formatelapsed(row * interval()), depth,
+                        .arg(formatelapsed(row * recordedInterval()), depth,
                              feet_ ? QStringLiteral("ft") : QStringLiteral("m"),
                              gasNameAt(profile_, gasname_, row)));
     hover_->adjustSize();

@@ -3,11 +3,10 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
-#include "platform/look/widgets/commandbutton.h"
 #include "viewer/screens/alarmstripview.h"
+#include "viewer/screens/divehead.h"
 #include "viewer/screens/footbar.h"
 #include "viewer/screens/gasstripview.h"
-#include "viewer/screens/headnumber.h"
 #include "viewer/screens/instrumentpanel.h"
 #include "viewer/screens/legendstrip.h"
 #include "viewer/screens/playbar.h"
@@ -15,6 +14,7 @@
 #include "viewer/screens/seriescolumn.h"
 #include "viewer/screens/timelabels.h"
 #include "viewer/screens/tipbox.h"
+#include "viewer/screens/widths.h"
 #include "viewer/screens/zoombar.h"
 
 #include <QCheckBox>
@@ -31,81 +31,42 @@ namespace benthor::viewer {
 
 namespace {
 
-constexpr int kHeadHeight = 60;
-constexpr int kNarrow = 1200; ///< below this the bar's buttons are pictures and the head is small
-constexpr int kRoomy = 1440;  ///< from here on the head's numbers stand apart
-constexpr int kWide = 1600;
 constexpr int kEmptyTextWidth = 460;
 
 int sideWidth(int windowWidth) {
-    return windowWidth < kNarrow ? 166 : (windowWidth < kWide ? 172 : 196);
+    return look::scaled(isNarrow(windowWidth) ? 166 : (isWide(windowWidth) ? 196 : 172));
 }
 
 } // namespace
 
 QWidget* rbinterface::makeHead() {
-    auto* head = new look::Pane(Qt::BottomEdge);
-    head->setFixedHeight(look::scaled(kHeadHeight));
-    head->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    headRow_ = new QHBoxLayout(head);
-    headRow_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 1);
-    headRow_->setSizeConstraint(QLayout::SetNoConstraint); // fitToWidth() answers for the room
-
-    auto* cmdclose = new look::CommandButton(QStringLiteral("Back to the dive list"), QStringLiteral("back"),
-                                             look::CommandButton::Kind::Icon);
-    cmdclose->setNames("cmdclose", "Picture4", "");
-    cmdclose->setProperty("quiet", true);
-    connect(cmdclose, &QPushButton::clicked, this, &rbinterface::leave);
-    headRow_->addWidget(cmdclose);
-
-    const auto add = [this](const char* name, const char* caption, const char* unit = "") {
-        auto* number = new HeadNumber(QLatin1String(name), QLatin1String(caption), QLatin1String(unit));
-        headRow_->addWidget(number);
-        headNumbers_ += number;
-        return number;
-    };
-    txtdiveid = add("txtdiveid", "Dive");
-    txttimedown = add("txttimedown", "Start");
-    txtduration = add("txtduration", "Duration");
-    txtmaxdepth = add("txtmaxdepth", "Max depth");
-    txtmaxdepth->unit()->setObjectName(QStringLiteral("lblmaxdepth"));
-    txtinterval = add("txtinterval", "Interval", "secs");
-    txtotu = add("txtotu", "OTU");
-    txtatmos = add("txtatmos", "Surface", "mBar");
-    txtdusageh = add("txtdusageh", "Usage", "secs");
-    txtversion = add("txtversion", "Version");
-    headRow_->addStretch();
-    addHeadButtons();
-    return head;
-}
-
-void rbinterface::addHeadButtons() {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(look::spaceTight);
-    headRow_->addLayout(row);
-    const auto add = [row, this](const char* caption, const char* icon, const char* name, const char* picture,
-                                 const auto& work) {
-        auto* button = new look::CommandButton(QLatin1String(caption), QLatin1String(icon),
-                                               look::CommandButton::Kind::Icon);
-        button->setNames(name, picture, "");
-        connect(button, &QPushButton::clicked, this, work);
-        row->addWidget(button);
-        return button;
-    };
-    add("Dive details", "info", "Command1", "Picture5", [this] { handOver(&rbinterface::detailsWanted); });
-    add("Gas and system settings", "cylinder", "cmdgas", "", [this] { handOver(&rbinterface::gasWanted); });
-    auto* Cmdtissue = add("Tissues: no action", "bars", "Cmdtissue", "", [] {});
-    Cmdtissue->setEnabled(false);
-    add("Save the gases as CSV", "document", "cmdSave", "Picture2", [this] { cmdSave_click(); });
-    add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
-        "Picture3", [this] { cmdsavegraph_click(); });
-    add("Save a picture of this screen beside the dive", "camera", "btnCapture", "",
-        [this] { handOver(&rbinterface::captureWanted); });
-    auto* Command4 = new QPushButton(QStringLiteral("DAN"));
-    Command4->setObjectName(QStringLiteral("Command4"));
-    Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
-    connect(Command4, &QPushButton::clicked, this, &rbinterface::Command4_click);
-    row->addWidget(Command4);
+    head_ = new DiveHead;
+    connect(head_, &DiveHead::acted, this, [this](DiveHead::Act act) {
+        switch (act) {
+        case DiveHead::Act::Leave:
+            leave();
+            break;
+        case DiveHead::Act::Details:
+            handOver(&rbinterface::detailsWanted);
+            break;
+        case DiveHead::Act::Gases:
+            handOver(&rbinterface::gasWanted);
+            break;
+        case DiveHead::Act::SaveCsv:
+            cmdSave_click();
+            break;
+        case DiveHead::Act::Print:
+            cmdsavegraph_click();
+            break;
+        case DiveHead::Act::Capture:
+            handOver(&rbinterface::captureWanted);
+            break;
+        case DiveHead::Act::Dan:
+            Command4_click();
+            break;
+        }
+    });
+    return head_;
 }
 
 QWidget* rbinterface::makeSide() {
@@ -251,7 +212,7 @@ QWidget* rbinterface::makeGasList() {
 
 /// Under the instruments where there is the room, otherwise above the units.
 void rbinterface::placeGasList() {
-    const bool wide = width() >= look::scaled(kWide);
+    const bool wide = isWide(width());
     QWidget* column = wide ? right_ : side_;
     if (gasCard_->parentWidget() != column) {
         auto* layout = static_cast<QVBoxLayout*>(column->layout());
@@ -301,16 +262,12 @@ QWidget* rbinterface::makeGridCard() {
 }
 
 void rbinterface::fitToWidth() {
-    const bool narrow = width() < look::scaled(kNarrow);
+    const bool narrow = isNarrow(width());
     series_->setDense(narrow);
     side_->setFixedWidth(
-        std::max({look::scaled(sideWidth(width())), series_->neededWidth(), unitsCard_->sizeHint().width()}));
-    headRow_->setSpacing(narrow ? look::spaceSmall
-                                : (width() < look::scaled(kRoomy) ? look::spaceBase : look::spaceRoom));
-    for (HeadNumber* number : std::as_const(headNumbers_)) {
-        number->setNumberSize(narrow ? 12 : 16);
-    }
-    const bool wide = width() >= look::scaled(kWide);
+        std::max({sideWidth(width()), series_->neededWidth(), unitsCard_->sizeHint().width()}));
+    head_->fit(width());
+    const bool wide = isWide(width());
     panelView_->setNumberSize(narrow ? 26 : (wide ? 40 : 32));
     right_->setFixedWidth(
         std::max(look::scaled(narrow ? 244 : (wide ? 320 : 272)), panelView_->minimumSizeHint().width()));

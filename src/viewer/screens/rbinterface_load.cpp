@@ -11,7 +11,7 @@
 #include "store/units.h"
 #include "viewer/decoder.h"
 #include "viewer/gridcells.h"
-#include "viewer/screens/headnumber.h"
+#include "viewer/screens/divehead.h"
 #include "viewer/screens/instrumentpanel.h"
 #include "viewer/screens/playbar.h"
 #include "viewer/screens/rbinterface.h"
@@ -86,7 +86,8 @@ void rbinterface::loading() {
     startdate_ = row.startdate;
     finisheddate_ = row.finisheddate;
     header_ = headerBoxes(dive_.diveid, row, feet_);
-    showHeader();
+    head_->showHeader(header_);
+    setWindowTitle(header_.caption);
 
     skipErrors([this] { readgaslist(); });
     if (isUnloaded()) {
@@ -145,20 +146,6 @@ QString rbinterface::resolveDisplay() {
         return chosen;
     }
     return store::readunit();
-}
-
-void rbinterface::showHeader() {
-    txtdiveid->setValue(header_.txtdiveid);
-    txtduration->setValue(header_.txtduration);
-    txtmaxdepth->setValue(header_.txtmaxdepth);
-    txtmaxdepth->setUnit(header_.lblmaxdepth);
-    txttimedown->setValue(header_.txttimedown);
-    txtinterval->setValue(header_.txtinterval);
-    txtversion->setValue(header_.txtversion);
-    txtotu->setValue(header_.txtotu);
-    txtatmos->setValue(header_.txtatmos);
-    txtdusageh->setValue(header_.txtdusageh);
-    setWindowTitle(header_.caption);
 }
 
 void rbinterface::readgaslist() {
@@ -284,7 +271,7 @@ void rbinterface::prepareGrid() {
         MSFlexGrid1->setColumnAlignment(column, Qt::AlignHCenter);
     }
     // Looked at cell by cell: a grid of 25,000 rows is not written out.
-    MSFlexGrid1->setTextFunction([this, seconds = interval()](int row, int column) {
+    MSFlexGrid1->setTextFunction([this, seconds = recordedInterval()](int row, int column) {
         return cellText(profile_, gasname_, seconds, row, column);
     });
 }

@@ -65,6 +65,13 @@ bool isInner(const QWidget* widget) {
            (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent));
 }
 
+/// A box without a frame looks like a label until the mouse or the keyboard comes to it.
+bool isQuietBox(const QStyleOption& option) {
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
+    return frame != nullptr && frame->lineWidth == 0 &&
+           !(option.state & (QStyle::State_MouseOver | QStyle::State_HasFocus));
+}
+
 } // namespace
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -96,7 +103,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         drawCheckMark(painter, option->rect, *option, true);
         return;
     case PE_PanelLineEdit:
-        if (!isInner(widget)) {
+        if (!isInner(widget) && !isQuietBox(*option)) {
             drawField(painter, *option);
         }
         return;

@@ -1,0 +1,120 @@
+#include "viewer/screens/divehead.h"
+
+#include "platform/look/look.h"
+#include "platform/look/widgets/commandbutton.h"
+#include "platform/textformat.h"
+#include "viewer/screens/headbox.h"
+#include "viewer/screens/widths.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace benthor::viewer {
+
+using look::CommandButton;
+
+namespace {
+
+constexpr int kHeadHeight = 60;
+constexpr int kNumber = 16;
+constexpr int kNarrowNumber = 12;
+
+} // namespace
+
+DiveHead::DiveHead(QWidget* parent)
+    : Pane(Qt::BottomEdge, parent)
+    , row_(new QHBoxLayout(this)) {
+    setFixedHeight(look::scaled(kHeadHeight));
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    row_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 1);
+    row_->setSizeConstraint(QLayout::SetNoConstraint); // fit() answers for the room
+
+    auto* cmdclose = new CommandButton(QStringLiteral("Back to the dive list"), QStringLiteral("back"),
+                                       CommandButton::Kind::Icon);
+    cmdclose->setNames("cmdclose", "Picture4", "");
+    cmdclose->setProperty("quiet", true);
+    connect(cmdclose, &QPushButton::clicked, this, [this] { emit acted(Act::Leave); });
+    row_->addWidget(cmdclose);
+    txtdiveid = addBox("txtdiveid", "Dive");
+    txttimedown = addBox("txttimedown", "Start");
+    txtduration = addBox("txtduration", "Duration");
+    txtmaxdepth = addBox("txtmaxdepth", "Max depth");
+    txtmaxdepth->unit()->setObjectName(QStringLiteral("lblmaxdepth"));
+    txtinterval = addBox("txtinterval", "Interval", "secs");
+    txtotu = addBox("txtotu", "OTU");
+    txtatmos = addBox("txtatmos", "Surface", "mBar");
+    txtdusageh = addBox("txtdusageh", "Usage", "secs");
+    txtversion = addBox("txtversion", "Version");
+    row_->addStretch();
+    addButtons();
+}
+
+HeadBox* DiveHead::addBox(const char* name, const char* caption, const char* unit) {
+    auto* box = new HeadBox(QLatin1String(name), QLatin1String(caption), QLatin1String(unit));
+    row_->addWidget(box);
+    boxes_ += box;
+    return box;
+}
+
+void DiveHead::addButtons() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(look::spaceTight);
+    row_->addLayout(row);
+    const auto add = [row, this](const char* caption, const char* icon, const char* name, const char* picture,
+                                 Act act) {
+        auto* button =
+            new CommandButton(QLatin1String(caption), QLatin1String(icon), CommandButton::Kind::Icon);
+        button->setNames(name, picture, "");
+        connect(button, &QPushButton::clicked, this, [this, act] { emit acted(act); });
+        row->addWidget(button);
+    };
+    add("Dive details", "info", "Command1", "Picture5", Act::Details);
+    add("Gas and system settings", "cylinder", "cmdgas", "", Act::Gases);
+    auto* Cmdtissue = new CommandButton(QStringLiteral("Tissues: no action"), QStringLiteral("bars"),
+                                        CommandButton::Kind::Icon);
+    Cmdtissue->setNames("Cmdtissue", "", "");
+    Cmdtissue->setEnabled(false);
+    row->addWidget(Cmdtissue);
+    add("Save the gases as CSV", "document", "cmdSave", "Picture2", Act::SaveCsv);
+    add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
+        "Picture3", Act::Print);
+    add("Save a picture of this screen beside the dive", "camera", "btnCapture", "", Act::Capture);
+    auto* Command4 =
+        new CommandButton(QStringLiteral("DAN"), QStringLiteral("save"), CommandButton::Kind::Small);
+    Command4->setNames("Command4", "Picture11", "");
+    Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
+    connect(Command4, &QPushButton::clicked, this, [this] { emit acted(Act::Dan); });
+    row->addWidget(Command4);
+}
+
+void DiveHead::showHeader(const HeaderBoxes& header) {
+    txtdiveid->setValue(header.txtdiveid);
+    txtduration->setValue(header.txtduration);
+    txtmaxdepth->setValue(header.txtmaxdepth);
+    txtmaxdepth->setUnit(header.lblmaxdepth);
+    txttimedown->setValue(header.txttimedown);
+    txtinterval->setValue(header.txtinterval);
+    txtversion->setValue(header.txtversion);
+    txtotu->setValue(header.txtotu);
+    txtatmos->setValue(header.txtatmos);
+    txtdusageh->setValue(header.txtdusageh);
+}
+
+DanHead DiveHead::danHead() const {
+    return {txtdiveid->text(), txtinterval->text(), txttimedown->text()};
+}
+
+double DiveHead::interval() const {
+    const QString text = txtinterval->text();
+    return platform::leadingNumber(QStringView(text));
+}
+
+void DiveHead::fit(int windowWidth) {
+    const bool narrow = isNarrow(windowWidth);
+    row_->setSpacing(narrow ? look::spaceSmall : isRoomy(windowWidth) ? look::spaceRoom : look::spaceBase);
+    for (HeadBox* box : std::as_const(boxes_)) {
+        box->setNumberSize(narrow ? kNarrowNumber : kNumber);
+    }
+}
+
+} // namespace benthor::viewer

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/look/widgets/card.h"
+#include "viewer/danexport.h"
+#include "viewer/header.h"
+
+#include <QList>
+
+class QBoxLayout;
+
+namespace benthor::viewer {
+
+class HeadBox;
+
+/// The head of the dive screen: what the store tells of the dive, in boxes that can be edited, between the
+/// way back and the ways on. What is typed there reaches the time axis and the DAN file, never the store.
+class DiveHead : public look::Pane {
+    Q_OBJECT
+
+public:
+    enum class Act { Leave, Details, Gases, SaveCsv, Print, Capture, Dan };
+
+    explicit DiveHead(QWidget* parent = nullptr);
+
+    void showHeader(const HeaderBoxes& header);
+    /// Identifier, interval and start as they stand in their boxes.
+    DanHead danHead() const;
+    /// The number of seconds in the box of the interval.
+    double interval() const;
+    /// For windows of that width, in pixels.
+    void fit(int windowWidth);
+
+signals:
+    void acted(Act act);
+
+private:
+    HeadBox* addBox(const char* name, const char* caption, const char* unit = "");
+    void addButtons();
+
+    QBoxLayout* row_;
+    QList<HeadBox*> boxes_;
+    HeadBox* txtdiveid;
+    HeadBox* txttimedown;
+    HeadBox* txtduration;
+    HeadBox* txtmaxdepth;
+    HeadBox* txtinterval;
+    HeadBox* txtotu;
+    HeadBox* txtatmos;
+    HeadBox* txtdusageh;
+    HeadBox* txtversion;
+};
+
+} // namespace benthor::viewer
