@@ -59,12 +59,33 @@ bool isloneletter(const Console& console) {
     return wire(console) == QLatin1String("G") && bodyinhand(console).kind == Body::Kind::None;
 }
 
+void showlost(LinkState& link) {
+    link.silentticks = kNoCommand;
+    link.AFLabel3 = {QStringLiteral("Not Connected"), platform::kToldYellow};
+}
+
+/// One write, and whether the box about a stuck line is due.
+struct Attempt {
+    Written written;
+    bool tells;
+};
+
+Attempt attempt(LinkState& link, LinkHost& host, const QByteArray& bytes) {
+    const Written written = host.MSComm1().Output(bytes);
+    const bool told = link.stucktold;
+    if (written == Written::Stuck) {
+        link.stucktold = true;
+    } else if (written == Written::Whole && !bytes.isEmpty()) {
+        link.stucktold = false;
+    }
+    return {written, written == Written::Stuck && !(told && link.asksitself > 0)};
+}
+
 } // namespace
 
 void telllost(LinkState& link, LinkHost& host, const QString& words) {
     host.message(words);
-    link.silentticks = kNoCommand;
-    link.AFLabel3 = {QStringLiteral("Not Connected"), platform::kToldYellow};
+    showlost(link);
 }
 
 Sent sentcommand() {
@@ -77,13 +98,15 @@ Sent sentsetup() {
 
 Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent& sent) {
     const bool open = host.MSComm1().PortOpen();
-    const Written written = host.MSComm1().Output(bytes);
-    if (written == Written::Stuck) {
+    const auto [written, tells] = attempt(link, host, bytes);
+    if (tells) {
         telllost(link, host,
                  sent.what +
                      QStringLiteral(" was not sent whole: the line to the device took nothing for two "
                                     "seconds.\r\nCheck adapter and cable, and send it again") +
                      sent.behind);
+    } else if (written == Written::Stuck) {
+        showlost(link);
     } else if (written == Written::Cut && open) {
         telllost(link, host,
                  sent.what +
@@ -99,8 +122,8 @@ Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent
     return written;
 }
 
-void putrequest(LinkHost& host, const QByteArray& bytes, const QString& what) {
-    if (host.MSComm1().Output(bytes) == Written::Stuck) {
+void putrequest(LinkState& link, LinkHost& host, const QByteArray& bytes, const QString& what) {
+    if (attempt(link, host, bytes).tells) {
         host.message(what + QStringLiteral(" was not sent whole: the line to the device took nothing for two "
                                            "seconds, and no answer will come.\r\nCheck adapter and cable, "
                                            "leave by Menu Screen, and try again."));

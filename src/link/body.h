@@ -16,13 +16,29 @@ struct Sent {
 Sent sentcommand();
 Sent sentsetup();
 
+/// While this lives what is sent is the tick's own request: the same one would come at each tick, and a line
+/// that takes nothing is told once, until it takes something again or is opened anew.
+class AsksItself {
+public:
+    explicit AsksItself(LinkState& link)
+        : link_(link) {
+        ++link_.asksitself;
+    }
+    ~AsksItself() { --link_.asksitself; }
+    AsksItself(const AsksItself&) = delete;
+    AsksItself& operator=(const AsksItself&) = delete;
+
+private:
+    LinkState& link_;
+};
+
 /// One write. Where the line is cut or takes nothing, what became of it is told; a port that nobody opened is
 /// skipped silently.
 platform::Written put(LinkState& link, LinkHost& host, const QByteArray& bytes, const Sent& sent);
 
 /// A request whose answer the ticks wait for: "The request for dives". A line that takes nothing is told; the
 /// wait for it stays, and so does that on a cut line, which shows by itself.
-void putrequest(LinkHost& host, const QByteArray& bytes, const QString& what);
+void putrequest(LinkState& link, LinkHost& host, const QByteArray& bytes, const QString& what);
 
 /// A setup is looked at before the first byte that leads it. False: it stays, and that was told.
 bool bodymaygo(const LinkState& link, LinkHost& host);

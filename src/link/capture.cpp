@@ -31,7 +31,7 @@ void Command1_click(LinkState& link, LinkHost& host) {
     link.Text4.assign(command);
     link.divesaved = false;
     link.download.divecommand = command;
-    putrequest(host, command, requestfordives());
+    putrequest(link, host, command, requestfordives());
 }
 
 void Command9_click(LinkState& link, LinkHost& host) {

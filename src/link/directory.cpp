@@ -33,7 +33,7 @@ void takedirectory(LinkState& link, LinkHost& host) {
     if (link.hidessetup) {
         return;
     }
-    putrequest(host, "H", QStringLiteral("The request for the setup"));
+    putrequest(link, host, "H", QStringLiteral("The request for the setup"));
     link.rxbuf.clear();
     link.Text4.clear();
     link.Timer2 = true;
@@ -90,6 +90,7 @@ void resetgridheader(LinkState& link) {
 }
 
 void Timer2_tick(LinkState& link, LinkHost& host) {
+    const AsksItself itself(link);
     link.Text4.follow(link.rxbuf);
     if (link.Text4.holds(kEnd)) {
         takedirectory(link, host);

@@ -65,7 +65,7 @@ void sendandwait(LinkState& link, LinkHost& host, const QByteArray& command) {
     link.download.divecommand = command;
     link.download.cut = false;
     link.Timer3 = true;
-    putrequest(host, command, requestfordives());
+    putrequest(link, host, command, requestfordives());
 }
 
 void getrows(LinkState& link, LinkHost& host, bool storedToo) {

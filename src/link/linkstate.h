@@ -142,6 +142,8 @@ struct LinkState {
     std::array<platform::ToldColour, 10> AFShape1{};
     QString ComNum;        ///< changed only by setcomnum(), which opens the port
     bool portheld = false; ///< the working port was opened and never closed: where it is closed, it was cut
+    bool stucktold = false; ///< the line took nothing, which was told, and has taken nothing since
+    int asksitself = 0;     ///< above 0: what is sent now is a tick's own request, which the next one repeats
     platform::ToldColour ComNumColour = kLightRed;
     bool downloadbuttons = false; ///< the three Get buttons are enabled and their pictures shown
     bool cmdstoreEnabled = true;
@@ -151,6 +153,7 @@ struct LinkState {
     std::array<QByteArray, 36> scanbuf; ///< received on the search ports
     std::array<bool, 36> scanheld{};    ///< search ports that this search opened
     int scanticks = 0;
+    bool searchedlong = false; ///< the search has begun anew by itself: nothing was heard for a minute
     bool tipshown = false;
     QString Label8;
 

@@ -1,4 +1,5 @@
 #include "link/supervision.h"
+#include "link/body.h"
 #include "link/console.h"
 #include "link/directory.h"
 #include "link/download.h"
@@ -113,7 +114,9 @@ void endchecking(LinkState& link) {
 void reopencut(LinkState& link, LinkHost& host) {
     if (portcut(link, host)) {
         link.download.cut = link.download.cut || !link.rxbuf.holds("End");
-        host.MSComm1().reopen();
+        if (host.MSComm1().reopen()) {
+            link.stucktold = false;
+        }
     }
 }
 
@@ -148,6 +151,7 @@ void opencomport(LinkState& link, LinkHost& host) {
         return;
     }
     link.portheld = true;
+    link.stucktold = false;
     port.setRThreshold(kReceive);
     link.capturemode = false;
     link.linkwatch = true;
@@ -171,6 +175,7 @@ void MSComm1_received(LinkState& link, LinkHost& host) {
 }
 
 void Timer1_tick(LinkState& link, LinkHost& host) {
+    const AsksItself itself(link);
     reopencut(link, host);
     link.console.intervalasked = false;
     const bool open = host.MSComm1().PortOpen();

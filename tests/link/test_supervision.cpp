@@ -472,6 +472,50 @@ private slots:
         QVERIFY(stage.host.messages.isEmpty());
     }
 
+    // --- a line that takes nothing
+
+    void aStuckLineThatBringsBeaconsIsToldOnceUntilItTakesSomething() {
+        Stage stage(1, QString());
+        process() = Process();
+        process().deviceconnected = 1;
+        stage.host.line.takes = 0;
+        const auto beat = [&stage] {
+            stage.receive("PPPP");
+            stage.tick();
+        };
+        beat(); // asks for the interval and for the dives
+        QCOMPARE(stage.host.messages.size(), 1);
+        QVERIFY(stage.host.messages[0].contains("took nothing for two seconds"));
+        for (int turn = 0; turn < 5; ++turn) {
+            beat();
+        }
+        QCOMPARE(stage.host.messages.size(), 1);
+        Label19_click(stage.link, stage.host, kChoiceIntervalGet); // whoever clicks is told
+        QCOMPARE(stage.host.messages.size(), 2);
+        stage.host.line.takes = -1;
+        beat();
+        stage.host.line.takes = 0;
+        beat();
+        QCOMPARE(stage.host.messages.size(), 3);
+        beat();
+        QCOMPARE(stage.host.messages.size(), 3);
+        setcomnum(stage.link, stage.host, QStringLiteral("4"));
+        beat();
+        QCOMPARE(stage.host.messages.size(), 4);
+        process() = Process();
+    }
+
+    void theRequestForTheSetupIsToldOnceOnAStuckLine() {
+        Stage stage;
+        stage.host.line.takes = 0;
+        for (int turn = 0; turn < 3; ++turn) {
+            stage.link.rxbuf.append("ver=V2.31\rEnd");
+            Timer2_tick(stage.link, stage.host);
+        }
+        QCOMPARE(stage.host.messages.size(), 1);
+        QVERIFY(stage.host.messages[0].startsWith("The request for the setup"));
+    }
+
     // --- the hints
 
     void fiveHintsComeInTurn() {
