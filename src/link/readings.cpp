@@ -4,6 +4,7 @@
 #include "link/linkstate.h"
 #include "platform/textformat.h"
 
+#include <array>
 #include <vector>
 
 namespace benthor::link {
@@ -57,96 +58,102 @@ bool isFourDigits(const QString& field) {
     return field.size() == kDigits && platform::isNumeric(field);
 }
 
-} // namespace
+/// One label's number: that behind the field's lead letter, divided and multiplied.
+struct Scaled {
+    size_t field;
+    char16_t letter;
+    size_t label;
+    double divisor;
+    double factor;
+    QStringView pattern;
+};
+constexpr std::array<Scaled, 14> kScaled{{{6, u'A', 7, 10, 1, u"0.00"},
+                                          {6, u'A', 8, 10, kFeetPerMetre, u"0.00"},
+                                          {7, u'B', 9, 100, 1, u"0.00"},
+                                          {8, u'C', 10, 100, 1, u"0.00"},
+                                          {9, u'D', 11, 1, 1, u"0"},
+                                          {9, u'D', 12, 1, kPsiPerBar, u"0"},
+                                          {10, u'E', 13, 1, 1, u"0"},
+                                          {10, u'E', 14, 1, kPsiPerBar, u"0"},
+                                          {11, u'F', 15, 100, 1, u"0.00"},
+                                          {12, u'G', 16, 100, 1, u"0.00"},
+                                          {13, u'H', 17, 100, 1, u"0.00"},
+                                          {14, u'I', 18, 100, 1, u"0.00"},
+                                          {15, u'J', 19, 1, 1, u"0"},
+                                          {15, u'J', 20, 1, kFeetPerMetre, u"0"}}};
 
-bool holdsanswer(const QByteArray& text) {
-    return text.contains("R0000") && text.contains('J');
+using Fields = std::vector<QString>;
+
+/// Depth, a text, PPO2. Where one that must have four digits has not, its label takes what was worked on
+/// before it: nothing for the depth, the text for the PPO2.
+void putFirstThree(const Fields& fields, Readings& readings) {
+    if (fields.size() > 1) {
+        const bool good = isFourDigits(fields[1]);
+        const double depth = platform::leadingNumber(fields[1]) * kMetresPerCount;
+        readings.texts[0] = good ? formatNumber(depth, u"0.00") : QString();
+        readings.texts[1] =
+            good ? formatNumber(platform::leadingNumber(*readings.texts[0]) * kFeetPerMetre, u"0.0")
+                 : QString();
+    }
+    if (fields.size() > 2) {
+        readings.texts[2] = cleaned(fields[2]);
+    }
+    if (fields.size() > 3) {
+        readings.texts[3] = isFourDigits(fields[3])
+                                ? formatNumber(platform::leadingNumber(fields[3]) / 100, u"0.00")
+                                : cleaned(fields[2]);
+    }
 }
 
-bool holdsunasked(const QByteArray& text) {
-    return text.contains("R-001") && text.contains('J');
-}
-
-Readings parsereadings(const QByteArray& text) {
-    const std::vector<QString> fields = fieldsOf(text);
-    Readings readings;
-    const auto put = [&readings](size_t label, const QString& value) { readings.texts[label] = value; };
-    const auto has = [&fields](size_t field) { return field < fields.size(); };
-    const auto hundredth = [&](size_t field, QChar letter, size_t label) {
-        if (has(field)) {
-            if (const auto value = behind(fields[field], letter)) {
-                put(label, formatNumber(*value / 100, u"0.00"));
-            }
-        }
-    };
-    const auto pressure = [&](size_t field, QChar letter, size_t label) {
-        if (has(field)) {
-            if (const auto value = behind(fields[field], letter)) {
-                put(label, formatNumber(*value, u"0"));
-                put(label + 1, formatNumber(*value * kPsiPerBar, u"0"));
-            }
-        }
-    };
-    if (has(1)) {
-        QString metres;
-        QString feet;
-        if (isFourDigits(fields[1])) {
-            metres = formatNumber(platform::leadingNumber(fields[1]) * kMetresPerCount, u"0.00");
-            feet = formatNumber(platform::leadingNumber(metres) * kFeetPerMetre, u"0.0");
-        }
-        put(0, metres);
-        put(1, feet);
-    }
-    if (has(2)) {
-        put(2, cleaned(fields[2]));
-    }
-    if (has(3)) {
-        put(3, isFourDigits(fields[3]) ? formatNumber(platform::leadingNumber(fields[3]) / 100, u"0.00")
-                                       : cleaned(fields[2]));
-    }
-    if (has(4) && fields[4].startsWith(QLatin1Char('M'))) {
+/// A mark, and the temperature, which may lead with any letter.
+void putMarkAndTemperature(const Fields& fields, Readings& readings) {
+    if (fields.size() > 4 && fields[4].startsWith(QLatin1Char('M'))) {
         const bool keeps = fields[4].size() == kDigits + 1 && fields[4].endsWith(QLatin1Char('1'));
         if (!keeps) {
-            put(4, QStringLiteral("0"));
+            readings.texts[4] = QStringLiteral("0");
         }
     }
-    if (has(5) && isLetter(fields[5].left(1))) {
+    if (fields.size() > 5 && isLetter(fields[5].left(1))) {
         if (const auto celsius = behind(fields[5], fields[5].at(0))) {
-            put(5, formatNumber(*celsius, u"0"));
-            put(6, formatNumber(*celsius * 9 / 5 + 32, u"0.00"));
+            readings.texts[5] = formatNumber(*celsius, u"0");
+            readings.texts[6] = formatNumber(*celsius * 9 / 5 + 32, u"0.00");
         }
     }
-    if (has(6)) {
-        if (const auto value = behind(fields[6], u'A')) {
-            put(7, formatNumber(*value / 10, u"0.00"));
-            put(8, formatNumber(*value / 10 * kFeetPerMetre, u"0.00"));
+}
+
+void putScaled(const Fields& fields, Readings& readings) {
+    for (const Scaled& one : kScaled) {
+        if (one.field >= fields.size()) {
+            break;
+        }
+        if (const auto value = behind(fields[one.field], one.letter)) {
+            readings.texts[one.label] = formatNumber(*value / one.divisor * one.factor, one.pattern);
         }
     }
-    hundredth(7, u'B', 9);
-    hundredth(8, u'C', 10);
-    pressure(9, u'D', 11);
-    pressure(10, u'E', 13);
-    hundredth(11, u'F', 15);
-    hundredth(12, u'G', 16);
-    hundredth(13, u'H', 17);
-    hundredth(14, u'I', 18);
-    if (has(15)) {
-        if (const auto value = behind(fields[15], u'J')) {
-            put(19, formatNumber(*value, u"0"));
-            put(20, formatNumber(*value * kFeetPerMetre, u"0"));
+}
+
+/// The alarms as they stand; the labels that no field reaches are hidden.
+void putAlarms(const Fields& fields, Readings& readings) {
+    constexpr size_t kFirst = 16;
+    for (size_t label = Readings::firstAlarm; label < Readings::labels; ++label) {
+        const size_t field = label - Readings::firstAlarm + kFirst;
+        const bool there = field < fields.size();
+        if (there) {
+            readings.texts[label] = fields[field];
         }
+        readings.visible[label] = there && fields[field].size() >= kShownAlarm;
     }
-    constexpr size_t firstText = 16;
-    for (size_t field = firstText; has(field); ++field) {
-        const size_t label = field + Readings::firstAlarm - firstText;
-        put(label, fields[field]);
-        readings.visible[label] = fields[field].size() >= kShownAlarm;
-    }
-    const size_t behindLast =
-        std::max<size_t>(Readings::firstAlarm, fields.size() + Readings::firstAlarm - firstText);
-    for (size_t label = behindLast; label < Readings::labels; ++label) {
-        readings.visible[label] = false;
-    }
+}
+
+} // namespace
+
+Readings parsereadings(const QByteArray& text) {
+    const Fields fields = fieldsOf(text);
+    Readings readings;
+    putFirstThree(fields, readings);
+    putMarkAndTemperature(fields, readings);
+    putScaled(fields, readings);
+    putAlarms(fields, readings);
     return readings;
 }
 

@@ -17,10 +17,6 @@ struct Readings {
     std::array<std::optional<bool>, labels> visible; ///< of the alarm group alone
 };
 
-/// Whether the text holds an answer to the command, or a line that the device sent unasked.
-bool holdsanswer(const QByteArray& text);
-bool holdsunasked(const QByteArray& text);
-
 struct LinkState;
 
 /// The tick that waits for the answer to a readings request: the receive view follows what comes, and the

@@ -40,9 +40,14 @@ private slots:
     void linesAgreeWithTheVectors() {
         QFETCH(QJsonValue, one);
         const QByteArray line = one["line"].toString().toLatin1();
-        QCOMPARE(holdsanswer(line), one["answer"].toBool());
-        QCOMPARE(holdsunasked(line), one["unasked"].toBool());
-        if (!holdsanswer(line) && !holdsunasked(line)) {
+        LinkState asked;
+        asked.Timer6 = true;
+        asked.rxbuf.append(line);
+        QCOMPARE(Timer6_tick(asked).has_value(), one["answer"].toBool());
+        LinkState unasked;
+        unasked.Text4.assign(line);
+        QCOMPARE(Timer7_tick(unasked).has_value(), one["unasked"].toBool());
+        if (!one["answer"].toBool() && !one["unasked"].toBool()) {
             return;
         }
         const Readings readings = parsereadings(line);
