@@ -309,13 +309,13 @@ QByteArray Kd::readingsLine(const QByteArray& lead) const {
 }
 
 /// Two filler characters and three digits behind the letter; then the values of the head-up display, whose
-/// letters stand nowhere ahead of them.
+/// letters stand nowhere ahead of them, and so not in a word of the product either.
 QByteArray Kd::interval() const {
     QByteArray text = "r00" + padded(memory.interval, 3);
     for (std::size_t value = 0; value < memory.hud.size(); ++value) {
         text += static_cast<char>('A' + value) + padded(memory.hud[value], 3);
     }
-    return text;
+    return text + productWord;
 }
 
 QByteArray Kd::spoilt(const QByteArray& bytes) {
@@ -375,7 +375,7 @@ QByteArray Kd::advance(int milliseconds) {
     while (!pieces_.empty() && pieces_.front().due <= now_) {
         out += pieces_.front().bytes;
         pieces_.pop_front();
-        greets_ = true;
+        beacons_ = 0;
         nextBeacon_ = now_ + quietMilliseconds;
     }
     const bool idle =
@@ -385,10 +385,10 @@ QByteArray Kd::advance(int milliseconds) {
         nextUnasked_ = now_ + unaskedMilliseconds;
     }
     if (idle && now_ >= nextBeacon_) {
-        if (greets_) {
+        if (beacons_ == 0) {
             out += productWord;
         }
-        greets_ = false;
+        beacons_ = (beacons_ + 1) % beaconsInARun;
         out += "PP";
         nextBeacon_ = now_ + beaconMilliseconds;
     }

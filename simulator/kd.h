@@ -70,8 +70,9 @@ public:
     KdMemory memory;
     KdReadings readings;
     int unaskedMilliseconds = 0; ///< between two lines of readings that nobody asked for; 0: none
-    QByteArray productWord; ///< "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory and of
-                            ///< each run of the beacon
+    /// "KD3", "KDX", "2010", "HALV", "TRAX": printed ahead of the directory and of each run of the beacon,
+    /// again and again in the run, and behind the interval. Empty: the device does not tell it.
+    QByteArray productWord;
 
     /// The image last received whole, by the loader that runs or the last one that ran.
     const QByteArray& image() const {
@@ -82,6 +83,7 @@ public:
     const std::vector<QByteArray>& log() const { return log_; }
 
     static constexpr int beaconMilliseconds = 250;
+    static constexpr int beaconsInARun = 5; ///< between two of its words: ten letters, which end a dive
     static constexpr int quietMilliseconds = 500; ///< between a reply and the next beacon
     static constexpr int restartMilliseconds = 6000;
     static constexpr int bodyMilliseconds = 30000; ///< a body that goes no further is given up
@@ -120,7 +122,7 @@ private:
     std::int64_t lastReceived_ = 0;
     std::int64_t nextBeacon_ = 0;
     std::int64_t nextUnasked_ = 0;
-    bool greets_ = true; ///< the next beacon tells the product
+    int beacons_ = 0; ///< since the product was told
     std::int64_t asleepUntil_ = 0;
     std::uint64_t sent_ = 0; ///< bytes since the last reply began
 };

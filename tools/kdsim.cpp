@@ -40,7 +40,7 @@ struct Options {
     LoaderFaults loaderFaults;
     int dives = -1;
     QByteArray version = "V2.31";
-    QByteArray product;
+    QByteArray product = "KD3";
     QString keep;
     int vanishAfter = 0;
     int unasked = 0;
@@ -53,8 +53,10 @@ const QCommandLineOption kDives("dives", "Has logged only the newest <n> of its 
                                 "n");
 const QCommandLineOption kThird("third-version",
                                 "Has firmware of the third version, without a setup to read.");
-const QCommandLineOption kProduct("product", "Prints KD3, KDX, 2010, HALV or TRAX ahead of its directory.",
-                                  "word");
+const QCommandLineOption kProduct("product",
+                                  "Says that it is a KD3, KDX, 2010, HALV or TRAX (KD3); \"\" for a device "
+                                  "that does not tell.",
+                                  "word", "KD3");
 const QCommandLineOption kKeep(
     "keep",
     "Keeps what it was sent, and a list of what it heard, in <folder>, and begins with what lies there.",

@@ -156,14 +156,27 @@ private slots:
             came += kd.advance(100);
         }
         QVERIFY(came.startsWith("KDXPP"));
-        QCOMPARE(came.count("KDX"), 1);
-        kd.receive("R");
-        came.clear();
-        for (int turn = 0; turn < 20; ++turn) {
-            came += kd.advance(100);
+        QCOMPARE(came.count("KDX"), 2);
+        QVERIFY(came.contains("PPPPPPPP")); // what ends a dive that broke off
+    }
+
+    void whoeverComesLaterHearsTheProductWithinTwoSeconds() {
+        Kd kd = device();
+        kd.productWord = "KD3";
+        kd.advance(10000);
+        for (int turn = 0; turn < 10; ++turn) {
+            QByteArray came;
+            for (int step = 0; step < 8; ++step) {
+                came += kd.advance(250);
+            }
+            QVERIFY2(came.contains("KD3"), came.constData());
         }
-        QCOMPARE(came.count("KDX"), 1);
-        QVERIFY(came.contains("PPP"));
+    }
+
+    void theProductStandsBehindTheInterval() {
+        Kd kd = device();
+        kd.productWord = "KD3";
+        QCOMPARE(answer(kd, "R", 300), QByteArray("r00010A006B040C070D140E160KD3"));
     }
 
     void aRestartIsSilentForAWhile() {

@@ -113,6 +113,7 @@ private slots:
         QVERIFY(open(port, 7));
         QVERIFY(ask(port, {}, "PP").contains("PP"));
         QCOMPARE(ask(port, "M", "End").count("ver="), 8);
+        QVERIFY(ask(port, "R", "KD3").endsWith("KD3")); // no one told it which device it is
         QTRY_VERIFY(run.out().contains(QLatin1String("heard M")));
         QVERIFY(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d\\.\\d{3} heard M"))
                     .match(run.out())
