@@ -43,8 +43,10 @@ void askForType(const Ask& ask) {
         {{"Are you connecting to a Halverin LSS?", "HALV"},
          {"Are you connecting to a Trax or Q9 mode KD", "TRAX"},
          {"Are you connecting to an Morvalien", "MORVA"}}};
+    const QString below = QStringLiteral("A device is connected that does not tell its type, and which gases it "
+                                         "can start with depends on that.");
     for (const Question& question : kQuestions) {
-        if (ask(QLatin1String(question.text), title)) {
+        if (ask(QLatin1String(question.text), title, below)) {
             process().producttype = QLatin1String(question.type);
             return;
         }

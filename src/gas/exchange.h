@@ -11,8 +11,8 @@ namespace benthor::gas {
 
 // How the gas screen comes up, what its tick does, and how the setup comes from the device and goes to it.
 
-/// Asks with Yes and No; true for Yes.
-using Ask = std::function<bool(const QString& text, const QString& title)>;
+/// Asks with Yes and No; true for Yes. `below` stands under the question in smaller words.
+using Ask = std::function<bool(const QString& text, const QString& title, const QString& below)>;
 
 /// What the screen shows beside the plan.
 struct GasShown {

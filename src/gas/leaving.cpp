@@ -31,7 +31,7 @@ bool agreed(GasPlan& plan, const QString& text, const DeviceSetup& device, const
     const QString question =
         QStringLiteral("Look twice before this goes to the device:\r\n\r\n%1\r\n\r\nSend it all the same?")
             .arg(warnings.join(QStringLiteral("\r\n")));
-    if (!agree || !agree(question, QStringLiteral("Update KD/Tolby"))) {
+    if (!agree || !agree(question, QStringLiteral("Update KD/Tolby"), {})) {
         return false;
     }
     plan.agreed = agreement;

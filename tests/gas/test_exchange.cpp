@@ -37,13 +37,14 @@ struct World {
     }
     TextSource open() { return opengas(plan, folder, told.say); }
     void tick(bool visible = true) {
-        const Ask ask = [this](const QString& text, const QString& title) {
+        const Ask ask = [this](const QString& text, const QString& title, const QString& below) {
+            belows += below;
             questions += title + QStringLiteral(": ") + text;
             return answers.isEmpty() ? false : answers.takeFirst();
         };
         Timer5_tick(plan, shown, link, visible, kMoment, ask, told.say);
     }
-    Ask agree = [this](const QString& text, const QString& title) {
+    Ask agree = [this](const QString& text, const QString& title, const QString&) {
         questions += title + QStringLiteral(": ") + text;
         return answers.isEmpty() ? false : answers.takeFirst();
     };
@@ -63,7 +64,7 @@ struct World {
     DeviceSetup device{QString::fromLatin1(stockFile().first(222)), false};
     FakeLink link;
     Told told;
-    QStringList questions;
+    QStringList questions, belows;
     QList<bool> answers;
 };
 
@@ -91,6 +92,7 @@ private slots:
     void theTypeIsReadFromTheDevicesWords();
     void theTypeIsAskedForOnce_data();
     void theTypeIsAskedForOnce();
+    void theQuestionForTheTypeSaysInOneLineWhyItIsAsked();
     void whileTheDirectoryIsAwaitedNothingIsAsked();
     void aHalverinStartsOnADiluent();
     void aTraxHasFourGases();
@@ -303,6 +305,18 @@ void TestExchange::theTypeIsAskedForOnce() {
     world.tick();
     QCOMPARE(world.questions.size(), questions);
     QCOMPARE(world.shown.Label22, typecaption(type));
+}
+
+void TestExchange::theQuestionForTheTypeSaysInOneLineWhyItIsAsked() {
+    World world;
+    world.open();
+    world.connectDevice("");
+    world.tick(false);
+    QCOMPARE(world.belows.size(), 3);
+    for (const QString& below : world.belows) {
+        QVERIFY2(below.contains("does not tell its type") && below.endsWith(u'.'), qPrintable(below));
+        QVERIFY(!below.contains(u'\n'));
+    }
 }
 
 void TestExchange::whileTheDirectoryIsAwaitedNothingIsAsked() {

@@ -38,7 +38,9 @@ GasBlend::GasBlend(GasNeighbours& neighbours)
     : Screen(QStringLiteral("GasBlend"))
     , neighbours_(neighbours)
     , say_([this](const QString& text) { say(text); })
-    , agree_([this](const QString& text, const QString& title) { return agree(text, title); }) {
+    , agree_([this](const QString& text, const QString& title, const QString& below) {
+        return dialogs().confirm(this, text, title, platform::BoxKind::Warning, true, below);
+    }) {
     setWindowTitle(QStringLiteral("Gas and System Settings"));
     buildMenus();
     buildBody();
@@ -51,10 +53,6 @@ GasBlend::~GasBlend() = default;
 
 void GasBlend::say(const QString& text) {
     dialogs().message(this, text);
-}
-
-bool GasBlend::agree(const QString& text, const QString& title) {
-    return dialogs().confirm(this, text, title, platform::BoxKind::Warning, true);
 }
 
 DeviceSetup GasBlend::device() const {
@@ -80,8 +78,8 @@ void GasBlend::keeping() {
 
 void GasBlend::Timer5_tick() {
     perform([this] {
-        const auto ask = [this](const QString& text, const QString& title) {
-            return dialogs().confirm(this, text, title);
+        const auto ask = [this](const QString& text, const QString& title, const QString& below) {
+            return dialogs().confirm(this, text, title, platform::BoxKind::Question, false, below);
         };
         gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), QDateTime::currentDateTime(),
                          ask, say_);

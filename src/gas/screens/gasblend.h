@@ -99,7 +99,6 @@ private:
     void mnuSave_click();
     void Command2_click();
     void sendBy(const std::function<Update()>& update);
-    bool agree(const QString& text, const QString& title);
     DeviceSetup device() const;
 
     GasNeighbours& neighbours_;
