@@ -11,8 +11,11 @@ class SessionEnd;
 
 namespace benthor::shell {
 
+class Rooms;
+
 /// The one place that makes screens, hands interfaces over and connects signals: how screens follow each
-/// other is read here. Lives from the start of the process to its end.
+/// other is read in the files beside this one, `house_rooms.h` first. Lives from the start of the process to
+/// its end.
 class House : public QObject {
     Q_OBJECT
 
@@ -35,7 +38,6 @@ signals:
     void ended();
 
 private:
-    struct Rooms;
     std::unique_ptr<Rooms> rooms_;
 };
 
