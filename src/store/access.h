@@ -12,7 +12,7 @@ namespace benthor::store {
 // of its own that then stands in the shared handle. A missing row and a failing store are a StoreError.
 
 void putinterval(const QString& interval);
-void putversion(const QString& version);
+void putversion(const QString& version); ///< told, and called by nothing: newdive() writes the version
 void putusername(const QString& serial);
 /// False when the store refuses the serial as damaged; nothing is written then. Other failures rise.
 bool putsuit(const QString& serial);
@@ -26,6 +26,7 @@ void putdstack(const QString& dstack);
 void putduration(const QString& startcode, const QString& finishcode);
 /// The file that the viewer reads, and the name of the dive.
 void putfilenames(const QString& dbtxtname, const QString& location);
+/// Told, and called by nothing: putfilenames() names the dive.
 void putlocation(const QString& location);
 /// The code and its date; a date beyond the year 9999 is left out.
 void putstart(const QString& startcode);
@@ -40,7 +41,7 @@ void addgasrow(const std::array<QString, 5>& fields);
 /// Number, nitrogen, helium.
 void addtissuerow(const std::array<QString, 3>& fields);
 
-/// Whether the table pfindex holds `name`.
+/// Whether the table pfindex holds `name`. Told, and called by nothing: no screen uses that table.
 bool checkpfexist(const QString& name);
 
 /// Runs a query; its rows stand in the process's main recordset.

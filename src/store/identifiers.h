@@ -15,6 +15,7 @@ QString nextidentifier(const platform::Value& last);
 void newdive(const QString& version);
 
 /// The same for side imports: neither version nor system. A counter that was never written is a StoreError.
+/// Told, and called by nothing: no side import has an action.
 void newdivebare();
 
 /// Sets the counter of a store to its highest identifier, so that numbers freed at the end are given out

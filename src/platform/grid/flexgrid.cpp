@@ -1,7 +1,6 @@
 #include "platform/grid/flexgrid.h"
 
 #include "platform/grid/flexpaint.h"
-#include "platform/look/contrast.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -111,16 +110,12 @@ void FlexGrid::setRowColours(int row, const QColor& back, const QColor& fore, in
 }
 
 CellColours FlexGrid::paintedColours(int row, int col) const {
-    CellColours told = cells_->colours(row, col);
-    if (!told.fore.isValid())
-        told.fore = told.back.isValid() ? look::readableOn(told.back) : colours_.text;
-    if (!told.back.isValid())
-        told.back = colours_.surface;
-    return told;
+    return cells_->paintedColours(row, col);
 }
 
 void FlexGrid::setGridColours(const GridColours& colours) {
     colours_ = colours;
+    cells_->setOwnColours({colours.surface, colours.text});
     QPalette palette = viewport()->palette();
     palette.setColor(QPalette::Base, colours.surface);
     palette.setColor(QPalette::Text, colours.text);

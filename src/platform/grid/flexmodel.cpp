@@ -1,5 +1,9 @@
 #include "platform/grid/flexmodel.h"
 
+#include "platform/look/contrast.h"
+
+#include <QBrush>
+
 namespace benthor::platform {
 
 FlexModel::FlexModel(QObject* parent)
@@ -152,6 +156,20 @@ void FlexModel::clearColours() {
     touch(0, rows() - 1);
 }
 
+void FlexModel::setOwnColours(const CellColours& own) {
+    own_ = own;
+    touch(0, rows() - 1);
+}
+
+CellColours FlexModel::paintedColours(int row, int col) const {
+    CellColours painted = colours(row, col);
+    if (!painted.fore.isValid())
+        painted.fore = painted.back.isValid() ? look::readableOn(painted.back) : own_.fore;
+    if (!painted.back.isValid())
+        painted.back = own_.back;
+    return painted;
+}
+
 void FlexModel::setSignFunction(std::function<RowSign(int)> function) {
     signFunction_ = std::move(function);
     touch(0, rows() - 1);
@@ -212,6 +230,10 @@ QVariant FlexModel::data(const QModelIndex& index, int role) const {
         return QVariant::fromValue(column(index.column()).alignment | Qt::AlignVCenter);
     case Qt::AccessibleDescriptionRole:
         return sign(index.row() + 1).name;
+    case Qt::BackgroundRole:
+        return QBrush(paintedColours(index.row() + 1, index.column()).back);
+    case Qt::ForegroundRole:
+        return QBrush(paintedColours(index.row() + 1, index.column()).fore);
     default:
         return {};
     }

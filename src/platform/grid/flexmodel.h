@@ -66,6 +66,10 @@ public:
     void setRowColours(int row, const CellColours& colours);
     /// Every row back to the grid's own colours.
     void clearColours();
+    /// What a cell has where it was told nothing: the colours of the theme.
+    void setOwnColours(const CellColours& own);
+    /// The colours that the eye sees; also given by the roles for back- and foreground.
+    CellColours paintedColours(int row, int col) const;
 
     void setSignFunction(std::function<RowSign(int row)> function);
     RowSign sign(int row) const;
@@ -95,6 +99,7 @@ private:
 
     std::vector<QStringList> texts_; // by row, then slot; null = not told
     std::vector<FlexColumn> columns_;
+    CellColours own_;
     QHash<int, RowColours> rowColours_; // only rows that differ from the grid's own
     std::function<QString(int, int)> textFunction_;
     std::function<RowSign(int)> signFunction_;

@@ -75,6 +75,7 @@ private slots:
     void theGutterCarriesTheSignOfItsRow();
     void theGutterScrollsWithTheRows();
     void signsHaveANameToRead();
+    void theColoursThatAreSeenAreGivenByRole();
     void theEmptyTextShowsWhileThereAreNoRows();
     void fontSizeReachesCells();
     void figuresTakeTheirFontInNumberColumns();
@@ -369,6 +370,38 @@ void TestFlexGridLook::signsHaveANameToRead() {
     QCOMPARE(grid.model()->headerData(1, Qt::Vertical, Qt::ToolTipRole).toString(), "faulty");
     QCOMPARE(grid.model()->index(1, 0).data(Qt::AccessibleDescriptionRole).toString(), "faulty");
     QCOMPARE(grid.model()->headerData(0, Qt::Vertical, Qt::ToolTipRole).toString(), "");
+}
+
+void TestFlexGridLook::theColoursThatAreSeenAreGivenByRole() {
+    FlexGrid grid;
+    grid.setCols(2);
+    grid.setRows(3);
+    grid.setBackColour(1, 1, Qt::blue);
+    grid.setRowColours(2, Qt::yellow, Qt::red);
+    show(grid);
+    for (const bool dark : {false, true}) {
+        GridColours theme = grid.gridColours();
+        theme.surface = dark ? QColor(20, 20, 20) : QColor(250, 250, 250);
+        theme.text = dark ? QColor(230, 230, 230) : QColor(10, 10, 10);
+        QSignalSpy told(grid.model(), &QAbstractItemModel::dataChanged);
+        grid.setGridColours(theme);
+        QTRY_VERIFY(!told.isEmpty());
+        for (int row = 0; row < 2; ++row) {
+            for (int col = 0; col < 2; ++col) {
+                const QModelIndex cell = grid.model()->index(row, col);
+                // Behind the text, beside the frame of the current cell: what a person sees there.
+                const QPoint corner = grid.visualRect(cell).bottomRight() - QPoint(3, 3);
+                const QColor seen = grid.viewport()->grab().toImage().pixelColor(corner);
+                QCOMPARE(cell.data(Qt::BackgroundRole).value<QBrush>().color(), seen);
+            }
+        }
+        const auto ink = [&grid](int row, int col) {
+            return grid.model()->index(row, col).data(Qt::ForegroundRole).value<QBrush>().color();
+        };
+        QCOMPARE(ink(0, 0), theme.text);
+        QCOMPARE(ink(0, 1), QColor(Qt::white)); // readable on the blue
+        QCOMPARE(ink(1, 0), QColor(Qt::red));
+    }
 }
 
 void TestFlexGridLook::theEmptyTextShowsWhileThereAreNoRows() {
