@@ -140,8 +140,8 @@ void addtissuerow(const std::array<QString, 3>& fields) {
 }
 
 bool checkpfexist(const QString& name) {
-    return countrows(process().database,
-                     platform::sqlWith("SELECT COUNT(*) FROM pfindex  WHERE  itemname ='", name, "'")) > 0;
+    return countrows(process().database, platform::sqlWith("SELECT COUNT(*) FROM pfindex  WHERE  itemname ='",
+                                                           trimBlanks(name), "'")) > 0;
 }
 
 } // namespace benthor::store

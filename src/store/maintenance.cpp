@@ -1,5 +1,7 @@
 #include "store/maintenance.h"
 
+#include "platform/skiperrors.h"
+
 #include <QDir>
 
 namespace benthor::store {
@@ -28,8 +30,11 @@ void widen(platform::Database& database, const QString& table, int width, int si
 void addmissingfields(const QString& path, const ShowMessage& message) {
     platform::Database database;
     database.open(path);
-    widen(database, QStringLiteral("Profile"), kProfileFields, kProfileFieldSize, message,
-          [](int count) { return QStringLiteral("item%1").arg(count); });
+    // The table of old may be missing; the other one is widened all the same.
+    platform::skipErrors([&] {
+        widen(database, QStringLiteral("Profile"), kProfileFields, kProfileFieldSize, message,
+              [](int count) { return QStringLiteral("item%1").arg(count); });
+    });
     database.open(path);
     widen(database, QStringLiteral("main"), kMainFields, kMainFieldSize, message, [](int count) {
         return count == kMainFields - 1 ? QStringLiteral("dbtxtname")

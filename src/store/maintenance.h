@@ -13,8 +13,8 @@ namespace benthor::store {
 using ShowMessage = std::function<void(const QString& text)>;
 
 /// Brings the store at `path` to the width that the program needs: Profile to 50 fields, main to 27. A table
-/// that cannot be changed is told in a message and left short. The store is closed again at the end; other
-/// failures are a StoreError.
+/// that cannot be changed is told in a message and left short; a missing Profile is passed over. The store is
+/// closed again at the end; other failures are a StoreError.
 void addmissingfields(const QString& path, const ShowMessage& message);
 
 /// Makes the folder dbtxt with an empty "test.txt" in it, unless a file is there.

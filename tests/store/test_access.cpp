@@ -243,6 +243,7 @@ void TestAccess::checkpfexistCountsRowsByName() {
     QVERIFY(!store::checkpfexist(QStringLiteral("reef")));
     process().database.execute("INSERT INTO pfindex VALUES ('Reef')");
     QVERIFY(store::checkpfexist(QStringLiteral("reef")));
+    QVERIFY(store::checkpfexist(QStringLiteral("  reef ")));
     QVERIFY(!store::checkpfexist(QStringLiteral("ree")));
 }
 

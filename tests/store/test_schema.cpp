@@ -28,6 +28,7 @@ private slots:
     void profileIsWidenedTo50Fields();
     void aWholeStoreIsLeftAsItIs();
     void aTableThatIsNotUpdatableIsToldOnceAndLeftShort();
+    void withoutTheProfileTableMainIsWidenedAllTheSame();
     void aMissingStoreIsNotCreatedByTheMaintenance();
     void dbtxtIsMadeWithAnEmptyTestFile();
     void aDbtxtWithFilesIsLeftAsItIs();
@@ -193,6 +194,19 @@ void TestSchema::aTableThatIsNotUpdatableIsToldOnceAndLeftShort() {
     process().database.open(program.storePath());
     QCOMPARE(process().database.fieldCount(QStringLiteral("Profile")), 1);
     QCOMPARE(process().database.fieldCount(QStringLiteral("main")), 27);
+}
+
+void TestSchema::withoutTheProfileTableMainIsWidenedAllTheSame() {
+    const tests::ProgramFixture program;
+    process().database.execute("DROP TABLE Profile");
+    process().database.execute("ALTER TABLE main DROP COLUMN dbtxtname");
+    QCOMPARE(process().database.fieldCount(QStringLiteral("main")), 26);
+    process().database.close();
+    QStringList messages;
+    store::addmissingfields(program.storePath(), [&](const QString& text) { messages += text; });
+    process().database.open(program.storePath());
+    QCOMPARE(process().database.fieldCount(QStringLiteral("main")), 27);
+    QCOMPARE(messages, QStringList());
 }
 
 void TestSchema::aMissingStoreIsNotCreatedByTheMaintenance() {
