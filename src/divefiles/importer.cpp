@@ -205,7 +205,7 @@ private:
             failFile(name, error.text());
         }
         requireReadBack(written, name);
-        if (!written.serialTaken) {
+        for (int refused = 0; refused < written.refusedSerials; ++refused) {
             screen_.message(QStringLiteral("Data corrupt. Cause could be intermittent link to Morvalien. "
                                            "File is being deleted.."),
                             QString());
@@ -283,7 +283,7 @@ ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state,
 QString takemanualfile(const platform::ProgramFolder& folder, const QString& path) {
     const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
     const qsizetype point = name.lastIndexOf(QLatin1Char('.'));
-    if (point < 0 || name.mid(point + 1) != QLatin1String("txt")) {
+    if (point < 0 || name.mid(point + 1).compare(QLatin1String("txt"), Qt::CaseInsensitive) != 0) {
         return QStringLiteral("File Extention is wrong !");
     }
     const QString place = folder.path(u"new", name);

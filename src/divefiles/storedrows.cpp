@@ -86,7 +86,7 @@ public:
             break;
         case HeaderField::Serial:
             store::putusername(value);
-            written_.serialTaken = store::putsuit(value) && written_.serialTaken;
+            written_.refusedSerials += store::putsuit(value) ? 0 : 1;
             break;
         case HeaderField::Start:
             store::putstart(value);

@@ -21,7 +21,7 @@ struct DiveRows {
 
 /// What an import wrote of one file.
 struct WrittenDives {
-    bool serialTaken = true; ///< the store took every serial
+    int refusedSerials = 0; ///< how many serials the store did not take
     std::vector<DiveRows> dives;
 };
 

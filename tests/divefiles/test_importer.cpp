@@ -113,6 +113,7 @@ private slots:
     void aMissingVersionAndIntervalSaysSoAndLeavesTheFile();
     void behindARunThatEndedTheNextStartsClean();
     void aRefusedSerialSaysSoAndTheDiveStays();
+    void eachRefusedSerialHasABoxOfItsOwn();
     void aFailedCopyIntoDbtxtIsPassedOver();
 
     void missingFoldersOldAndCorruptAreMade();
@@ -475,6 +476,15 @@ void TestImporter::aRefusedSerialSaysSoAndTheDiveStays() {
     QCOMPARE(tests::ProgramFixture::rows("SELECT UserName, Suit, otu FROM main"),
              QStringList(serial + "|(null)|12"));
     QCOMPARE(newFiles(), QStringList());
+}
+
+void TestImporter::eachRefusedSerialHasABoxOfItsOwn() {
+    const QByteArray line = "SN=" + QByteArray(60, 'x') + "\r\n";
+    program_->putWaiting(QStringLiteral("a.txt"), goodDive().replace("SN=KD00123\r\n", line + line));
+    QCOMPARE(import(), ImportEnd::Done);
+    const QString refused = QStringLiteral(
+        "Data corrupt. Cause could be intermittent link to Morvalien. File is being deleted..");
+    QCOMPARE(screen_.messages, QStringList({refused, refused, kEndMessage}));
 }
 
 void TestImporter::aFailedCopyIntoDbtxtIsPassedOver() {

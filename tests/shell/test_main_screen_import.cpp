@@ -61,6 +61,7 @@ private slots:
     void theFirstPassPaintsAndLetsKeysAndTicksWait();
     void theEndBoxNamesAProfileThatIsNotInItsPlace();
     void manualFindImportsTheChosenFile();
+    void manualFindTakesATextFileInAnyCase();
     void manualFindRefusesAnotherExtension();
     void manualFindPassesACancelledDialogInSilence();
 };
@@ -452,6 +453,17 @@ void TestMainScreenImport::manualFindImportsTheChosenFile() {
     QVERIFY(!stage.control("Frame2")->isVisible());
     auto rows = process().database.openRecordset("SELECT * FROM main");
     QCOMPARE(rows.recordCount(), 1);
+}
+
+void TestMainScreenImport::manualFindTakesATextFileInAnyCase() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("old/AGAIN.TXT", TestFolder::dive("typical.txt"));
+    stage.dialogs.answerFile(stage.folder.path("old/AGAIN.TXT"));
+    stage.click("lblmdff");
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QCOMPARE(process().database.openRecordset("SELECT * FROM main").value(u"Location").text(), "AGAIN.TXT");
+    QVERIFY(!stage.folder.has("new/AGAIN.TXT"));
 }
 
 void TestMainScreenImport::manualFindRefusesAnotherExtension() {
