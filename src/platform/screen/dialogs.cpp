@@ -76,13 +76,15 @@ public:
     QString openFile(QWidget* parent, const QString& title, const QString& folder,
                      const QString& filter) override {
         const TickHold hold;
-        return QFileDialog::getOpenFileName(visibleWindow(parent), title, folder, toolkitFilter(filter));
+        return QFileDialog::getOpenFileName(visibleWindow(parent), title, folder, toolkitFilter(filter),
+                                            nullptr, QFileDialog::HideNameFilterDetails);
     }
 
     QString saveFile(QWidget* parent, const QString& title, const QString& folder,
                      const QString& filter) override {
         const TickHold hold;
-        return QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, toolkitFilter(filter));
+        return QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, toolkitFilter(filter),
+                                            nullptr, QFileDialog::HideNameFilterDetails);
     }
 
     std::shared_ptr<QPrinter> printer(QWidget* parent) override {
@@ -143,7 +145,7 @@ QString toolkitFilter(const QString& filter) {
     const QStringList parts = filter.split(u'|');
     QStringList result;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString words = parts[i].section(u'(', 0, 0).trimmed();
+        const QString words = parts[i].trimmed();
         const QString patterns =
             parts[i + 1].trimmed() == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1].trimmed();
         result += words + QLatin1String(" (") + patterns.simplified().replace(u';', u' ') + u')';

@@ -58,8 +58,9 @@ public:
 /// Whether one of those lives: a No is then nobody's answer.
 bool withoutDialogs();
 
-/// "Words (*.txt)|*.txt|All Files (*.*)|*.*" in the toolkit's form: each description with its patterns,
-/// parted by ";;".
+/// "Words (*.txt)|*.txt|All Files (*.*)|*.*" in the toolkit's form, parted by ";;": each description as it
+/// reads, and behind it its patterns, which a dialog without the details of its filters does not show. "*.*"
+/// takes every file.
 QString toolkitFilter(const QString& filter);
 
 } // namespace benthor::platform

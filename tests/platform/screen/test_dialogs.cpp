@@ -3,9 +3,12 @@
 #include "platform/screen/ticktimer.h"
 #include "tests/support/scripteddialogs.h"
 
+#include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace benthor::platform;
@@ -20,6 +23,7 @@ private slots:
     void whatStandsBelowIsPlainAndBesideTheText();
     void aScriptAnswersInPlaceOfTheBoxes();
     void filtersGoOverInTheToolkitsForm();
+    void aFileDialogShowsItsFiltersAsTheyRead();
 
 private:
     /// Acts on the box once it is up.
@@ -101,8 +105,33 @@ void TestDialogs::aScriptAnswersInPlaceOfTheBoxes() {
 
 void TestDialogs::filtersGoOverInTheToolkitsForm() {
     QCOMPARE(toolkitFilter(QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*")),
-             "Text Files (*.txt);;All Files (*)");
+             "Text Files (*.txt) (*.txt);;All Files (*.*) (*)");
     QCOMPARE(toolkitFilter(QStringLiteral("*.mdb | *.mdb")), "*.mdb (*.mdb)");
+}
+
+void TestDialogs::aFileDialogShowsItsFiltersAsTheyRead() {
+    const QTemporaryDir directory;
+    for (const char* name : {"dive.txt", "noending"}) {
+        QFile file(directory.filePath(QLatin1String(name)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    QStringList shown;
+    QTimer::singleShot(0, [&shown] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog != nullptr);
+        auto* box = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+        for (int i = 0; i < box->count(); ++i) {
+            shown += box->itemText(i);
+        }
+        dialog->selectNameFilter(box->itemText(1));
+        dialog->selectFile(QStringLiteral("noending"));
+        QTRY_COMPARE(dialog->selectedFiles().size(), 1);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    const QString chosen = dialogs().openFile(nullptr, QStringLiteral("Open"), directory.path(),
+                                              QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
+    QCOMPARE(shown, (QStringList{"Text Files (*.txt)", "All Files (*.*)"}));
+    QCOMPARE(chosen, directory.filePath(QStringLiteral("noending")));
 }
 
 QTEST_MAIN(TestDialogs)
