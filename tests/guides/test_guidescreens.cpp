@@ -483,7 +483,11 @@ void TestGuideScreens::fixDatabaseAsksAndRestores() {
     stage.screen->showScreen();
     QCOMPARE(stage.control<QPushButton>("Command1")->text(), "FIX DATABASE");
     stage.click("Command1");
-    QCOMPARE(stage.dialogs.asked().size(), 2);
+    QCOMPARE(stage.dialogs.asked().size(), 3);
+    const QString word = stage.dialogs.asked().at(2).text;
+    QVERIFY2(word.contains(stage.folder.path("backup3.mdb")) &&
+                 word.contains(stage.folder.path("rb-replaced.mdb")),
+             qPrintable(word));
     QCOMPARE(stage.dialogs.asked().at(0).text, restoreQuestion());
     QCOMPARE(stage.dialogs.asked().at(0).title, "Restore backup database");
     QCOMPARE(stage.dialogs.asked().at(1).kind, "open");

@@ -90,6 +90,7 @@ private slots:
     void cancelAfterAddingABuddyStoresTheBuddy();
     void aWindowThatIsClosedSaves();
     void aSingleQuoteIsToldInOneLine();
+    void aSingleQuoteIsToldOnEveryWayOut();
     void aSaveThatFailsOnTheWayOutIsAskedAbout();
     void whatNobodyCanBeAskedAboutIsKeptInAText_data();
     void whatNobodyCanBeAskedAboutIsKeptInAText();
@@ -273,6 +274,36 @@ void TestRbdetails::aSingleQuoteIsToldInOneLine() {
     QCOMPARE(std::count_if(labels.begin(), labels.end(),
                            [](QLabel* label) { return label->text().contains(QLatin1String("O'Hara's")); }),
              1);
+}
+
+void TestRbdetails::aSingleQuoteIsToldOnEveryWayOut() {
+    for (const char* const way : {"close", "Cmdcancel", "keep"}) {
+        DetailsWorld world;
+        world.screen().showScreen();
+        connect(&world.screen(), &rbdetails::diveViewWanted, &world.screen(),
+                [&world] { world.slot.unload(); });
+        world.on<QComboBox>("Cbodepartment").setEditText(QStringLiteral("O'Hara's"));
+        if (QLatin1String(way) == QLatin1String("keep")) {
+            world.screen().keep();
+            QCOMPARE(world.dialogs.asked().size(), 0);
+            const QList<QLabel*> labels = world.screen().findChildren<QLabel*>();
+            QVERIFY(std::any_of(labels.begin(), labels.end(), [](QLabel* label) {
+                return label->text().contains(QLatin1String("O'Hara's"));
+            }));
+            world.slot.unload(); // told already
+            QCOMPARE(world.dialogs.asked().size(), 0);
+            continue;
+        }
+        if (QLatin1String(way) == QLatin1String("close")) {
+            world.screen().close();
+        } else {
+            world.click(way);
+        }
+        QVERIFY(!world.slot.isLoaded());
+        QCOMPARE(DetailsWorld::field(u"Department"), "O'Hara's");
+        QCOMPARE(world.dialogs.messages(),
+                 QStringList{"Saved; with its single quote not kept for choosing again: O'Hara's"});
+    }
 }
 
 void TestRbdetails::aSaveThatFailsOnTheWayOutIsAskedAbout() {

@@ -9,6 +9,7 @@
 #include "store/backup.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -123,6 +124,13 @@ void frmSplash::restore() {
     }
     if (result.done) {
         Command1_->setEnabled(false);
+        QString words =
+            QStringLiteral("The dive store was restored from %1.").arg(QDir::toNativeSeparators(chosen));
+        if (!result.keptAs.isEmpty()) {
+            words += QStringLiteral("\n\nThe store of before is kept as %1.")
+                         .arg(QDir::toNativeSeparators(folder.path(result.keptAs)));
+        }
+        dialogs.message(this, words, platform::BoxKind::Information);
     }
 }
 

@@ -25,6 +25,12 @@ using platform::StoreError;
 
 namespace {
 
+/// What a save says of the values that no list of choices takes.
+QString savedWithout(const QStringList& refused) {
+    return QStringLiteral("Saved; with its single quote not kept for choosing again: %1")
+        .arg(refused.join(QStringLiteral(", ")));
+}
+
 void setItems(QComboBox& box, const QStringList& items) {
     const QString text = box.currentText();
     box.clear();
@@ -135,10 +141,7 @@ void rbdetails::cmdSave_click() {
         const QStringList refused = savedetails(process().database, dive_, edited());
         noteSaved();
         showPickLists();
-        tell(refused.isEmpty()
-                 ? QStringLiteral("Saved")
-                 : QStringLiteral("Saved; with its single quote not kept for choosing again: %1")
-                       .arg(refused.join(QStringLiteral(", "))));
+        tell(refused.isEmpty() ? QStringLiteral("Saved") : savedWithout(refused));
     } catch (const StoreError& error) {
         dialogs().message(
             this, QStringLiteral("The details of %1 are not stored.\n\n%2").arg(dive_.diveid, error.text()),
@@ -151,8 +154,14 @@ void rbdetails::cmdSave_click() {
 void rbdetails::saveOrAsk() {
     while (!dive_.isEmpty()) {
         try {
-            savedetails(process().database, dive_, edited());
+            const bool changed = !(edited() == stored_); // else it was told when it was saved
+            const QStringList refused = savedetails(process().database, dive_, edited());
             noteSaved();
+            if (!refused.isEmpty() && changed && isUnloaded()) {
+                dialogs().message(this, savedWithout(refused), platform::BoxKind::Information);
+            } else if (!refused.isEmpty() && changed) {
+                tell(savedWithout(refused));
+            }
             return;
         } catch (const StoreError& error) {
             if (edited() == stored_) {
