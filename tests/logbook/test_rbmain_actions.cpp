@@ -1,3 +1,4 @@
+#include "platform/look/widgets/faultframe.h"
 #include "tests/logbook/listworld.h"
 
 #include <QAction>
@@ -32,6 +33,7 @@ private slots:
     void deleteCleansTheStarRows();
     void deleteOfADiveWithoutANameDeletesNoFile();
     void errorEntryShowsTheFaultsOfTheCurrentRow();
+    void theFrameNamesItsDiveAndGreysWhenAnotherWasAsked();
     void errorEntryEmptiesTheTextFirst();
     void errorEntryOnAGoodDiveLeavesTheFrameAlone();
     void faultFrameIsClosedByItsButton();
@@ -323,6 +325,26 @@ void TestRbmainActions::errorEntryShowsTheFaultsOfTheCurrentRow() {
     QVERIFY(world.control<QWidget>("Frame2")->isVisible());
     QCOMPARE(world.labelText("Label16"), QStringLiteral("\rMain Profile - Error in version format !"
                                                         "\rGas Profile - Error in Gas Type2 format !"));
+}
+
+void TestRbmainActions::theFrameNamesItsDiveAndGreysWhenAnotherWasAsked() {
+    ListWorld world;
+    ListWorld::addDive(diveNumber(1));
+    ListWorld::addDive(diveNumber(2), {{QStringLiteral("Version"), QStringLiteral("1")}});
+    world.show();
+    world.click(2);
+    world.trigger("mnuerrorcode");
+    auto* frame = world.control<look::FaultFrame>("Frame2");
+    QVERIFY(frame->title()->text().startsWith(diveNumber(2)));
+    QVERIFY(!frame->isStale());
+    world.click(1);
+    world.trigger("mnuerrorcode");
+    QVERIFY(frame->isVisible() && frame->isStale());
+    QVERIFY(frame->title()->text().startsWith(diveNumber(2)));
+    QCOMPARE(world.labelText("quietline"), QStringLiteral("No errors found in ") + diveNumber(1));
+    world.click(2);
+    world.trigger("mnuerrorcode");
+    QVERIFY(!frame->isStale());
 }
 
 void TestRbmainActions::errorEntryEmptiesTheTextFirst() {

@@ -360,7 +360,7 @@ void addManyDives(int count) {
 }
 
 QLabel* quietLine(ListWorld& world) {
-    return qobject_cast<QLabel*>(world.list.get().menuBar()->cornerWidget());
+    return world.control<QLabel>("quietline");
 }
 
 /// Notes what the quiet line says when it is painted.

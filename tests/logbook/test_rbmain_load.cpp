@@ -87,8 +87,11 @@ void TestRbmainLoad::loadingSetsLabel16ToT() {
 
 void TestRbmainLoad::loadingShowsTheSpreadsheetControls() {
     ListWorld world;
+    ListWorld::addDive(diveNumber(1));
+    world.show();
+    QVERIFY(!world.control<QWidget>("Text2")->isVisible()); // the publish panel is shut
     for (const char* name : {"Picture3(0)", "Picture3(1)", "Label10"}) {
-        QVERIFY2(!world.control<QWidget>(name)->isHidden(), name);
+        QVERIFY2(world.control<QWidget>(name)->isVisible(), name);
     }
     QVERIFY(world.control<QAction>("mnuSaveSpread")->isVisible());
 }

@@ -1,4 +1,5 @@
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "platform/screen/ticktimer.h"
 #include "tests/shell/mainstage.h"
 
@@ -45,6 +46,7 @@ private slots:
     void aSecondClickInAnImportChangesNothing();
     void theFrameStandsForTheWholeRunHoweverItBegins_data();
     void theFrameStandsForTheWholeRunHoweverItBegins();
+    void theWordsAboutAFileAreNeverCut();
     void theBlueOfTheEntryIsTakenBackWhileFilesWait();
     void aFileLeftBehindDoesNotStartAnotherImport();
     void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
@@ -197,6 +199,24 @@ void TestMainScreenImport::theFrameStandsForTheWholeRunHoweverItBegins() {
     }
     QVERIFY(stood);
     QVERIFY(!stage.control("Frame2")->isVisible());
+}
+
+void TestMainScreenImport::theWordsAboutAFileAreNeverCut() {
+    MainStage stage;
+    stage.main->resize(stage.main->minimumSize());
+    stage.main->showScreen();
+    const QString name = QString(200, u'n') + QStringLiteral(".txt");
+    stage.folder.put(QStringLiteral("new/") + name, TestFolder::dive("typical.txt"));
+    bool whole = false;
+    const InImport look([&] {
+        auto* words = stage.control<benthor::look::WholeLabel>("lblprogress");
+        QCoreApplication::sendPostedEvents();
+        whole = words->height() >= words->heightForWidth(words->width()) &&
+                words->mapTo(stage.main, words->rect().bottomRight()).x() < stage.main->width();
+    });
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(whole);
 }
 
 void TestMainScreenImport::theBlueOfTheEntryIsTakenBackWhileFilesWait() {

@@ -42,10 +42,7 @@ PublishPanel::PublishPanel(QWidget* parent)
     , supportLine_(look::makeCaption(QString()))
     , Text2_(new QLineEdit)
     , Text3_(new QPlainTextEdit)
-    , send_(new PictureButton(QStringLiteral("Send"), "send", QStringLiteral("Picture5(2)")))
-    , sheetPicture_(actor("Picture3(1)", "sheet", {}, QStringLiteral("Save as spreadsheet")))
-    , sheetLabel_(actor("Label10", nullptr, QStringLiteral("Save as spreadsheet"),
-                        QStringLiteral("Save as spreadsheet"))) {
+    , send_(new PictureButton(QStringLiteral("Send"), "send", QStringLiteral("Picture5(2)"))) {
     Option1_->setObjectName(QStringLiteral("Option1"));
     Text2_->setObjectName(QStringLiteral("Text2"));
     Text2_->setPlaceholderText(QStringLiteral("Mail address"));
@@ -83,10 +80,6 @@ PublishPanel::PublishPanel(QWidget* parent)
     auto* acts = new QVBoxLayout;
     acts->setSpacing(look::spaceTight);
     acts->addWidget(send_);
-    auto* sheet = new QHBoxLayout;
-    sheet->addWidget(sheetPicture_);
-    sheet->addWidget(sheetLabel_);
-    acts->addLayout(sheet);
     acts->addStretch(1);
     across->addLayout(acts);
     auto* edge = new QVBoxLayout;

@@ -16,7 +16,7 @@ namespace benthor::logbook {
 class PictureButton;
 
 /// What folds out below the dive list for publishing: to whom the dive goes, what is said with it, and the
-/// ways to send it and to save the list.
+/// way to send it.
 class PublishPanel : public look::Pane {
     Q_OBJECT
 
@@ -29,8 +29,6 @@ public:
 
     look::ClickableLabel* shut() const { return shut_; }
     PictureButton* send() const { return send_; }
-    look::ClickableLabel* sheetPicture() const { return sheetPicture_; }
-    look::ClickableLabel* sheetLabel() const { return sheetLabel_; }
 
 private:
     void Option1_toggled(bool checked);
@@ -41,8 +39,6 @@ private:
     QLineEdit* Text2_;
     QPlainTextEdit* Text3_;
     PictureButton* send_;
-    look::ClickableLabel* sheetPicture_;
-    look::ClickableLabel* sheetLabel_;
 };
 
 } // namespace benthor::logbook

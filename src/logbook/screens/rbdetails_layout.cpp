@@ -6,6 +6,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/numberlabel.h"
+#include "platform/look/widgets/wholelabel.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -117,7 +118,10 @@ void rbdetails::buildMenus() {
     entry(buddy, "mnubuddyadd", "&Add", {}, &rbdetails::cmdadd_click);
     entry(buddy, "mnubuddyremove", "&Remove", {}, &rbdetails::cmdremove_click);
 
-    quietLine_ = look::makeCaption(QString());
+    quietLine_ = new look::WholeLabel;
+    quietLine_->setObjectName(QStringLiteral("quietline"));
+    quietLine_->setFont(look::caption());
+    look::setInk(quietLine_, look::Ink::Quiet);
 }
 
 QWidget* rbdetails::buildBar() {

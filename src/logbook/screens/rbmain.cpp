@@ -3,6 +3,7 @@
 #include "divefiles/validators.h"
 #include "logbook/chosenrows.h"
 #include "logbook/divelist.h"
+#include "logbook/screens/listfoot.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/otherstoreband.h"
 #include "logbook/screens/picturebutton.h"
@@ -58,9 +59,9 @@ rbmain::rbmain()
 void rbmain::loading() {
     Label16_->setText(QStringLiteral("t"));
     bar_->spreadsheet()->show();
-    publish_->sheetPicture()->show();
+    foot_->sheetPicture()->show();
     mnuSaveSpread_->setVisible(true);
-    publish_->sheetLabel()->show();
+    foot_->sheetLabel()->show();
     sortkey_ = readsortkey(ProgramFolder::current());
     openstore();
     runSort(sortnumber(sortkey_));
@@ -275,6 +276,7 @@ void rbmain::mnuerrorcode_click() {
     }
     if (process().problemtext.isEmpty()) {
         tell(QStringLiteral("No errors found in %1").arg(diveid));
+        Frame2_->setStale(true); // it speaks of another dive
         return;
     }
     showFaults(QStringLiteral("%1 cannot be read whole: download it again").arg(diveid),

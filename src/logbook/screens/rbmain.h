@@ -24,6 +24,7 @@ class Mailer;
 
 namespace benthor::logbook {
 
+class ListFoot;
 class ListToolBar;
 class OtherStoreBand;
 class PublishPanel;
@@ -151,7 +152,7 @@ private:
     platform::Mailer* mailer_ = nullptr;
     int grownBy_ = 0; ///< pixels that the window grew by when the panel was opened
     SummaryStrip* strip_ = nullptr;
-    QLabel* quietLine_ = nullptr;
+    ListFoot* foot_ = nullptr;
     QMenu* mnupopup_ = nullptr;
     QAction* mnuSaveSpread_ = nullptr;
     QActionGroup* sortEntries_ = nullptr;

@@ -2,10 +2,12 @@
 
 #include "logbook/divelist.h"
 #include "logbook/listfill.h"
+#include "logbook/screens/listfoot.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/rbmain.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/look/widgets/segmentedchoice.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "platform/screen/toldqcolor.h"
 #include "platform/storewait.h"
 #include "shell/process.h"
@@ -205,11 +207,12 @@ void rbmain::noteFault(const QString& diveid) {
 void rbmain::showFaults(const QString& title, const QString& problemtext) {
     Frame2_->title()->setText(title);
     Label16_->setText(problemtext);
+    Frame2_->setStale(false);
     Frame2_->show();
 }
 
 void rbmain::tell(const QString& quietLine) {
-    quietLine_->setText(quietLine);
+    foot_->quietLine()->setText(quietLine);
 }
 
 } // namespace benthor::logbook

@@ -1,10 +1,10 @@
 // What stands where.
 
 #include "logbook/chosenrows.h"
+#include "logbook/screens/listfoot.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/otherstoreband.h"
 #include "logbook/screens/picturebutton.h"
-#include "logbook/screens/problemlabel.h"
 #include "logbook/screens/publishpanel.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
@@ -12,6 +12,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/look/widgets/segmentedchoice.h"
+#include "platform/look/widgets/wholelabel.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -98,15 +99,6 @@ void rbmain::buildMenus() {
 
     QMenu* publish = buildMenu(QString(), QStringLiteral("&Publish"));
     addEntry(publish, "mnuEmail", QStringLiteral("Send by &mail"), &rbmain::publishDive);
-
-    quietLine_ = look::makeCaption(QString());
-    quietLine_->setContentsMargins(0, 0, look::spaceBase, 0);
-    quietLine_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    quietLine_->setMinimumWidth(
-        quietLine_->fontMetrics().horizontalAdvance(QStringLiteral("Checking dive 00000 of 00000")) +
-        2 * look::spaceBase);
-    quietLine_->setMinimumHeight(menuBar()->sizeHint().height() - 2);
-    menuBar()->setCornerWidget(quietLine_);
 }
 
 void rbmain::buildSortMenu() {
@@ -160,7 +152,9 @@ void rbmain::buildBody() {
     storeBand_ = new OtherStoreBand;
     middle->addWidget(storeBand_);
     middle->addWidget(new TableCard(MSFlexGrid1_), 1);
-    Label16_ = new ProblemLabel;
+    foot_ = new ListFoot;
+    middle->addWidget(foot_);
+    Label16_ = new look::WholeLabel;
     Label16_->setObjectName(QStringLiteral("Label16"));
     Frame2_ = new look::FaultFrame(Label16_, QStringLiteral("Command1"));
     Frame2_->setObjectName(QStringLiteral("Frame2"));
@@ -201,9 +195,7 @@ void rbmain::connectControls() {
     connect(publish_->shut(), &look::ClickableLabel::clicked, this, [this] { Picture5_click(1); });
     connect(publish_->send(), &QAbstractButton::clicked, this, [this] { Picture5_click(2); });
     connect(bar_->spreadsheet(), &QAbstractButton::clicked, this, &rbmain::cmdSave_click);
-    for (look::ClickableLabel* sheet : {publish_->sheetPicture(), publish_->sheetLabel()}) {
-        connect(sheet, &look::ClickableLabel::clicked, this, &rbmain::cmdSave_click);
-    }
+    connect(foot_, &ListFoot::sheetWanted, this, &rbmain::cmdSave_click);
     connectMailer();
     connect(Frame2_->closeButton(), &QAbstractButton::clicked, this, &rbmain::Command1_click);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);

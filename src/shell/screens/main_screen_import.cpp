@@ -14,6 +14,7 @@
 #include "platform/look/widgets/overlaycard.h"
 #include "platform/look/widgets/status.h"
 #include "platform/look/widgets/toldbutton.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
@@ -169,9 +170,7 @@ void MainScreen::buildProgress(QWidget* area) {
     down->addWidget(new look::Rule);
 
     auto* file = new QHBoxLayout;
-    lblprogress_ = named(new QLabel, "lblprogress");
-    lblprogress_->setMinimumWidth(1);
-    lblprogress_->setTextFormat(Qt::PlainText);
+    lblprogress_ = named(new look::WholeLabel, "lblprogress");
     file->addWidget(lblprogress_, 1);
     lbltotalsizes_ = named(look::makeCaption(QString()), "lbltotalsizes");
     file->addWidget(lbltotalsizes_);

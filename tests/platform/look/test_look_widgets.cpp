@@ -8,6 +8,7 @@
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/look/widgets/status.h"
 #include "platform/look/widgets/toldbutton.h"
+#include "platform/look/widgets/wholelabel.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -52,6 +53,8 @@ private slots:
     void aGaugeLightsWhatTheMaskNames();
     void aGaugeIsRedAboveItsLimit();
     void aFaultFrameNamesItsControls();
+    void aFaultFrameScrollsManyWordsAndGreysWhatIsStale();
+    void aWholeLabelShowsEveryLetter();
     void ofSegmentsOneHolds();
     void segmentsFollowTheArrowKeys();
     void choosingByProgramIsSilent();
@@ -316,6 +319,45 @@ void TestLookWidgets::aFaultFrameNamesItsControls() {
     QCOMPARE(frame.findChild<QAbstractButton*>(QStringLiteral("cmdcloseproblem")), frame.closeButton());
     frame.resize(600, 60);
     QCOMPARE(pixelOf(frame, {300, 0}), tokens().bad);
+}
+
+void TestLookWidgets::aFaultFrameScrollsManyWordsAndGreysWhatIsStale() {
+    auto* text = new WholeLabel;
+    FaultFrame frame(text, QStringLiteral("cmdcloseproblem"));
+    frame.title()->setText(QStringLiteral("D0000012 cannot be read whole"));
+    QStringList messages;
+    for (int i = 0; i < 30; ++i) {
+        messages += QStringLiteral("Gas Profile - Error in Gas Type%1 format !").arg(i);
+    }
+    text->setText(u'\r' + messages.join(u'\r'));
+    frame.resize(400, frame.heightForWidth(400));
+    frame.show();
+    QVERIFY(frame.height() < 10 * frame.fontMetrics().lineSpacing());
+    QCOMPARE(text->linesAt(10000), messages);
+    auto* area = frame.findChild<QScrollArea*>();
+    QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0);
+    QVERIFY(text->height() >= text->heightForWidth(text->width()));
+    frame.setStale(true);
+    QVERIFY(!text->isEnabled() && !frame.title()->isEnabled());
+    QVERIFY(pixelOf(frame, {200, 0}) != tokens().bad);
+    QVERIFY(frame.closeButton()->isEnabled());
+    frame.setStale(false);
+    QVERIFY(text->isEnabled());
+}
+
+void TestLookWidgets::aWholeLabelShowsEveryLetter() {
+    WholeLabel label;
+    const QString name = QStringLiteral("System processing : ") + QString(200, u'x') + QStringLiteral(".txt");
+    label.setText(name);
+    const QStringList lines = label.linesAt(150);
+    QVERIFY(lines.size() > 3);
+    QCOMPARE(lines.join(QString()).remove(u' '), QString(name).remove(u' '));
+    for (const QString& line : lines) {
+        QVERIFY(label.fontMetrics().horizontalAdvance(line) <= 150);
+    }
+    QCOMPARE(label.heightForWidth(150), static_cast<int>(lines.size()) * label.fontMetrics().lineSpacing());
+    label.setText(QStringLiteral("\rone\rtwo\r\nthree\n"));
+    QCOMPARE(label.linesAt(500), QStringList({"one", "two", "three"}));
 }
 
 void TestLookWidgets::ofSegmentsOneHolds() {

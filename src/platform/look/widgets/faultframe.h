@@ -8,7 +8,8 @@ class QPushButton;
 namespace benthor::look {
 
 /// What is wrong with what was chosen: red-edged, with a bold line that says what happened and to which
-/// thing, the words that were told, and a button that closes the frame.
+/// thing, the words that were told, and a button that closes the frame. Words of more than a few lines
+/// scroll.
 class FaultFrame : public QFrame {
     Q_OBJECT
 
@@ -20,6 +21,10 @@ public:
     QLabel* text() const { return text_; }
     QPushButton* closeButton() const { return close_; }
 
+    /// Greyed: what it says is not about what was asked last. Its words stay.
+    void setStale(bool stale);
+    bool isStale() const { return stale_; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -27,6 +32,7 @@ private:
     QLabel* title_;
     QLabel* text_;
     QPushButton* close_;
+    bool stale_ = false;
 };
 
 } // namespace benthor::look
