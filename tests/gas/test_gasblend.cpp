@@ -63,6 +63,7 @@ private slots:
     void refreshAsksTheLink();
     void updateShowsTheLinkAndSends();
     void filesAreOpenedAndSaved();
+    void aSavedPlanGetsItsEndingAndReplacesNoneUnasked();
     void cancelledDialogsChangeNothing();
     void exitLeadsToTheLink();
     void closingKeepsTheText();
@@ -420,6 +421,19 @@ void TestGasBlend::filesAreOpenedAndSaved() {
     QCOMPARE(stage.text("Text1(7)"), "15");
     QVERIFY(!stage.control<QCheckBox>("Check2(3)")->isChecked());
     QCOMPARE(stage.dialogs.messages(), QStringList());
+}
+
+void TestGasBlend::aSavedPlanGetsItsEndingAndReplacesNoneUnasked() {
+    Stage stage;
+    stage.folder.put("plan.mit", "mine");
+    stage.dialogs.answerFile(stage.folder.path("plan"));
+    stage.control<QAction>("mnuSave")->trigger(); // No
+    QCOMPARE(stage.folder.get("plan.mit"), QByteArray("mine"));
+    stage.dialogs.answerFile(stage.folder.path("plan"));
+    stage.dialogs.answer(true);
+    stage.control<QAction>("mnuSave")->trigger();
+    QCOMPARE(stage.folder.get("plan.mit"), stage.screen->plan().Text7.toLatin1() + "\r\n");
+    QVERIFY(!stage.folder.has("plan"));
 }
 
 void TestGasBlend::cancelledDialogsChangeNothing() {

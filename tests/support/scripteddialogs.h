@@ -3,6 +3,7 @@
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
 
+#include <QHash>
 #include <QPrinter>
 #include <QStringList>
 #include <deque>
@@ -36,6 +37,11 @@ public:
 
     void answer(bool yes) { script_->confirms.push_back(yes); }
     void answerFile(const QString& path) { script_->files.push_back(path); }
+    /// The same with a type picked in the dialog: its place in the filter, from 0.
+    void answerFile(const QString& path, int type) {
+        answerFile(path);
+        script_->types[path] = type;
+    }
     /// Takes back the file answers that no dialog has asked for.
     void dropFiles() { script_->files.clear(); }
     void dropAnswers() { script_->confirms.clear(); }
@@ -76,6 +82,7 @@ private:
         QList<Asked> asked;
         std::deque<bool> confirms;
         std::deque<QString> files;
+        QHash<QString, int> types; ///< by the path that is answered
         std::deque<QString> printers;
         std::deque<std::function<void()>> during;
 
@@ -121,6 +128,11 @@ private:
         QString saveFile(QWidget*, const QString& title, const QString& folder,
                          const QString& filter) override {
             return file(QStringLiteral("save"), title, folder, filter);
+        }
+        platform::SaveAnswer saveFileAs(QWidget* parent, const QString& title, const QString& folder,
+                                        const QString& filter) override {
+            const QString path = saveFile(parent, title, folder, filter);
+            return {path, types.value(path, -1)};
         }
         std::shared_ptr<QPrinter> printer(QWidget*) override {
             asked.append({QStringLiteral("print"), {}, {}, {}, {}, platform::BoxKind::Plain, false, {}});

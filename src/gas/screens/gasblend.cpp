@@ -10,6 +10,7 @@
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
+#include "platform/screen/savepath.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
 #include "shell/process.h"
@@ -142,8 +143,8 @@ void GasBlend::mnuOpen_click() {
 void GasBlend::mnuSave_click() {
     perform([this] {
         const auto askPath = [this] {
-            return dialogs().saveFile(this, QStringLiteral("Save as"), ProgramFolder::current().root(),
-                                      mitFilter());
+            return platform::askSavePath(this, QStringLiteral("Save as"), ProgramFolder::current().root(),
+                                         mitFilter());
         };
         const QString error = mnuSave(plan_, askPath, say_);
         if (!error.isEmpty()) {

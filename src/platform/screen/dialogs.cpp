@@ -87,6 +87,16 @@ public:
                                             nullptr, QFileDialog::HideNameFilterDetails);
     }
 
+    SaveAnswer saveFileAs(QWidget* parent, const QString& title, const QString& folder,
+                          const QString& filter) override {
+        const TickHold hold;
+        const QString types = toolkitFilter(filter);
+        QString picked;
+        const QString path =
+            QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, types, &picked);
+        return {path, static_cast<int>(types.split(QLatin1String(";;")).indexOf(picked))};
+    }
+
     std::shared_ptr<QPrinter> printer(QWidget* parent) override {
         const TickHold hold;
         const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);

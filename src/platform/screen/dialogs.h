@@ -8,6 +8,12 @@ class QWidget;
 
 namespace benthor::platform {
 
+/// Where to write, and as what.
+struct SaveAnswer {
+    QString path;  ///< empty when cancelled
+    int type = -1; ///< place of the picked type in the filter, from 0; -1 where it is not known
+};
+
 enum class BoxKind { Plain, Information, Warning, Critical, Question };
 
 /// The modal boxes of the program. Screens ask these and nothing else, so that a test can put answers of its
@@ -35,6 +41,12 @@ public:
     /// Path to write to, or empty when cancelled; the box itself asks before a file that is there is taken.
     virtual QString saveFile(QWidget* parent, const QString& title, const QString& folder,
                              const QString& filter) = 0;
+
+    /// The same, with the type that was picked beside it.
+    virtual SaveAnswer saveFileAs(QWidget* parent, const QString& title, const QString& folder,
+                                  const QString& filter) {
+        return {saveFile(parent, title, folder, filter)};
+    }
 
     /// The printer that the user chose, set up as he chose; null when cancelled.
     virtual std::shared_ptr<QPrinter> printer(QWidget* parent) = 0;

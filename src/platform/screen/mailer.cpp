@@ -1,6 +1,7 @@
 #include "platform/screen/mailer.h"
 
 #include "platform/screen/dialogs.h"
+#include "platform/screen/savepath.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -56,7 +57,7 @@ void Mailer::offerFile() {
                           QStringLiteral("No mail program takes the message. Save it with its "
                                          "attachments as a file that mail programs open?"),
                           message_.subject);
-    const QString path = wanted ? dialogs().saveFile(window_, message_.subject,
+    const QString path = wanted ? askSavePath(window_, message_.subject,
                                                      QDir::homePath() + QLatin1Char('/') + fileName_,
                                                      QStringLiteral("Mail (*.eml)|*.eml|All Files (*.*)|*.*"))
                                 : QString();
