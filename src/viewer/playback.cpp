@@ -1,6 +1,7 @@
 #include "viewer/playback.h"
 
 #include "platform/textformat.h"
+#include "viewer/zoom.h"
 
 #include <algorithm>
 
@@ -44,6 +45,31 @@ int manualStep(int selectedrow, int by, int lastsample) {
         return 1;
     }
     return row < 0 ? lastsample - 1 : row;
+}
+
+int walkedRow(SampleStep way, int row, int lastsample, platform::RowRange shown) {
+    const int page = std::max(1, static_cast<int>(shown.span() / kPages));
+    switch (way) {
+    case SampleStep::Back:
+        row -= 1;
+        break;
+    case SampleStep::On:
+        row += 1;
+        break;
+    case SampleStep::PageBack:
+        row -= page;
+        break;
+    case SampleStep::PageOn:
+        row += page;
+        break;
+    case SampleStep::First:
+        row = 1;
+        break;
+    case SampleStep::Last:
+        row = lastsample;
+        break;
+    }
+    return std::clamp(row, 1, std::max(1, lastsample));
 }
 
 int playStep(int selectedrow, int playspeed, int lastsample) {

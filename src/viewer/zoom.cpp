@@ -70,4 +70,9 @@ int viewOffset(int lastsample, const ZoomState& state) {
     return state.zoomed() ? viewRows(lastsample, kZoomedFactor) * (state.zoompage - 1) : 0;
 }
 
+bool isBehindPages(int row, int lastsample, const ZoomState& state) {
+    return state.zoomed() && state.zoompage == kPages && row <= lastsample &&
+           row > viewRows(lastsample, kZoomedFactor) * kPages;
+}
+
 } // namespace benthor::viewer

@@ -46,4 +46,7 @@ int viewRows(int lastsample, int zoomfactor);
 /// Rows of the dive before the first row of the view: row i of the view is row i + viewOffset() of the dive.
 int viewOffset(int lastsample, const ZoomState& state);
 
+/// Whether the view is the last page and the row is one of the few behind it, which are in no page.
+bool isBehindPages(int row, int lastsample, const ZoomState& state);
+
 } // namespace benthor::viewer

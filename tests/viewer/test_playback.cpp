@@ -45,6 +45,19 @@ class TestPlayback : public QObject {
     Q_OBJECT
 
 private slots:
+    void keysWalkAsFarAsTheDiveGoes() {
+        const platform::RowRange all{0, 400};
+        QCOMPARE(walkedRow(SampleStep::On, 7, 400, all), 8);
+        QCOMPARE(walkedRow(SampleStep::Back, 7, 400, all), 6);
+        QCOMPARE(walkedRow(SampleStep::On, 400, 400, all), 400);
+        QCOMPARE(walkedRow(SampleStep::Back, 1, 400, all), 1);
+        QCOMPARE(walkedRow(SampleStep::PageOn, 7, 400, all), 47);
+        QCOMPARE(walkedRow(SampleStep::PageBack, 7, 400, all), 1);
+        QCOMPARE(walkedRow(SampleStep::PageOn, 7, 400, {0, 8}), 8); // never nothing
+        QCOMPARE(walkedRow(SampleStep::First, 7, 400, all), 1);
+        QCOMPARE(walkedRow(SampleStep::Last, 7, 400, all), 400);
+    }
+
     void playAgreesWithTheVectors() {
         for (const auto& entry : vectorsOf("playback")) {
             int row = entry[QLatin1String("from")].toInt();

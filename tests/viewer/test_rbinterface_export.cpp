@@ -8,7 +8,9 @@
 #include "platform/look/look.h"
 #include "store/units.h"
 #include "tests/support/smalldisk.h"
+#include "viewer/screens/legendstrip.h"
 
+#include <QCheckBox>
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
@@ -249,6 +251,84 @@ private slots:
         QVERIFY(QSvgRenderer(svg).isValid());
         QCOMPARE(stage.pages("chart.pdf"), 1);
         QCOMPARE(chart.grab().toImage(), before); // the screen is as it was
+    }
+
+    void theChartIsSavedAsTheTypeThatWasChosen() {
+        Stage stage;
+        const auto save = [&stage](const char* typed, int type) {
+            stage.bench.boxes.answerFile(stage.file(typed), type);
+            stage.trigger("mnusavechart");
+        };
+        save("one", 1);
+        QVERIFY(stage.read("one.svg").contains("<svg"));
+        save("two.png", 2);
+        QVERIFY(stage.read("two.pdf").startsWith("%PDF"));
+        save("three.svg", 0); // the dialog opens with the first: what was typed tells more
+        QVERIFY(stage.read("three.svg").contains("<svg"));
+        save("four", 0);
+        QVERIFY(stage.read("four.png").startsWith("\x89PNG"));
+        QVERIFY(!stage.bench.boxes.asked().first().folder.contains(u'.' + QStringLiteral("png")));
+        QCOMPARE(QDir(stage.folder.path()).entryList(QDir::Files).size(), 4);
+    }
+
+    void exportsOfOurOwnGetTheirEndingAndAskBeforeTheyReplace() {
+        Stage stage;
+        QFile there(stage.file("full.csv"));
+        QVERIFY(there.open(QIODevice::WriteOnly) && there.write("mine") == 4);
+        there.close();
+        stage.bench.boxes.answerFile(stage.file("full"));
+        stage.trigger("mnufullcsv"); // No, and then no other name
+        QCOMPARE(stage.read("full.csv"), QByteArray("mine"));
+        QStringList asked;
+        for (const auto& one : stage.bench.boxes.asked()) {
+            asked << one.kind;
+        }
+        QCOMPARE(asked, QStringList({"save", "confirm", "save"}));
+        QVERIFY(stage.bench.boxes.asked()[1].text.contains(stage.file("full.csv")));
+        QVERIFY(stage.bench.boxes.asked()[1].noIsDefault);
+        stage.bench.boxes.answerFile(stage.file("full"));
+        stage.bench.boxes.answer(true);
+        stage.trigger("mnufullcsv");
+        QVERIFY(stage.read("full.csv").startsWith("Time,Depth"));
+        QCOMPARE(stage.bench.boxes.messages().last(),
+                 "The profile was saved as " + stage.file("full.csv") + ".");
+        stage.bench.boxes.clear();
+        stage.bench.boxes.answerFile(stage.file("full.csv")); // about this one the dialog has asked
+        stage.trigger("mnufullcsv");
+        QCOMPARE(stage.bench.boxes.asked().size(), 2);
+        stage.bench.boxes.answerFile(stage.file("told"));
+        stage.click("cmdSave");
+        QVERIFY(stage.read("told").startsWith("Dive ID,")); // the told ones write the chosen name
+        stage.bench.boxes.answerFile(stage.file("dan"));
+        stage.click("Command4");
+        QVERIFY(stage.read("dan").startsWith("FSH|"));
+    }
+
+    void aPictureCarriesItsWholeLegendAndReadsFromADarkDesktop() {
+        look::setTheme(look::Theme::Dark);
+        {
+            Stage stage;
+            stage.screen->resize(1024, 700);
+            for (const char* box : {"Check3", "Check9", "Check10", "Check11", "Check12"}) {
+                control<QCheckBox>(*stage.screen, box).setChecked(true);
+            }
+            auto& grey = control<QAction>(*stage.screen, "mnuColorGrey");
+            grey.trigger();
+            grey.trigger(); // the white scheme, which is for printing
+            stage.bench.boxes.answerFile(stage.file("chart.svg"));
+            stage.trigger("mnusavechart");
+            const QByteArray svg = stage.read("chart.svg");
+            const auto& legend = control<LegendStrip>(*stage.screen, "legend");
+            QVERIFY(legend.entries().size() >= 8);
+            for (const LegendEntry& entry : legend.entries()) {
+                QVERIFY2(svg.contains('>' + entry.name.toUtf8()), qPrintable(entry.name));
+            }
+            QVERIFY(!svg.contains(">+"));
+            const QByteArray ink = look::tokens(look::Theme::Light).textquiet.name().toUtf8();
+            const QByteArray faint = look::tokens(look::Theme::Dark).textquiet.name().toUtf8();
+            QVERIFY(svg.contains(ink) && !svg.contains(faint));
+        }
+        look::setTheme(look::Theme::Light);
     }
 
     void aChartThatTheDiskDoesNotTakeLeavesThePictureThatIsThere() {

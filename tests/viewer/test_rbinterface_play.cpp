@@ -8,6 +8,7 @@
 #include "viewer/screens/tipbox.h"
 
 #include <QPushButton>
+#include <QRadioButton>
 #include <QtTest>
 
 using namespace benthor;
@@ -224,6 +225,53 @@ private slots:
             QTest::keyClick(stage.screen, Qt::Key_Left);
         }
         QCOMPARE(stage.grid->row(), 1);
+    }
+
+    void theKeysWalkFromMostControls() {
+        const Stage stage(400);
+        stage.screen->activateWindow();
+        const auto press = [&stage](Qt::Key key) { QTest::keyClick(stage.screen->focusWidget(), key); };
+        for (const char* name : {"Check3", "PlayDive", "Option2", "MSChart1"}) {
+            control<QWidget>(*stage.screen, name).setFocus(Qt::MouseFocusReason);
+            stage.grid->setRow(100);
+            press(Qt::Key_Down);
+            QCOMPARE(stage.grid->row(), 101);
+            press(Qt::Key_Left);
+            press(Qt::Key_Up);
+            QCOMPARE(stage.grid->row(), 99);
+            press(Qt::Key_PageDown); // a tenth of what is shown
+            QCOMPARE(stage.grid->row(), 139);
+            press(Qt::Key_PageUp);
+            QCOMPARE(stage.grid->row(), 99);
+            press(Qt::Key_End);
+            QCOMPARE(stage.grid->row(), stage.grid->rows() - 1);
+            press(Qt::Key_Home);
+            QCOMPARE(stage.grid->row(), 1);
+            QVERIFY(control<QWidget>(*stage.screen, name).hasFocus());
+        }
+        QVERIFY(control<QRadioButton>(*stage.screen, "Option2").isChecked());
+    }
+
+    void aControlKeepsTheKeysThatItNeedsOrThatTheTabKeyBrought() {
+        const Stage stage(400);
+        stage.screen->activateWindow();
+        control<QAction>(*stage.screen, "mnuSpread").trigger();
+        stage.grid->setRow(100);
+        int before = 100;
+        const auto walked = [&stage, &before](const char* name, Qt::FocusReason reason, Qt::Key key) {
+            auto& one = control<QWidget>(*stage.screen, name);
+            one.setFocus(reason);
+            QTest::keyClick(&one, key);
+            const int now = stage.grid->row();
+            return std::exchange(before, now) != now;
+        };
+        QVERIFY(!walked("txtinterval", Qt::MouseFocusReason, Qt::Key_Left));
+        QVERIFY(!walked("Alarm_Text", Qt::MouseFocusReason, Qt::Key_Down));
+        QVERIFY(!walked("Check3", Qt::TabFocusReason, Qt::Key_Right));
+        QVERIFY(!walked("PlayDive", Qt::BacktabFocusReason, Qt::Key_End));
+        QVERIFY(walked("Check3", Qt::MouseFocusReason, Qt::Key_Right));
+        QVERIFY(walked("MSFlexGrid1", Qt::MouseFocusReason, Qt::Key_PageDown)); // as a grid does
+        QVERIFY(stage.grid->row() != 101 + 40);
     }
 
     void playFollowsThePagesOfAZoomedDive() {

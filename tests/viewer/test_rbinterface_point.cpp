@@ -5,6 +5,7 @@
 #include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
+#include "platform/look/look.h"
 #include "platform/look/widgets/gauge.h"
 #include "viewer/elapsed.h"
 #include "viewer/screens/alarmstripview.h"
@@ -56,7 +57,10 @@ struct Stage {
     }
     void insideChart() const {
         QVERIFY(tip->isVisible());
-        QVERIFY2(chart->rect().contains(tip->geometry()), "the tip box leaves the chart");
+        QVERIFY2(chart->rect().contains(tipInChart()), "the tip box leaves the chart");
+    }
+    QRect tipInChart() const {
+        return {chart->mapFromGlobal(tip->mapToGlobal(QPoint())), tip->size()};
     }
 
     DiveScreen bench;
@@ -174,7 +178,7 @@ private slots:
             stage.insideChart();
             // Beside the cursor, not over it.
             const double cursor = stage.chart->xOfRow(stage.chart->row());
-            QVERIFY(stage.tip->x() > cursor || stage.tip->geometry().right() < cursor);
+            QVERIFY(stage.tipInChart().x() > cursor || stage.tipInChart().right() < cursor);
         }
     }
 
@@ -184,8 +188,8 @@ private slots:
         stage.screen->resize(1920, 1000);
         QCoreApplication::processEvents();
         stage.insideChart();
-        QVERIFY(stage.tip->x() > stage.chart->xOfRow(60));
-        QVERIFY(stage.tip->x() < stage.chart->xOfRow(60) + 20);
+        QVERIFY(stage.tipInChart().x() > stage.chart->xOfRow(60));
+        QVERIFY(stage.tipInChart().x() < stage.chart->xOfRow(60) + 20);
     }
 
     void theStripMarksAlarmsMarksAndTheSample() {
@@ -330,6 +334,86 @@ private slots:
         QCOMPARE(stage.grid->row(), 1); // nothing is picked
         emit stage.chart->hovered(100, 100);
         QVERIFY(!hover.isVisible());
+    }
+
+    void aDoubleClickOutOfTheFreeViewKeepsTheSampleOfItsFirstClick() {
+        const Stage stage;
+        emit stage.chart->wheelTurned(645 + 10065 * 0.5, 4);
+        const QPoint place(stage.chart->plotLeft() + stage.chart->plotWidth() / 4,
+                           stage.chart->plotArea().center().y());
+        QTest::mouseClick(stage.chart, Qt::LeftButton, {}, place);
+        const int row = stage.grid->row();
+        QVERIFY(row > 75 && row < 102); // a quarter into the middle of the dive
+        QTest::mouseDClick(stage.chart, Qt::LeftButton, {}, place);
+        QTest::mouseRelease(stage.chart, Qt::LeftButton, {}, place);
+        QCOMPARE(stage.chart->view(), (RowRange{0, 203}));
+        QCOMPARE(stage.grid->row(), row);
+        QCOMPARE(stage.chart->row(), row);
+        stage.insideChart();
+        QTest::mouseClick(stage.chart, Qt::LeftButton, {}, place); // and the next click picks again
+        QVERIFY(stage.grid->row() < 60);
+    }
+
+    void samplesBehindTheLastPageHaveTipBoxAndCursorAtItsEdge() {
+        const Stage stage; // 203 rows, 20 to a page
+        stage.check("Check9");
+        stage.click("Command2(0)");
+        stage.grid->setRow(203);
+        QCOMPARE(stage.text("Text1"), "00:30:27"); // the last page
+        QVERIFY(stage.chart->row() > 0);
+        QCOMPARE(qRound(stage.chart->cursorX()), stage.chart->plotArea().right() + 1);
+        stage.insideChart();
+        QVERIFY(stage.tip->text().startsWith("37.78metre"));
+        QVERIFY(stage.tipInChart().right() < stage.chart->cursorX());
+        stage.click("Command2(1)"); // a page that the sample is not behind
+        QVERIFY(stage.chart->row() == 0 && !stage.tip->isVisible());
+    }
+
+    void theTipBoxIsWholeOnTheSmallestWindowWithAllSeriesAndTheGrid() {
+        const Stage stage(wholeDive(QByteArrayList(
+            60, "1,300,1,130,M1,T20,A900,B310,C620,D150,E160,F131,G120,H110,I140,J9,z50,LOW,HIGH")));
+        stage.screen->resize(1024, 700);
+        control<QAction>(*stage.screen, "mnuSpread").trigger();
+        for (int number = 1; number <= 14; ++number) {
+            stage.check(qPrintable(QStringLiteral("Check%1").arg(number)));
+        }
+        QCoreApplication::processEvents();
+        for (const int row : {5, 20, 40, 63}) {
+            stage.grid->setRow(row);
+            QVERIFY(stage.tip->isVisible());
+            const int lines = static_cast<int>(stage.tip->text().trimmed().count('\n')) + 1;
+            QVERIFY(lines >= 14);
+            QVERIFY(stage.tip->height() >= lines * QFontMetrics(look::caption()).height());
+            QVERIFY(stage.tip->parentWidget()->rect().contains(stage.tip->geometry()));
+            // Nothing lies over it, and nothing that it hangs on cuts it.
+            QCOMPARE(stage.tip->visibleRegion().boundingRect(), stage.tip->rect());
+        }
+    }
+
+    void aTipBoxHigherThanTheWindowGoesOnInFurtherColumns() {
+        const Stage stage;
+        PointTip tip;
+        for (int line = 0; line < 60; ++line) {
+            tip.lines << QStringLiteral("ALARM %1").arg(line);
+        }
+        TipBox box(stage.screen);
+        box.setTip(tip, Qt::white);
+        const QSize one = box.neededSize(2000);
+        const QSize several = box.neededSize(400);
+        QVERIFY(one.height() > 800 && several.height() <= 400);
+        QVERIFY(several.width() >= 3 * QFontMetrics(look::caption()).horizontalAdvance("ALARM 59"));
+    }
+
+    void theLegendTakesTheColoursOfAnotherThemeAtOnce() {
+        look::setTheme(look::Theme::Dark);
+        {
+            const Stage stage;
+            stage.check("Check3");
+            look::setTheme(look::Theme::Light); // as printing does
+            const auto& legend = control<LegendStrip>(*stage.screen, "legend");
+            QCOMPARE(legend.entries()[0].style.colour, stage.chart->seriesStyle(1).colour);
+            QCOMPARE(legend.entries()[1].style.colour, stage.chart->seriesStyle(3).colour);
+        }
     }
 
     void otherScreensAreAskedFor() {

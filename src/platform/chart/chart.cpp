@@ -204,6 +204,10 @@ void Chart::setCurrentRow(int row) {
         layer(QStringLiteral("overlay"))->replot();
 }
 
+double Chart::cursorX() const {
+    return xOfRow(std::min(row_, std::max(1, matrix_.lastRow())));
+}
+
 void Chart::setCursorSeries(int series) {
     cursorSeries_ = series;
     changed();

@@ -60,9 +60,12 @@ public:
     void setRowLines(QList<int> rows);
     const QList<int>& rowLines() const { return rowLines_; }
 
-    /// The row of the cursor; 0 shows none. Only the cursor is drawn anew.
+    /// The row of the cursor; 0 shows none. A row behind the last one stands at the right edge, without a
+    /// ring. Only the cursor is drawn anew.
     void setCurrentRow(int row);
     int row() const { return row_; }
+    /// Where the cursor stands, in pixels of the widget.
+    double cursorX() const;
     /// The series that carries the cursor's ring; series 1 from the start.
     void setCursorSeries(int series);
     int cursorSeries() const { return cursorSeries_; }

@@ -184,16 +184,16 @@ QRect CursorLayer::clipRect() const {
 }
 
 void CursorLayer::draw(QCPPainter* painter) {
-    const int row = chart_->row();
     const ChartMatrix& matrix = chart_->matrix();
-    if (row < 1 || row > matrix.lastRow() || !isIn(chart_->view(), row))
+    const int row = std::min(chart_->row(), matrix.lastRow());
+    if (row < 1 || !isIn(chart_->view(), row))
         return;
     const QRectF plot = area();
     const double x = std::round(xAt(plot, row, chart_->view())) - 0.5; // between two pixel columns
     painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
     painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
     const double value = matrix.at(row, chart_->cursorSeries());
-    if (std::isnan(value))
+    if (std::isnan(value) || row != chart_->row())
         return;
     const SeriesStyle& style = chart_->seriesStyle(chart_->cursorSeries());
     const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();

@@ -21,8 +21,12 @@ constexpr int kTitleHeight = 34;
 constexpr int kGasHeight = 22;
 constexpr int kTimesHeight = 20;
 constexpr int kStripHeight = 30;
-constexpr int kLegendHeight = 26;
+constexpr int kLegendGap = 8; ///< around the lines of the legend, together
 constexpr int kImageScale = 2; ///< pixels of a PNG to one of the layout
+
+int legendHeight(const ChartPictureParts& parts) {
+    return parts.legend.wholeHeight(parts.chart.plotWidth()) + kLegendGap;
+}
 
 class PicturePainter {
 public:
@@ -38,7 +42,9 @@ public:
         paintChart(take(parts_.chart.height()));
         paintTimes(take(kTimesHeight));
         parts_.alarms.paint(painter_, plotOf(take(kStripHeight)));
-        parts_.legend.paint(painter_, plotOf(take(kLegendHeight)));
+        const QRect legend = plotOf(take(legendHeight(parts_)));
+        parts_.legend.paintWhole(painter_, legend.adjusted(0, kLegendGap / 2, 0, 0),
+                                 parts_.chart.colours().axisText);
     }
 
 private:
@@ -82,7 +88,7 @@ private:
 
 QSize chartPictureSize(const ChartPictureParts& parts) {
     return {parts.chart.width(),
-            parts.chart.height() + kTitleHeight + kGasHeight + kTimesHeight + kStripHeight + kLegendHeight};
+            parts.chart.height() + kTitleHeight + kGasHeight + kTimesHeight + kStripHeight + legendHeight(parts)};
 }
 
 bool paintChartPicture(QPaintDevice& device, const QSizeF& size, const ChartPictureParts& parts) {

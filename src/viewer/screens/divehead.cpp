@@ -79,7 +79,7 @@ void DiveHead::addButtons() {
     add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
         "Picture3", Act::Print);
     add("Save a picture of this screen beside the dive", "camera", "btnCapture", "", Act::Capture);
-    auto* Command4 =
+    Command4 =
         new CommandButton(QStringLiteral("DAN"), QStringLiteral("save"), CommandButton::Kind::Small);
     Command4->setNames("Command4", "Picture11", "");
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
@@ -112,6 +112,7 @@ double DiveHead::interval() const {
 void DiveHead::fit(int windowWidth) {
     const bool narrow = isNarrow(windowWidth);
     row_->setSpacing(narrow ? look::spaceSmall : isRoomy(windowWidth) ? look::spaceRoom : look::spaceBase);
+    Command4->setKind(narrow ? CommandButton::Kind::Icon : CommandButton::Kind::Small);
     for (HeadBox* box : std::as_const(boxes_)) {
         box->setNumberSize(narrow ? kNarrowNumber : kNumber);
     }

@@ -8,6 +8,10 @@
 
 class QBoxLayout;
 
+namespace benthor::look {
+class CommandButton;
+}
+
 namespace benthor::viewer {
 
 class HeadBox;
@@ -39,6 +43,7 @@ private:
 
     QBoxLayout* row_;
     QList<HeadBox*> boxes_;
+    look::CommandButton* Command4;
     HeadBox* txtdiveid;
     HeadBox* txttimedown;
     HeadBox* txtduration;

@@ -15,6 +15,10 @@ QString label(const LegendEntry& entry) {
     return entry.unit.isEmpty() ? entry.name : entry.name + QStringLiteral(", ") + entry.unit;
 }
 
+int widthOf(const LegendEntry& entry) {
+    return kStroke + look::spaceTight + QFontMetrics(look::caption()).horizontalAdvance(label(entry));
+}
+
 } // namespace
 
 LegendStrip::LegendStrip(QWidget* parent)
@@ -42,39 +46,83 @@ QSize LegendStrip::sizeHint() const {
     return {0, look::scaled(kHeight)};
 }
 
-void LegendStrip::paint(QPainter& painter, const QRect& frame) const {
-    painter.setFont(look::caption());
-    const QFontMetrics metrics = painter.fontMetrics();
-    const int middle = frame.center().y();
-    const QString more = QStringLiteral("+%1");
-    const int moreWidth = metrics.horizontalAdvance(more.arg(entries_.size())) + look::spaceSmall;
-    int left = frame.left();
-    for (qsizetype at = 0; at < entries_.size(); ++at) {
-        const LegendEntry& entry = entries_[at];
-        const QString text = label(entry);
-        const int width = kStroke + look::spaceTight + metrics.horizontalAdvance(text);
-        const bool last = at + 1 == entries_.size();
-        if (left + width + (last ? 0 : moreWidth) > frame.right()) {
-            painter.setPen(look::tokens().textquiet);
-            painter.drawText(QRect(left, frame.top(), moreWidth, frame.height()), Qt::AlignVCenter,
-                             more.arg(entries_.size() - at));
-            return;
+void LegendStrip::setColours(const QColor& ground, const QColor& ink) {
+    ground_ = ground;
+    ink_ = ink;
+    update();
+}
+
+QList<QList<LegendEntry>> LegendStrip::linesIn(int width) const {
+    QList<QList<LegendEntry>> lines;
+    int left = 0;
+    for (const LegendEntry& entry : entries_) {
+        const int needed = widthOf(entry);
+        if (lines.isEmpty() || left + needed > width) {
+            lines.append(QList<LegendEntry>());
+            left = 0;
         }
-        painter.setRenderHint(QPainter::Antialiasing);
+        lines.last() += entry;
+        left += needed + look::spaceWide;
+    }
+    return lines;
+}
+
+int LegendStrip::wholeHeight(int width) const {
+    return static_cast<int>(linesIn(width).size()) * look::scaled(kHeight);
+}
+
+void LegendStrip::paintWhole(QPainter& painter, const QRect& frame, const QColor& ink) const {
+    QRect line(frame.topLeft(), QSize(frame.width(), look::scaled(kHeight)));
+    for (const QList<LegendEntry>& entries : linesIn(frame.width())) {
+        paintLine(painter, line, entries, ink);
+        line.translate(0, line.height());
+    }
+}
+
+void LegendStrip::paintLine(QPainter& painter, const QRect& frame, const QList<LegendEntry>& entries,
+                            const QColor& ink) const {
+    painter.setFont(look::caption());
+    painter.setRenderHint(QPainter::Antialiasing);
+    const int middle = frame.center().y();
+    int left = frame.left();
+    for (const LegendEntry& entry : entries) {
         QPen pen = platform::seriesPen(entry.style);
         pen.setWidthF(std::max(1.5, entry.style.width));
         painter.setPen(pen);
         painter.drawLine(left, middle, left + kStroke, middle);
-        painter.setPen(look::tokens().textquiet);
+        painter.setPen(ink);
+        const int width = widthOf(entry);
         painter.drawText(QRect(left + kStroke + look::spaceTight, frame.top(), width, frame.height()),
-                         Qt::AlignVCenter | Qt::TextSingleLine, text);
+                         Qt::AlignVCenter | Qt::TextSingleLine, label(entry));
         left += width + look::spaceWide;
     }
 }
 
+/// One line; what does not fit is counted at its end.
 void LegendStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    paint(painter, rect().adjusted(look::spaceBase, 0, -look::spaceBase, 0));
+    if (ground_.isValid()) {
+        painter.fillRect(rect(), ground_);
+    }
+    const QColor ink = ink_.isValid() ? ink_ : look::tokens().textquiet;
+    const QRect frame = rect().adjusted(look::spaceBase, 0, -look::spaceBase, 0);
+    const QString more = QStringLiteral("+%1");
+    const int moreWidth =
+        QFontMetrics(look::caption()).horizontalAdvance(more.arg(entries_.size())) + look::spaceSmall;
+    QList<QList<LegendEntry>> lines = linesIn(frame.width());
+    if (lines.size() > 1) {
+        lines = linesIn(frame.width() - moreWidth);
+    }
+    const QList<LegendEntry> first = lines.value(0);
+    paintLine(painter, frame, first, ink);
+    if (first.size() < entries_.size()) {
+        int left = frame.left();
+        for (const LegendEntry& entry : first) {
+            left += widthOf(entry) + look::spaceWide;
+        }
+        painter.drawText(QRect(left, frame.top(), moreWidth, frame.height()), Qt::AlignVCenter,
+                         more.arg(entries_.size() - first.size()));
+    }
 }
 
 } // namespace benthor::viewer

@@ -26,8 +26,12 @@ public:
     const QList<LegendEntry>& entries() const { return entries_; }
     /// Names and units, parted by commas.
     QString text() const;
-    /// Paints it into `frame`, on the screen or elsewhere.
-    void paint(QPainter& painter, const QRect& frame) const;
+    /// The ground under it and the ink of its words; invalid ones: those of the theme.
+    void setColours(const QColor& ground, const QColor& ink);
+    /// All of it, in as many lines as it needs in the width of `frame`, with words in `ink`.
+    void paintWhole(QPainter& painter, const QRect& frame, const QColor& ink) const;
+    /// The height that all of it needs, in pixels.
+    int wholeHeight(int width) const;
 
     QSize sizeHint() const override;
 
@@ -35,7 +39,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// The entries line by line, for lines of that width in pixels.
+    QList<QList<LegendEntry>> linesIn(int width) const;
+    void paintLine(QPainter& painter, const QRect& frame, const QList<LegendEntry>& entries,
+                   const QColor& ink) const;
+
     QList<LegendEntry> entries_;
+    QColor ground_;
+    QColor ink_;
 };
 
 } // namespace benthor::viewer

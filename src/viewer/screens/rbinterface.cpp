@@ -5,6 +5,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "shell/process.h"
+#include "viewer/screens/samplekeys.h"
 #include "viewer/screens/tipbox.h"
 
 #include <QEvent>
@@ -18,6 +19,8 @@ rbinterface::rbinterface()
     setWindowTitle(QStringLiteral("RB Profile"));
     makeMenus();
     auto* ground = new QWidget;
+    Text8 = new TipBox(ground);
+    Text8->setObjectName(QStringLiteral("Text8"));
     auto* column = new QVBoxLayout(ground);
     column->setContentsMargins({});
     column->setSpacing(0);
@@ -44,6 +47,7 @@ rbinterface::rbinterface()
     MSFlexGrid2->hide();
     makeTimers();
     MSChart1->installEventFilter(this);
+    connect(new SampleKeys(this), &SampleKeys::walked, this, &rbinterface::walk);
     takeColours();
     fitToWidth();
 }

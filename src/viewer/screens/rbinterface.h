@@ -9,6 +9,7 @@
 #include "viewer/freeview.h"
 #include "viewer/gaslist.h"
 #include "viewer/header.h"
+#include "viewer/playback.h"
 #include "viewer/pointpanel.h"
 #include "viewer/pointtip.h"
 #include "viewer/screens/viewerstate.h"
@@ -156,6 +157,7 @@ private:
     // rbinterface_select.cpp
     void MSChart1_MouseDown(double x, double y);
     void MSChart1_MouseUp(double x);
+    void MSChart1_DblClick();
     void MSFlexGrid1_SelChange();
     void selectrow(int row);
     void placeCursor(int row);
@@ -174,7 +176,7 @@ private:
     void StopPlayDive_click();
     void Timer3_tick();
     void step(int by);
-    void walk(int by);
+    void walk(SampleStep way);
     void jumpTo(int row);
     void Command5_click();
 
@@ -198,7 +200,6 @@ private:
     void saveFullProfile(bool zxu);
     void saveChart();
     ChartPictureParts chartPictureParts();
-    QString askSaveFile(const QString& filter, const QString& suggested);
 
     // The dive session.
     store::DiveIdentity dive_;
@@ -223,6 +224,7 @@ private:
     std::optional<RowRange> free_; ///< the view moved by wheel and drag, beside the two told ones
     QString dialogfilter_;         ///< of the save dialog; the table's export sets its own behind the dialog
     ChartScheme scheme_ = ChartScheme::Theme;
+    bool keepsSample_ = false; ///< the release that follows a double click picks no sample
     bool diveloadfailed_ = false;
 
     QAction* mnuSpread = nullptr;

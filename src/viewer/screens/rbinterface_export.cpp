@@ -9,6 +9,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/printing.h"
+#include "platform/screen/savepath.h"
 #include "platform/skiperrors.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
@@ -30,11 +31,24 @@ namespace benthor::viewer {
 using platform::dialogs;
 using platform::skipErrors;
 
-QString rbinterface::askSaveFile(const QString& filter, const QString& suggested) {
-    const QString name = suggested.isEmpty() || platform::isFileName(suggested) ? suggested : QString();
-    return dialogs().saveFile(this, QStringLiteral("Save as"), platform::ProgramFolder::current().path(name),
-                              filter);
+namespace {
+
+const QString kSaveTitle = QStringLiteral("Save as");
+const QString kPictures = QStringLiteral("PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf");
+
+/// For the exports whose name is written as it was chosen.
+QString askToldFile(QWidget* parent, const QString& filter) {
+    return dialogs().saveFile(parent, kSaveTitle, platform::ProgramFolder::current().path(QString()), filter);
 }
+
+/// For those of our own, which get the ending that was not typed. `suggested`: without an ending, so that the
+/// type that is picked in the dialog gives it.
+QString askOwnFile(QWidget* parent, const QString& filter, const QString& suggested) {
+    const QString name = platform::isFileName(suggested) ? suggested : QString();
+    return platform::askSavePath(parent, kSaveTitle, platform::ProgramFolder::current().path(name), filter);
+}
+
+} // namespace
 
 /// The grid's current cell goes to its headings; the sample shown stays.
 void rbinterface::headGrid() {
@@ -45,7 +59,7 @@ void rbinterface::headGrid() {
 /// A line for each gas of the dive shown; without a gas there is no first line to go to, and the file ends
 /// behind its headings without a word. The filter is set behind the dialog, so it holds from the next one on.
 void rbinterface::cmdSave_click() {
-    const QString path = askSaveFile(dialogfilter_, QString());
+    const QString path = askToldFile(this, dialogfilter_);
     dialogfilter_ = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
     if (path.isEmpty()) {
         return;
@@ -68,7 +82,7 @@ void rbinterface::cmdSave_click() {
 /// From here on the unit word is "metre" until the screen is loaded again.
 void rbinterface::Command4_click() {
     dialogfilter_ = QStringLiteral("Text Files (*.zxu)|*.zxu|All Files (*.*)|*.*");
-    const QString path = askSaveFile(dialogfilter_, QString());
+    const QString path = askToldFile(this, dialogfilter_);
     if (path.isEmpty()) {
         dialogs().message(this, QStringLiteral("Data is not saved to a file....!!"));
         return;
@@ -116,8 +130,8 @@ void rbinterface::saveFullProfile(bool zxu) {
         return;
     }
     const QString ending = zxu ? QStringLiteral("zxu") : QStringLiteral("csv");
-    const QString path = askSaveFile(QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending),
-                                     header_.txtdiveid + u'.' + ending);
+    const QString path = askOwnFile(
+        this, QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending), header_.txtdiveid);
     if (path.isEmpty()) {
         return;
     }
@@ -153,8 +167,7 @@ void rbinterface::saveChart() {
     if (lastsample_ < 1) {
         return;
     }
-    const QString path = askSaveFile(QStringLiteral("PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf"),
-                                     header_.txtdiveid + QStringLiteral(".png"));
+    const QString path = askOwnFile(this, kPictures, header_.txtdiveid);
     if (path.isEmpty()) {
         return;
     }

@@ -118,10 +118,8 @@ QWidget* rbinterface::makeChartCard() {
     connect(MSChart1, &platform::Chart::hoverEnded, this, &rbinterface::hideHover);
     connect(MSChart1, &platform::Chart::wheelTurned, this, &rbinterface::zoomFreely);
     connect(MSChart1, &platform::Chart::dragged, this, &rbinterface::moveFreely);
-    connect(MSChart1, &platform::Chart::doubleClicked, this, &rbinterface::leaveFreeView);
+    connect(MSChart1, &platform::Chart::doubleClicked, this, &rbinterface::MSChart1_DblClick);
     MSChart1->setFocusPolicy(Qt::StrongFocus);
-    Text8 = new TipBox(MSChart1);
-    Text8->setObjectName(QStringLiteral("Text8"));
     hover_ = new QLabel(MSChart1);
     hover_->setObjectName(QStringLiteral("hoverText"));
     hover_->setFont(look::numbers(11));
@@ -286,8 +284,10 @@ void rbinterface::takeColours() {
                           .axisText = chart.textquiet,
                           .cursor = chart.text});
     times_->setBackdrop(scheme_ == ChartScheme::Theme ? QColor() : backdrop);
+    legend_->setColours(scheme_ == ChartScheme::Theme ? QColor() : backdrop, chart.textquiet);
     MSChart1->setAxisFont(look::numbers(11));
     takeSeriesStyles();
+    showLegend();
     MSFlexGrid1->setGridColours({.surface = token.surface,
                                  .text = token.text,
                                  .header = token.ground,

@@ -136,7 +136,6 @@ void rbinterface::makeUnitsMenu() {
 void rbinterface::mnuColorGrey_click() {
     scheme_ = mnuColorGrey->isChecked() ? ChartScheme::Grey : ChartScheme::White;
     takeColours();
-    showLegend();
 }
 
 /// Off, it takes all boxes of the research away; on, it brings back two of the sticks alone.

@@ -86,10 +86,10 @@ void rbinterface::step(int by) {
     selectrow(row);
 }
 
-/// One sample on or back by the keys, as far as the dive goes.
-void rbinterface::walk(int by) {
+/// By the keys, as far as the dive goes: one by one, by a tenth of what is shown, or to an end.
+void rbinterface::walk(SampleStep way) {
     if (lastsample_ > 1) {
-        selectrow(std::clamp(currentrow_ + by, 1, lastsample_));
+        selectrow(walkedRow(way, currentrow_, lastsample_, shownRows()));
     }
 }
 
@@ -100,17 +100,9 @@ void rbinterface::jumpTo(int row) {
 }
 
 void rbinterface::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
-    case Qt::Key_Left:
-        walk(-1);
-        break;
-    case Qt::Key_Right:
-        walk(1);
-        break;
-    case Qt::Key_Escape:
+    if (event->key() == Qt::Key_Escape) {
         leaveFreeView();
-        break;
-    default:
+    } else {
         Screen::keyPressEvent(event);
     }
 }
@@ -128,6 +120,7 @@ void rbinterface::Command5_click() {
         }
     }
     MSChart1->setView(std::nullopt);
+    MSChart1->setCurrentRow(0);
     MSChart1->setData(std::move(matrix));
     for (int series = 1; series < ChartMatrix::columns; ++series) {
         MSChart1->setMarker(series, {.visible = true,

@@ -23,6 +23,13 @@ double chartTwips(const platform::Chart& chart) {
     return chart.xTwips(chart.width());
 }
 
+/// Where a box of this length begins that wants to begin at `from`: within the chart, or, longer than that,
+/// within the window.
+int beside(int from, int length, int chartFrom, int chartLength, int window) {
+    const int within = length > chartLength ? from : std::clamp(from, chartFrom, chartFrom + chartLength - length);
+    return std::clamp(within, 0, std::max(0, window - length));
+}
+
 /// The cells of the second grid's row, which are 0 where they hold no number.
 Thermistors thermistorsOf(const platform::FlexGrid& grid, int row) {
     Thermistors readings{};
@@ -86,14 +93,17 @@ void rbinterface::drawstrip() {
     Picture1->setStrip(std::move(strip));
 }
 
-/// Beside the cursor, on its other side where the chart ends, and never outside the chart.
+/// Beside the cursor, on its other side where the chart ends. Within the chart where that is high enough,
+/// otherwise over what lies around it, but always whole.
 void rbinterface::placeTip(int row) {
     const bool outside = free_ && (row < free_->first || row > free_->last);
     if (row < 1 || row > lastsample_ || MSChart1->row() < 1 || outside) {
         Text8->hide();
         return;
     }
-    const QSize size = Text8->neededSize();
+    const QSize ground = Text8->parentWidget()->size();
+    const QRect chart(MSChart1->mapTo(Text8->parentWidget(), QPoint()), MSChart1->size());
+    const QSize size = Text8->neededSize(ground.height());
     const double width =
         MSChart1->xTwips(MSChart1->plotLeft() + size.width()) - platform::Chart::plotLeftTwips;
     const double limit = std::min(kTipRightLimit, chartTwips(*MSChart1));
@@ -102,13 +112,17 @@ void rbinterface::placeTip(int row) {
     const int places = free_ ? qRound(free_->span()) : lastsample_;
     const bool fits = tipLeft(place, places, view, width, limit) ==
                       tipLeft(place, places, view, width, std::numeric_limits<double>::infinity());
-    const int cursor = qRound(MSChart1->xOfRow(MSChart1->row()));
-    const int x = fits ? cursor + kTipGapPixels : cursor - kTipGapPixels - size.width();
-    const double depth = MSChart1->matrix().at(MSChart1->row(), kDepthColumn);
+    const int cursor = qRound(MSChart1->cursorX());
+    const int x = chart.left() + (fits ? cursor + kTipGapPixels : cursor - kTipGapPixels - size.width());
+    const bool drawn = series_->check(1)->isChecked();
     const int y =
-        std::isnan(depth) ? 0 : qRound(MSChart1->yOfValue(depth, platform::ChartAxis::Right)) + kTipDrop;
-    Text8->showAt({std::clamp(x, 0, std::max(0, MSChart1->width() - size.width())),
-                   std::clamp(y, 0, std::max(0, MSChart1->height() - size.height()))});
+        chart.top() + (drawn ? qRound(MSChart1->yOfValue(profile_.depthneg[row - 1],
+                                                         platform::ChartAxis::Right)) +
+                                   kTipDrop
+                             : 0);
+    Text8->showAt({beside(x, size.width(), chart.left(), chart.width(), ground.width()),
+                   beside(y, size.height(), chart.top(), chart.height(), ground.height())},
+                  ground.height());
 }
 
 } // namespace benthor::viewer

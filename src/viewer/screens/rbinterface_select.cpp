@@ -15,15 +15,27 @@ constexpr double kTwipsPerPixel = 15;
 
 /// A small pointer marks the place while the button is held.
 void rbinterface::MSChart1_MouseDown(double x, double y) {
+    keepsSample_ = false;
     MSChart1->setCurrentRow(0);
-    Text8->showPointer({qRound(MSChart1->xOfTwips(x)), qRound(y / kTwipsPerPixel)});
+    const QPoint place(qRound(MSChart1->xOfTwips(x)), qRound(y / kTwipsPerPixel));
+    Text8->showPointer(MSChart1->mapTo(Text8->parentWidget(), place));
 }
 
 void rbinterface::MSChart1_MouseUp(double x) {
     Text8->hide();
-    if (lastsample_ > 0) {
+    if (std::exchange(keepsSample_, false)) {
+        placeCursor(currentrow_);
+        placeTip(currentrow_);
+    } else if (lastsample_ > 0) {
         selectrow(rowUnder(x));
     }
+}
+
+/// Out of the free view. The sample that the first click has picked stays: what comes to lie under the
+/// pointer is another one.
+void rbinterface::MSChart1_DblClick() {
+    keepsSample_ = free_.has_value();
+    leaveFreeView();
 }
 
 /// A click on the strip of alarms or on that of gases goes to the sample under it.
@@ -58,14 +70,15 @@ void rbinterface::MSFlexGrid1_SelChange() {
 }
 
 /// The line at the sample. A page of the zoomed view has rows of its own, and no line for a sample that is
-/// not on it.
+/// not on it; the few samples behind the last page stand at that page's edge.
 void rbinterface::placeCursor(int row) {
     if (free_) {
         MSChart1->setCurrentRow(row);
         return;
     }
     const int place = row - viewOffset(lastsample_, zoom_);
-    const bool inView = place >= 1 && place <= viewRows(lastsample_, zoom_.zoomfactor);
+    const bool inView = place >= 1 && (place <= viewRows(lastsample_, zoom_.zoomfactor) ||
+                                       isBehindPages(row, lastsample_, zoom_));
     MSChart1->setCurrentRow(inView ? place : 0);
 }
 

@@ -34,22 +34,45 @@ void TipBox::setTip(const PointTip& tip, const QColor& back) {
     update();
 }
 
-QSize TipBox::neededSize() const {
-    const QStringList lines = text_.trimmed().split(QStringLiteral("\r\n"));
-    int width = 0;
-    for (qsizetype line = 0; line < lines.size(); ++line) {
-        width =
-            std::max(width, QFontMetrics(lineFont(static_cast<int>(line))).horizontalAdvance(lines[line]));
-    }
-    const int lineHeight = std::max(QFontMetrics(look::caption()).height() + 1, 15);
-    return {std::max(width + 2 * look::spaceSmall, static_cast<int>(kTipWidth) / kTwipsPerPixel),
-            std::max(static_cast<int>(lines.size()) * lineHeight, toldHeight_ / kTwipsPerPixel) +
-                look::spaceSmall};
+void TipBox::setFolded(bool folded) {
+    folded_ = folded;
+    update();
 }
 
-void TipBox::showAt(QPoint corner) {
+QStringList TipBox::shownLines() const {
+    const QStringList lines = text_.trimmed().split(QStringLiteral("\r\n"));
+    return folded_ ? lines.first(1) : lines;
+}
+
+TipBox::Columns TipBox::columnsFor(int room) const {
+    const QStringList lines = shownLines();
+    Columns columns;
+    for (qsizetype line = 0; line < lines.size(); ++line) {
+        const QFontMetrics metrics(lineFont(static_cast<int>(line)));
+        columns.width = std::max(columns.width, metrics.horizontalAdvance(lines[line]));
+    }
+    columns.width += 2 * look::spaceSmall;
+    columns.lineHeight = std::max(QFontMetrics(look::caption()).height() + 1, 15);
+    const int count = static_cast<int>(lines.size());
+    const int fitting = std::max(1, (room - look::spaceSmall) / columns.lineHeight);
+    columns.count = (count + fitting - 1) / fitting;
+    columns.lines = (count + columns.count - 1) / columns.count;
+    return columns;
+}
+
+QSize TipBox::neededSize(int room) const {
+    const Columns columns = columnsFor(room);
+    const int lines = columns.lines * columns.lineHeight;
+    const int told = folded_ || columns.count > 1 ? 0 : toldHeight_ / kTwipsPerPixel;
+    return {std::max(columns.count * columns.width, static_cast<int>(kTipWidth) / kTwipsPerPixel),
+            std::min(std::max(lines, told) + look::spaceSmall, std::max(room, lines + look::spaceSmall))};
+}
+
+void TipBox::showAt(QPoint corner, int room) {
     pointer_ = false;
-    setGeometry(QRect(corner, neededSize()));
+    room_ = room;
+    setGeometry(QRect(corner, neededSize(room)));
+    raise();
     show();
     update();
 }
@@ -57,6 +80,7 @@ void TipBox::showAt(QPoint corner) {
 void TipBox::showPointer(QPoint place) {
     pointer_ = true;
     setGeometry(place.x(), place.y(), kPointerWidth, (kPointerHeight + kTwipsPerPixel - 1) / kTwipsPerPixel);
+    raise();
     show();
     update();
 }
@@ -72,12 +96,14 @@ void TipBox::paintEvent(QPaintEvent*) {
     painter.setBrush(back_);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     painter.setPen(look::readableOn(back_));
-    const QStringList lines = text_.trimmed().split(QStringLiteral("\r\n"));
-    const int lineHeight = (height() - look::spaceSmall) / std::max(1, static_cast<int>(lines.size()));
-    for (qsizetype line = 0; line < lines.size(); ++line) {
-        painter.setFont(lineFont(static_cast<int>(line)));
-        const QRect room(look::spaceSmall, look::spaceTight + static_cast<int>(line) * lineHeight,
-                         width() - look::spaceSmall, lineHeight);
+    const QStringList lines = shownLines();
+    const Columns columns = columnsFor(room_);
+    const int lineHeight = (height() - look::spaceSmall) / std::max(1, columns.lines);
+    for (int line = 0; line < static_cast<int>(lines.size()); ++line) {
+        painter.setFont(lineFont(line));
+        const QRect room(line / columns.lines * columns.width + look::spaceSmall,
+                         look::spaceTight + line % columns.lines * lineHeight, width() - look::spaceSmall,
+                         lineHeight);
         painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, lines[line]);
     }
 }

@@ -23,10 +23,14 @@ public:
 
     /// Takes over a sample's lines; shown by showAt().
     void setTip(const PointTip& tip, const QColor& back);
-    /// Its size as the lines need it; never less than as told, in twips of 15 to a pixel.
-    QSize neededSize() const;
-    /// Shows the lines with the upper left corner there, in pixels of the parent.
-    void showAt(QPoint corner);
+    /// Folded, the first line alone is seen; the text stays.
+    void setFolded(bool folded);
+    bool isFolded() const { return folded_; }
+    /// Its size as the lines need it; never less than as told, in twips of 15 to a pixel. Where all of it
+    /// would be higher than `room`, in pixels, the lines go on in further columns.
+    QSize neededSize(int room) const;
+    /// Shows the lines with the upper left corner there, in pixels of the parent, at the size for `room`.
+    void showAt(QPoint corner, int room);
     /// A pointer, 25 twips high, at the pressed place.
     void showPointer(QPoint place);
     bool isPointer() const { return pointer_; }
@@ -35,10 +39,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    struct Columns {
+        int count = 1;
+        int lines = 1; ///< of a column
+        int width = 0;
+        int lineHeight = 0;
+    };
+
+    QStringList shownLines() const;
+    Columns columnsFor(int room) const;
+
     QString text_;
     int toldHeight_ = 0;
     QColor back_ = Qt::white;
     bool pointer_ = false;
+    bool folded_ = false;
+    int room_ = 0;
 };
 
 } // namespace benthor::viewer

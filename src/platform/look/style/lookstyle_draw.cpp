@@ -3,9 +3,7 @@
 #include "platform/look/style/paint.h"
 #include "platform/look/type.h"
 
-#include <QAbstractSpinBox>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -59,17 +57,8 @@ bool isWritable(const QWidget* widget) {
     return box != nullptr && !box->isReadOnly();
 }
 
-bool isInner(const QWidget* widget) {
-    const QWidget* parent = widget ? widget->parentWidget() : nullptr;
-    return qobject_cast<const QLineEdit*>(widget) &&
-           (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent));
-}
-
-/// A box without a frame looks like a label until the mouse or the keyboard comes to it.
-bool isQuietBox(const QStyleOption& option) {
-    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
-    return frame != nullptr && frame->lineWidth == 0 &&
-           !(option.state & (QStyle::State_MouseOver | QStyle::State_HasFocus));
+bool isInHand(const QStyleOption& option) {
+    return option.state & (QStyle::State_MouseOver | QStyle::State_HasFocus);
 }
 
 } // namespace
@@ -103,7 +92,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         drawCheckMark(painter, option->rect, *option, true);
         return;
     case PE_PanelLineEdit:
-        if (!isInner(widget) && !isQuietBox(*option)) {
+        // A box that looks like a label shows its edge when the mouse or the keyboard comes to it.
+        if (!isInnerBox(widget) && (!isLabelBox(*option, widget) || isInHand(*option))) {
             drawField(painter, *option);
         }
         return;

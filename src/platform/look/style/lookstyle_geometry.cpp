@@ -133,6 +133,9 @@ QRect LookStyle::subElementRect(SubElement element, const QStyleOption* option, 
     case SE_ProgressBarContents:
         return option->rect;
     case SE_LineEditContents:
+        if (isLabelBox(*option, widget)) {
+            return option->rect;
+        }
         return option->rect.adjusted(6, 2, -6, -2);
     case SE_HeaderLabel:
         return option->rect.adjusted(5, 2, -5, -2);

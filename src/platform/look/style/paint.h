@@ -39,6 +39,10 @@ void drawCheckMark(QPainter* painter, const QRect& rect, const QStyleOption& opt
 void drawButtonBevel(QPainter* painter, const QStyleOption& option, const QWidget* widget);
 QColor buttonInk(const QStyleOption& option, const QWidget* widget);
 
+/// Whether it is the line of text within a spin box or a drop-down list.
+bool isInnerBox(const QWidget* widget);
+/// Whether it is a line of text told to have no frame, so that it looks like a label.
+bool isLabelBox(const QStyleOption& option, const QWidget* widget);
 void drawField(QPainter* painter, const QStyleOption& option);
 void drawScrollBar(QPainter* painter, const QStyleOptionSlider& option, const QRect& slider);
 void drawSlider(QPainter* painter, const QStyleOptionSlider& option, const QRect& groove,

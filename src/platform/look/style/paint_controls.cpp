@@ -2,6 +2,9 @@
 
 #include "platform/look/type.h"
 
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
 #include <QWidget>
@@ -70,6 +73,19 @@ void drawButtonBevel(QPainter* painter, const QStyleOption& option, const QWidge
 
 QColor buttonInk(const QStyleOption& option, const QWidget* widget) {
     return buttonLook(option, widget).ink;
+}
+
+bool isInnerBox(const QWidget* widget) {
+    const QWidget* parent = widget != nullptr ? widget->parentWidget() : nullptr;
+    return qobject_cast<const QLineEdit*>(widget) != nullptr &&
+           (qobject_cast<const QAbstractSpinBox*>(parent) != nullptr ||
+            qobject_cast<const QComboBox*>(parent) != nullptr);
+}
+
+bool isLabelBox(const QStyleOption& option, const QWidget* widget) {
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
+    return frame != nullptr && frame->lineWidth == 0 && qobject_cast<const QLineEdit*>(widget) != nullptr &&
+           !isInnerBox(widget);
 }
 
 void drawField(QPainter* painter, const QStyleOption& option) {
