@@ -93,10 +93,6 @@ SeriesStyle seriesStyle(Series series, Theme theme) {
     }
 }
 
-QColor alarmcolour() {
-    return {255, 0, 0};
-}
-
 QColor markcolour() {
     return {0, 0, 255};
 }

@@ -51,9 +51,7 @@ struct SeriesStyle {
 /// apart.
 SeriesStyle seriesStyle(Series series, Theme theme);
 
-/// Alarms are triangles of this colour, marks diamonds of that; both are the same in both themes and edged
-/// white.
-QColor alarmcolour();
+/// Marks are diamonds of this colour, the same in both themes and edged white.
 QColor markcolour();
 
 } // namespace benthor::look
