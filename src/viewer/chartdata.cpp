@@ -156,10 +156,16 @@ QString seriesUnit(const SeriesSource& source, bool feet) {
     return leftUnitOf(source.check, feet);
 }
 
-QString leftAxisUnit(const SeriesBoxes& boxes, bool feet) {
+bool isOxygen(int column) {
+    return column == 3 || (column >= 12 && column <= 15);
+}
+
+QString leftAxisUnit(const SeriesBoxes& boxes, bool feet, bool ownOxygenScale) {
     std::optional<QString> common;
     for (const SeriesSource& source : kSeriesTable) {
-        if (!isChecked(boxes, source) || source.column == kDepthColumn || source.column == kCeilingColumn) {
+        const bool elsewhere = source.column == kDepthColumn || source.column == kCeilingColumn ||
+                               (ownOxygenScale && isOxygen(source.column));
+        if (!isChecked(boxes, source) || elsewhere) {
             continue;
         }
         const QString unit = seriesUnit(source, feet);

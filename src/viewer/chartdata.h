@@ -45,9 +45,12 @@ ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const Series
 /// dive's last stay empty.
 ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom);
 
-/// The unit of all checked series that go by the left axis, that is all but depth and ceiling; nothing where
-/// their units differ or they have none.
-QString leftAxisUnit(const SeriesBoxes& boxes, bool feet);
+/// Whether the column is an oxygen pressure: PO2, a cell or the setpoint. These can have a scale of their own.
+bool isOxygen(int column);
+
+/// The unit of all checked series that go by the left axis, that is all but depth and ceiling, and but the
+/// oxygen pressures where those have a scale of their own; nothing where their units differ or they have none.
+QString leftAxisUnit(const SeriesBoxes& boxes, bool feet, bool ownOxygenScale = false);
 
 /// The unit of a series; empty where it has none.
 QString seriesUnit(const SeriesSource& source, bool feet);

@@ -6,9 +6,16 @@
 
 namespace benthor::viewer {
 
+namespace {
+constexpr double kLeftTwips = 645.0;
+constexpr double kWidthTwips = 10065.0;
+} // namespace
+
+double plotShare(double xTwips) {
+    return (xTwips - kLeftTwips) / kWidthTwips;
+}
+
 int chartClickRow(double x, int lastsample, const ZoomState& zoom) {
-    constexpr double kLeftTwips = 645.0;
-    constexpr double kWidthTwips = 10065.0;
     const double span = static_cast<double>(lastsample) / std::max(zoom.zoomfactor, 1);
     double place = platform::wholePart((x - kLeftTwips) / kWidthTwips * span) + 1.0;
     if (zoom.zoomed() && zoom.zoompage > 1) {

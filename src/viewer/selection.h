@@ -6,6 +6,9 @@
 
 namespace benthor::viewer {
 
+/// The place of an X in twips as a share of the plot's width; below 0 and above 1 beside it.
+double plotShare(double xTwips);
+
 /// The grid row that a release of the mouse on the chart selects. `x` is in twips from the chart's left edge,
 /// whose plot area begins at 645 and is 10065 wide; `lastsample` is the last grid row.
 int chartClickRow(double x, int lastsample, const ZoomState& zoom);

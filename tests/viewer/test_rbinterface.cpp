@@ -38,7 +38,68 @@ private slots:
     void beforeItHandsOverItsDiveIsInHand();
     void leavingAsksForTheDiveList();
     void anotherThemeRecoloursTheChart();
+    void theOxygenPressuresCanHaveAScaleOfTheirOwn();
+    void theTipBoxCanBeFolded();
+    void theCellsSayWhichFieldTheyRead();
 };
+
+void TestRbinterface::theOxygenPressuresCanHaveAScaleOfTheirOwn() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    auto& chart = control<Chart>(screen, "MSChart1");
+    for (const char* box : {"Check3", "Check5", "Check9", "Check10"}) {
+        control<QCheckBox>(screen, box).setChecked(true);
+    }
+    auto& own = control<QAction>(screen, "mnuOwnScale");
+    QVERIFY(!own.isChecked());
+    const auto height = [&chart](int column) {
+        return chart.scaleOf(chart.seriesStyle(column).axis).share(1.3);
+    };
+    QVERIFY(height(3) < 0.05); // pressed flat by the temperature
+    QCOMPARE(chart.leftUnit(), QString());
+    control<FlexGrid>(screen, "MSFlexGrid1").setRow(10);
+    own.trigger();
+    for (const int column : {3, 12, 13, 14, 15}) {
+        QVERIFY2(height(column) > 0.3 && height(column) < 0.5, qPrintable(QString::number(column)));
+    }
+    QCOMPARE(chart.seriesStyle(5).axis, platform::ChartAxis::Left);
+    QCOMPARE(chart.leftScale().upper, 2.5 * 20);
+    QCOMPARE(chart.leftUnit(), QString(QStringLiteral("C")));
+    QCOMPARE(chart.innerUnit(), QStringLiteral("bar"));
+    QCOMPARE(chart.row(), 10); // the sample keeps its cursor
+    QVERIFY(control<QWidget>(screen, "Text8").isVisible());
+    QVERIFY(screen.state().ownscale);
+    own.trigger();
+    QVERIFY(height(3) < 0.05 && chart.innerScale().labels.empty());
+}
+
+void TestRbinterface::theTipBoxCanBeFolded() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.show();
+    auto& tip = control<QWidget>(screen, "Text8");
+    control<QCheckBox>(screen, "Check9").setChecked(true);
+    control<FlexGrid>(screen, "MSFlexGrid1").setRow(10);
+    const QString text = tip.property("text").toString();
+    const int whole = tip.height();
+    control<QAction>(screen, "mnuFoldTip").trigger();
+    QVERIFY(tip.isVisible() && tip.height() < whole / 3);
+    QCOMPARE(tip.property("text").toString(), text);
+    control<FlexGrid>(screen, "MSFlexGrid1").setRow(11);
+    QVERIFY(tip.height() < whole / 3);
+    control<QAction>(screen, "mnuFoldTip").trigger();
+    QCOMPARE(tip.height(), whole);
+}
+
+void TestRbinterface::theCellsSayWhichFieldTheyRead() {
+    DiveScreen bench;
+    bench.put(steadyDive(20));
+    rbinterface& screen = bench.load();
+    QVERIFY(control<QWidget>(screen, "Lbldcella").toolTip().isEmpty());
+    QVERIFY(control<QWidget>(screen, "Lbldcellb").toolTip().contains("field H"));
+    QVERIFY(control<QWidget>(screen, "Lbldcellc").toolTip().contains("field I"));
+}
 
 void TestRbinterface::everyControlIsThereByItsName() {
     DiveScreen bench;

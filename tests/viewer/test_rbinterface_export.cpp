@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QImage>
 #include <QLineEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSvgRenderer>
 #include <QtTest>
@@ -28,8 +29,10 @@ const QString kCsvFilter = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*
 const QString kZxuFilter = QStringLiteral("Text Files (*.zxu)|*.zxu|All Files (*.*)|*.*");
 
 struct Stage {
-    explicit Stage(const char* unit = "metre") {
-        bench.put(steadyDive(30));
+    explicit Stage(int samples)
+        : Stage("metre", samples) {}
+    explicit Stage(const char* unit = "metre", int samples = 30) {
+        bench.put(steadyDive(samples));
         bench.execute(
             "UPDATE main SET startdate = '2017-09-27 01:02:03', finisheddate = '2017-09-27 01:42:03'");
         bench.execute("UPDATE gas SET Gasstat = '1'");
@@ -376,6 +379,49 @@ private slots:
             QCOMPARE(stage.pages("screen.pdf"), 1);
         }
         look::setTheme(look::Theme::Light);
+    }
+
+    void theDiveIsPrintedOnOnePageAsVectors() {
+        look::setTheme(look::Theme::Dark);
+        {
+            Stage stage;
+            control<QCheckBox>(*stage.screen, "Check3").setChecked(true);
+            stage.bench.boxes.answerPrinter(stage.file("dive.pdf"));
+            stage.trigger("mnuprintdive");
+            QCOMPARE(stage.pages("dive.pdf"), 1);
+            QVERIFY(!stage.read("dive.pdf").contains("/Subtype /Image"));
+            QVERIFY(stage.read("dive.pdf").size() > 5000);
+            QCOMPARE(look::theme(), look::Theme::Dark);
+        }
+        look::setTheme(look::Theme::Light);
+    }
+
+    void theSamplesArePrintedOnAsManyPagesAsTheyNeed() {
+        Stage stage(400);
+        stage.bench.boxes.answerPrinter(stage.file("samples.pdf"));
+        stage.trigger("mnuprintsamples");
+        QVERIFY(stage.pages("samples.pdf") > 5);
+        QVERIFY(!control<FlexGrid>(*stage.screen, "MSFlexGrid1").isVisible());
+        stage.trigger("mnuprintsamples"); // cancelled
+        stage.trigger("mnuprintdive");
+        QVERIFY(stage.bench.boxes.messages().isEmpty());
+    }
+
+    void thePrintOfTheSamplesCanBeStopped() {
+        Stage stage(400);
+        bool seen = false;
+        QTimer::singleShot(0, qApp, [&seen] {
+            auto* progress = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+            seen = progress != nullptr;
+            if (seen) {
+                progress->cancel();
+            }
+        });
+        stage.bench.boxes.answerPrinter(stage.file("samples.pdf"));
+        stage.trigger("mnuprintsamples");
+        QVERIFY(seen);
+        QVERIFY(stage.pages("samples.pdf") <= 2);
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
     }
 
     void theGridIsPrintedWhole() {

@@ -10,16 +10,12 @@ bool isSeries(int series) {
     return series >= 1 && series < ChartMatrix::columns;
 }
 
-int decimalsFor(double step) {
-    return step > 0 ? std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9))) : 0;
-}
-
 /// Values of the right axis come negated and are labelled without their sign.
 QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale, ChartAxis axis) {
     const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
     for (const double value : scale.labels) {
         const double shown = axis == ChartAxis::Right ? std::abs(value) : value;
-        ticker->addTick(value, QString::number(shown, 'f', decimalsFor(scale.step)));
+        ticker->addTick(value, QString::number(shown, 'f', decimalsOf(scale.step)));
     }
     return ticker;
 }
@@ -156,6 +152,7 @@ void Chart::updateScales() {
     const auto axis = [this](int series) { return axisOf(series); };
     left_ = upwardScale(matrix_, axis);
     right_ = downwardScale(matrix_, axis);
+    inner_ = upwardScale(matrix_, axis, ChartAxis::Inner);
     updateTicks();
 }
 
@@ -180,9 +177,22 @@ void Chart::setTitle(const QString& title) {
     changed();
 }
 
-void Chart::setUnits(const QString& right, const QString& left) {
+const ChartScale& Chart::scaleOf(ChartAxis axis) const {
+    switch (axis) {
+    case ChartAxis::Right:
+        return right_;
+    case ChartAxis::Inner:
+        return inner_;
+    case ChartAxis::Left:
+        break;
+    }
+    return left_;
+}
+
+void Chart::setUnits(const QString& right, const QString& left, const QString& inner) {
     rightUnit_ = right;
     leftUnit_ = left;
+    innerUnit_ = inner;
     changed();
 }
 
@@ -234,7 +244,7 @@ double Chart::rowOfX(double x) const {
 }
 
 double Chart::yOfValue(double value, ChartAxis axis) const {
-    const ChartScale& scale = axis == ChartAxis::Left ? left_ : right_;
+    const ChartScale& scale = scaleOf(axis);
     const QRect plot = plotArea();
     return plot.bottom() - scale.share(value) * plot.height();
 }

@@ -50,8 +50,10 @@ public:
 
     void setTitle(const QString& title);
     QString title() const { return title_; }
-    /// Written at the right axis above its last label, and at the left one above its first from the top.
-    void setUnits(const QString& right, const QString& left);
+    /// Written at the right axis above its last label, and at the left one above its first from the top, as
+    /// at the inner one.
+    void setUnits(const QString& right, const QString& left, const QString& inner = {});
+    QString innerUnit() const { return innerUnit_; }
     QString rightUnit() const { return rightUnit_; }
     QString leftUnit() const { return leftUnit_; }
     void setLabels(QList<ChartLabel> labels);
@@ -86,6 +88,8 @@ public:
 
     const ChartScale& leftScale() const { return left_; }
     const ChartScale& rightScale() const { return right_; }
+    const ChartScale& innerScale() const { return inner_; }
+    const ChartScale& scaleOf(ChartAxis axis) const;
 
     void refresh();
 
@@ -131,10 +135,12 @@ private:
     ChartColours colours_;
     ChartScale left_;
     ChartScale right_;
+    ChartScale inner_;
     QFont axisFont_;
     QString title_;
     QString rightUnit_;
     QString leftUnit_;
+    QString innerUnit_;
     QList<ChartLabel> labels_;
     QList<int> rowLines_;
     int row_ = 0;

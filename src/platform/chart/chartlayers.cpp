@@ -79,7 +79,7 @@ void FillLayer::draw(QCPPainter* painter) {
     SeriesPainter series(plot, matrix.lastRow(), chart_->view());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         const SeriesStyle& style = chart_->seriesStyle(number);
-        const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        const ChartScale& scale = chart_->scaleOf(style.axis);
         if (matrix.hasSeries(number))
             series.drawFill(*painter, matrix.series(number), scale, style);
     }
@@ -110,7 +110,7 @@ void LineLayer::draw(QCPPainter* painter) {
         if (!matrix.hasSeries(number))
             continue;
         const SeriesStyle& style = chart_->seriesStyle(number);
-        const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        const ChartScale& scale = chart_->scaleOf(style.axis);
         series.drawLine(*painter, matrix.series(number), scale, style);
         series.drawMarkers(*painter, matrix.series(number), scale, chart_->marker(number));
     }
@@ -150,6 +150,25 @@ void NoteLayer::drawUnits(QCPPainter* painter, const QRectF& plot) const {
         painter->drawText(QRectF(plot.left() - 69, y - 10, 60, 20), Qt::AlignRight | Qt::AlignVCenter,
                           chart_->leftUnit());
     }
+    drawInner(painter, plot);
+}
+
+/// Over a patch of the backdrop, so that a curve that runs there does not cross a number.
+void NoteLayer::drawInner(QCPPainter* painter, const QRectF& plot) const {
+    const ChartScale& inner = chart_->innerScale();
+    const QFontMetricsF metrics(painter->font());
+    const auto draw = [&](double value, const QString& text) {
+        QRectF patch(plot.left() + 4, 0, metrics.horizontalAdvance(text) + 4, metrics.height() - 2);
+        patch.moveTop(yAt(plot, value, inner) - patch.height() / 2);
+        painter->fillRect(patch, chart_->colours().backdrop);
+        painter->drawText(patch, Qt::AlignCenter | Qt::TextDontClip, text);
+    };
+    for (const double value : inner.labels) {
+        if (value > inner.lower)
+            draw(value, QString::number(value, 'f', decimalsOf(inner.step)));
+    }
+    if (!inner.labels.empty() && !chart_->innerUnit().isEmpty())
+        draw(inner.labels.back() + inner.step * 0.6, chart_->innerUnit());
 }
 
 void NoteLayer::drawLabels(QCPPainter* painter, const QRectF& plot) const {
@@ -157,7 +176,7 @@ void NoteLayer::drawLabels(QCPPainter* painter, const QRectF& plot) const {
     for (const ChartLabel& label : chart_->labels()) {
         if (!isIn(chart_->view(), label.row))
             continue;
-        const ChartScale& scale = label.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+        const ChartScale& scale = chart_->scaleOf(label.axis);
         const QSizeF size(metrics.horizontalAdvance(label.text), metrics.height());
         QPointF corner(xAt(plot, label.row, chart_->view()), yAt(plot, label.value, scale));
         constexpr double gap = 4;
@@ -196,7 +215,7 @@ void CursorLayer::draw(QCPPainter* painter) {
     if (std::isnan(value) || row != chart_->row())
         return;
     const SeriesStyle& style = chart_->seriesStyle(chart_->cursorSeries());
-    const ChartScale& scale = style.axis == ChartAxis::Left ? chart_->leftScale() : chart_->rightScale();
+    const ChartScale& scale = chart_->scaleOf(style.axis);
     painter->setPen(QPen(style.colour, 2));
     painter->setBrush(chart_->colours().backdrop);
     painter->drawEllipse(QPointF(x, yAt(plot, value, scale)), ringRadius, ringRadius);

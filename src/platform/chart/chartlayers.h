@@ -68,6 +68,7 @@ protected:
 
 private:
     void drawUnits(QCPPainter* painter, const QRectF& plot) const;
+    void drawInner(QCPPainter* painter, const QRectF& plot) const;
     void drawLabels(QCPPainter* painter, const QRectF& plot) const;
 };
 

@@ -51,6 +51,10 @@ double niceStep(double extent, int intervals, std::initializer_list<double> fact
     return 10 * decade;
 }
 
+int decimalsOf(double step) {
+    return step > 0 ? std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9))) : 0;
+}
+
 ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf) {
     const Extent extent = extentOf(matrix, axisOf, ChartAxis::Right);
     if (extent.isEmpty())
@@ -62,8 +66,9 @@ ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxi
     return {-steps * step, 0, step, labelsBetween(step, -steps, 0)};
 }
 
-ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf) {
-    const Extent extent = extentOf(matrix, axisOf, ChartAxis::Left);
+ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int)>& axisOf,
+                       ChartAxis axis) {
+    const Extent extent = extentOf(matrix, axisOf, axis);
     if (extent.isEmpty())
         return {};
     const double largest = std::max(extent.high, 0.0);

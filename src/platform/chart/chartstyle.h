@@ -10,8 +10,9 @@
 namespace benthor::platform {
 
 /// The left axis counts up from 0 at the bottom; the right axis counts down from 0 at the top, its values
-/// come negated.
-enum class ChartAxis { Left, Right };
+/// come negated. The inner one counts up as the left one does, by a scale of its own that is labelled within
+/// the plot at its left edge.
+enum class ChartAxis { Left, Right, Inner };
 
 enum class SeriesFill { None, ToBottom, ToTop };
 

@@ -12,27 +12,22 @@ namespace benthor::platform {
 
 namespace {
 
-/// A page is white, and ink is dear.
-class LightTheme {
-public:
-    LightTheme()
-        : before_(look::theme()) {
-        set(look::Theme::Light);
+void switchTo(look::Theme theme) {
+    if (look::theme() != theme) {
+        look::setTheme(theme);
     }
-    ~LightTheme() { set(before_); }
-    LightTheme(const LightTheme&) = delete;
-    LightTheme& operator=(const LightTheme&) = delete;
-
-private:
-    static void set(look::Theme theme) {
-        if (look::theme() != theme) {
-            look::setTheme(theme);
-        }
-    }
-    look::Theme before_;
-};
+}
 
 } // namespace
+
+LightTheme::LightTheme()
+    : before_(look::theme()) {
+    switchTo(look::Theme::Light);
+}
+
+LightTheme::~LightTheme() {
+    switchTo(before_);
+}
 
 bool printWidget(QPrinter& printer, QWidget& widget) {
     const LightTheme light;

@@ -91,22 +91,28 @@ QSize chartPictureSize(const ChartPictureParts& parts) {
             parts.chart.height() + kTitleHeight + kGasHeight + kTimesHeight + kStripHeight + legendHeight(parts)};
 }
 
+void paintChartPicture(QCPPainter& painter, const QRectF& where, const ChartPictureParts& parts) {
+    const QSize own = chartPictureSize(parts);
+    const double scale = std::min(where.width() / own.width(), where.height() / own.height());
+    painter.save();
+    painter.translate(where.topLeft());
+    painter.scale(scale, scale);
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setMode(QCPPainter::pmNoCaching);
+    PicturePainter(painter, parts).paint();
+    painter.restore();
+    // Painting elsewhere has told the chart another size.
+    parts.chart.setViewport(parts.chart.rect());
+    parts.chart.refresh();
+}
+
 bool paintChartPicture(QPaintDevice& device, const QSizeF& size, const ChartPictureParts& parts) {
     QCPPainter painter;
     if (!painter.begin(&device)) {
         return false;
     }
-    const QSize own = chartPictureSize(parts);
-    const double scale = std::min(size.width() / own.width(), size.height() / own.height());
-    painter.scale(scale, scale);
-    painter.setMode(QCPPainter::pmVectorized);
-    painter.setMode(QCPPainter::pmNoCaching);
-    PicturePainter(painter, parts).paint();
-    const bool painted = painter.end();
-    // Painting elsewhere has told the chart another size.
-    parts.chart.setViewport(parts.chart.rect());
-    parts.chart.refresh();
-    return painted;
+    paintChartPicture(painter, QRectF(QPointF(), size), parts);
+    return painter.end();
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <array>
 
+class QCPPainter;
 class QPaintDevice;
 
 namespace benthor::platform {
@@ -30,6 +31,9 @@ struct ChartPictureParts {
 
 /// The size of a picture in pixels of the layout.
 QSize chartPictureSize(const ChartPictureParts& parts);
+
+/// Paints the picture as large as it fits into `where`, from its upper left corner on.
+void paintChartPicture(QCPPainter& painter, const QRectF& where, const ChartPictureParts& parts);
 
 /// Paints chart, strips, time labels, legend and title on a device, which is scaled to fit. False when it
 /// takes no painting.

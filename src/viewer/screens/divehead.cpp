@@ -104,6 +104,14 @@ DanHead DiveHead::danHead() const {
     return {txtdiveid->text(), txtinterval->text(), txttimedown->text()};
 }
 
+QList<PaperValue> DiveHead::values() const {
+    QList<PaperValue> values;
+    for (const HeadBox* box : boxes_) {
+        values.append({box->caption(), (box->text() + u' ' + box->unit()->text()).trimmed()});
+    }
+    return values;
+}
+
 double DiveHead::interval() const {
     const QString text = txtinterval->text();
     return platform::leadingNumber(QStringView(text));

@@ -3,6 +3,7 @@
 #include "platform/look/widgets/card.h"
 #include "viewer/danexport.h"
 #include "viewer/header.h"
+#include "viewer/screens/divepaper.h"
 
 #include <QList>
 
@@ -29,6 +30,8 @@ public:
     void showHeader(const HeaderBoxes& header);
     /// Identifier, interval and start as they stand in their boxes.
     DanHead danHead() const;
+    /// Every box with its caption and its unit, as it stands.
+    QList<PaperValue> values() const;
     /// The number of seconds in the box of the interval.
     double interval() const;
     /// For windows of that width, in pixels.

@@ -26,6 +26,7 @@ public:
     /// `name`: object name of the box.
     HeadBox(const QString& name, const QString& caption, const QString& unit = {}, QWidget* parent = nullptr);
 
+    QString caption() const { return value_->accessibleName(); }
     QLabel* unit() const { return unit_; }
     /// What stands in the box, whoever has written it.
     QString text() const { return value_->text(); }

@@ -150,19 +150,22 @@ QWidget* InstrumentPanel::makeOxygen() {
     cellGrid->setHorizontalSpacing(look::spaceSmall);
     cellGrid->setColumnStretch(2, 1);
     const auto addCell = [&](int index, const char* caption, const char* name, const char* gaugeName,
-                             QLabel*& number, Gauge*& gauge) {
+                             const char* source, QLabel*& number, Gauge*& gauge) {
         number = makeRowNumber(name);
         gauge = makeGauge(gaugeName);
         Shape8[static_cast<std::size_t>(index)] = groundOf(gauge, index);
         QLabel* text = look::makeCaption(QLatin1String(caption));
         text->setMinimumWidth(Label21_0->sizeHint().width());
+        for (QLabel* label : {text, number}) {
+            label->setToolTip(QLatin1String(source));
+        }
         cellGrid->addWidget(text, index, 0);
         cellGrid->addWidget(number, index, 1);
         cellGrid->addWidget(Shape8[static_cast<std::size_t>(index)], index, 2);
     };
-    addCell(1, "Cell a", "Lbldcella", "Shape9", Lbldcella, Shape9);
-    addCell(2, "Cell b", "Lbldcellb", "Shape10", Lbldcellb, Shape10);
-    addCell(3, "Cell c", "Lbldcellc", "Shape11", Lbldcellc, Shape11);
+    addCell(1, "Cell a", "Lbldcella", "Shape9", "", Lbldcella, Shape9);
+    addCell(2, "Cell b", "Lbldcellb", "Shape10", "Shows field H of the record, the column Cellc", Lbldcellb, Shape10);
+    addCell(3, "Cell c", "Lbldcellc", "Shape11", "Shows field I of the record, the column Setpoint", Lbldcellc, Shape11);
     mask(0) = new MaskPanel(QStringLiteral("Frame4(0)"), QStringLiteral("no PO2 cells recorded"), cells);
     column->addWidget(cells);
     return group;

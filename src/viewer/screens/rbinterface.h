@@ -122,6 +122,8 @@ private:
     QAction* addEntry(QMenu* menu, const char* name, const QString& caption);
     void mnuColorGrey_click();
     void mnuRD_click();
+    void giveOwnScale();
+    void foldTip(bool folded);
     void gaslistCheck_click(bool shown);
     void leave();
     void mnuSpread_toggled(bool shown);
@@ -199,6 +201,8 @@ private:
     void mnuPrintspreadsheet_click();
     void saveFullProfile(bool zxu);
     void saveChart();
+    void printDivePage();
+    void printSamplePages();
     ChartPictureParts chartPictureParts();
 
     // The dive session.
@@ -231,6 +235,8 @@ private:
     QAction* mnuColorGrey = nullptr;
     QAction* mnuRD = nullptr;
     QAction* mnuLegend = nullptr;
+    QAction* mnuFoldTip = nullptr;
+    QAction* mnuOwnScale = nullptr;
     QAction* mnudivezoom = nullptr;
     QAction* mnuzoompan = nullptr;
     QAction* mnuzoompan2 = nullptr;

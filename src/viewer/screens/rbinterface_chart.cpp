@@ -12,6 +12,7 @@
 #include "viewer/screens/tipbox.h"
 #include "viewer/timeaxis.h"
 
+#include <QAction>
 #include <QMap>
 
 namespace benthor::viewer {
@@ -63,7 +64,7 @@ std::optional<Series> seriesOf(int column) {
     }
 }
 
-platform::SeriesStyle styleOf(int column, look::Theme theme) {
+platform::SeriesStyle styleOf(int column, look::Theme theme, bool ownOxygenScale) {
     const std::optional<Series> series = seriesOf(column);
     if (!series) {
         return platform::defaultSeriesStyle(column);
@@ -74,6 +75,9 @@ platform::SeriesStyle styleOf(int column, look::Theme theme) {
     style.width = told.width;
     style.dashes = told.pattern;
     style.step = told.step;
+    if (ownOxygenScale && isOxygen(column)) {
+        style.axis = platform::ChartAxis::Inner;
+    }
     if (column == kDepthColumn || column == kCeilingColumn) {
         style.axis = platform::ChartAxis::Right;
         style.fillTo = column == kDepthColumn ? platform::SeriesFill::ToBottom : platform::SeriesFill::ToTop;
@@ -105,7 +109,10 @@ void rbinterface::plotgraph() {
     }
     MSChart1->setData(page ? zoomedMatrix(dive, lastsample_, zoom_) : std::move(dive));
     MSChart1->setView(free_);
-    MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"), leftAxisUnit(boxes, feet_));
+    const bool ownScale = mnuOwnScale->isChecked();
+    MSChart1->setUnits(feet_ ? QStringLiteral("ft") : QStringLiteral("m"),
+                       leftAxisUnit(boxes, feet_, ownScale),
+                       ownScale ? QStringLiteral("bar") : QString());
     Text8->hide();
     MSChart1->setCurrentRow(0);
     plotgasstrip();
@@ -143,7 +150,7 @@ void rbinterface::showLegend() {
         }
         const QString heading = gridHeading(source.column);
         entries[source.column] = {heading.isEmpty() ? QLatin1String(source.caption) : heading,
-                                  seriesUnit(source, feet_), styleOf(source.column, chartTheme())};
+                                  seriesUnit(source, feet_), MSChart1->seriesStyle(source.column)};
     }
     legend_->setEntries(entries.values());
 }
@@ -155,7 +162,7 @@ look::Theme rbinterface::chartTheme() const {
 
 void rbinterface::takeSeriesStyles() {
     for (int column = 1; column < ChartMatrix::columns; ++column) {
-        MSChart1->setSeriesStyle(column, styleOf(column, chartTheme()));
+        MSChart1->setSeriesStyle(column, styleOf(column, chartTheme(), mnuOwnScale->isChecked()));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "platform/screen/dialogs.h"
 #include "platform/screen/printing.h"
 #include "platform/screen/savepath.h"
+#include "platform/screen/ticktimer.h"
 #include "platform/skiperrors.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
@@ -18,12 +19,14 @@
 #include "viewer/fullexport.h"
 #include "viewer/screens/chartpicture.h"
 #include "viewer/screens/divehead.h"
+#include "viewer/screens/divepaper.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/timelabels.h"
 
 #include <QAction>
 #include <QFile>
 #include <QPrinter>
+#include <QProgressDialog>
 #include <QSignalBlocker>
 
 namespace benthor::viewer {
@@ -161,6 +164,39 @@ ChartPictureParts rbinterface::chartPictureParts() {
             .alarms = *Picture1,
             .legend = *legend_,
             .times = times_->texts()};
+}
+
+void rbinterface::printDivePage() {
+    if (lastsample_ < 1) {
+        return;
+    }
+    if (const std::shared_ptr<QPrinter> printer = dialogs().printer(this)) {
+        const platform::LightTheme light;
+        printDive(*printer, header_.caption, head_->values(), chartPictureParts());
+    }
+}
+
+void rbinterface::printSamplePages() {
+    const std::shared_ptr<QPrinter> printer = lastsample_ < 1 ? nullptr : dialogs().printer(this);
+    if (printer == nullptr) {
+        return;
+    }
+    const Routine routine(*this);
+    const platform::TickHold hold;
+    QProgressDialog progress(QStringLiteral("Printing the samples"), QStringLiteral("Stop"), 0, 0, this);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(0);
+    printSamples(*printer,
+                 {.title = header_.txtdiveid + QStringLiteral("  ") + header_.txttimedown,
+                  .profile = profile_,
+                  .gasname = gasname_,
+                  .interval = recordedInterval(),
+                  .lastsample = lastsample_},
+                 [this, &progress](int done, int pages) {
+                     progress.setMaximum(pages);
+                     progress.setValue(done); // lets events run, those of the way out too
+                     return !progress.wasCanceled() && !isUnloaded();
+                 });
 }
 
 void rbinterface::saveChart() {

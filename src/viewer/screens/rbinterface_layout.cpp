@@ -170,6 +170,8 @@ QWidget* rbinterface::makeFoot() {
     auto* entry = new QWidgetAction(menu);
     entry->setDefaultWidget(Command5);
     menu->addAction(mnuLegend);
+    menu->addAction(mnuFoldTip);
+    menu->addAction(mnuOwnScale);
     menu->addAction(mnuColorGrey);
     menu->addAction(mnuRD);
     menu->addSeparator();

@@ -8,6 +8,7 @@
 #include "viewer/screens/playbar.h"
 #include "viewer/screens/rbinterface.h"
 #include "viewer/screens/seriescolumn.h"
+#include "viewer/screens/tipbox.h"
 #include "viewer/screens/zoombar.h"
 #include "viewer/strip.h"
 
@@ -59,6 +60,8 @@ void rbinterface::makeFileMenu() {
         cmdsavegraph_click();
     })->setShortcut(QKeySequence(QKeySequence::Print));
     add("mnuPrintspreadsheet", "Print data &grid...", [this] { mnuPrintspreadsheet_click(); });
+    add("mnuprintdive", "Pr&int dive...", [this] { printDivePage(); });
+    add("mnuprintsamples", "Print sa&mples...", [this] { printSamplePages(); });
     add("mnuScrSave", "Sa&ve picture of this screen", [this] { handOver(&rbinterface::captureWanted); });
     file->addSeparator();
     add("mnudiveexit", "&Back to the dive list", [this] {
@@ -76,6 +79,13 @@ void rbinterface::makeViewMenu() {
     mnuLegend->setCheckable(true);
     mnuLegend->setChecked(true);
     connect(mnuLegend, &QAction::toggled, this, [this](bool shown) { legend_->setVisible(shown); });
+    mnuFoldTip = addEntry(view, "mnuFoldTip", QStringLiteral("Sh&ort tip box"));
+    mnuFoldTip->setCheckable(true);
+    mnuFoldTip->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
+    connect(mnuFoldTip, &QAction::toggled, this, &rbinterface::foldTip);
+    mnuOwnScale = addEntry(view, "mnuOwnScale", QStringLiteral("Own scale for PO&2"));
+    mnuOwnScale->setCheckable(true);
+    connect(mnuOwnScale, &QAction::toggled, this, &rbinterface::giveOwnScale);
     view->addSeparator();
     mnuColorGrey = addEntry(view, "mnuColorGrey", QStringLiteral("Gre&y chart"));
     mnuColorGrey->setCheckable(true);
@@ -136,6 +146,25 @@ void rbinterface::makeUnitsMenu() {
 void rbinterface::mnuColorGrey_click() {
     scheme_ = mnuColorGrey->isChecked() ? ChartScheme::Grey : ChartScheme::White;
     takeColours();
+}
+
+/// The oxygen pressures by a scale of their own, beside whose curves a temperature would press them flat.
+/// Cursor and tip box stay.
+void rbinterface::giveOwnScale() {
+    takeSeriesStyles();
+    const bool tip = Text8->isVisibleTo(this);
+    plotgraph();
+    if (tip) {
+        showStripAndCursor();
+    }
+}
+
+/// Folded, the box shows the depth alone and hides less of the chart.
+void rbinterface::foldTip(bool folded) {
+    Text8->setFolded(folded);
+    if (Text8->isVisibleTo(this) && !Text8->isPointer()) {
+        placeTip(currentrow_);
+    }
 }
 
 /// Off, it takes all boxes of the research away; on, it brings back two of the sticks alone.

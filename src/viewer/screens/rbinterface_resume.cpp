@@ -53,6 +53,8 @@ ViewerState rbinterface::state() const {
     }
     state.grid = mnuSpread->isChecked();
     state.legend = mnuLegend->isChecked();
+    state.shorttip = mnuFoldTip->isChecked();
+    state.ownscale = mnuOwnScale->isChecked();
     state.gaslist = gaslistCheck->isChecked();
     state.research = mnuRD->isChecked();
     state.scheme = scheme_;
@@ -63,6 +65,8 @@ ViewerState rbinterface::state() const {
 void rbinterface::takeState(const ViewerState& state) {
     takeBoxes(state);
     mnuLegend->setChecked(state.legend);
+    mnuFoldTip->setChecked(state.shorttip);
+    mnuOwnScale->setChecked(state.ownscale);
     gaslistCheck->setChecked(state.gaslist);
     mnuRD->setChecked(state.research);
     mnuColorGrey->setChecked(state.scheme == ChartScheme::Grey);

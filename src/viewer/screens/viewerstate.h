@@ -26,6 +26,8 @@ struct ViewerState {
     std::bitset<3> enabled15; ///< bit k: Check15(k)
     bool grid = false;
     bool legend = true;
+    bool shorttip = false;
+    bool ownscale = false;
     bool gaslist = false;
     bool research = false;
     ChartScheme scheme = ChartScheme::Theme;
