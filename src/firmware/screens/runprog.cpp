@@ -189,9 +189,27 @@ void RunProg::showFilter() {
         }
     }
     count_->setText(programCount(List1_->count(), shown));
+    takeShownRow();
     if (selectedRow() < 0) {
         Command2_->setEnabled(false);
     }
+}
+
+/// The keys work the row in hand: one that can be seen, the next one where the filter hides it, else the one
+/// before.
+void RunProg::takeShownRow() {
+    const int current = List1_->currentRow();
+    if (current < 0 ? List1_->count() == 0 : !List1_->isRowHidden(current)) {
+        return;
+    }
+    const auto shownFrom = [this](int row, int step) {
+        while (row >= 0 && row < List1_->count() && List1_->isRowHidden(row)) {
+            row += step;
+        }
+        return row < List1_->count() ? row : -1;
+    };
+    const int next = shownFrom(std::max(current, 0), 1);
+    List1_->setCurrentRow(next >= 0 ? next : shownFrom(current, -1), QItemSelectionModel::NoUpdate);
 }
 
 void RunProg::List1_click() {

@@ -46,6 +46,7 @@ private:
     int selectedRow() const;
     std::vector<platform::RunningProcess> fromTheTopmost() const;
     void showFilter();
+    void takeShownRow();
     void List1_click();
     void Command2_click();
 
