@@ -2,6 +2,7 @@
 
 #include "platform/textformat.h"
 
+#include <QDir>
 #include <QFile>
 #include <algorithm>
 #include <optional>
@@ -87,9 +88,24 @@ CheckValues checkvalues(const QString& path, const QByteArray& list, QIODevice* 
     return values;
 }
 
+namespace {
+
+/// As a mail program saved it: the name's own spelling goes first, then whichever there is.
+QString checklist(const QString& folder) {
+    const QString name = QLatin1String(kCheckList);
+    const QDir place(folder);
+    if (place.exists(name)) {
+        return place.filePath(name);
+    }
+    const QStringList found = place.entryList({name}, QDir::Files, QDir::Name);
+    return place.filePath(found.isEmpty() ? name : found.first());
+}
+
+} // namespace
+
 CheckValues readchecksums(const QString& path, const QString& folder) {
     constexpr qsizetype kShortestPath = 4;
-    QFile list(folder + u'/' + QLatin1String(kCheckList));
+    QFile list(checklist(folder));
     const QByteArray lines = list.open(QIODevice::ReadOnly) ? list.read(kMostOfList) : QByteArray();
     QFile image(path);
     const bool readable = path.size() >= kShortestPath && image.open(QIODevice::ReadOnly);

@@ -31,9 +31,9 @@ struct CheckValues {
 /// less two is a multiple of 138, and that one goes before the list's.
 CheckValues checkvalues(const QString& path, const QByteArray& list, QIODevice* image);
 
-/// The same with the files read: the list `folder`/chklst.txt, of which at most 32000 bytes count, and the
-/// image `path`, at most 500000 bytes long to hold a value. A file that is missing or can't be read holds
-/// nothing; nothing is an error.
+/// The same with the files read: the list `folder`/chklst.txt, its name in any case, of which at most 32000
+/// bytes count, and the image `path`, at most 500000 bytes long to hold a value. A file that is missing or
+/// can't be read holds nothing; nothing is an error.
 CheckValues readchecksums(const QString& path, const QString& folder);
 
 } // namespace benthor::firmware

@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <optional>
 
 namespace benthor::firmware {
 
@@ -44,15 +45,41 @@ bool willberefused(const ReprogState& state) {
 
 QString memories(const ReprogState& state) {
     QStringList erased;
+    QStringList untold;
+    const QByteArray& text = state.Text4.bytes();
     for (const char memory : {'A', 'B', 'C'}) {
         const QByteArray name = QByteArray("MEMORY ") + memory;
-        const QByteArray& text = state.Text4.bytes();
-        if (text.lastIndexOf(name + " Erased") > text.lastIndexOf(name + " Programmed")) {
+        const qsizetype erasing = text.lastIndexOf(name + " Erased");
+        const qsizetype programming = text.lastIndexOf(name + " Programmed");
+        if (erasing > programming) {
             erased += QChar::fromLatin1(memory);
+        } else if (programming < 0) {
+            untold += QChar::fromLatin1(memory);
         }
     }
-    return erased.isEmpty() ? QStringLiteral("the device told of no programmed memory")
-                            : QStringLiteral("erased: memory %1").arg(erased.join(QLatin1String(", ")));
+    if (!erased.isEmpty()) {
+        return QStringLiteral("erased: memory %1").arg(erased.join(QLatin1String(", ")));
+    }
+    return untold.size() == 3 ? QStringLiteral("the device told of no programmed memory")
+           : untold.isEmpty()
+               ? QStringLiteral("all memories told, the controls rest")
+               : QStringLiteral("not told of: memory %1").arg(untold.join(QLatin1String(", ")));
+}
+
+/// Where the last image ended ahead of its end; empty where it did not.
+QString brokenoffwords(const BrokenOff& broken) {
+    const QString at = QStringLiteral(" after %1 of %2 bytes").arg(grouped(broken.sent), grouped(broken.of));
+    switch (broken.how) {
+    case BrokenOff::How::EndedEarly:
+        return QStringLiteral("the device ended the transfer") + at;
+    case BrokenOff::How::DroppedOut:
+        return QStringLiteral("the device dropped out of the transfer") + at;
+    case BrokenOff::How::Lost:
+        return QStringLiteral("the line was lost") + at;
+    case BrokenOff::How::Not:
+        break;
+    }
+    return {};
 }
 
 QString portreason(const ReprogState& state, bool portopen) {
@@ -63,6 +90,9 @@ QString portreason(const ReprogState& state, bool portopen) {
         state.rehearsal ? QStringLiteral("simulated device") : QStringLiteral("com %1").arg(state.Text6);
     if (!portopen) {
         return port + QStringLiteral(" can't be opened");
+    }
+    if (!state.idleflag && !state.sending) {
+        return port + QStringLiteral(", the controls rest");
     }
     return port + (state.baud9600 ? QStringLiteral(", 9600 baud") : QStringLiteral(", 38400 baud"));
 }
@@ -86,11 +116,16 @@ QString resultreason(const ReprogState& state) {
                    : QStringLiteral("device reports %1, not %2").arg(state.Text14, state.check.Text13);
     }
     if (verdict == QLatin1String("Not sent new code")) {
-        return state.sentmark ? QStringLiteral("the device has not told the expected value")
-                              : QStringLiteral("it runs what it had; nothing was sent");
+        const QString broken = brokenoffwords(state.brokenoff);
+        return !broken.isEmpty() ? broken
+               : state.sentmark  ? QStringLiteral("the device has not told the expected value")
+                                 : QStringLiteral("it runs what it had; nothing was sent");
     }
     if (state.sending) {
         return QStringLiteral("an image is on its way");
+    }
+    if (!isrestarting(state) && state.brokenoff.how != BrokenOff::How::Not) {
+        return brokenoffwords(state.brokenoff);
     }
     if (state.sendstate > 0 && state.sendstate < kWaitOver) {
         return QStringLiteral("the device is still at it");
@@ -216,59 +251,121 @@ std::array<QString, 5> lampreasons(const ReprogState& state, bool portopen) {
     const bool text = state.Label4[kLampLink].colour == platform::kToldGreen;
     const bool prompt = hasprompt(state);
     const bool mode = inreprogmode(state);
+    const bool sends = mode && state.noanswer < kTooLate;
     return {portreason(state, portopen),
             text ? QStringLiteral("text comes from the device") : QStringLiteral("nothing heard since"),
-            prompt ? QStringLiteral("R, Enter seen")
-            : mode ? QStringLiteral("left for the reprog mode")
-                   : QStringLiteral("R, Enter not seen"),
-            !state.idleflag ? QStringLiteral("the controls rest")
-            : mode          ? QStringLiteral("in reprog mode: Send to KD is open")
-            : prompt        ? QStringLiteral("image chosen, device waits")
-                            : QStringLiteral("the device has not asked for anything"),
+            prompt                          ? QStringLiteral("R, Enter seen")
+            : mode                          ? QStringLiteral("left for the reprog mode")
+            : state.Text4.holds("R, Enter") ? QStringLiteral("R, Enter seen, but not the whole page")
+                                            : QStringLiteral("R, Enter not seen"),
+            !state.idleflag                  ? QStringLiteral("the controls rest")
+            : sends                          ? QStringLiteral("in reprog mode: Send to KD is open")
+            : prompt && willberefused(state) ? QStringLiteral("device waits; the image can't be sent")
+            : prompt                         ? QStringLiteral("image chosen, device waits")
+            : mode                           ? QStringLiteral("no answer for too long: Refresh asks again")
+                                             : QStringLiteral("the device has not asked for anything"),
             resultreason(state)};
 }
 
-NextStep nextstep(const ReprogState& state, bool portopen) {
-    const bool failed = state.sentmark && state.sendstate == 0;
+namespace {
+
+NextStep portstep(const ReprogState& state, const QString& hint) {
     if (state.Text6.isEmpty()) {
         return {QStringLiteral(
             "Open PC Link once with the device connected: it finds the port and remembers it.")};
     }
-    if (!portopen) {
-        return {QStringLiteral("Plug the adapter in, then press Refresh."), NextKey::Refresh};
+    return {hint.isEmpty() ? QStringLiteral("Plug the adapter in, then press Refresh.")
+                           : hint + QStringLiteral(" Then press Refresh."),
+            NextKey::Refresh};
+}
+
+/// While something is under way that takes its time.
+std::optional<NextStep> waitstep(const ReprogState& state) {
+    const bool good = state.Label4[kLampResult].text == QLatin1String("OK to Restart");
+    if (!state.awaited.isEmpty()) {
+        return NextStep{QStringLiteral("Waiting for the device to answer %1: ten seconds at most.")
+                            .arg(quoted(state.awaited))};
     }
     if (state.sending) {
-        return {QStringLiteral("Hands off until the image is through.")};
+        return NextStep{QStringLiteral("Hands off until the image is through.")};
     }
     if (state.Frame6Visible) {
-        return {QStringLiteral("Wait. If the device stays silent for five minutes: Continue, then Retry.")};
+        return NextStep{
+            QStringLiteral("Wait. If the device stays silent for five minutes: Continue, then Retry.")};
     }
-    if (state.Label4[kLampResult].text == QLatin1String("OK to Restart")) {
-        return {QStringLiteral("Press Restart KD."), NextKey::Restart};
+    if (good && state.Frame5Visible) {
+        return NextStep{QStringLiteral(
+            "The device reports the expected value. Once the final tasks are over, press Restart KD.")};
+    }
+    if (good) {
+        return NextStep{QStringLiteral("Press Restart KD."), NextKey::Restart};
     }
     if (state.sendstate > 0 && state.sendstate < kWaitOver) {
-        return {QStringLiteral("Wait until the device has finished.")};
+        return NextStep{QStringLiteral("Wait until the device has finished.")};
     }
-    if (isrestarting(state)) {
-        return {
-            QStringLiteral("The device restarts with what it holds. Home leads back to the main screen.")};
-    }
-    if (inreprogmode(state) && willberefused(state)) {
+    return std::nullopt;
+}
+
+/// In the mode the prompt is gone, and the lamps that go by it are red.
+NextStep modestep(const ReprogState& state) {
+    if (willberefused(state)) {
         return {QStringLiteral("Choose the image to send."), NextKey::Choose};
     }
+    if (state.noanswer >= kTooLate) {
+        return {QStringLiteral("The device has not answered for long. Press Refresh to ask how it stands."),
+                NextKey::Refresh};
+    }
+    return hasprompt(state)
+               ? NextStep{QStringLiteral("Check file and value, then press Send to KD."), NextKey::Send}
+               : NextStep{QStringLiteral("The device has left its prompt for the reprog mode. Check file and "
+                                         "value, then press Send to KD."),
+                          NextKey::Send};
+}
+
+NextStep idlestep(const ReprogState& state) {
     if (inreprogmode(state)) {
-        return {QStringLiteral("Check file and value, then press Send to KD."), NextKey::Send};
+        return modestep(state);
     }
     if (hasprompt(state)) {
         return {QStringLiteral("Press Enter Reprog Mode."), NextKey::Enter};
     }
-    if (failed) {
+    if (state.sentmark && state.sendstate == 0) {
         return {QStringLiteral(
                     "Press Refresh, enter the mode again and send once more. Where the device does not "
                     "answer: Continue, then Retry."),
                 NextKey::Refresh};
     }
     return {QStringLiteral("Press Refresh to ask the device how it stands."), NextKey::Refresh};
+}
+
+/// "The device dropped out of the transfer after 12 801 of 40 000 bytes. "; empty where none broke off.
+QString brokenofflead(const ReprogState& state) {
+    QString words = brokenoffwords(state.brokenoff);
+    if (words.isEmpty()) {
+        return words;
+    }
+    words[0] = words[0].toUpper();
+    return words + QStringLiteral(". ");
+}
+
+} // namespace
+
+NextStep nextstep(const ReprogState& state, bool portopen, const QString& hint) {
+    if (state.Text6.isEmpty() || !portopen) {
+        NextStep step = portstep(state, hint);
+        step.words.prepend(brokenofflead(state));
+        return step;
+    }
+    if (const std::optional<NextStep> step = waitstep(state)) {
+        return *step;
+    }
+    if (isrestarting(state)) {
+        return {
+            QStringLiteral("The device restarts with what it holds. Home leads back to the main screen.")};
+    }
+    NextStep step = idlestep(state);
+    step.words.prepend(brokenofflead(state));
+    return step;
 }
 
 } // namespace benthor::firmware

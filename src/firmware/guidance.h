@@ -36,7 +36,7 @@ Notice imagewords(const ReprogState& state);
 /// The check value, where it came from, and whether list and file agree.
 Notice valuewords(const ReprogState& state);
 
-/// A quiet line for each lamp.
+/// A quiet line for each lamp: why it shows what it shows, and nothing else.
 std::array<QString, 5> lampreasons(const ReprogState& state, bool portopen);
 
 enum class NextKey { None, Choose, Refresh, Enter, Send, Restart };
@@ -44,6 +44,8 @@ struct NextStep {
     QString words;
     NextKey key = NextKey::None;
 };
-NextStep nextstep(const ReprogState& state, bool portopen);
+/// In the words of whatever frame and lamps show, with where a transfer broke off ahead of it. `hint`: what
+/// can be done about a port that may not be opened; empty where nothing is known.
+NextStep nextstep(const ReprogState& state, bool portopen, const QString& hint = {});
 
 } // namespace benthor::firmware

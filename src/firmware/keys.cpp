@@ -4,24 +4,18 @@
 #include "firmware/session.h"
 #include "link/commandfields.h"
 #include "link/console.h"
+#include "link/replypoll.h"
+#include "link/textfile.h"
 #include "platform/files.h"
 
 namespace benthor::firmware {
 
-using namespace std::chrono_literals;
 using platform::Written;
 
 namespace {
 
 constexpr int kNines = 21;
 constexpr int kRestarts = 200;
-constexpr int kPolls = 100000; ///< about ten seconds on a silent line
-constexpr auto kPollWait = 100us;
-constexpr int kPollsBetweenPaints = 500;
-
-QString textFilter() {
-    return QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
-}
 
 /// One byte after the other, so that the device's own pace shows in the count.
 Written restart(ReprogState& state, ReprogHost& host) {
@@ -48,20 +42,15 @@ Written refresh(ReprogState& state, ReprogHost& host) {
 }
 
 /// Each poll adds what waits, until the reply is in the text.
-bool awaitreply(ReprogState& state, ReprogHost& host, bool& closed) {
+link::Reply awaitreply(ReprogState& state, ReprogHost& host) {
     const QByteArray expected = state.fields.Text8.toLatin1();
-    for (int poll = 0; poll <= kPolls; ++poll) {
-        takereply(state, host);
-        if (expected.isEmpty() || state.Text4.holds(expected)) {
-            return true;
-        }
-        host.MSComm1().waitForInput(kPollWait);
-        if (poll % kPollsBetweenPaints == 0 && !host.repaint()) {
-            closed = true;
-            return false;
-        }
-    }
-    return false;
+    return link::pollforreply(
+        host.MSComm1(), link::kPolls + 1,
+        [&] {
+            takereply(state, host);
+            return expected.isEmpty() || state.Text4.holds(expected);
+        },
+        [&] { return host.repaint(); });
 }
 
 } // namespace
@@ -124,8 +113,8 @@ void chooseimage(ReprogState& state, const QString& path) {
 }
 
 void Command7_click(ReprogState& state, ReprogHost& host) {
-    const QString path =
-        host.openFile(QStringLiteral("Text Files (*.sog)|*.sog|All Files (*.*)|*.*"), state.reprogfolder);
+    const QString path = host.openFile(QStringLiteral("Text Files (*.sog)|*.sog|All Files (*.*)|*.*"),
+                                       state.Text5.isEmpty() ? stockimage(state, kStockImage) : state.Text5);
     if (!path.isEmpty()) {
         chooseimage(state, path);
     }
@@ -184,16 +173,18 @@ void Command2_click(ReprogState& state, ReprogHost& host) {
     if (!Command4_click(state, host)) {
         return;
     }
-    bool closed = false;
-    if (awaitreply(state, host, closed)) {
+    state.awaited = state.fields.Text8;
+    const link::Reply reply = awaitreply(state, host);
+    state.awaited.clear();
+    if (reply == link::Reply::Came) {
         Command5_click(state, host);
-    } else if (!closed) {
+    } else if (reply == link::Reply::Missing) {
         host.message(QStringLiteral("No Response - Check Connection"), QStringLiteral("No Response"));
     }
 }
 
 void Command3_click(ReprogState& state, ReprogHost& host) {
-    const QString path = host.saveFile(textFilter(), QStringLiteral("new"));
+    const QString path = host.saveFile(link::textfilter(), QStringLiteral("new"));
     if (path.isEmpty()) {
         return;
     }

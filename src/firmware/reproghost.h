@@ -17,6 +17,8 @@ public:
     /// The number of the port that is remembered, as a text; empty when none is.
     virtual QString rememberedPort() = 0;
     virtual void rememberPort(const QString& number) = 0;
+    /// What the user can do where a port is there and may not be opened; empty where nothing is known.
+    virtual QString portHint() = 0;
 
     virtual void message(const QString& text, const QString& title) = 0;
     virtual bool confirm(const QString& text, const QString& title) = 0;

@@ -54,6 +54,22 @@ inline constexpr int kWaitOver = 61;
 inline constexpr int kWaitBar = 62;
 inline constexpr int kAgainBar = 600; ///< five minutes
 
+/// Ticks without an answer after which no send may begin.
+inline constexpr int kTooLate = 16;
+
+/// How an image ended on its way, ahead of its end.
+struct BrokenOff {
+    enum class How {
+        Not,
+        EndedEarly, ///< the device ended the transfer
+        DroppedOut, ///< the device shows its page again
+        Lost        ///< the line gave up
+    };
+    How how = How::Not;
+    qint64 sent = 0; ///< bytes of the image that had left
+    qint64 of = 0;   ///< its length
+};
+
 /// Fields of a command that is not one of the keys.
 struct SendFields {
     int option = 10; ///< selected `Option1`
@@ -82,6 +98,9 @@ struct ReprogState {
     // What it counts.
     qint64 counted = 0; ///< bytes of the last image, 128 for each record and for the byte ahead of them
     qint64 sum = 0;     ///< of the image's bytes
+    qint64 sent = 0;    ///< bytes of the image that left whole, without what is put ahead of them and behind
+    BrokenOff brokenoff; ///< of the last image; stays until the next one goes
+    QString awaited;     ///< reply that is waited for just now; empty: none is
     /// 0 idle; -1 stopped more than 2000 bytes short; -2 read-back not satisfied; 1 sent to the end; from 2
     /// on the ticks of the final wait, up to 61.
     int sendstate = 0;

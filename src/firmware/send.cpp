@@ -59,6 +59,8 @@ void beginsend(ReprogState& state) {
     state.sendstate = 0;
     state.counted = 0;
     state.sum = 0;
+    state.sent = 0;
+    state.brokenoff = {};
     state.Text14.clear();
     state.Text14Colour = kButtonGrey;
 }
@@ -96,6 +98,7 @@ Turn sendfirstbyte(ReprogState& state, ReprogHost& host, Transfer& transfer) {
         return Turn::Lost;
     }
     state.sum += static_cast<unsigned char>(first);
+    state.sent = 1;
     return Turn::GoOn;
 }
 
@@ -104,11 +107,16 @@ Turn sendrecord(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     if (record.isEmpty()) {
         return Turn::AtEnd;
     }
-    record.append(kRecord - record.size(), '\0');
+    const qsizetype length = record.size();
+    record.append(kRecord - length, '\0');
     for (const char byte : record) {
         state.sum += static_cast<unsigned char>(byte);
     }
-    return transfer.put(host, record) ? Turn::GoOn : Turn::Lost;
+    if (!transfer.put(host, record)) {
+        return Turn::Lost;
+    }
+    state.sent += length;
+    return Turn::GoOn;
 }
 
 bool endedearly(const QByteArray& reply) {
@@ -117,6 +125,16 @@ bool endedearly(const QByteArray& reply) {
 
 bool droppedout(const QByteArray& reply) {
     return reply.contains("REPROG MODE") || reply.contains("Status check") || reply.contains(" to ");
+}
+
+/// What was counted of a transfer that the device has ended is worth nothing; where it ended is kept.
+Turn stop(ReprogState& state, const Transfer& transfer) {
+    const auto how = endedearly(transfer.reply) ? BrokenOff::How::EndedEarly : BrokenOff::How::DroppedOut;
+    state.brokenoff = {how, state.sent, transfer.limit};
+    state.counted = 0;
+    state.sum = 0;
+    state.blinkcount = 0;
+    return Turn::Stopped;
 }
 
 /// The first look shows what has come and judges nothing of it: that is the end of the page before.
@@ -129,7 +147,7 @@ Turn look(ReprogState& state, ReprogHost& host, Transfer& transfer) {
     }
     state.Text4.append(transfer.reply);
     transfer.reply += takereply(state, host);
-    return endedearly(transfer.reply) || droppedout(transfer.reply) ? Turn::Stopped : Turn::GoOn;
+    return endedearly(transfer.reply) || droppedout(transfer.reply) ? stop(state, transfer) : Turn::GoOn;
 }
 
 /// On for two looks, off for one.
@@ -200,7 +218,8 @@ void sendfile(ReprogState& state, ReprogHost& host, Transfer& transfer) {
         }
         break;
     case Turn::Lost:
-        telllost(host, transfer.written, LostAt::Image, transfer.file.pos());
+        state.brokenoff = {BrokenOff::How::Lost, state.sent, transfer.limit};
+        telllost(host, transfer.written, LostAt::Image, state.sent);
         endsend(state, host);
         break;
     case Turn::Stopped:

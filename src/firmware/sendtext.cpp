@@ -2,7 +2,7 @@
 
 #include "firmware/lostline.h"
 #include "firmware/session.h"
-#include "platform/files.h"
+#include "link/textfile.h"
 #include "platform/textformat.h"
 
 namespace benthor::firmware {
@@ -13,26 +13,10 @@ constexpr qint64 kMostOfText = 30000;
 constexpr qint64 kTextBetweenCounts = 5000;
 constexpr qint64 kTextBetweenPaints = 128;
 
-void offertokeeprest(ReprogHost& host, QFile& file) {
-    if (!host.confirm(QStringLiteral("Not all text sent. Do you want to save remaining text in new file?"),
-                      QStringLiteral("Save Text"))) {
-        return;
-    }
-    const QString path =
-        host.saveFile(QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"), QString());
-    if (path.isEmpty()) {
-        return;
-    }
-    const platform::FileResult written = platform::writeFileWhole(path, file.readAll());
-    if (!written) {
-        host.message(QStringLiteral("The rest of the text can't be saved: ") + written.error, {});
-    }
-}
-
 } // namespace
 
 bool sendtext(ReprogState& state, ReprogHost& host, QFile& file) {
-    const qint64 limit = static_cast<qint64>(platform::leadingNumber(state.fields.Text12)) + kMostOfText;
+    const qint64 limit = platform::toWhole(platform::leadingNumber(state.fields.Text12)) + kMostOfText;
     qint64 sent = 0;
     char byte = 0;
     while (sent < limit && file.getChar(&byte)) {
@@ -51,7 +35,7 @@ bool sendtext(ReprogState& state, ReprogHost& host, QFile& file) {
         return true;
     }
     if (sent == limit && !file.atEnd()) {
-        offertokeeprest(host, file);
+        link::offertokeeprest(host, file);
     }
     return true;
 }

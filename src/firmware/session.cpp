@@ -87,6 +87,8 @@ void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool 
     state.recoveryflag = false;
     state.noanswer = 0;
     state.counted = 0;
+    state.sent = 0;
+    state.brokenoff = {};
     state.Text14.clear();
     state.Text14Colour = kButtonGrey;
     state.Text6 = number;

@@ -10,7 +10,6 @@ namespace {
 
 constexpr qsizetype kShortestPrompt = 50;
 constexpr qsizetype kShortestImage = 5; ///< a path of fewer characters is none
-constexpr int kTooLate = 16;            ///< ticks without an answer after which no send may begin
 constexpr int kTicksBetweenRequests = 20;
 constexpr int kMostTicks = 20000;
 

@@ -2,6 +2,7 @@
 #include "link/directory.h"
 #include "link/divefile.h"
 #include "link/download.h"
+#include "link/textfile.h"
 #include "platform/files.h"
 
 namespace benthor::link {
@@ -43,8 +44,7 @@ void Command9_click(LinkState& link, LinkHost& host) {
 }
 
 void Command3_click(LinkState& link, LinkHost& host) {
-    const QString path =
-        host.saveFile(QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"), QStringLiteral("new"));
+    const QString path = host.saveFile(textfilter(), QStringLiteral("new"));
     if (path.isEmpty()) {
         return;
     }

@@ -1,19 +1,15 @@
 #include "link/body.h"
+#include "link/replypoll.h"
 #include "platform/textformat.h"
 #include "shell/process.h"
 
 namespace benthor::link {
 
-using namespace std::chrono_literals;
 using platform::Written;
 
 namespace {
 
 constexpr char kEscape = 27;
-constexpr int kPolls = 100000; ///< about ten seconds on a silent line
-constexpr auto kPollWait = 100us;
-// The window is painted every so often; each time costs the line a little.
-constexpr int kPollsBetweenPaints = 500;
 
 /// What follows the last separator of a path, and of that what follows the last point.
 QString extension(const QString& path) {
@@ -22,22 +18,16 @@ QString extension(const QString& path) {
     return name.section(QLatin1Char('\\'), -1).section(QLatin1Char('.'), -1).toUpper();
 }
 
-enum class Reply { Came, Missing, Closed };
-
 /// Each poll takes what waits in place of what came before. Nothing of it reaches `rxbuf`.
 Reply awaitreply(LinkState& link, LinkHost& host) {
     const QByteArray expected = link.console.Text6.toLatin1();
-    for (int poll = 1; poll <= kPolls; ++poll) {
-        host.MSComm1().waitForInput(kPollWait);
-        link.Text4.assign(host.MSComm1().Input());
-        if (link.Text4.holds(expected)) {
-            return Reply::Came;
-        }
-        if (poll % kPollsBetweenPaints == 0 && !host.repaint()) {
-            return Reply::Closed;
-        }
-    }
-    return Reply::Missing;
+    return pollforreply(
+        host.MSComm1(), kPolls,
+        [&] {
+            link.Text4.assign(host.MSComm1().Input());
+            return link.Text4.holds(expected);
+        },
+        [&] { return host.repaint(); });
 }
 
 /// What can be seen is what goes. False, and told, where what was typed has no room.

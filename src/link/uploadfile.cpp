@@ -1,5 +1,5 @@
 #include "link/console.h"
-#include "platform/files.h"
+#include "link/textfile.h"
 
 #include <QFile>
 
@@ -8,11 +8,6 @@ namespace benthor::link {
 namespace {
 
 constexpr qint64 kMostBytes = 20000;
-
-const QString& textFilter() {
-    static const QString filter = QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
-    return filter;
-}
 
 QString askForFile(const Console& console, LinkHost& host) {
     switch (console.option) {
@@ -23,7 +18,7 @@ QString askForFile(const Console& console, LinkHost& host) {
         return host.openFile(QStringLiteral("Gas Files (*.mit)|*.mit|All Files (*.*)|*.*"),
                              QStringLiteral("default.mit"));
     default:
-        return host.openFile(textFilter(), {});
+        return host.openFile(textfilter(), {});
     }
 }
 
@@ -39,22 +34,11 @@ QByteArray behindLastDoubleBlank(const QByteArray& bytes) {
     return text;
 }
 
-void offerToKeepTheRest(LinkHost& host, const QByteArray& rest) {
-    if (!host.confirm(QStringLiteral("Not all text sent. Do you want to save remaining text in new file?"),
-                      QStringLiteral("Save Text"))) {
-        return;
-    }
-    const QString path = host.saveFile(textFilter(), {});
-    if (path.isEmpty()) {
-        return;
-    }
-    const platform::FileResult written = platform::writeFileWhole(path, rest);
-    if (!written) {
-        host.message(QStringLiteral("The rest of the text can't be saved: ") + written.error);
-    }
-}
-
 } // namespace
+
+QString textfilter() {
+    return QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*");
+}
 
 void mnuOpen_click(LinkState& link, LinkHost& host) {
     Console& console = link.console;
@@ -72,7 +56,7 @@ void mnuOpen_click(LinkState& link, LinkHost& host) {
     console.filenameshown = path;
     console.chosenfile = {path, file.read(kMostBytes)};
     if (console.chosenfile.bytes.size() == kMostBytes) {
-        offerToKeepTheRest(host, file.readAll());
+        offertokeeprest(host, file);
     }
 }
 

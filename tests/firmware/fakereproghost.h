@@ -11,6 +11,7 @@ public:
     platform::SerialLine& MSComm1() override { return line; }
     QString rememberedPort() override { return remembered; }
     void rememberPort(const QString& number) override { written << number; }
+    QString portHint() override { return hint; }
     void message(const QString& text, const QString& title) override {
         messages << text;
         titles << title;
@@ -64,6 +65,7 @@ public:
     }
 
     FakeLine line;
+    QString hint;
     QString remembered = QStringLiteral("3");
     QStringList written, messages, titles, questions, filters, places;
     std::deque<bool> answers;

@@ -153,6 +153,15 @@ private slots:
         QCOMPARE(readchecksums(folder.filePath("b.sog"), folder.path()).Text13, "00B2");
     }
 
+    void theListIsFoundInAnyCase() {
+        const QTemporaryDir folder;
+        write(folder.filePath("CHKLST.TXT"), kList);
+        write(folder.filePath("b.sog"), image(141));
+        QCOMPARE(readchecksums(folder.filePath("b.sog"), folder.path()).Text13, "00B2");
+        write(folder.filePath("chklst.txt"), "b.sog  chksum= 0001\r\n"); // its own spelling goes first
+        QCOMPARE(readchecksums(folder.filePath("b.sog"), folder.path()).Text13, "0001");
+    }
+
     void ofTheListAtMost32000BytesAreRead() {
         const QTemporaryDir folder;
         const QByteArray line = "b.sog  chksum= 0001\r\n";

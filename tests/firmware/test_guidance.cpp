@@ -223,6 +223,10 @@ private slots:
         session.state.check.Text13 = "BEEF";
         session.hear(kProgrammed + shell("BEEF"));
         session.hear(kProgrammed + shell("BEEF"));
+        QCOMPARE(session.next(), NextKey::None); // the frame still says to wait
+        QVERIFY(nextstep(session.state, true).words.contains("Once the final tasks are over"));
+        session.state.sendstate = kWaitOver;
+        session.hear(kProgrammed + shell("BEEF"));
         QCOMPARE(session.next(), NextKey::Restart);
         session.state.sendstate = 0;
         session.hear("??");
@@ -264,6 +268,66 @@ private slots:
         QCOMPARE(session.reason(kLampResult), "device reports BEEF, not 0123");
         session.hear(kProgrammed + shell("0123"));
         QCOMPARE(session.reason(kLampResult), "123 is 0123 without its zeros");
+    }
+
+    void aTransferThatBrokeOffIsToldWithItsPlaceUntilTheNextOneGoes() {
+        Session session;
+        session.hear("REPROG MODE");
+        const std::array<std::pair<BrokenOff::How, const char*>, 3> ends{
+            {{BrokenOff::How::EndedEarly, "he device ended the transfer after "},
+             {BrokenOff::How::DroppedOut, "he device dropped out of the transfer after "},
+             {BrokenOff::How::Lost, "he line was lost after "}}};
+        for (const auto& [how, words] : ends) {
+            session.state.brokenoff = {how, 1281, 40000};
+            const QString place = QLatin1String(words) + grouped(1281) + " of " + grouped(40000) + " bytes";
+            for (const QByteArray& page : {kPage, QByteArray("REPROG MODE"), QByteArray("??")}) {
+                session.hear(page);
+                QVERIFY2(nextstep(session.state, true).words.startsWith(u'T' + place + ". "),
+                         qPrintable(nextstep(session.state, true).words));
+                QCOMPARE(session.reason(kLampResult), u't' + place);
+            }
+            session.hear(kProgrammed); // "nothing was sent" would be false
+            QCOMPARE(session.reason(kLampResult), u't' + place);
+        }
+        session.hear("REPROG MODE");
+        session.host.onRepaint = [&session] { session.host.closed = true; };
+        Command5_click(session.state, session.host);
+        QCOMPARE(session.state.brokenoff.how, BrokenOff::How::Not);
+    }
+
+    /// What a step asks for can be done, and a lamp's line does not contradict the lamp.
+    void noLineSpeaksAgainstALampOrAKeyThatRests() {
+        Session session;
+        session.hear("REPROG MODE");
+        QCOMPARE(session.state.Label4[kLampReady].text, "KD not Ready");
+        QVERIFY(nextstep(session.state, true).words.startsWith("The device has left its prompt"));
+        session.state.noanswer = kTooLate;
+        session.hear("REPROG MODE");
+        QVERIFY(!session.state.Command2.enabled);
+        QCOMPARE(session.next(), NextKey::Refresh);
+        QVERIFY(!session.reason(kLampReady).contains("is open"));
+        session.state.noanswer = 0;
+        session.hear("R, Enter");
+        QCOMPARE(session.state.Label4[kLampPrompt].colour, platform::kToldRed);
+        QCOMPARE(session.reason(kLampPrompt), "R, Enter seen, but not the whole page");
+        QFile::remove(session.state.Text5);
+        refreshchecksums(session.state);
+        session.hear(kPage);
+        QCOMPARE(session.reason(kLampReady), "device waits; the image can't be sent");
+        session.hear("MEMORY A Programmed");
+        QCOMPARE(session.reason(kLampResult), "not told of: memory B, C");
+        lockcontrols(session.state);
+        showstatus(session.state, true);
+        QCOMPARE(session.state.Label4[kLampPort].text, "??");
+        QCOMPARE(session.reason(kLampPort), "com 3, the controls rest");
+    }
+
+    void aPortThatMayNotBeOpenedSaysWhatHelps() {
+        Session session;
+        const NextStep step = nextstep(session.state, false, QStringLiteral("Join the group of the ports."));
+        QCOMPARE(step.words, "Join the group of the ports. Then press Refresh.");
+        QCOMPARE(step.key, NextKey::Refresh);
+        QVERIFY(nextstep(session.state, false).words.startsWith("Plug the adapter in"));
     }
 
     void thousandsAreSetApart() {

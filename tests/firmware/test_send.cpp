@@ -1,5 +1,7 @@
 // The image on its way: what leaves, byte by byte, and what ends it.
 
+#include "firmware/guidance.h"
+#include "link/console.h"
 #include "tests/firmware/sendstage.h"
 #include "tests/link/vectors.h"
 
@@ -40,6 +42,9 @@ private slots:
 
     void aDeviceThatSpeaksEndsTheSendAtTheNextFiftiethBlock_data();
     void aDeviceThatSpeaksEndsTheSendAtTheNextFiftiethBlock();
+    void theBytesSentAreThoseOfTheImage_data();
+    void theBytesSentAreThoseOfTheImage();
+    void aNumberThatNoFileHasSendsTheWholeBook();
     void theEndOfThePageBeforeEndsNothing();
     void anEndThatComesInTwoPiecesIsSeen();
     void aClosedScreenWritesNothingMore();
@@ -236,6 +241,46 @@ void TestSend::aDeviceThatSpeaksEndsTheSendAtTheNextFiftiethBlock() {
     QVERIFY(stage.state.Timer1);
     QVERIFY(!stage.host.blink);
     QCOMPARE(stage.host.messages, QStringList());
+    QCOMPARE(stage.state.counted, 0);
+    QCOMPARE(stage.state.sum, 0);
+    QCOMPARE(stage.state.blinkcount, 0);
+    const bool early = !words.contains("REPROG") && !words.contains("Status") && words != " to ";
+    QCOMPARE(stage.state.brokenoff.how, early ? BrokenOff::How::EndedEarly : BrokenOff::How::DroppedOut);
+    QCOMPARE(stage.state.brokenoff.sent, 1 + 128 * 100);
+    QCOMPARE(stage.state.brokenoff.of, 40000);
+}
+
+void TestSend::theBytesSentAreThoseOfTheImage_data() {
+    QTest::addColumn<int>("length");
+    for (const int length : {1, 2, 128, 129, 130, 141, 257, 7040}) {
+        QTest::addRow("%d", length) << length;
+    }
+}
+
+/// Neither the mark ahead nor the zeros that fill the last block, nor what stays behind of the file.
+void TestSend::theBytesSentAreThoseOfTheImage() {
+    QFETCH(int, length);
+    Sending stage(length);
+    stage.tellSum(38);
+    stage.send();
+    QVERIFY(stage.state.sentmark);
+    QCOMPARE(stage.state.sent, sendplan(length, true).leaving);
+    QCOMPARE(stage.state.brokenoff.how, BrokenOff::How::Not);
+}
+
+void TestSend::aNumberThatNoFileHasSendsTheWholeBook() {
+    for (const char* const number : {"9223372036854775807", "1e300", "999999999999999999999999999"}) {
+        Sending stage(40000);
+        stage.state.fields.option = link::kChoiceBook;
+        stage.state.fields.Text12 = QLatin1String(number);
+        stage.send();
+        QCOMPARE(stage.host.line.sent, stage.image + " * * ");
+    }
+    Sending none(40000);
+    none.state.fields.option = link::kChoiceBook;
+    none.state.fields.Text12 = "-1e300";
+    none.send();
+    QCOMPARE(none.host.line.sent, QByteArray(" * * "));
 }
 
 void TestSend::theEndOfThePageBeforeEndsNothing() {

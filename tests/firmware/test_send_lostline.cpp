@@ -31,9 +31,14 @@ void TestSendLostLine::aCutLineEndsTheSend() {
     QCOMPARE(stage.host.line.writes.size(), size_t{12});
     QCOMPARE(stage.host.messages.size(), 1);
     QVERIFY(stage.host.messages[0].startsWith(
-        "Not reprogrammed! The line to the device was cut after 1281 bytes."));
+        "Not reprogrammed! The line to the device was cut after 1153 bytes."));
     QVERIFY(!stage.state.sentmark);
     QVERIFY(stage.state.idleflag);
+    // The block that the line was lost under may have left in part.
+    QCOMPARE(stage.state.sent, 1 + 128 * 9);
+    QCOMPARE(stage.state.brokenoff.how, BrokenOff::How::Lost);
+    QCOMPARE(stage.state.brokenoff.sent, 1 + 128 * 9);
+    QCOMPARE(stage.state.brokenoff.of, 40000);
 }
 
 /// Half of a block went: nothing of the rest and nothing behind it follows.
@@ -44,7 +49,7 @@ void TestSendLostLine::aStuckLineEndsTheSendInsideItsBlock() {
     QCOMPARE(stage.host.line.sent, "&" + stage.image.first(1 + 128 * 5 + 64));
     QCOMPARE(
         stage.host.messages,
-        QStringList("Not reprogrammed! The line to the device took nothing for two seconds, after 769 bytes."
+        QStringList("Not reprogrammed! The line to the device took nothing for two seconds, after 641 bytes."
                     "\r\nCheck adapter and cable, click Refresh, and try again."));
     QVERIFY(!stage.state.sentmark);
     QCOMPARE(stage.state.sendstate, 0);

@@ -1,5 +1,6 @@
 // A session's beginning and end, the keys, the choice of an image, commands by hand.
 
+#include "firmware/guidance.h"
 #include "tests/firmware/fakereproghost.h"
 #include "tests/link/vectors.h"
 
@@ -262,7 +263,7 @@ private slots:
         session.host.chosenFile = session.path("mine.sog");
         Command7_click(session.state, session.host);
         QCOMPARE(session.host.filters, QStringList("Text Files (*.sog)|*.sog|All Files (*.*)|*.*"));
-        QCOMPARE(session.host.places, QStringList(session.folder.filePath("Reprog")));
+        QCOMPARE(session.host.places, QStringList(session.path("bpcsp2shchk.sog")));
         QCOMPARE(session.state.Text5, session.path("mine.sog"));
         QCOMPARE(session.state.check.Text13, "0DEF");
         QVERIFY(session.state.filechosen);
@@ -272,7 +273,20 @@ private slots:
         QCOMPARE(session.state.Command2.colour, platform::kToldYellow);
         session.host.chosenFile.clear();
         Command7_click(session.state, session.host);
+        QCOMPARE(session.host.places.last(), session.path("other.sog"));
         QCOMPARE(session.state.Text5, session.path("other.sog"));
+    }
+
+    void aReplyThatIsWaitedForIsSeenToBe() {
+        Session session;
+        session.open();
+        Option1_click(session.state, 6);
+        QString words;
+        session.host.onRepaint = [&] { words = nextstep(session.state, true).words; };
+        Command2_click(session.state, session.host); // nothing comes
+        QCOMPARE(words, "Waiting for the device to answer \"b\": ten seconds at most.");
+        QCOMPARE(session.host.messages.last(), "No Response - Check Connection");
+        QVERIFY(!nextstep(session.state, true).words.contains("Waiting"));
     }
 
     void eachCommandFillsTheFields_data() {

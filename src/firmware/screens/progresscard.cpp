@@ -101,8 +101,7 @@ void ProgressCard::syncBar(const ReprogState& state) {
     const int percent =
         bar.maximum > 0 ? std::min(100, static_cast<int>(100.0 * bar.value / bar.maximum)) : 0;
     showText(percent_, QStringLiteral("%1 %").arg(percent));
-    const qint64 sent = std::min<qint64>(state.counted, bar.maximum);
-    showText(count_, bar.value == 0 ? QString() : QStringLiteral("%1 bytes sent").arg(grouped(sent)));
+    showText(count_, bar.value == 0 ? QString() : QStringLiteral("%1 bytes sent").arg(grouped(state.sent)));
 }
 
 void ProgressCard::sync(const ReprogState& state, const NextStep& next) {

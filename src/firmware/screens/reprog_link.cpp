@@ -106,10 +106,10 @@ void ReProg_Link::keyPressEvent(QKeyEvent* event) {
 
 void ReProg_Link::sync() {
     const bool open = host_->MSComm1().PortOpen();
-    const NextStep next = nextstep(state_, open);
+    const NextStep next = nextstep(state_, open, open ? QString() : host_->portHint());
     for (QWidget* part : {static_cast<QWidget*>(image_), static_cast<QWidget*>(keys_),
                           static_cast<QWidget*>(advanced_), static_cast<QWidget*>(Check1_)}) {
-        showEnabled(part, !state_.sending);
+        showEnabled(part, !state_.sending && state_.awaited.isEmpty());
     }
     Timer1_->setEnabled(state_.Timer1 && isLoaded());
     path_->sync(state_.Label4, lampreasons(state_, open));

@@ -20,7 +20,8 @@ constexpr int kPaintPause = 15; // milliseconds
 
 ReProg_Link::Host::Host(ReProg_Link& screen, const link::LinkLines& lines)
     : screen_(screen)
-    , line_(lines.line(&screen)) {}
+    , line_(lines.line(&screen))
+    , portHint_(lines.portHint) {}
 
 QString ReProg_Link::Host::rememberedPort() {
     return link::readcomport().trimmed();

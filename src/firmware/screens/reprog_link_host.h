@@ -13,6 +13,7 @@ public:
     platform::SerialLine& MSComm1() override { return *line_; }
     QString rememberedPort() override;
     void rememberPort(const QString& number) override;
+    QString portHint() override { return portHint_ ? portHint_() : QString(); }
     void message(const QString& text, const QString& title) override;
     bool confirm(const QString& text, const QString& title) override;
     QString openFile(const QString& filter, const QString& place) override;
@@ -27,6 +28,7 @@ public:
 private:
     ReProg_Link& screen_;
     std::unique_ptr<platform::SerialLine> line_;
+    std::function<QString()> portHint_;
 };
 
 } // namespace benthor::firmware
