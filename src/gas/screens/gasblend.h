@@ -12,6 +12,7 @@ class QPushButton;
 class QTabWidget;
 
 namespace benthor::look {
+class ClickableLabel;
 class ColumnArea;
 class NoticeBand;
 class StatusChip;
@@ -127,6 +128,9 @@ private:
     look::NoticeBand* look_ = nullptr;     ///< what keeps the setup back, or deserves a second look
     look::NoticeBand* replaced_ = nullptr; ///< what was typed has been replaced
     QPushButton* refresh_ = nullptr;
+    look::ClickableLabel* Picture1_ = nullptr;
+    look::ClickableLabel* Label15_ = nullptr;
+    std::vector<QLabel*> Text15_; ///< one for each letter of the settings
     look::StatusChip* Label7_ = nullptr;
     QLabel* Label14_ = nullptr;
     QLabel* Label20_ = nullptr;

@@ -208,21 +208,21 @@ QWidget* GasBlend::buildRefresh() {
     auto* inside = new QHBoxLayout(refresh_);
     inside->setContentsMargins(look::spaceSmall, 0, look::spaceSmall, 0);
     inside->setSpacing(look::spaceTight);
-    auto* Picture1 = new look::ClickableLabel;
-    Picture1->setObjectName(QStringLiteral("Picture1"));
-    Picture1->setIconName(QStringLiteral("refresh"), 18);
-    Picture1->setToolTip(QStringLiteral("Refresh display if connected to KD/Tolby"));
-    Picture1->setAccessibleName(Picture1->toolTip());
-    auto* Label15 = new look::ClickableLabel(QStringLiteral("Refesh"));
-    Label15->setObjectName(QStringLiteral("Label15"));
-    Label15->setFocusPolicy(Qt::NoFocus);
-    inside->addWidget(Picture1);
-    inside->addWidget(Label15);
-    refresh_->setMinimumWidth(Picture1->sizeHint().width() + Label15->sizeHint().width() +
+    Picture1_ = new look::ClickableLabel;
+    Picture1_->setObjectName(QStringLiteral("Picture1"));
+    Picture1_->setIconName(QStringLiteral("refresh"), 18);
+    Picture1_->setToolTip(QStringLiteral("Refresh display if connected to KD/Tolby"));
+    Picture1_->setAccessibleName(Picture1_->toolTip());
+    Label15_ = new look::ClickableLabel(QStringLiteral("Refesh"));
+    Label15_->setObjectName(QStringLiteral("Label15"));
+    Label15_->setFocusPolicy(Qt::NoFocus);
+    inside->addWidget(Picture1_);
+    inside->addWidget(Label15_);
+    refresh_->setMinimumWidth(Picture1_->sizeHint().width() + Label15_->sizeHint().width() +
                               3 * look::spaceSmall);
     connect(refresh_, &QPushButton::clicked, this, &GasBlend::refresh);
-    connect(Picture1, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
-    connect(Label15, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
+    connect(Picture1_, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
+    connect(Label15_, &look::ClickableLabel::clicked, this, &GasBlend::refresh);
     return refresh_;
 }
 
@@ -273,10 +273,11 @@ void GasBlend::buildHidden() {
             auto* made = new QLabel(text, debug_);
             made->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(tag));
             made->hide();
+            return made;
         };
         label("Label11", QString(QChar(kTags[tag].letter)));
         label("Label13", QString::number(kTags[tag].width));
-        label("Text15", QStringLiteral("Time"));
+        Text15_.push_back(label("Text15", QStringLiteral("Time")));
     }
 }
 

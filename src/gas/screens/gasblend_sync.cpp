@@ -7,6 +7,7 @@
 #include "gas/screens/settingsform.h"
 #include "gas/setuplook.h"
 #include "gas/setuptext.h"
+#include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
 #include "shell/process.h"
@@ -98,8 +99,8 @@ void GasBlend::syncReplaced() {
 
 void GasBlend::syncRefresh() {
     const bool rests = refreshrests_;
-    for (QWidget* part : {static_cast<QWidget*>(refresh_), findChild<QWidget*>(QStringLiteral("Picture1")),
-                          findChild<QWidget*>(QStringLiteral("Label15"))}) {
+    for (QWidget* part : {static_cast<QWidget*>(refresh_), static_cast<QWidget*>(Picture1_),
+                          static_cast<QWidget*>(Label15_)}) {
         part->setEnabled(!rests);
     }
 }
@@ -111,8 +112,7 @@ void GasBlend::syncDebug() {
     showText(*Text8_1_, plan_.Text8_1);
     const QDateTime now = QDateTime::currentDateTime();
     for (size_t tag = 0; tag < kTags.size(); ++tag) {
-        findChild<QLabel*>(QStringLiteral("Text15(%1)").arg(tag))
-            ->setText(QChar(kTags[tag].letter) + fieldvalue(plan_, tag, now).value_or(QString()));
+        Text15_[tag]->setText(QChar(kTags[tag].letter) + fieldvalue(plan_, tag, now).value_or(QString()));
     }
 }
 

@@ -103,6 +103,7 @@ QWidget* GasGraph::buildPart(int index, const char* caption) {
         button->setAccessibleName(up ? QStringLiteral("More") : QStringLiteral("Less"));
         button->setAutoRepeat(true);
         button->setFixedWidth(look::scaled(30));
+        steppers_.push_back(button);
         connect(button, &QPushButton::clicked, this,
                 [this, index, up] { emit stepped(kFirstStepper + index, up); });
         return button;
@@ -135,8 +136,8 @@ void GasGraph::show(const GasPlan& plan) {
             static_cast<int>(std::clamp<long long>(cellwhole(texts[i]).value_or(0), 0, 100)));
         Slider1_[i]->setEnabled(plan.currentgasrow > 0);
     }
-    for (const char* const name : {"Command3(3)", "Command3(4)", "Command4(3)", "Command4(4)"}) {
-        findChild<QPushButton*>(QLatin1String(name))->setEnabled(plan.currentgasrow > 0);
+    for (QPushButton* stepper : steppers_) {
+        stepper->setEnabled(plan.currentgasrow > 0);
     }
 }
 

@@ -4,7 +4,10 @@
 
 #include <QWidget>
 
+#include <vector>
+
 class QLabel;
+class QPushButton;
 class QSlider;
 
 namespace benthor::look {
@@ -34,6 +37,7 @@ private:
     Bars* bars_;
     std::array<look::NumberLabel*, 2> numbers_{};
     std::array<QSlider*, 2> Slider1_{};
+    std::vector<QPushButton*> steppers_; ///< `Command3` and `Command4`
 };
 
 } // namespace benthor::gas

@@ -86,6 +86,7 @@ ReadingsPanel::ReadingsPanel(QWidget* parent)
             row->addWidget(number(label));
             QLabel* word = look::makeCaption(QLatin1String(unit));
             word->setObjectName(QStringLiteral("unit%1").arg(label));
+            units_[static_cast<size_t>(label)] = word;
             row->addWidget(word, 0, Qt::AlignBottom);
         };
         add(reading.label, reading.unit);
@@ -142,7 +143,7 @@ void ReadingsPanel::showUnits(bool feet) {
         const std::array<std::pair<int, bool>, 2> both{{{kMetric[i], !feet}, {kImperial[i], feet}}};
         for (const auto& [label, shown] : both) {
             Label16_[static_cast<size_t>(label)]->setVisible(shown);
-            findChild<QLabel*>(QStringLiteral("unit%1").arg(label))->setVisible(shown);
+            units_[static_cast<size_t>(label)]->setVisible(shown);
         }
     }
 }

@@ -21,6 +21,8 @@ private:
     QLabel* number(int label);
 
     std::array<QLabel*, link::Readings::labels> Label16_{};
+    std::array<QLabel*, link::Readings::labels>
+        units_{}; ///< behind the label of that index, where it has one
 };
 
 } // namespace benthor::gas
