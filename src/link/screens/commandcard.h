@@ -22,6 +22,13 @@ public:
     explicit CommandCard(QWidget* parent = nullptr);
 
     void sync(const Console& console);
+    QLineEdit* valueToSend() const { return valueToSend_; }
+    QLineEdit* data() const { return Text9_; }
+    QLineEdit* index() const { return Text12_; }
+    QPushButton* send() const { return Command2_; }
+    QPushButton* sendFile() const { return Command5_; }
+    QPushButton* convertLogo() const { return Command8_; }
+    QPushButton* open() const { return open_; }
 
 private:
     QWidget* buildTitle();

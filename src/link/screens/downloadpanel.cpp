@@ -39,7 +39,10 @@ DownloadPanel::DownloadPanel(QWidget* parent)
     , DiveSeriesName_(named(new QLineEdit, "DiveSeriesName"))
     , fileName_(look::makeCaption(QString()))
     , startdivenum_(named(new QLineEdit, "startdivenum"))
+    , Command1_(button("Command1", "Get Dive"))
+    , Command9_(button("Command9", "Get Dives"))
     , Command3_(button("Command3", "Store Dive Text"))
+    , savetodatabase_(button("savetodatabase", "Save to Database"))
     , Label5_(named(look::makeCaption(QStringLiteral("Dive")), "Label5(2)"))
     , downloadingdive_(named(new QLabel, "downloadingdive"))
     , Text1_(named(new QLabel, "Text1"))
@@ -98,8 +101,8 @@ QWidget* DownloadPanel::buildSingle() {
     startdivenum_->setAccessibleName(QStringLiteral("Number of the dive"));
     startdivenum_->setToolTip(startdivenum_->accessibleName());
     request->addWidget(startdivenum_, 1);
-    request->addWidget(button("Command1", "Get Dive"));
-    request->addWidget(button("Command9", "Get Dives"));
+    request->addWidget(Command1_);
+    request->addWidget(Command9_);
     fold->body()->addLayout(request);
 
     auto* which = new QHBoxLayout;
@@ -137,10 +140,9 @@ QWidget* DownloadPanel::buildReceived() {
     DiveCount_->setCaption(QStringLiteral("Dives received"));
     DiveCount_->setText(QStringLiteral("0"));
     card->body()->addWidget(DiveCount_);
-    QPushButton* save = button("savetodatabase", "Save to Database");
-    save->setIcon(look::icon("database"));
-    save->setToolTip(QStringLiteral("Imports the dives that wait in the folder new"));
-    card->body()->addWidget(save);
+    savetodatabase_->setIcon(look::icon("database"));
+    savetodatabase_->setToolTip(QStringLiteral("Imports the dives that wait in the folder new"));
+    card->body()->addWidget(savetodatabase_);
     return card;
 }
 

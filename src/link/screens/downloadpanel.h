@@ -26,6 +26,14 @@ public:
 
     void sync(const LinkState& link);
     QLineEdit* series() const { return DiveSeriesName_; }
+    QLineEdit* diveNumber() const { return startdivenum_; }
+    look::CommandButton* getSelected() const { return cmddownload_; }
+    look::CommandButton* getNew() const { return cmddownloadnew_; }
+    look::CommandButton* getAll() const { return cmddownloadall_; }
+    QPushButton* getDive() const { return Command1_; }
+    QPushButton* getDives() const { return Command9_; }
+    QPushButton* storeText() const { return Command3_; }
+    QPushButton* saveToDatabase() const { return savetodatabase_; }
 
 private:
     QWidget* buildSeries();
@@ -40,7 +48,10 @@ private:
     QLineEdit* DiveSeriesName_;
     QLabel* fileName_;
     QLineEdit* startdivenum_;
+    QPushButton* Command1_;
+    QPushButton* Command9_;
     QPushButton* Command3_;
+    QPushButton* savetodatabase_;
     QLabel* Label5_;
     QLabel* downloadingdive_;
     QLabel* Text1_;

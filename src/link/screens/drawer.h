@@ -20,6 +20,10 @@ public:
 
     /// `raw`: whether the raw text boxes are wanted. Without them and without expert fields it is shut.
     void sync(const LinkState& link, bool raw);
+    QLineEdit* command() const { return Text3_; }
+    QLineEdit* prefix() const { return Text11_; }
+    QLineEdit* trailer() const { return Text10_; } ///< a line end stands in it as its sign
+    QLineEdit* reply() const { return Text6_; }
 
 signals:
     void textToSendEdited(const QString& text); ///< lines end in CR LF

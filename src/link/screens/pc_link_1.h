@@ -9,9 +9,11 @@
 #include <QHash>
 #include <QPointer>
 
+class QAbstractButton;
 class QAction;
 class QKeyEvent;
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QStackedWidget;
 
@@ -117,8 +119,8 @@ private:
     void connectButtons();
     void connectBoxes();
     void connectDirectory();
-    void onClick(const char* name, const std::function<void()>& work);
-    void onEdit(const char* name, const std::function<void(const QString&)>& work);
+    void onClick(const QAbstractButton* button, const std::function<void()>& work);
+    void onEdit(const QLineEdit* box, const std::function<void(const QString&)>& work);
     void Timer1_tick();
     void Timer3_tick();
     void takeReadings(const std::optional<Readings>& readings);

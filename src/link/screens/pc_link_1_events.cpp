@@ -5,8 +5,10 @@
 #include "link/directory.h"
 #include "link/download.h"
 #include "link/logo.h"
+#include "link/screens/commandcard.h"
 #include "link/screens/commandlist.h"
 #include "link/screens/directorycard.h"
+#include "link/screens/downloadpanel.h"
 #include "link/screens/drawer.h"
 #include "link/screens/linkhead.h"
 #include "link/screens/pc_link_1.h"
@@ -15,12 +17,13 @@
 #include "link/supervision.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/commandbutton.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/process.h"
 
-#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace benthor::link {
 
@@ -81,13 +84,11 @@ void PC_Link_1::Timer3_tick() {
     }
 }
 
-void PC_Link_1::onClick(const char* name, const std::function<void()>& work) {
-    auto* button = findChild<QAbstractButton*>(QLatin1String(name));
+void PC_Link_1::onClick(const QAbstractButton* button, const std::function<void()>& work) {
     connect(button, &QAbstractButton::clicked, this, [this, work] { perform(work); });
 }
 
-void PC_Link_1::onEdit(const char* name, const std::function<void(const QString&)>& work) {
-    auto* box = findChild<QLineEdit*>(QLatin1String(name));
+void PC_Link_1::onEdit(const QLineEdit* box, const std::function<void(const QString&)>& work) {
     connect(box, &QLineEdit::textEdited, this,
             [this, work](const QString& text) { perform([&work, &text] { work(text); }); });
 }
@@ -113,34 +114,34 @@ void PC_Link_1::connectControls() {
 }
 
 void PC_Link_1::connectButtons() {
-    onClick("cmddownload", [this] { cmddownload_click(link_, *host_); });
-    onClick("cmddownloadall", [this] { cmddownloadall_click(link_, *host_); });
-    onClick("cmddownloadnew", [this] { cmddownloadnew_click(link_, *host_); });
-    onClick("cmdstore", [this] { cmdstore_click(link_, *host_); });
-    onClick("savetodatabase", [this] { host_->runImport(); });
-    onClick("Command1", [this] { Command1_click(link_, *host_); });
-    onClick("Command9", [this] { Command9_click(link_, *host_); });
-    onClick("Command3", [this] { Command3_click(link_, *host_); });
-    onClick("Command2", [this] { Command2_click(link_, *host_); });
-    onClick("Command5", [this] { Command5_click(link_, *host_); });
-    onClick("Command8", [this] { Command8_click(link_, *host_); });
-    onClick("openFile", [this] { mnuOpen_click(link_, *host_); });
+    onClick(download_->getSelected(), [this] { cmddownload_click(link_, *host_); });
+    onClick(download_->getAll(), [this] { cmddownloadall_click(link_, *host_); });
+    onClick(download_->getNew(), [this] { cmddownloadnew_click(link_, *host_); });
+    onClick(directory_->refresh(), [this] { cmdstore_click(link_, *host_); });
+    onClick(download_->saveToDatabase(), [this] { host_->runImport(); });
+    onClick(download_->getDive(), [this] { Command1_click(link_, *host_); });
+    onClick(download_->getDives(), [this] { Command9_click(link_, *host_); });
+    onClick(download_->storeText(), [this] { Command3_click(link_, *host_); });
+    onClick(command_->send(), [this] { Command2_click(link_, *host_); });
+    onClick(command_->sendFile(), [this] { Command5_click(link_, *host_); });
+    onClick(command_->convertLogo(), [this] { Command8_click(link_, *host_); });
+    onClick(command_->open(), [this] { mnuOpen_click(link_, *host_); });
 }
 
 void PC_Link_1::connectBoxes() {
     Console& console = link_.console;
-    onEdit("ComNum", [this](const QString& text) { setcomnum(link_, *host_, text); });
-    onEdit("DiveSeriesName", [this](const QString& text) { DiveSeriesName_change(text); });
-    onEdit("startdivenum", [this](const QString& text) { setstartdivenum(link_, text); });
-    onEdit("Text16(0)", [this](const QString& text) { Text16_change(link_, text); });
-    onEdit("Text9", [this](const QString& text) { Text9_change(link_, text); });
-    onEdit("Text12", [&console](const QString& text) { console.Text12.text = text; });
-    onEdit("Text3", [&console](const QString& text) { console.Text3 = text; });
-    onEdit("Text11", [&console](const QString& text) { console.Text11 = text; });
-    onEdit("Text10", [&console](const QString& text) {
+    onEdit(head_->port(), [this](const QString& text) { setcomnum(link_, *host_, text); });
+    onEdit(download_->series(), [this](const QString& text) { DiveSeriesName_change(text); });
+    onEdit(download_->diveNumber(), [this](const QString& text) { setstartdivenum(link_, text); });
+    onEdit(command_->valueToSend(), [this](const QString& text) { Text16_change(link_, text); });
+    onEdit(command_->data(), [this](const QString& text) { Text9_change(link_, text); });
+    onEdit(command_->index(), [&console](const QString& text) { console.Text12.text = text; });
+    onEdit(drawer_->command(), [&console](const QString& text) { console.Text3 = text; });
+    onEdit(drawer_->prefix(), [&console](const QString& text) { console.Text11 = text; });
+    onEdit(drawer_->trailer(), [&console](const QString& text) {
         console.Text10 = QString(text).replace(QStringLiteral("↵"), QLatin1String("\r\n"));
     });
-    onEdit("Text6", [&console](const QString& text) { console.Text6 = text; });
+    onEdit(drawer_->reply(), [&console](const QString& text) { console.Text6 = text; });
     connect(drawer_, &Drawer::textToSendEdited, this,
             [this](const QString& text) { perform([this, &text] { link_.console.Text7 = text; }); });
 }

@@ -2,6 +2,7 @@
 #include "link/console.h"
 #include "link/download.h"
 #include "link/logo.h"
+#include "link/screens/commandcard.h"
 #include "link/screens/drawer.h"
 #include "link/screens/pc_link_1.h"
 #include "link/screens/pc_link_1_host.h"
@@ -45,9 +46,8 @@ void PC_Link_1::buildMenus() {
     QMenu* edit = menu("mnuEdit", "&Edit");
     mnuEdit_ = edit->menuAction();
     entry(edit, "mnuEditData", "&Data", [this] {
-        auto* box = findChild<QLineEdit*>(QStringLiteral("Text9"));
-        box->setFocus();
-        box->selectAll();
+        command_->data()->setFocus();
+        command_->data()->selectAll();
     });
     buildCommandMenu();
     buildViewMenu();
