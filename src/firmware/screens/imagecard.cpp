@@ -54,8 +54,8 @@ ImageCard::ImageCard(QWidget* parent)
     , Command7_(named(new look::ToldButton(QStringLiteral("Choose File")), "Command7"))
     , File1_(named(new QListWidget, "File1"))
     , Text2_(named(new QLineEdit, "Text2"))
-    , image_(look::makeCaption(QString()))
-    , origin_(look::makeCaption(QString())) {
+    , image_(named(look::makeCaption(QString()), "imagewords"))
+    , origin_(named(look::makeCaption(QString()), "valueorigin")) {
     body()->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceBase);
     body()->setSpacing(look::spaceSmall);
     auto* head = new QHBoxLayout;

@@ -64,8 +64,8 @@ KeyRow::KeyRow(QWidget* parent)
     connect(Command2_, &QPushButton::clicked, this, &KeyRow::sendClicked);
 
     auto* across = new QHBoxLayout(this);
-    across->setContentsMargins(look::spaceWide, look::spaceSmall, look::spaceWide, look::spaceSmall);
-    across->setSpacing(look::spaceSmall);
+    across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
+    across->setSpacing(look::spaceTight); // all keys in one row on a display of 1024
     for (const size_t index : {kKeyRefresh, kKeyContinue, kKeyRetry, kKeyYes, kKeyNo, kKeyQuit}) {
         across->addWidget(SendCh_.at(index));
     }

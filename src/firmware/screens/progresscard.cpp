@@ -45,12 +45,14 @@ ProgressCard::ProgressCard(QWidget* parent)
     , percent_(new look::NumberLabel(24))
     , ProgressBar1_(makeBar("ProgressBar1", 20))
     , count_(new QLabel)
-    , next_(new QLabel)
+    , next_(named(new QLabel, "next"))
+    , ProgressBar2_(makeBar("ProgressBar2", 8))
+    , ProgressBar3_(makeBar("ProgressBar3", 8))
     , Frame5_(
-          waitFrame("Frame5", "ProgressBar2",
+          waitFrame("Frame5", ProgressBar2_,
                     "Wait.. Performing final reprogramming tasks.. This will only take a minute or so..."))
     , Frame6_(
-          waitFrame("Frame6", "ProgressBar3",
+          waitFrame("Frame6", ProgressBar3_,
                     "System doing reprog again. Waiting for KD.. This could take upto 5 minutes. Do not turn "
                     "off or close."))
     , warning_(
@@ -83,7 +85,7 @@ ProgressCard::ProgressCard(QWidget* parent)
     connect(Label8_, &look::ClickableLabel::clicked, this, &ProgressCard::sendClicked);
 }
 
-QWidget* ProgressCard::waitFrame(const char* frame, const char* bar, const char* words) {
+QWidget* ProgressCard::waitFrame(const char* frame, QProgressBar* bar, const char* words) {
     auto* made = named(new QWidget, frame);
     auto* down = new QVBoxLayout(made);
     down->setContentsMargins({});
@@ -91,7 +93,7 @@ QWidget* ProgressCard::waitFrame(const char* frame, const char* bar, const char*
     auto* told = new QLabel(QLatin1String(words));
     told->setWordWrap(true);
     down->addWidget(told);
-    down->addWidget(makeBar(bar, 8));
+    down->addWidget(bar);
     return made;
 }
 
@@ -112,8 +114,8 @@ void ProgressCard::sync(const ReprogState& state, const NextStep& next) {
     showVisible(Frame5_, state.Frame5Visible);
     showVisible(Frame6_, state.Frame6Visible);
     showVisible(warning_, !state.Frame5Visible && !state.Frame6Visible);
-    showBar(Frame5_->findChild<QProgressBar*>(), state.ProgressBar2);
-    showBar(Frame6_->findChild<QProgressBar*>(), state.ProgressBar3);
+    showBar(ProgressBar2_, state.ProgressBar2);
+    showBar(ProgressBar3_, state.ProgressBar3);
 }
 
 } // namespace benthor::firmware

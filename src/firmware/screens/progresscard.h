@@ -27,7 +27,7 @@ signals:
     void sendClicked();
 
 private:
-    QWidget* waitFrame(const char* frame, const char* bar, const char* words);
+    static QWidget* waitFrame(const char* frame, QProgressBar* bar, const char* words);
     void syncBar(const ReprogState& state);
 
     look::ClickableLabel* Label8_;
@@ -36,6 +36,8 @@ private:
     QProgressBar* ProgressBar1_;
     QLabel* count_;
     QLabel* next_;
+    QProgressBar* ProgressBar2_; ///< of the final wait
+    QProgressBar* ProgressBar3_; ///< of the device that does it again
     QWidget* Frame5_;
     QWidget* Frame6_;
     look::NoticeBand* warning_;

@@ -10,6 +10,7 @@
 #include "firmware/session.h"
 #include "link/screens/rawtext.h"
 #include "link/screens/showing.h"
+#include "platform/look/widgets/columnarea.h"
 #include "platform/programfolder.h"
 #include "platform/screen/ticktimer.h"
 
@@ -117,6 +118,7 @@ void ReProg_Link::sync() {
     progress_->sync(state_, next);
     keys_->sync(state_, next.key);
     advanced_->sync(state_);
+    showVisible(advancedArea_, state_.advanced);
     Text4_->follow(state_.Text4);
     showText(length_, QStringLiteral("%1 characters").arg(state_.Text4.size()));
     if (Check1_->isChecked() != state_.baud9600) {

@@ -17,6 +17,10 @@ namespace benthor::link {
 class RawText;
 }
 
+namespace benthor::look {
+class ColumnArea;
+}
+
 namespace benthor::platform {
 class TickTimer;
 }
@@ -84,6 +88,7 @@ private:
     ImageCard* image_ = nullptr;
     ProgressCard* progress_ = nullptr;
     AdvancedCard* advanced_ = nullptr;
+    look::ColumnArea* advancedArea_ = nullptr; ///< scrolls it where the window is low
     KeyRow* keys_ = nullptr;
     link::RawText* Text4_ = nullptr;
     QLabel* length_ = nullptr;

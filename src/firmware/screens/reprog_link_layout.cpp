@@ -13,6 +13,7 @@
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/columnarea.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -28,7 +29,24 @@ using link::named;
 
 namespace {
 
-constexpr int kWordsHeight = 120;
+constexpr int kWordsHeight = 56;
+constexpr int kLeastKeyboard = 80;
+
+/// As high as what stands in it needs at its width, words that wrap included: the check values, which are to
+/// be compared, and the warning are never squeezed for what stands below.
+class WholeHeight : public QWidget {
+protected:
+    bool event(QEvent* event) override {
+        const bool done = QWidget::event(event);
+        if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) {
+            const int needed = layout()->totalHeightForWidth(width());
+            if (needed > 0 && (minimumHeight() != needed || maximumHeight() != needed)) {
+                setFixedHeight(needed);
+            }
+        }
+        return done;
+    }
+};
 
 /// Striped in a colour that no lamp has, over the whole width: whoever looks knows that this is no device.
 class RehearsalBanner : public QWidget {
@@ -40,7 +58,7 @@ protected:
         painter.fillRect(rect(), look::tokens().noticesoft);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(look::tokens().notice, kStripe / 2.0));
-        const int edge = look::scaled(10);
+        const int edge = look::scaled(6);
         for (const QRect& band : {QRect(0, 0, width(), edge), QRect(0, height() - edge, width(), edge)}) {
             painter.setClipRect(band);
             for (int x = -height(); x < width() + height(); x += kStripe) {
@@ -119,12 +137,12 @@ QWidget* ReProg_Link::buildHead() {
 QWidget* ReProg_Link::buildBanner() {
     banner_ = named(new RehearsalBanner, "rehearsal");
     auto* across = new QHBoxLayout(banner_);
-    across->setContentsMargins(look::spaceWide, look::spaceWide + 2, look::spaceWide, look::spaceWide + 2);
+    across->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceBase);
     across->setSpacing(look::spaceBase);
     bannerWords_ =
         new QLabel(QStringLiteral("REHEARSAL: a simulated device. Nothing here reaches your own, whose "
                                   "port is closed."));
-    bannerWords_->setFont(look::heading());
+    bannerWords_->setFont(look::strong(look::body()));
     bannerWords_->setWordWrap(true);
     across->addWidget(bannerWords_, 1);
     auto* end = new QPushButton(look::icon("stop"), QStringLiteral("End the rehearsal"));
@@ -173,8 +191,7 @@ void ReProg_Link::buildBody() {
     auto* area = new QVBoxLayout;
     area->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase, look::spaceBase);
     area->setSpacing(look::spaceBase);
-    auto* cards = new QWidget; // as high as the higher of the two wants it
-    cards->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto* cards = new WholeHeight; // of the higher of the two
     auto* pair = new QHBoxLayout(cards);
     pair->setContentsMargins({});
     pair->setSpacing(look::spaceBase);
@@ -184,7 +201,8 @@ void ReProg_Link::buildBody() {
     auto* words = new QHBoxLayout;
     words->setSpacing(look::spaceBase);
     words->addWidget(buildWords(), 1);
-    words->addWidget(advanced_);
+    advancedArea_ = new look::ColumnArea(advanced_, kLeastKeyboard);
+    words->addWidget(advancedArea_);
     area->addLayout(words, 1);
     down->addLayout(area, 1);
     down->addWidget(keys_);
