@@ -109,8 +109,10 @@ void workTheChart(Actor& actor, QWidget* dive) {
         return samples->row() > samples->rows() / 3 && samples->row() < samples->rows() * 2 / 3;
     });
     auto* tip = actor.control<QWidget>(dive, QStringLiteral("Text8"));
-    actor.waitFor(QStringLiteral("the tip box"),
-                  [&] { return tip->isVisible() && chart->rect().contains(tip->geometry()); });
+    actor.waitFor(QStringLiteral("the tip box"), [&] {
+        const QRect place(chart->mapFromGlobal(tip->mapToGlobal(QPoint())), tip->size());
+        return tip->isVisible() && chart->rect().contains(place);
+    });
     actor.picture(dive, QStringLiteral("dive-sample"));
 
     playAndJump(actor, dive);
