@@ -33,7 +33,7 @@ DiveHead::DiveHead(QWidget* parent)
                                        CommandButton::Kind::Icon);
     cmdclose->setNames("cmdclose", "Picture4", "");
     cmdclose->setProperty("quiet", true);
-    connect(cmdclose, &QPushButton::clicked, this, [this] { emit acted(Act::Leave); });
+    connect(cmdclose, &QPushButton::clicked, this, [this] { emit acted(DiveAct::Leave); });
     row_->addWidget(cmdclose);
     txtdiveid = addBox("txtdiveid", "Dive");
     txttimedown = addBox("txttimedown", "Start");
@@ -61,29 +61,29 @@ void DiveHead::addButtons() {
     row->setSpacing(look::spaceTight);
     row_->addLayout(row);
     const auto add = [row, this](const char* caption, const char* icon, const char* name, const char* picture,
-                                 Act act) {
+                                 DiveAct act) {
         auto* button =
             new CommandButton(QLatin1String(caption), QLatin1String(icon), CommandButton::Kind::Icon);
         button->setNames(name, picture, "");
         connect(button, &QPushButton::clicked, this, [this, act] { emit acted(act); });
         row->addWidget(button);
     };
-    add("Dive details", "info", "Command1", "Picture5", Act::Details);
-    add("Gas and system settings", "cylinder", "cmdgas", "", Act::Gases);
+    add("Dive details", "info", "Command1", "Picture5", DiveAct::Details);
+    add("Gas and system settings", "cylinder", "cmdgas", "", DiveAct::Gases);
     auto* Cmdtissue = new CommandButton(QStringLiteral("Tissues: no action"), QStringLiteral("bars"),
                                         CommandButton::Kind::Icon);
     Cmdtissue->setNames("Cmdtissue", "", "");
     Cmdtissue->setEnabled(false);
     row->addWidget(Cmdtissue);
-    add("Save the gases as CSV", "document", "cmdSave", "Picture2", Act::SaveCsv);
+    add("Save the gases as CSV", "document", "cmdSave", "Picture2", DiveAct::SaveCsv);
     add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
-        "Picture3", Act::Print);
-    add("Save a picture of this screen beside the dive", "camera", "btnCapture", "", Act::Capture);
+        "Picture3", DiveAct::PrintScreen);
+    add("Save a picture of this screen beside the dive", "camera", "btnCapture", "", DiveAct::Capture);
     Command4 =
         new CommandButton(QStringLiteral("DAN"), QStringLiteral("save"), CommandButton::Kind::Small);
     Command4->setNames("Command4", "Picture11", "");
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
-    connect(Command4, &QPushButton::clicked, this, [this] { emit acted(Act::Dan); });
+    connect(Command4, &QPushButton::clicked, this, [this] { emit acted(DiveAct::SaveDan); });
     row->addWidget(Command4);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/look/widgets/card.h"
 #include "viewer/danexport.h"
 #include "viewer/header.h"
+#include "viewer/screens/diveact.h"
 #include "viewer/screens/divepaper.h"
 
 #include <QList>
@@ -23,8 +24,6 @@ class DiveHead : public look::Pane {
     Q_OBJECT
 
 public:
-    enum class Act { Leave, Details, Gases, SaveCsv, Print, Capture, Dan };
-
     explicit DiveHead(QWidget* parent = nullptr);
 
     void showHeader(const HeaderBoxes& header);
@@ -38,7 +37,7 @@ public:
     void fit(int windowWidth);
 
 signals:
-    void acted(Act act);
+    void acted(DiveAct act);
 
 private:
     HeadBox* addBox(const char* name, const char* caption, const char* unit = "");

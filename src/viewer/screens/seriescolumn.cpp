@@ -39,6 +39,12 @@ constexpr int kScrollRoom = 10;
 
 } // namespace
 
+namespace {
+constexpr int kFirstCheck = 1;
+constexpr int kLastCheck = 14;
+constexpr int kSticks = 3;
+} // namespace
+
 SeriesColumn::SeriesColumn(QWidget* parent)
     : Card(parent) {
     content_ = new QWidget;
@@ -159,6 +165,40 @@ int SeriesColumn::neededWidth() const {
 
 void SeriesColumn::setDense(bool dense) {
     column_->setSpacing(dense ? 0 : look::spaceTight - 1);
+}
+
+void SeriesColumn::setResearch(bool on) {
+    for (const int index : {1, 2}) {
+        check15(index)->setEnabled(on);
+    }
+    if (!on) {
+        check15(0)->setEnabled(false);
+        check(13)->setEnabled(false);
+    }
+}
+
+void SeriesColumn::saveTo(ViewerState& state) const {
+    state.boxes = boxes();
+    for (int number = kFirstCheck; number <= kLastCheck; ++number) {
+        state.enabled.set(static_cast<size_t>(number), check(number)->isEnabledTo(this));
+    }
+    for (int index = 0; index < kSticks; ++index) {
+        state.enabled15.set(static_cast<size_t>(index), check15(index)->isEnabledTo(this));
+    }
+}
+
+void SeriesColumn::takeFrom(const ViewerState& state) {
+    const QSignalBlocker quiet(this);
+    for (int number = kFirstCheck; number <= kLastCheck; ++number) {
+        const auto bit = static_cast<size_t>(number);
+        check(number)->setEnabled(state.enabled.test(bit));
+        check(number)->setChecked(state.boxes.check.test(bit));
+    }
+    for (int index = 0; index < kSticks; ++index) {
+        const auto bit = static_cast<size_t>(index);
+        check15(index)->setEnabled(state.enabled15.test(bit));
+        check15(index)->setChecked(state.boxes.check15.test(bit));
+    }
 }
 
 } // namespace benthor::viewer

@@ -2,6 +2,7 @@
 
 #include "platform/look/widgets/card.h"
 #include "viewer/chartdata.h"
+#include "viewer/screens/viewerstate.h"
 
 #include <QCheckBox>
 
@@ -32,6 +33,13 @@ public:
     void disableSeries();
     /// Enables each Check<k> whose bit k is set; the others stay as they are.
     void enableSeries(const std::bitset<16>& enabled);
+
+    /// Off, all boxes of the research are disabled; on, two of the sticks alone come back.
+    void setResearch(bool on);
+
+    /// Which boxes can be chosen and which are; taken over without a change for each of them.
+    void saveTo(ViewerState& state) const;
+    void takeFrom(const ViewerState& state);
 
     /// Closer rows, for small windows.
     void setDense(bool dense);
