@@ -108,6 +108,12 @@ QString shortcomings(const Download& run) {
     return words.join(u' ');
 }
 
+QString runplace(const Download& run) {
+    const int now = run.divesreceived + 1;
+    return run.backupmode || now > run.chosen ? QString()
+                                              : QStringLiteral("Dive %1 of %2").arg(now).arg(run.chosen);
+}
+
 int nextselectedrow(const LinkState& link) {
     const auto& rows = link.Mgrid.rows;
     const auto found = std::find_if(rows.begin() + 1, rows.end(),

@@ -26,6 +26,9 @@ void setstartdivenum(LinkState& link, const QString& number);
 bool awaitsdive(const LinkState& link);
 /// What a run did not bring as it was chosen, in words; empty where there is nothing to tell.
 QString shortcomings(const Download& run);
+/// "Dive 1 of 2": the dive in hand among those that the run is to bring; empty outside of a run, and in a
+/// back-up, whose dives come in one text.
+QString runplace(const Download& run);
 /// The first selected row, or 0.
 int nextselectedrow(const LinkState& link);
 /// Place of the bar, 0 to 300, for that many bytes: thousands, and fifths of them above 300.

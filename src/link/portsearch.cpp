@@ -54,6 +54,7 @@ void searchon(LinkState& link, LinkHost& host) {
         return; // a number beyond the searched ones was typed, and a dive comes there
     }
     mnuFindKD_click(link, host);
+    link.searchedlong = true;
     if (!host.tipsShowing() && !link.tipshown) {
         link.tipshown = true;
         host.showTips();
@@ -61,6 +62,12 @@ void searchon(LinkState& link, LinkHost& host) {
 }
 
 } // namespace
+
+bool searchisyoung(const LinkState& link) {
+    constexpr int kFirstTicks = 2; // ten seconds: each port has been looked at twice
+    return link.Timer8 && !link.searchedlong && link.scanticks < kFirstTicks &&
+           link.AFLabel3.text == QLatin1String("Searching..");
+}
 
 void closesearchports(LinkHost& host, int last) {
     for (int index = 1; index <= last; ++index) {
@@ -95,6 +102,7 @@ void mnuFindKD_click(LinkState& link, LinkHost& host) {
         link.scanheld[static_cast<std::size_t>(number)] = port.setPortOpen(true);
     }
     link.Timer8 = true;
+    link.searchedlong = false;
     link.AFLabel3.text = QStringLiteral("Searching..");
     link.Text4.clear();
     link.rxbuf.clear();

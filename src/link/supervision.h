@@ -28,6 +28,8 @@ void linkstatuspaint(LinkState& link);
 void mnuFindKD_click(LinkState& link, LinkHost& host);
 /// Every 5 s.
 void Timer8_tick(LinkState& link, LinkHost& host);
+/// Whether a search is in its first seconds, in which nothing is amiss where nothing was heard.
+bool searchisyoung(const LinkState& link);
 /// The receive event of a search port.
 void MSComm2_received(LinkState& link, LinkHost& host, int index);
 /// Closes the search ports 1 to `last` that are open.

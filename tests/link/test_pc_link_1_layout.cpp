@@ -1,6 +1,9 @@
 #include "link/screens/waitcard.h"
+#include "platform/look/look.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
+#include "simulator/demodives.h"
+#include "simulator/kd.h"
 #include "tests/link/linkstage.h"
 
 #include <QLabel>
@@ -22,6 +25,8 @@ class TestPcLink1Layout : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { benthor::look::apply(*qApp); }
+
     // what is there
     void aListOfControlsCanBeFoundByName_data();
     void aListOfControlsCanBeFoundByName();
@@ -36,6 +41,16 @@ private slots:
     void aScreenLoadedHiddenTakesTheFaceThatIsWantedWhenShown();
     void theSwapLabelAsksForTheOtherFace();
     void menuScreenLeavesTheLinkIdle();
+
+    // room
+    void eachFaceFitsTheLeastDisplay_data();
+    void eachFaceFitsTheLeastDisplay();
+    void allColumnsOfTheDirectoryAreSeenAtTheFirstSize_data();
+    void allColumnsOfTheDirectoryAreSeenAtTheFirstSize();
+
+    // what is told while something is waited for
+    void theWaitCardSaysWhichDiveOfHowMany();
+    void theFirstSecondsOfASearchWarnOfNothing();
 };
 
 void TestPcLink1Layout::aListOfControlsCanBeFoundByName_data() {
@@ -241,6 +256,105 @@ void TestPcLink1Layout::menuScreenLeavesTheLinkIdle() {
     stage.click("Label11");
     QCOMPARE(wanted.count(), 1);
     QVERIFY(process().linkidle);
+}
+
+void TestPcLink1Layout::eachFaceFitsTheLeastDisplay_data() {
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QStringList>("entries");
+    QTest::newRow("download") << "Dive" << QStringList();
+    QTest::newRow("download, details") << "Dive" << QStringList{"mnuDetOn"};
+    QTest::newRow("setup") << "Command" << QStringList();
+    QTest::newRow("setup, expert, alarms")
+        << "Command" << QStringList{"mnuAdvancedOption", "mnuHud", "mnuTips"};
+    QTest::newRow("setup, name") << "Command" << QStringList{"mnuAdvancedOption", "mnuPersSend"};
+}
+
+void TestPcLink1Layout::eachFaceFitsTheLeastDisplay() {
+    QFETCH(QString, mode);
+    QFETCH(QStringList, entries);
+    LinkStage stage(mode);
+    stage.connectDevice();
+    for (const QString& entry : std::as_const(entries)) {
+        stage.control<QAction>(qPrintable(entry))->trigger();
+    }
+    QCoreApplication::processEvents();
+    const QSize least = stage.screen->minimumSizeHint().expandedTo(stage.screen->minimumSize());
+    QVERIFY2(least.width() <= 1024 && least.height() <= 700,
+             qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+}
+
+void TestPcLink1Layout::allColumnsOfTheDirectoryAreSeenAtTheFirstSize_data() {
+    QTest::addColumn<double>("points"); // of the desktop's font
+    QTest::newRow("usual") << 10.0;
+    QTest::newRow("large") << 13.0;
+    QTest::newRow("larger") << 15.0;
+    QTest::newRow("usual again") << 10.0;
+}
+
+/// Eleven with the number of the dive; the start code is hidden.
+void TestPcLink1Layout::allColumnsOfTheDirectoryAreSeenAtTheFirstSize() {
+    QFETCH(double, points);
+    QFont desktop(QStringLiteral("DejaVu Sans"));
+    desktop.setPointSizeF(points);
+    QApplication::setFont(desktop);
+    benthor::look::apply(*qApp);
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.connectDevice();
+    benthor::simulator::Kd device(benthor::simulator::deviceDives());
+    device.receive("M");
+    stage.receive(device.advance(100));
+    stage.tick("Timer2");
+    stage.screen->resize(stage.screen->firstSize());
+    QCoreApplication::processEvents();
+    const auto* grid = stage.control<FlexGrid>("Mgrid");
+    QCOMPARE(grid->rows(), 9);
+    int width = 0;
+    for (int col = 0; col < grid->cols(); ++col) {
+        width += grid->columnWidth(col);
+    }
+    QVERIFY2(width <= grid->viewport()->width(),
+             qPrintable(QStringLiteral("%1 of %2").arg(width).arg(grid->viewport()->width())));
+}
+
+void TestPcLink1Layout::theWaitCardSaysWhichDiveOfHowMany() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.connectDevice();
+    stage.receive(benthor::tests::directory());
+    stage.tick("Timer2");
+    stage.receive("PPPPPPPP");
+    stage.tick("Timer1");
+    stage.click("cmddownloadall");
+    QStringList seen;
+    for (int dive = 0; dive < 3; ++dive) {
+        stage.receive("ver=V3.12 ");
+        stage.tick("Timer3");
+        QVERIFY(stage.control("diveplace")->isVisible());
+        seen << stage.text("diveplace");
+        stage.receive("End");
+        stage.tick("Timer3");
+    }
+    QCOMPARE(seen, (QStringList{"Dive 1 of 3", "Dive 2 of 3", "Dive 3 of 3"}));
+    QCOMPARE(stage.text("TXTWait(0)"), "Downloading\nPlease wait..\n");
+}
+
+void TestPcLink1Layout::theFirstSecondsOfASearchWarnOfNothing() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.screen->showScreen();
+    const auto* band = qobject_cast<benthor::look::NoticeBand*>(stage.control("Text14")->parentWidget());
+    QVERIFY(band != nullptr);
+    stage.tick("Timer1");
+    stage.tick("Timer8");
+    QVERIFY(stage.control("Text14")->isVisible());
+    QVERIFY(band->isCalm());
+    QVERIFY(stage.text("Text14").startsWith("The device is looked for"));
+    QVERIFY(!stage.text("Text14").contains("Nothing is heard"));
+    for (int tick = 0; tick < 12; ++tick) { // once round, and anew
+        stage.tick("Timer8");
+        QVERIFY(!band->isCalm());
+        QVERIFY(stage.text("Text14").startsWith("Nothing is heard"));
+    }
+    stage.control<QAction>("mnuFindKD")->trigger();
+    QVERIFY(band->isCalm());
 }
 
 QTEST_MAIN(TestPcLink1Layout)

@@ -134,7 +134,7 @@ LinkHead::LinkHead(QWidget* parent)
 
     auto* across = new QHBoxLayout(this);
     across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceWide, look::spaceSmall);
-    across->setSpacing(look::spaceWide);
+    across->setSpacing(look::spaceBase); // the row has to fit a display of 1024
     auto* face = new QVBoxLayout;
     face->setSpacing(0);
     face->addWidget(lblheading_);

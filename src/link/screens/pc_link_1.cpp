@@ -15,6 +15,7 @@
 #include "link/screens/showing.h"
 #include "link/screens/waitcard.h"
 #include "link/supervision.h"
+#include "platform/look/look.h"
 #include "platform/look/widgets/commandbutton.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
@@ -34,6 +35,11 @@ QString firstHint() {
     return QStringLiteral(
         "Put the device into PC Link mode. It is looked for on all ports, so nothing need be "
         "chosen.");
+}
+
+QString searching() {
+    return QStringLiteral(
+        "The device is looked for on all ports. Switch it on and put it into PC Link mode.");
 }
 
 QString nothingHeard() {
@@ -121,6 +127,11 @@ void PC_Link_1::takeReadings(const std::optional<Readings>& readings) {
     }
 }
 
+/// All columns of the directory, in the desktop's font.
+QSize PC_Link_1::firstSize() const {
+    return {look::scaled(1180), look::scaled(760)};
+}
+
 void PC_Link_1::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         layFace();
@@ -135,6 +146,12 @@ void PC_Link_1::layFace() {
     foot_->layFace(dive);
     left_->setCurrentIndex(dive ? 0 : 1);
     middle_->setCurrentIndex(dive ? 0 : 1);
+    // The face that cannot be seen does not hold the window wider than a small display.
+    for (int page = 0; page < middle_->count(); ++page) {
+        const bool seen = page == middle_->currentIndex();
+        middle_->widget(page)->setSizePolicy(seen ? QSizePolicy::Expanding : QSizePolicy::Ignored,
+                                             QSizePolicy::Expanding);
+    }
     raw_ = !dive;
     if (dive) {
         download_->series()->setFocus();
@@ -161,12 +178,15 @@ void PC_Link_1::sync() {
     drawer_->sync(link_, raw_);
     if (link_.Text14Visible) {
         const QString cut = cutWords();
-        const QString words = cut.isEmpty() ? nothingHeard() : cut;
         const QString hint = host_->portHint();
+        const bool young = cut.isEmpty() && hint.isEmpty() && searchisyoung(link_);
+        const QString words = !cut.isEmpty() ? cut : young ? searching() : nothingHeard();
+        hintBox_->setCalm(young);
         showText(hintBox_->label(), hint.isEmpty() ? words : words + u'\n' + hint);
     }
     showVisible(hintBox_, link_.Text14Visible);
     wait_->setWords(run.TXTWait);
+    wait_->setPlace(runplace(run));
     wait_->setShown(run.TXTWaitVisible);
 }
 

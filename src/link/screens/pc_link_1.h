@@ -62,6 +62,7 @@ public:
     bool refreshRests() const override;
     void refreshDirectory() override;
 
+    QSize firstSize() const override;
     /// Lays the face that is wanted.
     void layFace();
     /// Who knows whether the connection tips can be seen.
@@ -88,7 +89,6 @@ protected:
     void loading() override;
     void unloading() override;
     void keeping() override;
-    QSize firstSize() const override { return {1180, 760}; }
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -20,6 +20,7 @@ constexpr int kWidth = 560;
 WaitCard::WaitCard(QWidget* area)
     : look::OverlayCard(area, kWidth)
     , words_(look::makeHeading(QString()))
+    , place_(new QLabel)
     , bytes_(new look::NumberLabel(28))
     , sweep_(new look::ActivitySweep)
     , silence_(look::makeCaption(QString())) {
@@ -36,7 +37,13 @@ WaitCard::WaitCard(QWidget* area)
     // Two lines are seen; the text ends in a line end.
     words_->setAlignment(Qt::AlignTop);
     words_->setFixedHeight(2 * words_->fontMetrics().lineSpacing());
-    head->addWidget(words_, 1);
+    auto* said = new QVBoxLayout;
+    said->setSpacing(look::spaceTight);
+    said->addWidget(words_);
+    place_->setObjectName(QStringLiteral("diveplace"));
+    place_->setFont(look::strong(look::numbers(13)));
+    said->addWidget(place_); // its line stays where nothing stands in it: the card does not jump
+    head->addLayout(said, 1);
     auto* count = new QVBoxLayout;
     count->setSpacing(0);
     bytes_->setAlignment(Qt::AlignRight);
@@ -81,6 +88,12 @@ void WaitCard::setWords(const QString& text) {
     const QString shown = QString(text).remove(u'\r');
     if (words_->text() != shown) {
         words_->setText(shown);
+    }
+}
+
+void WaitCard::setPlace(const QString& place) {
+    if (place_->text() != place) {
+        place_->setText(place);
     }
 }
 

@@ -24,6 +24,8 @@ public:
     /// Shows or hides it; `TXTWait(1)` is enabled only while it is shown.
     void setShown(bool shown);
     void setWords(const QString& text);
+    /// Which dive of how many; empty hides it.
+    void setPlace(const QString& place);
     /// One step of the work: the sweep moves on. `bytes`: received so far; `cut`: what is said of a line that
     /// was cut, empty for a whole one.
     void step(qsizetype bytes, const QString& cut = {});
@@ -32,6 +34,7 @@ private:
     void tellSilence(const QString& cut = {});
 
     QLabel* words_;
+    QLabel* place_;
     look::NumberLabel* bytes_;
     look::ActivitySweep* sweep_;
     QLabel* warning_;

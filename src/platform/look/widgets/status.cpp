@@ -113,18 +113,29 @@ void NoticeBand::changeEvent(QEvent* event) {
 
 void NoticeBand::takeColours() {
     QPalette colours = label_->palette();
-    if (colours.color(QPalette::WindowText) != tokens().notice) {
-        colours.setColor(QPalette::WindowText, tokens().notice);
+    const QColor ink = calm_ ? tokens().text : tokens().notice;
+    if (colours.color(QPalette::WindowText) != ink) {
+        colours.setColor(QPalette::WindowText, ink);
         label_->setPalette(colours);
+    }
+}
+
+void NoticeBand::setCalm(bool calm) {
+    if (calm_ != calm) {
+        calm_ = calm;
+        takeColours();
+        update();
     }
 }
 
 void NoticeBand::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    drawPanel(&painter, rect(), tokens().noticesoft, QColor(), 4);
+    drawPanel(&painter, rect(), calm_ ? tokens().surface : tokens().noticesoft,
+              calm_ ? tokens().line : QColor(), 4);
     const int side = scaled(18);
-    drawIcon(&painter, QStringLiteral("warning"), QRect(spaceBase, 0, side, height()), side, tokens().notice);
+    drawIcon(&painter, calm_ ? QStringLiteral("search") : QStringLiteral("warning"),
+             QRect(spaceBase, 0, side, height()), side, calm_ ? tokens().textquiet : tokens().notice);
 }
 
 } // namespace benthor::look

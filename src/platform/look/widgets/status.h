@@ -64,6 +64,10 @@ public:
 
     QLabel* label() const { return label_; }
 
+    /// Calm: a line that tells and does not warn, on a plain ground, with the sign of a search.
+    void setCalm(bool calm);
+    bool isCalm() const { return calm_; }
+
 protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -72,6 +76,7 @@ private:
     void takeColours();
 
     QLabel* label_;
+    bool calm_ = false;
 };
 
 } // namespace benthor::look
