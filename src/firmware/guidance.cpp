@@ -1,11 +1,11 @@
 #include "firmware/guidance.h"
 
 #include "firmware/session.h"
+#include "firmware/sessionfacts.h"
 #include "link/console.h"
 
 #include <QFileInfo>
 #include <algorithm>
-#include <optional>
 
 namespace benthor::firmware {
 
@@ -19,28 +19,6 @@ QString duration(int seconds) {
     constexpr int kMinute = 60;
     return seconds < 2 * kMinute ? QStringLiteral("%1 s").arg(seconds)
                                  : QStringLiteral("%1 min").arg((seconds + kMinute / 2) / kMinute);
-}
-
-bool inreprogmode(const ReprogState& state) {
-    const QByteArray& text = state.Text4.bytes();
-    return text.lastIndexOf("REPROG MODE") > text.lastIndexOf("R, Enter");
-}
-
-/// Nothing is known of a device that was asked to restart.
-bool isrestarting(const ReprogState& state) {
-    return state.Text4.bytes().startsWith("restarting...");
-}
-
-bool hasprompt(const ReprogState& state) {
-    return state.Label4[kLampPrompt].colour == platform::kToldGreen;
-}
-
-bool issog(const QString& path) {
-    return path.contains(QLatin1String(".SOG")) || path.contains(QLatin1String(".sog"));
-}
-
-bool willberefused(const ReprogState& state) {
-    return state.check.length < 0 || (!issog(state.Text5) && state.check.firstbyte != '&');
 }
 
 QString memories(const ReprogState& state) {
@@ -64,22 +42,6 @@ QString memories(const ReprogState& state) {
            : untold.isEmpty()
                ? QStringLiteral("all memories told, the controls rest")
                : QStringLiteral("not told of: memory %1").arg(untold.join(QLatin1String(", ")));
-}
-
-/// Where the last image ended ahead of its end; empty where it did not.
-QString brokenoffwords(const BrokenOff& broken) {
-    const QString at = QStringLiteral(" after %1 of %2 bytes").arg(grouped(broken.sent), grouped(broken.of));
-    switch (broken.how) {
-    case BrokenOff::How::EndedEarly:
-        return QStringLiteral("the device ended the transfer") + at;
-    case BrokenOff::How::DroppedOut:
-        return QStringLiteral("the device dropped out of the transfer") + at;
-    case BrokenOff::How::Lost:
-        return QStringLiteral("the line was lost") + at;
-    case BrokenOff::How::Not:
-        break;
-    }
-    return {};
 }
 
 QString portreason(const ReprogState& state, bool portopen) {
@@ -133,12 +95,6 @@ QString resultreason(const ReprogState& state) {
     return isrestarting(state) ? QStringLiteral("the device was asked to restart") : memories(state);
 }
 
-QString quoted(QString bytes) {
-    constexpr qsizetype kMost = 14;
-    bytes.replace(QLatin1String("\r\n"), QStringLiteral("↵"));
-    return u'"' + (bytes.size() > kMost ? bytes.left(kMost) + u'…' : bytes) + u'"';
-}
-
 /// What the keyboard's fields put on the line ahead of the file; empty for nothing.
 QString aheadwords(const SendFields& fields) {
     const QString rest = restofcommand(fields);
@@ -165,14 +121,6 @@ Notice withahead(const ReprogState& state, const QString& words, bool grave) {
 }
 
 } // namespace
-
-QString grouped(qint64 number) {
-    QString text = QString::number(number);
-    for (qsizetype at = text.size() - 3; at > 0; at -= 3) {
-        text.insert(at, QChar(0x202F));
-    }
-    return text;
-}
 
 SendPlan sendplan(qint64 length, bool baud9600) {
     SendPlan plan;
@@ -265,107 +213,6 @@ std::array<QString, 5> lampreasons(const ReprogState& state, bool portopen) {
             : mode                           ? QStringLiteral("no answer for too long: Refresh asks again")
                                              : QStringLiteral("the device has not asked for anything"),
             resultreason(state)};
-}
-
-namespace {
-
-NextStep portstep(const ReprogState& state, const QString& hint) {
-    if (state.Text6.isEmpty()) {
-        return {QStringLiteral(
-            "Open PC Link once with the device connected: it finds the port and remembers it.")};
-    }
-    return {hint.isEmpty() ? QStringLiteral("Plug the adapter in, then press Refresh.")
-                           : hint + QStringLiteral(" Then press Refresh."),
-            NextKey::Refresh};
-}
-
-/// While something is under way that takes its time.
-std::optional<NextStep> waitstep(const ReprogState& state) {
-    const bool good = state.Label4[kLampResult].text == QLatin1String("OK to Restart");
-    if (!state.awaited.isEmpty()) {
-        return NextStep{QStringLiteral("Waiting for the device to answer %1: ten seconds at most.")
-                            .arg(quoted(state.awaited))};
-    }
-    if (state.sending) {
-        return NextStep{QStringLiteral("Hands off until the image is through.")};
-    }
-    if (state.Frame6Visible) {
-        return NextStep{
-            QStringLiteral("Wait. If the device stays silent for five minutes: Continue, then Retry.")};
-    }
-    if (good && state.Frame5Visible) {
-        return NextStep{QStringLiteral(
-            "The device reports the expected value. Once the final tasks are over, press Restart KD.")};
-    }
-    if (good) {
-        return NextStep{QStringLiteral("Press Restart KD."), NextKey::Restart};
-    }
-    if (state.sendstate > 0 && state.sendstate < kWaitOver) {
-        return NextStep{QStringLiteral("Wait until the device has finished.")};
-    }
-    return std::nullopt;
-}
-
-/// In the mode the prompt is gone, and the lamps that go by it are red.
-NextStep modestep(const ReprogState& state) {
-    if (willberefused(state)) {
-        return {QStringLiteral("Choose the image to send."), NextKey::Choose};
-    }
-    if (state.noanswer >= kTooLate) {
-        return {QStringLiteral("The device has not answered for long. Press Refresh to ask how it stands."),
-                NextKey::Refresh};
-    }
-    return hasprompt(state)
-               ? NextStep{QStringLiteral("Check file and value, then press Send to KD."), NextKey::Send}
-               : NextStep{QStringLiteral("The device has left its prompt for the reprog mode. Check file and "
-                                         "value, then press Send to KD."),
-                          NextKey::Send};
-}
-
-NextStep idlestep(const ReprogState& state) {
-    if (inreprogmode(state)) {
-        return modestep(state);
-    }
-    if (hasprompt(state)) {
-        return {QStringLiteral("Press Enter Reprog Mode."), NextKey::Enter};
-    }
-    if (state.sentmark && state.sendstate == 0) {
-        return {QStringLiteral(
-                    "Press Refresh, enter the mode again and send once more. Where the device does not "
-                    "answer: Continue, then Retry."),
-                NextKey::Refresh};
-    }
-    return {QStringLiteral("Press Refresh to ask the device how it stands."), NextKey::Refresh};
-}
-
-/// "The device dropped out of the transfer after 12 801 of 40 000 bytes. "; empty where none broke off.
-QString brokenofflead(const ReprogState& state) {
-    QString words = brokenoffwords(state.brokenoff);
-    if (words.isEmpty()) {
-        return words;
-    }
-    words[0] = words[0].toUpper();
-    return words + QStringLiteral(". ");
-}
-
-} // namespace
-
-NextStep nextstep(const ReprogState& state, bool portopen, const QString& hint) {
-    if (state.Text6.isEmpty() || !portopen) {
-        NextStep step = portstep(state, hint);
-        step.words.prepend(brokenofflead(state));
-        return step;
-    }
-    if (const std::optional<NextStep> step = waitstep(state)) {
-        return *step;
-    }
-    if (isrestarting(state)) {
-        return {
-            QStringLiteral("The device restarts with what it holds. Home leads back to the main screen.")};
-    }
-    NextStep step = idlestep(state);
-    step.words.prepend(brokenofflead(state));
-    return step;
 }
 
 } // namespace benthor::firmware
