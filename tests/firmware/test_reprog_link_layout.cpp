@@ -83,7 +83,8 @@ void layFace(Stage& stage, const QString& face) {
         stage.line->onOutput = [&stage](const QByteArray&) {
             if (stage.screen->state().sentmark && stage.line->waiting.isEmpty()) {
                 stage.line->waiting =
-                    QByteArray::number(stage.screen->state().sum + 38, 16).rightJustified(8, '0') + "  Prog\r\n";
+                    QByteArray::number(stage.screen->state().sum + 38, 16).rightJustified(8, '0') +
+                    "  Prog\r\n";
             }
         };
         stage.hear("REPROG MODE");
@@ -110,7 +111,8 @@ QString flawOf(const QWidget* widget) {
         }
     }
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
-        const int needed = label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+        const int needed =
+            label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
         if (label->height() < needed) {
             return QStringLiteral("%1 high, needs %2").arg(label->height()).arg(needed);
         }
@@ -125,13 +127,15 @@ QString coverOf(const QWidget* widget) {
     const QWidget* top = widget->window();
     const QRect there(widget->mapTo(top, QPoint()), widget->size());
     for (const QWidget* one = widget; one != top; one = one->parentWidget()) {
-        for (const QWidget* sibling : one->parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        for (const QWidget* sibling :
+             one->parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
             if (sibling == one || !sibling->isVisible()) {
                 continue;
             }
             const QRect other(sibling->mapTo(top, QPoint()), sibling->size());
             if (other.intersects(there)) {
-                return QStringLiteral("lies over a %1").arg(QLatin1String(sibling->metaObject()->className()));
+                return QStringLiteral("lies over a %1")
+                    .arg(QLatin1String(sibling->metaObject()->className()));
             }
         }
     }
@@ -189,9 +193,9 @@ private slots:
 private:
     static void faces() {
         QTest::addColumn<QString>("face");
-        for (const char* const face : {"plain", "prompt", "keyboard", "rehearsal", "rehearsal keyboard", "wait",
-                                       "wait keyboard", "wait again", "wait again keyboard", "rehearsal wait",
-                                       "rehearsal wait again"}) {
+        for (const char* const face :
+             {"plain", "prompt", "keyboard", "rehearsal", "rehearsal keyboard", "wait", "wait keyboard",
+              "wait again", "wait again keyboard", "rehearsal wait", "rehearsal wait again"}) {
             QTest::newRow(face) << QString::fromLatin1(face);
         }
     }
