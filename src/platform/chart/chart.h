@@ -62,10 +62,13 @@ public:
     void setRowLines(QList<int> rows);
     const QList<int>& rowLines() const { return rowLines_; }
 
-    /// The row of the cursor; 0 shows none. A row behind the last one stands at the right edge, without a
-    /// ring. Only the cursor is drawn anew.
+    /// The row of the cursor; 0 shows none, and so does a row behind the last one unless setEdgeCursor() was
+    /// told. Only the cursor is drawn anew.
     void setCurrentRow(int row);
     int row() const { return row_; }
+    /// Whether a row behind the last one stands at the right edge, without a ring. Not from the start.
+    void setEdgeCursor(bool atEdge) { edgeCursor_ = atEdge; }
+    bool hasEdgeCursor() const { return edgeCursor_; }
     /// Where the cursor stands, in pixels of the widget.
     double cursorX() const;
     /// The series that carries the cursor's ring; series 1 from the start.
@@ -145,6 +148,7 @@ private:
     QList<int> rowLines_;
     int row_ = 0;
     int cursorSeries_ = 1;
+    bool edgeCursor_ = false;
     bool stale_ = true;
 };
 

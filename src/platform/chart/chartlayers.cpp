@@ -205,14 +205,15 @@ QRect CursorLayer::clipRect() const {
 void CursorLayer::draw(QCPPainter* painter) {
     const ChartMatrix& matrix = chart_->matrix();
     const int row = std::min(chart_->row(), matrix.lastRow());
-    if (row < 1 || !isIn(chart_->view(), row))
+    const bool behind = row != chart_->row();
+    if (row < 1 || (behind && !chart_->hasEdgeCursor()) || !isIn(chart_->view(), row))
         return;
     const QRectF plot = area();
     const double x = std::round(xAt(plot, row, chart_->view())) - 0.5; // between two pixel columns
     painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
     painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
     const double value = matrix.at(row, chart_->cursorSeries());
-    if (std::isnan(value) || row != chart_->row())
+    if (std::isnan(value) || behind)
         return;
     const SeriesStyle& style = chart_->seriesStyle(chart_->cursorSeries());
     const ChartScale& scale = chart_->scaleOf(style.axis);

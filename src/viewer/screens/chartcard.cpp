@@ -49,6 +49,7 @@ QWidget* ChartCard::makePage() {
     MSChart1->setObjectName(QStringLiteral("MSChart1"));
     MSChart1->setAccessibleName(QStringLiteral("Chart of the dive"));
     MSChart1->setFocusPolicy(Qt::StrongFocus);
+    MSChart1->setEdgeCursor(true); // for the samples behind the last page
     MSChart1->hide();
     hover_ = new QLabel(MSChart1);
     hover_->setObjectName(QStringLiteral("hoverText"));

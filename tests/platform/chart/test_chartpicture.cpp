@@ -72,6 +72,7 @@ private slots:
     void anUprightStepIsNotLostBetweenDashes();
     void theCursorStandsAtItsRow();
     void theCursorMovesAway();
+    void aCursorBehindTheLastRowStandsAtTheEdgeWhereThatIsTold();
     void theRingStandsOnTheDepthLine();
     void theBackdropCoversTheWholeChart();
     void rowLinesAreDrawn();
@@ -315,6 +316,19 @@ void TestChartPicture::theCursorMovesAway() {
     chart.setCurrentRow(0);
     QCOMPARE(chart.picture(), without);
     chart.setCurrentRow(101);
+    QCOMPARE(chart.picture(), without);
+}
+
+void TestChartPicture::aCursorBehindTheLastRowStandsAtTheEdgeWhereThatIsTold() {
+    PlainChart chart;
+    chart.setData(flat(100, 1, -10));
+    chart.setEdgeCursor(true);
+    const QImage without = chart.picture();
+    chart.setCurrentRow(104);
+    QCOMPARE(qRound(chart.cursorX()), qRound(chart.xOfRow(100)));
+    const QImage picture = chart.picture();
+    QVERIFY(chart.count(picture, 100, chart.colours().cursor) > 100);
+    chart.setCurrentRow(0);
     QCOMPARE(chart.picture(), without);
 }
 
