@@ -92,8 +92,8 @@ public:
         const TickHold hold;
         const QString types = toolkitFilter(filter);
         QString picked;
-        const QString path =
-            QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, types, &picked);
+        const QString path = QFileDialog::getSaveFileName(visibleWindow(parent), title, folder, types,
+                                                          &picked, QFileDialog::HideNameFilterDetails);
         return {path, static_cast<int>(types.split(QLatin1String(";;")).indexOf(picked))};
     }
 
