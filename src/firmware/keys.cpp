@@ -174,7 +174,8 @@ void Command2_click(ReprogState& state, ReprogHost& host) {
         return;
     }
     state.awaited = state.fields.Text8;
-    const link::Reply reply = awaitreply(state, host);
+    const bool seen = state.awaited.isEmpty() || host.repaint();
+    const link::Reply reply = seen ? awaitreply(state, host) : link::Reply::Closed;
     state.awaited.clear();
     if (reply == link::Reply::Came) {
         Command5_click(state, host);

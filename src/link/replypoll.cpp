@@ -18,7 +18,8 @@ Reply pollforreply(platform::SerialLine& line, int looks, const std::function<bo
         if (look()) {
             return Reply::Came;
         }
-        if (poll % kPollsBetweenPaints == 0 && !repaint()) {
+        // Not at once: what comes under a painting goes to the receive event, and most replies come at once.
+        if (poll > 0 && poll % kPollsBetweenPaints == 0 && !repaint()) {
             return Reply::Closed;
         }
         line.waitForInput(kPollWait);

@@ -135,6 +135,7 @@ private slots:
     void aDownloadIsNotAskedInto();
     void readingsComeOnRequestAndUnasked();
     void theProductIsAskedForWhereTheDeviceDoesNotSay();
+    void aDeviceThatTellsItsProductIsNotAskedFor();
     void theHudValuesStandOnTheLinkScreen();
     void aBookGoesOutAsItIsWhileTheGasScreenIsOpen();
     void gasUploadOfTheMenuIsTheUpdateOfTheGasScreen();
@@ -318,6 +319,18 @@ void TestHouseGas::theProductIsAskedForWhereTheDeviceDoesNotSay() {
     QCOMPARE(process().producttype, "TRAX");
     QCOMPARE(world.program.dialogs.asked().size(), 2);
     QCOMPARE(world.program.dialogs.asked().first().title, "Product Type");
+    QVERIFY(world.program.dialogs.asked().first().below.contains("does not tell its type"));
+}
+
+void TestHouseGas::aDeviceThatTellsItsProductIsNotAskedFor() {
+    for (const char* const product : {"KD3", "TRAX", "HALV"}) {
+        GasProgram world(product);
+        world.connectDevice();
+        QCOMPARE(process().producttype, product);
+        for (const auto& asked : world.program.dialogs.asked()) {
+            QVERIFY2(asked.title != QLatin1String("Product Type"), product);
+        }
+    }
 }
 
 void TestHouseGas::theHudValuesStandOnTheLinkScreen() {
