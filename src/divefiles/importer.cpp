@@ -72,7 +72,7 @@ public:
         , copies_(folder, names_, [this] { screen_.paint(); }) {}
 
     ImportEnd run() {
-        state_ = ImportState{true, importstamp(platform::now()), 0, {}};
+        state_ = ImportState{true, importstamp(platform::now()), 0, {}, {}};
         screen_.runbegins();
         if (names_.isEmpty()) {
             screen_.nofiles();
@@ -203,6 +203,9 @@ private:
             }
         } catch (const platform::StoreError& error) {
             failFile(name, error.text());
+        }
+        for (const DiveRows& dive : written.dives) {
+            state_.imported += dive.diveid;
         }
         requireReadBack(written, name);
         for (int refused = 0; refused < written.refusedSerials; ++refused) {

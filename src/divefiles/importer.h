@@ -39,8 +39,9 @@ public:
 struct ImportState {
     bool keepimporting = false;
     QString importstamp;
-    int divecounter = 0; ///< how often "Profile" was met in this run
-    QString unreadable;  ///< the file without version and interval at which the run ended; it waits still
+    int divecounter = 0;  ///< how often "Profile" was met in this run
+    QStringList imported; ///< identifiers of the dives that this run has stored
+    QString unreadable;   ///< the file without version and interval at which the run ended; it waits still
 };
 
 enum class ImportEnd {

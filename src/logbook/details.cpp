@@ -194,13 +194,18 @@ std::array<QString, kPictures> picturepaths(const QString& sitenote) {
     return paths;
 }
 
-QString withpicture(const QString& sitenote, int index, const QString& path) {
+QString withoutpicture(const QString& sitenote, int index) {
     QString note = sitenote;
     const qsizetype at = note.indexOf(marker(index));
     if (at >= 0) {
         const qsizetype end = note.indexOf(QLatin1Char('\n'), at);
         note.remove(at, end < 0 ? note.size() - at : end + 1 - at);
     }
+    return note;
+}
+
+QString withpicture(const QString& sitenote, int index, const QString& path) {
+    QString note = withoutpicture(sitenote, index);
     // A marker begins its line.
     if (!note.isEmpty() && !note.endsWith(QLatin1Char('\n'))) {
         note += QLatin1Char('\n');

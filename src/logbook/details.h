@@ -77,5 +77,7 @@ QString divenotetemplate();
 std::array<QString, kPictures> picturepaths(const QString& sitenote);
 /// The site note with the picture's line cut out, where there was one, and the new one at its end.
 QString withpicture(const QString& sitenote, int index, const QString& path);
+/// The site note with the picture's line cut out.
+QString withoutpicture(const QString& sitenote, int index);
 
 } // namespace benthor::logbook

@@ -95,19 +95,35 @@ int sortnumber(QStringView sortkey) {
     return 0;
 }
 
-platform::Query listquery(int sortnumber) {
+platform::Query listquery(int sortnumber, bool downward) {
     switch (sortnumber) {
     case 1:
-        return "SELECT * FROM main  ORDER BY location asc ";
+        return downward ? "SELECT * FROM main  ORDER BY location desc "
+                        : "SELECT * FROM main  ORDER BY location asc ";
     case 2:
-        return "SELECT * FROM main  ORDER BY maxdepth asc ";
+        return downward ? "SELECT * FROM main  ORDER BY maxdepth desc "
+                        : "SELECT * FROM main  ORDER BY maxdepth asc ";
     case 3:
-        return "SELECT * FROM main  ORDER BY startdate asc ";
+        return downward ? "SELECT * FROM main  ORDER BY startdate desc "
+                        : "SELECT * FROM main  ORDER BY startdate asc ";
     case 4:
-        return "SELECT * FROM main  ORDER BY site asc ";
+        return downward ? "SELECT * FROM main  ORDER BY site desc "
+                        : "SELECT * FROM main  ORDER BY site asc ";
     default:
-        return "SELECT * FROM main  ORDER BY diveid ";
+        return downward ? "SELECT * FROM main  ORDER BY diveid desc "
+                        : "SELECT * FROM main  ORDER BY diveid ";
     }
+}
+
+QString newestof(platform::Database& database, const QStringList& diveids) {
+    QString newest;
+    platform::Recordset dives = database.openRecordset("SELECT DiveID FROM main ORDER BY startdate, DiveID ");
+    for (; !dives.eof(); dives.moveNext()) {
+        if (const QString diveid = dives.value(0).text(); diveids.contains(diveid)) {
+            newest = diveid;
+        }
+    }
+    return newest;
 }
 
 QString readsortkey(const platform::ProgramFolder& folder) {

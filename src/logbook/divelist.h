@@ -19,8 +19,16 @@ namespace benthor::logbook {
 /// holds.
 int sortnumber(QStringView sortkey);
 
-/// All dives in the order of a sort number.
-platform::Query listquery(int sortnumber);
+/// A key that stands for the order of the dives' identifiers.
+inline QString identifierkey() {
+    return QStringLiteral("i");
+}
+
+/// All dives in the order of a sort number, the last one first where that is wanted.
+platform::Query listquery(int sortnumber, bool downward = false);
+
+/// Of those dives the one that began last; empty where the store has none of them.
+QString newestof(platform::Database& database, const QStringList& diveids);
 
 /// The key kept in dsort.txt between runs; "" when there is none.
 QString readsortkey(const platform::ProgramFolder& folder);

@@ -32,8 +32,8 @@ void copytocorrupt(const platform::ProgramFolder& folder, const QString& locatio
 
 } // namespace
 
-ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit) {
-    const platform::Query query = listquery(sortnumber);
+ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit, bool downward) {
+    const platform::Query query = listquery(sortnumber, downward);
     process().querytext = query.text();
     platform::Recordset dives = database.openRecordset(query);
     ListedDives list;

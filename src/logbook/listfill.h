@@ -20,7 +20,8 @@ struct ListedDives {
 };
 
 /// Reads all dives in the order of a sort number; checks none. A failing store is a StoreError.
-ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit);
+ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit,
+                      bool downward = false);
 
 /// Checks the dive of a row, leaving it in `currentdiveid` and its messages in `problemtext`. The file of a
 /// faulty one is copied from `old` to `corrupt`; a copy that fails is passed over. False for a faulty dive.

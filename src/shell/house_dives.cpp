@@ -1,5 +1,6 @@
 #include "shell/house_dives.h"
 
+#include "platform/look/widgets/passingnote.h"
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
 #include "shell/process.h"
@@ -102,6 +103,11 @@ logbook::rbdetails* DiveScreens::makeDetails() {
     auto* screen = new logbook::rbdetails;
     host_.watchEnd(*screen);
     QObject::connect(screen, &logbook::rbdetails::captureWanted, screen, [this] { captureDiveView(); });
+    QObject::connect(screen, &logbook::rbdetails::saved, screen, [this] {
+        if (rbmain.isLoaded() && rbmain.get().otherStore().isEmpty()) {
+            rbmain.get().takeTexts();
+        }
+    });
     QObject::connect(screen, &logbook::rbdetails::diveViewWanted, screen, [this] { leaveDetails(); });
     return screen;
 }
@@ -117,9 +123,13 @@ void DiveScreens::openDive() {
 /// Back from the dive screen: a list that stood beside it is filled anew, too.
 void DiveScreens::showList() {
     const Handover handover(host_);
+    const QString lookedAt = rbinterface.isLoaded() ? rbinterface.get().dive().diveid : QString();
     rbinterface.unload();
     rbmain.unload();
     rbmain.showInFront();
+    if (rbmain.isLoaded()) {
+        rbmain.get().chooseDive(lookedAt);
+    }
 }
 
 QString DiveScreens::reopenList() {
@@ -162,6 +172,9 @@ void DiveScreens::reloadDiveView(bool keepsView) {
 }
 
 void DiveScreens::unitChosen() {
+    if (rbmain.isLoaded()) {
+        rbmain.get().takeUnit();
+    }
     if (rbinterface.isLoaded() && viewer::isFeet(process().depthunit) != rbinterface.get().feet()) {
         reloadDiveView(true);
         return;
@@ -172,6 +185,9 @@ void DiveScreens::unitChosen() {
 /// What another screen has made of the unit is the choice of this run from then on, or the fresh load would
 /// take it back.
 void DiveScreens::unitMayHaveChanged() {
+    if (rbmain.isLoaded()) {
+        rbmain.get().takeUnit();
+    }
     if (rbinterface.isLoaded() && rbinterface.get().hasOtherUnit()) {
         process().unitoverride = process().depthunit;
         reloadDiveView(true);
@@ -230,9 +246,14 @@ void DiveScreens::leaveDetails() {
 void DiveScreens::captureDiveView() {
     if (rbinterface.isLoaded()) {
         const Handover handover(host_);
+        look::PassingNote::clear(rbinterface.get());
         ScrSavForm1.get().setDiveScreen(&rbinterface.get(), rbinterface.get().divefilename());
         ScrSavForm1.get().cmdCapture_click();
+        const QString savedAs = ScrSavForm1.isLoaded() ? ScrSavForm1.get().savedAs() : QString();
         ScrSavForm1.unload();
+        if (!savedAs.isEmpty() && rbinterface.isLoaded()) {
+            look::PassingNote::tell(rbinterface.get(), QStringLiteral("Picture saved: ") + savedAs);
+        }
     }
 }
 

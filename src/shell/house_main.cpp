@@ -1,8 +1,21 @@
 #include "shell/house_main.h"
 
+#include "platform/files.h"
+#include "platform/programfolder.h"
 #include "shell/house_rooms.h"
 
+#include <QFile>
+
 namespace benthor::shell {
+
+namespace {
+
+/// Lies there from the call of a second copy until the first one has heard it.
+QString callPath() {
+    return platform::ProgramFolder::current().path(u".benthor.front");
+}
+
+} // namespace
 
 link::LinkStatus& MainHandover::linkStatus() {
     return rooms_.PC_Link_1.get();
@@ -26,6 +39,12 @@ void MainHandover::bringDiveListToFront() {
 
 void MainHandover::unloadDiveList() {
     rooms_.rbmain.unload();
+}
+
+void MainHandover::scrollDiveListTo(const QStringList& imported) {
+    if (rooms_.rbmain.isLoaded()) {
+        rooms_.rbmain.get().scrollToNewest(imported);
+    }
 }
 
 QString MainHandover::reopenDiveList() {
@@ -86,6 +105,14 @@ void MainHandover::unloadFirmware() {
 
 bool MainHandover::isSecondCopy() {
     return !rooms_.lock.held();
+}
+
+bool MainHandover::callFirstCopy() {
+    return platform::writeFileWhole(callPath(), QByteArrayView()).ok();
+}
+
+bool MainHandover::isCalled() {
+    return rooms_.lock.held() && QFile::remove(callPath());
 }
 
 void MainHandover::unloadOthers() {

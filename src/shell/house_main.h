@@ -19,6 +19,7 @@ public:
     void showDiveList() override;
     void bringDiveListToFront() override;
     void unloadDiveList() override;
+    void scrollDiveListTo(const QStringList& imported) override;
     QString reopenDiveList() override;
     bool isDiveListOnScreen() override;
     void showDiveView() override;
@@ -37,6 +38,8 @@ public:
     void unloadFirmware() override;
 
     bool isSecondCopy() override;
+    bool callFirstCopy() override;
+    bool isCalled() override;
     void unloadOthers() override;
     void endProcess() override;
 

@@ -24,6 +24,10 @@ QString waitingText(int waiting) {
                           : QStringLiteral("%1 files wait").arg(waiting);
 }
 
+QString stoppedText(int waiting) {
+    return QStringLiteral("Stopped: ") + waitingText(waiting);
+}
+
 QString folderNotice(const QString& unreadable, const QString& passedby) {
     QStringList lines;
     if (!unreadable.isEmpty()) {

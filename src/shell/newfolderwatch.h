@@ -22,6 +22,9 @@ int watchedNext(int waiting, int watched, bool judged);
 /// "No files wait", "1 file waits", "7 files wait".
 QString waitingText(int waiting);
 
+/// The same where they wait because the import was stopped.
+QString stoppedText(int waiting);
+
 /// What else is to be known of the folder, for the lines below: the file without version and interval at
 /// which an import ended ("" for none), then what `passedby` says is passed by. Empty where all is well.
 QString folderNotice(const QString& unreadable, const QString& passedby);

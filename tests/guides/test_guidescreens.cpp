@@ -17,8 +17,12 @@
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QtTest>
 
@@ -96,7 +100,7 @@ public slots:
 QTextBrowser* manualView() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->objectName() == QLatin1String("manualview")) {
-            return qobject_cast<QTextBrowser*>(window);
+            return window->findChild<QTextBrowser*>();
         }
     }
     return nullptr;
@@ -115,6 +119,8 @@ private slots:
     void finishOpensTheManualAndCloses();
     void aManualThatIsMissingIsTold();
     void aDesktopThatOpensNoManualLeavesItToAWindowOfOurOwn();
+    void theManualsWindowHasContentsSearchAndAWayBack();
+    void escapeClosesTheGuide();
     void aManualThatIsNoneIsToldWhereNothingOpensIt();
     void theCheckIsStoredAtEachChange();
     void theStartRotatesTheBackups();
@@ -247,9 +253,67 @@ void TestGuideScreens::aDesktopThatOpensNoManualLeavesItToAWindowOfOurOwn() {
         }
     }
     QVERIFY(red);
-    manualView()->close();
+    manualView()->window()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(manualView() == nullptr);
+}
+
+void TestGuideScreens::theManualsWindowHasContentsSearchAndAWayBack() {
+    const OwnPath path;
+    Stage<frmGetS> stage(true);
+    QByteArray page = "<h1>Benthor</h1>";
+    for (int chapter = 1; chapter <= 20; ++chapter) {
+        page += "<h2>Chapter " + QByteArray::number(chapter) + "</h2>";
+        page += QByteArray("<p>words</p>").repeated(20);
+    }
+    page += "<p>the needle</p>";
+    QVERIFY(platform::writeFileWhole(stage.folder.path("manualbenthor.mht"),
+                                     packArchive("Benthor", {{"file:///m/index.html", "text/html", page}})));
+    path.install(QStringLiteral("xdg-mime"), "#!/bin/sh\nexit 0\n");
+    openManual(nullptr);
+    QVERIFY(QTest::qWaitForWindowExposed(manualView()->window()));
+    const QPointer<QWidget> window = manualView()->window();
+    const auto* bar = manualView()->verticalScrollBar();
+    auto* contents = window->findChild<QListWidget*>(QStringLiteral("manualcontents"));
+    auto* back = window->findChild<QPushButton*>(QStringLiteral("manualback"));
+    auto* search = window->findChild<QLineEdit*>(QStringLiteral("manualsearch"));
+    QCOMPARE(contents->count(), 21);
+    QVERIFY(!back->isEnabled());
+    emit contents->itemClicked(contents->item(10));
+    const int chapter = bar->value();
+    QVERIFY(chapter > 0);
+    QVERIFY(manualView()->textCursor().block().text().startsWith(QLatin1String("Chapter 10")));
+    search->setText(QStringLiteral("NEEDLE"));
+    emit search->returnPressed();
+    QCOMPARE(manualView()->textCursor().selectedText(), "needle");
+    QVERIFY(bar->value() > chapter);
+    back->click();
+    QCOMPARE(bar->value(), chapter);
+    back->click();
+    QCOMPARE(bar->value(), 0);
+    QVERIFY(!back->isEnabled());
+    search->setText(QStringLiteral("no such words"));
+    emit search->returnPressed();
+    QCOMPARE(window->findChild<QLabel*>(QStringLiteral("manualnote"))->text(), "Not found");
+    openManual(nullptr); // the same window, in front
+    int windows = 0;
+    for (const QWidget* one : QApplication::topLevelWidgets()) {
+        windows += one->objectName() == QLatin1String("manualview") ? 1 : 0;
+    }
+    QCOMPARE(windows, 1);
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    window->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(window.isNull());
+}
+
+void TestGuideScreens::escapeClosesTheGuide() {
+    Stage<frmGetS> stage(false);
+    stage.screen->showScreen();
+    QVERIFY(stage.screen->isVisible());
+    QVERIFY(QTest::qWaitForWindowActive(stage.screen));
+    QTest::keyClick(stage.screen, Qt::Key_Escape);
+    QTRY_VERIFY(stage.screen.isNull() || stage.screen->isUnloaded());
 }
 
 void TestGuideScreens::aManualThatIsNoneIsToldWhereNothingOpensIt() {

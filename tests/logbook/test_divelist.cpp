@@ -134,6 +134,9 @@ void TestDiveList::queriesAreWordedAsTold() {
     QCOMPARE(logbook::listquery(4).text(), "SELECT * FROM main  ORDER BY site asc ");
     QCOMPARE(logbook::listquery(0).text(), "SELECT * FROM main  ORDER BY diveid ");
     QCOMPARE(logbook::listquery(7).text(), "SELECT * FROM main  ORDER BY diveid ");
+    QCOMPARE(logbook::listquery(3, true).text(), "SELECT * FROM main  ORDER BY startdate desc ");
+    QCOMPARE(logbook::listquery(0, true).text(), "SELECT * FROM main  ORDER BY diveid desc ");
+    QCOMPARE(logbook::sortnumber(logbook::identifierkey()), 0);
 }
 
 void TestDiveList::theSortKeyIsKeptBetweenRuns() {

@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QThreadPool>
 
 #include <sys/stat.h>
@@ -89,6 +90,12 @@ private slots:
     void theUnloadCapturesAndThenSaves();
     void cancelAfterAddingABuddyStoresTheBuddy();
     void aWindowThatIsClosedSaves();
+    void returnAddsTheBuddy();
+    void aTypedBuddyIsAddedOnEveryWayOut();
+    void aPickedOrAddedBuddyIsNotAddedAgainOnTheWayOut();
+    void aTileGivesUpItsPicture();
+    void pictureLinesAreFoldedAndStayInTheText();
+    void savedGoesWhenTypingGoesOn();
     void aSingleQuoteIsToldInOneLine();
     void aSingleQuoteIsToldOnEveryWayOut();
     void aSaveThatFailsOnTheWayOutIsAskedAbout();
@@ -258,6 +265,116 @@ void TestRbdetails::aWindowThatIsClosedSaves() {
     world.screen().close();
     QVERIFY(!world.slot.isLoaded());
     QCOMPARE(DetailsWorld::field(u"Location"), "North wall");
+}
+
+void TestRbdetails::returnAddsTheBuddy() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    auto* box = world.on<QComboBox>("cbobuddy").lineEdit();
+    QTest::keyClicks(box, QStringLiteral("Anna"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QCOMPARE(world.buddies(), QStringList{"Anna"});
+    QTest::keyClicks(box, QStringLiteral("Ben")); // over what stood there
+    QTest::keyClick(box, Qt::Key_Return);
+    QCOMPARE(world.buddies(), (QStringList{"Anna", "Ben"}));
+}
+
+void TestRbdetails::aTypedBuddyIsAddedOnEveryWayOut() {
+    for (const char* const way : {"close", "unload", "keep", "deletion"}) {
+        DetailsWorld world;
+        world.screen().showScreen();
+        QTest::keyClicks(world.on<QComboBox>("cbobuddy").lineEdit(), QStringLiteral("Anna"));
+        const QLatin1String out(way);
+        if (out == QLatin1String("close")) {
+            world.screen().close();
+        } else if (out == QLatin1String("unload")) {
+            world.slot.unload();
+        } else if (out == QLatin1String("keep")) {
+            world.screen().keep();
+        } else {
+            QCOMPARE(world.screen().saveQuietly(), QString());
+        }
+        QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddylist WHERE buddylist = 'Anna'"), 1);
+        QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddy WHERE buddy = 'Anna'"), 1);
+    }
+}
+
+void TestRbdetails::aPickedOrAddedBuddyIsNotAddedAgainOnTheWayOut() {
+    DetailsWorld world;
+    process().database.execute("INSERT INTO buddy (buddy) VALUES ('Carl')");
+    world.screen().showScreen();
+    auto& box = world.on<QComboBox>("cbobuddy");
+    QTest::keyClicks(box.lineEdit(), QStringLiteral("Anna"));
+    world.click("cmdadd");
+    world.on<QListWidget>("List1").setCurrentRow(0);
+    world.click("cmdremove"); // added, and taken out again
+    QTest::keyClicks(box.lineEdit(), QStringLiteral("x"));
+    box.setCurrentIndex(0);
+    emit box.activated(0);
+    world.slot.unload();
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM buddylist"), 0);
+}
+
+void TestRbdetails::aTileGivesUpItsPicture() {
+    DetailsWorld world;
+    const QString path = world.picture(QStringLiteral("reef.jpg"), {64, 48});
+    world.screen().showScreen();
+    auto& note = world.on<QPlainTextEdit>("txtsitenote");
+    note.setPlainText(QStringLiteral("A wall"));
+    QVERIFY(!world.on<QWidget>("pictureaway(1)").isVisible());
+    world.dialogs.answerFile(path);
+    world.click("Label5(1)");
+    QCOMPARE(note.toPlainText(), QStringLiteral("A wall\nImageplz1%1\n").arg(path));
+    QTRY_VERIFY(!world.on<QWidget>("Label5(1)").isVisible());
+    QVERIFY(world.on<QWidget>("pictureaway(1)").isVisible());
+    world.click("pictureaway(1)");
+    QCOMPARE(note.toPlainText(), "A wall\n");
+    QVERIFY(world.on<QWidget>("Label5(1)").isVisible());
+    QVERIFY(QFile::exists(path));
+}
+
+void TestRbdetails::pictureLinesAreFoldedAndStayInTheText() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    auto& note = world.on<QPlainTextEdit>("txtsitenote");
+    const QString text = QStringLiteral("Imageplz0/a.jpg\nA wall\nImageplz1/b.jpg\nImageplz2/c.jpg\nend");
+    note.setPlainText(text);
+    QStringList seen;
+    for (QTextBlock block = note.document()->begin(); block.isValid(); block = block.next()) {
+        if (block.isVisible()) {
+            seen += block.text();
+        }
+    }
+    QCOMPARE(seen, (QStringList{"A wall", "end"}));
+    QCOMPARE(note.toPlainText(), text);
+    // No key leads into them or joins them with what is written.
+    note.setFocus();
+    QTest::keyClick(&note, Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(&note, Qt::Key_Backspace);
+    QTest::keyClick(&note, Qt::Key_Left);
+    QTest::keyClick(&note, 'B');
+    QTest::keyClick(&note, Qt::Key_End);
+    QTest::keyClick(&note, Qt::Key_Delete);
+    QTest::keyClick(&note, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(&note, Qt::Key_Home);
+    QTest::keyClick(&note, Qt::Key_Backspace);
+    QTest::keyClick(&note, Qt::Key_Left);
+    QTest::keyClick(&note, '!');
+    QCOMPARE(note.toPlainText(),
+             QStringLiteral("Imageplz0/a.jpg\nBA wall!\nImageplz1/b.jpg\nImageplz2/c.jpg\nend"));
+}
+
+void TestRbdetails::savedGoesWhenTypingGoesOn() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    world.on<QLineEdit>("Txtdiver").setText(QStringLiteral("Anna"));
+    world.click("cmdSave");
+    QCOMPARE(world.label("quietline"), "Saved");
+    QTest::keyClicks(&world.on<QLineEdit>("Txtdiver"), QStringLiteral("x"));
+    QCOMPARE(world.label("quietline"), QString());
+    world.click("cmdSave");
+    world.on<QPlainTextEdit>("txtcomments").appendPlainText(QStringLiteral("more"));
+    QCOMPARE(world.label("quietline"), QString());
 }
 
 void TestRbdetails::aSingleQuoteIsToldInOneLine() {

@@ -27,6 +27,13 @@ private slots:
     void stripGoesBackToTheBlueRowClickedBefore();
     void stripShowsTheFirstBlueRowWhenNoneWasClicked();
     void stripShowsTheCurrentRowWhenNoneIsBlue();
+    void controlAChoosesAll();
+    void aSecondClickOnAHeadingTurnsItsOrderRound();
+    void theDirectionOutlivesTheListAndTheKeyStaysOneLetter();
+    void theMenuOrdersUpward();
+    void choosingADiveDoesWhatAClickDoes();
+    void scrollingToTheNewestLeavesTheChoice();
+    void anotherUnitReachesTheListAndLeavesTheChoice();
 };
 
 namespace {
@@ -287,6 +294,109 @@ void TestRbmainRows::stripShowsTheCurrentRowWhenNoneIsBlue() {
     world.click(2, Qt::ControlModifier);
     QCOMPARE(world.blueRows(), QList<int>());
     QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
+}
+
+void TestRbmainRows::controlAChoosesAll() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.click(2);
+    world.key(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(world.blueRows(), (QList<int>{1, 2, 3, 4}));
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(2));
+    world.key(Qt::Key_Down); // a plain key leaves one
+    QCOMPARE(world.blueRows(), QList<int>{3});
+}
+
+void TestRbmainRows::aSecondClickOnAHeadingTurnsItsOrderRound() {
+    ListWorld world;
+    addDives(3);
+    ListWorld::addDive(diveNumber(4), {{QStringLiteral("site"), QStringLiteral("A reef")}});
+    world.show();
+    const QStringList upward{diveNumber(1), diveNumber(2), diveNumber(3), diveNumber(4)};
+    emit world.grid().headerClicked(5);
+    QCOMPARE(world.column(0).first(), diveNumber(4));
+    QVERIFY(world.grid().sortAscending());
+    emit world.grid().headerClicked(5);
+    QCOMPARE(world.column(0).last(), diveNumber(4));
+    QCOMPARE(world.grid().sortColumn(), 5);
+    QVERIFY(!world.grid().sortAscending());
+    emit world.grid().headerClicked(0);
+    QCOMPARE(world.column(0), upward);
+    QVERIFY(world.grid().sortAscending());
+    emit world.grid().headerClicked(0);
+    QCOMPARE(world.column(0), QStringList(upward.rbegin(), upward.rend()));
+    QCOMPARE(world.blueRows(), QList<int>{1});
+}
+
+void TestRbmainRows::theDirectionOutlivesTheListAndTheKeyStaysOneLetter() {
+    ListWorld world;
+    addDives(2);
+    ListWorld::addDive(diveNumber(3), {{QStringLiteral("MaxDepth"), QStringLiteral("90.000")}});
+    world.show();
+    emit world.grid().headerClicked(2);
+    emit world.grid().headerClicked(2);
+    QCOMPARE(world.column(0).first(), diveNumber(3));
+    world.list.unload();
+    QCOMPARE(world.bytesOf(u"", "dsort.txt"), "m\r\n");
+    QCOMPARE(world.column(0).first(), diveNumber(3));
+    world.trigger("mnusdate");
+    world.list.unload();
+    QVERIFY(world.grid().sortAscending());
+}
+
+void TestRbmainRows::theMenuOrdersUpward() {
+    ListWorld world;
+    addDives(3);
+    world.show();
+    emit world.grid().headerClicked(0);
+    emit world.grid().headerClicked(0);
+    world.trigger("mnusdiveid");
+    QCOMPARE(world.column(0).first(), diveNumber(1));
+    QVERIFY(world.control<QAction>("mnusdiveid")->isChecked());
+}
+
+void TestRbmainRows::choosingADiveDoesWhatAClickDoes() {
+    ListWorld world;
+    addDives(80);
+    world.show();
+    world.list.get().chooseDive(diveNumber(70));
+    QCOMPARE(world.blueRows(), QList<int>{70});
+    QCOMPARE(world.grid().row(), 70);
+    QCOMPARE(world.labelText("txtdiveid"), diveNumber(70));
+    QVERIFY(world.grid().viewport()->rect().contains(world.cell(70)));
+    world.list.get().chooseDive(diveNumber(99)); // not there
+    QCOMPARE(world.blueRows(), QList<int>{70});
+}
+
+void TestRbmainRows::scrollingToTheNewestLeavesTheChoice() {
+    ListWorld world;
+    addDives(80);
+    ListWorld::addDive(diveNumber(81),
+                       {{QStringLiteral("startdate"), QStringLiteral("2019-01-01 00:00:00")}});
+    ListWorld::addDive(diveNumber(82),
+                       {{QStringLiteral("startdate"), QStringLiteral("2018-01-01 00:00:00")}});
+    world.show();
+    world.trigger("mnusdiveid");
+    world.list.get().scrollToNewest({diveNumber(81), diveNumber(82)});
+    QVERIFY(world.grid().viewport()->rect().contains(world.cell(81)));
+    QCOMPARE(world.blueRows(), QList<int>{1});
+    world.list.get().scrollToNewest({diveNumber(5)});
+    QVERIFY(world.grid().viewport()->rect().contains(world.cell(5)));
+}
+
+void TestRbmainRows::anotherUnitReachesTheListAndLeavesTheChoice() {
+    ListWorld world;
+    addDives(4);
+    world.show();
+    world.click(2);
+    world.click(3, Qt::ControlModifier);
+    QCOMPARE(world.grid().text(3, 2), "22m");
+    process().depthunit = QStringLiteral("Feet");
+    world.list.get().takeUnit();
+    QCOMPARE(world.column(2), QStringList(4, "73ft"));
+    QCOMPARE(world.blueRows(), (QList<int>{2, 3}));
+    QCOMPARE(world.labelText("txtmaxdepth"), "73ft");
 }
 
 QTEST_MAIN(TestRbmainRows)

@@ -29,6 +29,7 @@ public:
         }
     }
     void bringDiveListToFront() override { asked += QStringLiteral("bringDiveListToFront"); }
+    void scrollDiveListTo(const QStringList& imported) override { scrolledTo = imported; }
     void unloadDiveList() override { asked += QStringLiteral("unloadDiveList"); }
     bool isDiveListOnScreen() override { return diveListOnScreen; }
     void showDiveView() override { asked += QStringLiteral("showDiveView"); }
@@ -47,6 +48,8 @@ public:
     void placeTips(const QRect&, bool) override { ++tipsPlaced; }
     void showFirmware() override { asked += QStringLiteral("showFirmware"); }
     void unloadFirmware() override { asked += QStringLiteral("unloadFirmware"); }
+    bool callFirstCopy() override { return true; }
+    bool isCalled() override { return std::exchange(called, false); }
     bool isSecondCopy() override { return secondCopy; }
     void unloadOthers() override { asked += QStringLiteral("unloadOthers"); }
     void endProcess() override { asked += QStringLiteral("endProcess"); }
@@ -60,6 +63,8 @@ public:
     int tipsPlaced = 0;
     int tip = 1;
     QString listFault;
+    bool called = false;
+    QStringList scrolledTo;
 };
 
 } // namespace benthor::tests

@@ -137,7 +137,9 @@ void TestHouse::aSecondCopyLeavesTheStoreAloneAndEnds() {
     QVERIFY(loaded("main") == nullptr);
     QTRY_COMPARE(ended.count(), 1);
     QVERIFY(!folder.has("dbtxt"));
-    QVERIFY(dialogs.asked().isEmpty());
+    QCOMPARE(dialogs.messages().size(), 1);
+    QVERIFY(dialogs.messages().first().startsWith(QLatin1String("Benthor is already open")));
+    QVERIFY(folder.has(".benthor.front")); // what the first copy looks for
 }
 
 void TestHouse::withoutAStoreTheGuideStaysAndTheQuestionFollows() {

@@ -22,6 +22,10 @@ private slots:
     void aDoubleClickBesideAnOpenDiveShowsTheOtherOne();
     void theSameDiveOpenedAgainIsLoadedAnew();
     void theListThatComesBackIsFilledAnew();
+    void theListComesBackOnTheDiveJustLookedAtOnce();
+    void anotherUnitReachesTheOpenList();
+    void theOpenListFollowsWhatTheDetailsSaved();
+    void aCaptureSaysWhereItWent();
     void theListOfAnImportGoesWithTheDiveOpenedFromIt();
 
     // what runs beside an open dive
@@ -85,6 +89,53 @@ void TestHouseDives::theListThatComesBackIsFilledAnew() {
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     QVERIFY(loaded("rbinterface") == nullptr);
     QCOMPARE(program.list().text(1, kNameColumn), "Harbour");
+}
+
+void TestHouseDives::theListComesBackOnTheDiveJustLookedAtOnce() {
+    DivesProgram program(3);
+    DivesProgram::open(2);
+    QCOMPARE(DivesProgram::shownDive(), diveid(2));
+    control<QAction>("rbinterface", "mnudiveexit")->trigger();
+    QCOMPARE(DivesProgram::list().row(), 2);
+    QCOMPARE(control<QLabel>("rbmain", "txtdiveid")->text(), diveid(2));
+    control<QAction>("main", "mnucurrentmain")->trigger();
+    QCOMPARE(DivesProgram::list().row(), 1);
+    QCOMPARE(control<QLabel>("rbmain", "txtdiveid")->text(), diveid(1));
+}
+
+void TestHouseDives::anotherUnitReachesTheOpenList() {
+    DivesProgram program(3);
+    DivesProgram::choose(2);
+    const QString metres = DivesProgram::list().text(2, 2);
+    control<QAction>("main", "mnuFeet")->trigger();
+    QVERIFY(DivesProgram::list().text(2, 2).endsWith(QLatin1String("ft")));
+    QCOMPARE(DivesProgram::list().row(), 2);
+    control<QAction>("main", "mnuMeters")->trigger();
+    QCOMPARE(DivesProgram::list().text(2, 2), metres);
+}
+
+void TestHouseDives::theOpenListFollowsWhatTheDetailsSaved() {
+    DivesProgram program(3);
+    DivesProgram::open(2);
+    DivesProgram::openDetails();
+    control<QAction>("main", "mnucurrentmain")->trigger();
+    DivesProgram::choose(3);
+    control<QLineEdit>("rbdetails", "txtlocation")->setText(QStringLiteral("North wall"));
+    control<QPushButton>("rbdetails", "cmdSave")->click();
+    QCOMPARE(DivesProgram::list().text(2, kNameColumn), "North wall");
+    QCOMPARE(DivesProgram::list().row(), 3);
+}
+
+void TestHouseDives::aCaptureSaysWhereItWent() {
+    DivesProgram program(1);
+    DivesProgram::open(1);
+    control<QAction>("rbinterface", "mnuScrSave")->trigger();
+    const QStringList pictures = QDir(program.folder.path("jpg")).entryList(QDir::Files);
+    QCOMPARE(pictures.size(), 1);
+    QVERIFY(control<QLabel>("rbinterface", "passingnote")->text().endsWith(pictures.first()));
+    const QByteArray first = program.folder.get("jpg/" + pictures.first());
+    control<QAction>("rbinterface", "mnuScrSave")->trigger(); // the note is not in the picture
+    QCOMPARE(program.folder.get("jpg/" + pictures.first()), first);
 }
 
 void TestHouseDives::theListOfAnImportGoesWithTheDiveOpenedFromIt() {

@@ -26,6 +26,9 @@ private slots:
     void aMissingBackupIsToldAndOlderOnesAreOffered();
     void withoutAnyBackupTheUserIsTold();
     void aSecondCopyClosesItsMainScreen();
+    void aCallOfASecondCopyBringsTheScreenToTheFront();
+    void keysLeadToTheManualAnotherStoreAndTheEnd();
+    void theScreenIsWholeAtItsLeastSize();
     void theCounterIsAlignedAtEachStart();
     void aStoreWithoutDivesSaysSo();
     void totalsTellCountAndLastDive();
@@ -144,6 +147,57 @@ void TestMainScreen::aSecondCopyClosesItsMainScreen() {
     QVERIFY(process().firststart);
     QVERIFY(!process().database.isOpen());
     QCOMPARE(stage.neighbours.asked, (QStringList{"unloadFirmware", "unloadOthers"}));
+    QCOMPARE(stage.dialogs.messages().size(), 1);
+    QVERIFY(stage.dialogs.messages().first().startsWith(QLatin1String("Benthor is already open")));
+}
+
+void TestMainScreen::aCallOfASecondCopyBringsTheScreenToTheFront() {
+    MainStage stage;
+    stage.main->showScreen();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    stage.main->Timer1_tick();
+    QCOMPARE(QApplication::activeWindow(), &other);
+    stage.neighbours.called = true;
+    stage.main->showMinimized();
+    stage.main->Timer1_tick();
+    QVERIFY(QTest::qWaitForWindowActive(stage.main));
+    QVERIFY(!stage.main->isMinimized());
+}
+
+void TestMainScreen::keysLeadToTheManualAnotherStoreAndTheEnd() {
+    MainStage stage;
+    QCOMPARE(stage.action("mnuHTMLhelp")->shortcut(), QKeySequence(Qt::Key_F1));
+    QCOMPARE(stage.action("mnuOpen")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
+    QCOMPARE(stage.action("mnuExit")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+void TestMainScreen::theScreenIsWholeAtItsLeastSize() {
+    for (const bool tips : {false, true}) {
+        MainStage stage;
+        stage.putDive();
+        stage.main->showScreen();
+        if (tips) {
+            stage.click("Label10(0)");
+        }
+        for (int round = 0; round < 3; ++round) { // the least size follows the width that was given
+            QCoreApplication::sendPostedEvents();
+            stage.main->resize(stage.main->minimumSize());
+        }
+        QCoreApplication::sendPostedEvents();
+        for (QWidget* child : stage.main->findChildren<QWidget*>()) {
+            const bool told = !child->objectName().isEmpty() && child->isVisible() && child->parentWidget();
+            if (!told || child->objectName().startsWith(QLatin1String("qt_"))) {
+                continue;
+            }
+            const QRect place(child->mapTo(stage.main, QPoint()), child->size());
+            QVERIFY2(stage.main->rect().contains(place), qPrintable(child->objectName()));
+            const int wanted = child->hasHeightForWidth() ? child->heightForWidth(child->width()) : 0;
+            QVERIFY2(child->height() >= wanted, qPrintable(child->objectName()));
+        }
+    }
 }
 
 void TestMainScreen::theCounterIsAlignedAtEachStart() {

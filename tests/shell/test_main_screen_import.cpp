@@ -1,10 +1,12 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/wholelabel.h"
 #include "platform/screen/ticktimer.h"
+#include "shell/newfolderwatch.h"
 #include "tests/shell/mainstage.h"
 
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 
 using benthor::process;
@@ -47,6 +49,9 @@ private slots:
     void theFrameStandsForTheWholeRunHoweverItBegins_data();
     void theFrameStandsForTheWholeRunHoweverItBegins();
     void theWordsAboutAFileAreNeverCut();
+    void theBarIsAProportion();
+    void afterAStopTheCardSaysHowManyWait();
+    void theListScrollsToWhatCameIn();
     void theBlueOfTheEntryIsTakenBackWhileFilesWait();
     void aFileLeftBehindDoesNotStartAnotherImport();
     void anEmptyFolderTurnsTheButtonRedAndTheCaptionBlue();
@@ -217,6 +222,56 @@ void TestMainScreenImport::theWordsAboutAFileAreNeverCut() {
     stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
     stage.main->Timer1_tick();
     QVERIFY(whole);
+}
+
+void TestMainScreenImport::theBarIsAProportion() {
+    MainStage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    auto* bar = stage.control<QProgressBar>("importbar");
+    QList<int> values;
+    connect(bar, &QProgressBar::valueChanged, bar, [&values](int value) { values += value; });
+    stage.dialogs.during([&] { QCOMPARE(bar->value(), bar->maximum()); });
+    stage.main->Timer1_tick();
+    QCOMPARE(bar->maximum(), 6); // three files, each kept and stored
+    QVERIFY(std::is_sorted(values.begin(), values.end()));
+    QCOMPARE(values.last(), 6);
+    QVERIFY(values.size() >= 5);
+}
+
+void TestMainScreenImport::afterAStopTheCardSaysHowManyWait() {
+    MainStage stage;
+    stage.main->showScreen();
+    for (const char* name : {"new/a.txt", "new/b.txt", "new/c.txt"}) {
+        stage.folder.put(name, TestFolder::dive("typical.txt"));
+    }
+    const InImport stop([&] {
+        stage.control<QPushButton>("stopimport")->setEnabled(true);
+        stage.control<QPushButton>("stopimport")->click();
+    });
+    QString said;
+    stage.dialogs.during([&] { said = stage.control<QLabel>("lblwaiting")->text(); });
+    stage.main->Timer1_tick();
+    const int left = static_cast<int>(QDir(stage.folder.path("new")).entryList(QDir::Files).size());
+    QVERIFY(left > 0);
+    const QString words = QStringLiteral("Stopped: ") + benthor::shell::waitingText(left);
+    QCOMPARE(said, words);
+    QCOMPARE(stage.control<QLabel>("lblwaiting")->text(), words);
+    QCOMPARE(stage.dialogs.messages(), QStringList{"Dive(s) put into database."});
+    QCOMPARE(stage.dialogs.asked().first().below, QString());
+    stage.click("Command4");
+    QCOMPARE(stage.control<QLabel>("lblwaiting")->text(), "No files wait");
+}
+
+void TestMainScreenImport::theListScrollsToWhatCameIn() {
+    MainStage stage;
+    stage.main->showScreen();
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.folder.put("new/b.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QCOMPARE(stage.neighbours.scrolledTo, (QStringList{"D0000001", "D0000002"}));
 }
 
 void TestMainScreenImport::theBlueOfTheEntryIsTakenBackWhileFilesWait() {

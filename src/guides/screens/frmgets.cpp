@@ -18,6 +18,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -46,6 +47,7 @@ frmGetS::frmGetS(bool maintain)
     buildFoot(*card);
     setCentralWidget(card);
     setMinimumSize(560, 360);
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &frmGetS::unload);
     showStep();
 }
 

@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QMimeDatabase>
+#include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
@@ -39,9 +40,15 @@ void openManual(QWidget* parent) {
         if (!nothingOpens(manual) && QDesktopServices::openUrl(QUrl::fromLocalFile(manual))) {
             return;
         }
-        if (QWidget* view = makeManualView(manual)) {
+        static QPointer<QWidget> view; // one window, however often it is asked for
+        if (view == nullptr) {
+            view = makeManualView(manual);
+        }
+        if (view != nullptr) {
+            view->setWindowState(view->windowState() & ~Qt::WindowMinimized);
             view->show();
             view->raise();
+            view->activateWindow();
             return;
         }
     }

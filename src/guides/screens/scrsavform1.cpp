@@ -76,7 +76,9 @@ void ScrSavForm1::cmdCapture_click() {
             platform::BoxKind::Warning);
         return;
     }
-    const QString words = saveCapture(picture, folder.path(u"screen.bmp"), folder.path(u"jpg", name));
+    const QString path = folder.path(u"jpg", name);
+    const QString words = saveCapture(picture, folder.path(u"screen.bmp"), path);
+    savedAs_ = words.isEmpty() && !picture.isNull() ? path : QString();
     if (!words.isEmpty()) {
         platform::dialogs().message(this, QStringLiteral("[FreeImage] Error: ") + words,
                                     platform::BoxKind::Warning);

@@ -20,6 +20,9 @@ public:
     /// Saves the picture in the folder jpg under the dive's name.
     void cmdCapture_click();
 
+    /// Path of the picture that was saved; empty where none was.
+    QString savedAs() const { return savedAs_; }
+
     /// A choice that is kept and that the capture does not read.
     QString size() const { return size_; }
 
@@ -28,6 +31,7 @@ private:
 
     QPointer<platform::Screen> diveScreen_;
     QString divefilename_;
+    QString savedAs_;
     QString size_;
     QLabel* sizeLabel_ = nullptr;
 };

@@ -52,6 +52,14 @@ PictureTile::PictureTile(int index, QWidget* parent)
     both->setContentsMargins(1, 1, 1, 1);
     both->addWidget(Image1_, 0, 0);
     both->addWidget(Label5_, 0, 0, Qt::AlignCenter);
+    away_ = new look::ClickableLabel;
+    away_->setObjectName(QStringLiteral("pictureaway(%1)").arg(index));
+    away_->setIconName(QStringLiteral("close"), 18);
+    away_->setInk(look::Ink::Quiet);
+    away_->setAccessibleName(QStringLiteral("Take picture %1 away").arg(index + 1));
+    away_->setToolTip(QStringLiteral("Takes the picture away from this dive; its file stays where it is"));
+    both->addWidget(away_, 0, 0, Qt::AlignRight | Qt::AlignTop);
+    connect(away_, &look::ClickableLabel::clicked, this, &PictureTile::givenUp);
     for (look::ClickableLabel* label : {Image1_, Label5_}) {
         connect(label, &look::ClickableLabel::clicked, this, &PictureTile::clicked);
     }
@@ -94,6 +102,7 @@ void PictureTile::take(int load, const QImage& picture) {
 void PictureTile::showPicture() {
     const bool there = hasPicture();
     Label5_->setVisible(!there);
+    away_->setVisible(!path_.isEmpty());
     setToolTip(path_.isEmpty()     ? QString()
                : there || loading_ ? path_
                                    : QStringLiteral("This picture cannot be read: ") + path_);

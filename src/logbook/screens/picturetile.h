@@ -26,6 +26,7 @@ public:
 
 signals:
     void clicked();
+    void givenUp(); ///< the picture is to be taken away
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -41,6 +42,7 @@ private:
     bool loading_ = false;
     look::ClickableLabel* Image1_;
     look::ClickableLabel* Label5_;
+    look::ClickableLabel* away_ = nullptr;
 };
 
 } // namespace benthor::logbook

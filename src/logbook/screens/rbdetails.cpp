@@ -11,6 +11,7 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -70,6 +71,7 @@ QString rbdetails::saveQuietly() {
     if (dive_.isEmpty()) {
         return {};
     }
+    takeTypedBuddy();
     try {
         savedetails(process().database, dive_, edited());
         noteSaved();
@@ -152,6 +154,7 @@ void rbdetails::cmdSave_click() {
 /// On the way out there is no screen to stay on: what cannot be stored is tried again for as long as the user
 /// wants it.
 void rbdetails::saveOrAsk() {
+    takeTypedBuddy();
     while (!dive_.isEmpty()) {
         try {
             const bool changed = !(edited() == stored_); // else it was told when it was saved
@@ -183,6 +186,7 @@ void rbdetails::saveOrAsk() {
 
 void rbdetails::noteSaved() {
     stored_ = edited();
+    emit saved();
     if (!rescued_.isEmpty()) {
         static_cast<void>(platform::removeFile(ProgramFolder::current().path(std::exchange(rescued_, {}))));
     }
@@ -225,10 +229,53 @@ void rbdetails::cmdadd_click() {
     if (!buddy.isEmpty()) {
         List1_->addItem(buddy);
     }
+    buddyTyped_ = false;
+    typed();
+}
+
+/// Return in the box of buddies. The text stays, ready to be written over.
+void rbdetails::cbobuddy_return() {
+    cmdadd_click();
+    cbobuddy_->lineEdit()->selectAll();
+}
+
+/// The box hands a Return that its line has told of on to that line once more; here it counts once.
+bool rbdetails::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && cbobuddy_ != nullptr && watched == cbobuddy_->lineEdit()) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            cbobuddy_return();
+            return true;
+        }
+    }
+    return Screen::eventFilter(watched, event);
+}
+
+/// On the way out a name that was typed and never added is meant all the same.
+void rbdetails::takeTypedBuddy() {
+    const QString buddy = cbobuddy_->currentText();
+    if (!dive_.isEmpty() && buddyTyped_ && !buddy.trimmed().isEmpty() &&
+        List1_->findItems(buddy, Qt::MatchFixedString).isEmpty()) {
+        List1_->addItem(buddy);
+    }
+    buddyTyped_ = false;
+}
+
+/// What was said of the last save is no longer true.
+void rbdetails::typed() {
+    if (!quietLine_->text().isEmpty() && centralWidget()->isEnabled() && !(edited() == stored_)) {
+        tell(QString());
+    }
 }
 
 void rbdetails::cmdremove_click() {
     delete List1_->takeItem(List1_->currentRow());
+    typed();
+}
+
+void rbdetails::givePictureUp(int index) {
+    tiles_[static_cast<size_t>(index)]->setPath(QString());
+    txtsitenote_->setPlainText(withoutpicture(txtsitenote_->toPlainText(), index));
 }
 
 void rbdetails::Image1_click(int index) {

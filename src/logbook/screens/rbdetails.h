@@ -36,10 +36,12 @@ public:
     void closeForDeletion();
 
 signals:
+    void saved();          ///< the store has what stands here
     void diveViewWanted(); ///< the screen is to be unloaded and the dive screen shown
     void captureWanted();  ///< on the way out, before the dive is stored
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void loading() override;
     void unloading() override;
     void keeping() override;
@@ -53,7 +55,7 @@ private:
     QWidget* buildDiver();
     QWidget* buildBuddies();
     QWidget* buildPictures();
-    QPlainTextEdit* notes(const char* name);
+    QPlainTextEdit* notes(const char* name, QPlainTextEdit* box = nullptr);
 
     // events, named for their controls
     void cmdSave_click();
@@ -61,6 +63,11 @@ private:
     void Cmdcancel_click();
     void cmdadd_click();
     void cmdremove_click();
+    void cbobuddy_return();
+    void takeTypedBuddy();
+    void typed();
+    void connectTyping();
+    void givePictureUp(int index);
     void Image1_click(int index);
 
     void show(const DiveDetails& details);
@@ -73,9 +80,10 @@ private:
     void tell(const QString& quietLine);
 
     store::DiveIdentity dive_;
-    DiverAdds stored_;     ///< what the store has of it, as it stands on the screen
-    QString rescued_;      ///< name of the text that holds what could not be stored; empty: there is none
-    bool deleted_ = false; ///< the dive is gone from the store
+    DiverAdds stored_;        ///< what the store has of it, as it stands on the screen
+    QString rescued_;         ///< name of the text that holds what could not be stored; empty: there is none
+    bool buddyTyped_ = false; ///< a name was typed by hand and not added yet
+    bool deleted_ = false;    ///< the dive is gone from the store
     std::array<look::NumberLabel*, 10> device_{};
     QLabel* depthcaption_ = nullptr;
     QLabel* quietLine_ = nullptr;

@@ -3,6 +3,7 @@
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/picturetile.h"
 #include "logbook/screens/rbdetails.h"
+#include "logbook/screens/sitenote.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/numberlabel.h"
@@ -18,7 +19,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSyntaxHighlighter>
 #include <QVBoxLayout>
 
 namespace benthor::logbook {
@@ -29,21 +29,6 @@ constexpr int kDeviceWidth = 248;
 constexpr int kTilesHeight = 148;
 constexpr int kSuitLength = 50; // the store takes no longer one
 constexpr int kNumber = 20;
-
-/// The lines that hold the paths of pictures stand back behind the diver's own words.
-class PictureLines : public QSyntaxHighlighter {
-public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
-
-protected:
-    void highlightBlock(const QString& text) override {
-        if (text.startsWith(QLatin1String("Imageplz"))) {
-            QTextCharFormat quiet;
-            quiet.setForeground(look::tokens().textquiet);
-            setFormat(0, static_cast<int>(text.size()), quiet);
-        }
-    }
-};
 
 template <class Box> Box* named(Box* box, const char* name, const char* accessibleName) {
     box->setObjectName(QLatin1String(name));
@@ -92,8 +77,25 @@ rbdetails::rbdetails()
     setCentralWidget(ground);
     setMinimumSize(900, 620);
     Txtdiver_->setFocus();
+    connectTyping();
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
             &rbdetails::Cmdcancel_click);
+}
+
+void rbdetails::connectTyping() {
+    for (QLineEdit* box : {Txtdiver_, txtlocation_, txtsuit_}) {
+        connect(box, &QLineEdit::textEdited, this, &rbdetails::typed);
+    }
+    for (QComboBox* box : {Cbodepartment_, Cbosite_, cbowhether_}) {
+        connect(box, &QComboBox::currentTextChanged, this, &rbdetails::typed);
+    }
+    for (QPlainTextEdit* box : {txtdivenote_, txtsitenote_, txtcomments_}) {
+        connect(box, &QPlainTextEdit::textChanged, this, &rbdetails::typed);
+    }
+    QLineEdit* buddy = cbobuddy_->lineEdit();
+    connect(buddy, &QLineEdit::textEdited, this, [this] { buddyTyped_ = true; });
+    buddy->installEventFilter(this);
+    connect(cbobuddy_, &QComboBox::activated, this, [this] { buddyTyped_ = false; });
 }
 
 void rbdetails::buildMenus() {
@@ -213,8 +215,8 @@ QWidget* rbdetails::buildDevice() {
     return card;
 }
 
-QPlainTextEdit* rbdetails::notes(const char* name) {
-    auto* box = new QPlainTextEdit;
+QPlainTextEdit* rbdetails::notes(const char* name, QPlainTextEdit* box) {
+    box = box != nullptr ? box : new QPlainTextEdit;
     box->setObjectName(QLatin1String(name));
     box->setTabChangesFocus(true);
     box->setMinimumHeight(72);
@@ -235,9 +237,8 @@ QWidget* rbdetails::buildDiver() {
     Cbodepartment_ = pickBox("Cbodepartment", "Department");
     cbowhether_ = pickBox("cbowhether", "Weather");
     txtdivenote_ = notes("txtdivenote");
-    txtsitenote_ = notes("txtsitenote");
+    txtsitenote_ = notes("txtsitenote", new SiteNote);
     txtcomments_ = notes("txtcomments");
-    new PictureLines(txtsitenote_->document());
 
     auto* form = new QGridLayout;
     form->setHorizontalSpacing(look::spaceBase);
@@ -257,8 +258,7 @@ QWidget* rbdetails::buildDiver() {
     words->setHorizontalSpacing(look::spaceBase);
     words->setVerticalSpacing(look::spaceSmall);
     words->addLayout(captioned(QStringLiteral("Dive notes"), txtdivenote_, 1), 0, 0);
-    words->addLayout(
-        captioned(QStringLiteral("Site notes (pictures keep their place here)"), txtsitenote_, 1), 0, 1);
+    words->addLayout(captioned(QStringLiteral("Site notes"), txtsitenote_, 1), 0, 1);
     words->addLayout(captioned(QStringLiteral("Comments"), txtcomments_, 1), 1, 0);
     words->addWidget(buildBuddies(), 1, 1);
     for (int i = 0; i < 2; ++i) {
@@ -305,6 +305,7 @@ QWidget* rbdetails::buildPictures() {
     for (int index = 0; index < kPictures; ++index) {
         auto* tile = new PictureTile(index);
         connect(tile, &PictureTile::clicked, this, [this, index] { Image1_click(index); });
+        connect(tile, &PictureTile::givenUp, this, [this, index] { givePictureUp(index); });
         tiles_[static_cast<size_t>(index)] = tile;
         across->addWidget(tile, 1);
     }

@@ -65,6 +65,7 @@ void rbmain::loading() {
     sortkey_ = readsortkey(ProgramFolder::current());
     openstore();
     runSort(sortnumber(sortkey_));
+    loadDirection();
     if (divecount_ == 0) {
         Timer3_.setEnabled(true);
     }

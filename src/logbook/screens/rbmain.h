@@ -55,6 +55,15 @@ public:
     /// dive must stay, or nothing.
     void setKeeper(std::function<QString(const QStringList& dives)> keeper) { keeper_ = std::move(keeper); }
 
+    /// Does what a click on the row of that dive does; nothing where the list has none.
+    void chooseDive(const QString& diveid);
+    /// Scrolls to the one of those dives that began last, and leaves the choice as it is.
+    void scrollToNewest(const QStringList& dives);
+    /// Shows depths in the unit in hand, where the list does not; the choice and the order stay.
+    void takeUnit();
+    /// Shows what the store has of the dives by now; the choice and the order stay.
+    void takeTexts();
+
     /// A line of the list's own, until the next choice.
     void tell(const QString& quietLine);
 
@@ -118,8 +127,10 @@ private:
     bool isOwnDive(const QString& diveid);
 
     // filling
-    void sortBy(const QString& key);
+    void mnusdiveid_click();
+    void sortBy(const QString& key, bool downward = false);
     void runSort(int sortnumber);
+    void loadDirection();
     void showSort();
     bool showDives();
     bool checkDives();
@@ -132,12 +143,15 @@ private:
     void markBlue(int row);
     void unmark(int row);
     void unmarkAll();
+    void chooseAll();
+    int rowOf(const QString& diveid) const;
     void chooseOnly(int row);
     void chooseBlock(int from, int to);
     void addToChosen(int row);
     void moveCurrentTo(int row);
     int keyTarget(int key) const;
     int rowMeant() const;
+    void showStrip();
     void refreshStrip();
     platform::RowSign signOf(int row) const;
     QStringList chosenDives() const;
@@ -164,6 +178,8 @@ private:
     std::function<QString(const QStringList& dives)> keeper_;
     QString storeFault_; ///< why the store cannot be read; empty when it can
     QString sortkey_;
+    bool downward_ = false; ///< the last dive of the order stands first
+    QString unit_;          ///< that the depths are shown in
     int divecount_ = 0;
     int clickedRow_ = 0;      ///< row under the last click
     std::vector<int> clicks_; ///< rows clicked, the last one at the end

@@ -9,7 +9,9 @@
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/look/widgets/wholelabel.h"
 #include "platform/screen/toldqcolor.h"
+#include "platform/skiperrors.h"
 #include "platform/storewait.h"
+#include "platform/usersettings.h"
 #include "shell/process.h"
 #include "store/diveinhand.h"
 
@@ -17,6 +19,7 @@
 #include <QActionGroup>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHash>
 #include <QLabel>
 #include <QScopedValueRollback>
 
@@ -33,7 +36,17 @@ struct SortColumn {
     int sortnumber;
     int displaycolumn;
 };
-constexpr std::array<SortColumn, 4> kSortColumns{{{1, 4}, {2, 2}, {3, 3}, {4, 5}}};
+constexpr std::array<SortColumn, 5> kSortColumns{{{0, 0}, {1, 4}, {2, 2}, {3, 3}, {4, 5}}};
+
+QString section() {
+    return QStringLiteral("Options");
+}
+
+/// The sort number whose order was last wanted downward, plus 1; 0 for none. The key in the program folder
+/// says nothing of it.
+QString downwardSetting() {
+    return QStringLiteral("Dive List Downward");
+}
 
 } // namespace
 
@@ -53,8 +66,13 @@ void rbmain::mnussite_click() {
     sortBy(QStringLiteral("s"));
 }
 
-void rbmain::sortBy(const QString& key) {
+void rbmain::mnusdiveid_click() {
+    sortBy(identifierkey());
+}
+
+void rbmain::sortBy(const QString& key, bool downward) {
     sortkey_ = key;
+    downward_ = downward;
     showSort();
     filldivelist();
 }
@@ -76,12 +94,29 @@ void rbmain::runSort(int sortnumber) {
     }
 }
 
+/// A second click on a heading turns its order round.
 void rbmain::MSFlexGrid1_HeaderClick(int col) {
     for (const SortColumn& sort : kSortColumns) {
-        if (sort.displaycolumn == col) {
-            runSort(sort.sortnumber);
-            return;
+        if (sort.displaycolumn != col) {
+            continue;
         }
+        if (sortnumber(sortkey_) == sort.sortnumber) {
+            sortBy(QString(sortkey_), !downward_);
+        } else if (sort.sortnumber == 0) {
+            mnusdiveid_click();
+        } else {
+            runSort(sort.sortnumber);
+        }
+        platform::userSettings().setNumber(section(), downwardSetting(), downward_ ? sort.sortnumber + 1 : 0);
+        return;
+    }
+}
+
+/// What was wanted at the end of the last list.
+void rbmain::loadDirection() {
+    const int wanted = platform::userSettings().number(section(), downwardSetting(), 0);
+    if (wanted == sortnumber(sortkey_) + 1) {
+        sortBy(QString(sortkey_), true);
     }
 }
 
@@ -100,7 +135,7 @@ void rbmain::showSort() {
         }
     }
     MSFlexGrid1_->setSortableColumns(sortable);
-    MSFlexGrid1_->setSortIndicator(shown, true);
+    MSFlexGrid1_->setSortIndicator(shown, !downward_);
 }
 
 void rbmain::filldivelist() {
@@ -132,7 +167,8 @@ bool rbmain::showDives() {
     divecount_ = 0;
     ListedDives list;
     try {
-        list = readdives(store(), sortnumber(sortkey_), process().depthunit);
+        list = readdives(store(), sortnumber(sortkey_), process().depthunit, downward_);
+        unit_ = process().depthunit;
     } catch (const platform::StoreError& error) {
         if (storeFault_.isEmpty()) {
             storeFault_ = error.text();
@@ -162,6 +198,38 @@ bool rbmain::showDives() {
     divecount_ = count;
     faulty_.assign(static_cast<size_t>(count) + 1, false);
     return true;
+}
+
+void rbmain::takeUnit() {
+    if (unit_ != process().depthunit) {
+        takeTexts();
+    }
+}
+
+void rbmain::takeTexts() {
+    if (filling_ || divecount_ == 0) {
+        return;
+    }
+    ListedDives list;
+    if (!platform::skipErrors(
+            [&] { list = readdives(store(), sortnumber(sortkey_), process().depthunit, downward_); })) {
+        return;
+    }
+    unit_ = process().depthunit;
+    QHash<QString, QStringList> texts;
+    for (QStringList& cells : list.rows) {
+        const QString diveid = cells.value(0);
+        texts.insert(diveid, std::move(cells));
+    }
+    for (int row = 1; row <= divecount_; ++row) {
+        const auto cells = texts.constFind(MSFlexGrid1_->text(row, 0));
+        for (int col = 0; cells != texts.constEnd() && col < MSFlexGrid1_->cols(); ++col) {
+            if (const QString text = cells->value(col); text != MSFlexGrid1_->text(row, col)) {
+                MSFlexGrid1_->setText(row, col, text);
+            }
+        }
+    }
+    showStrip();
 }
 
 /// Runs the validators over all rows. False when the screen was unloaded meanwhile.

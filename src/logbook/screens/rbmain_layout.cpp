@@ -114,7 +114,8 @@ void rbmain::buildSortMenu() {
     for (const Entry& one : {Entry{"mnusdate", "&Date", 3, &rbmain::mnusdate_click},
                              Entry{"mnusmd", "&MaxDepth", 2, &rbmain::mnusmd_click},
                              Entry{"mnuslocation", "Dive &Name", 1, &rbmain::mnuslocation_click},
-                             Entry{"mnussite", "&Site", 4, &rbmain::mnussite_click}}) {
+                             Entry{"mnussite", "&Site", 4, &rbmain::mnussite_click},
+                             Entry{"mnusdiveid", "Di&veID", 0, &rbmain::mnusdiveid_click}}) {
         QAction* entry = addEntry(sort, one.name, QLatin1String(one.caption), one.act);
         entry->setCheckable(true);
         entry->setData(one.sortnumber);

@@ -5,6 +5,7 @@
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
 #include "platform/screen/toldqcolor.h"
+#include "platform/skiperrors.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -58,6 +59,39 @@ void rbmain::chooseOnly(int row) {
     refreshStrip();
 }
 
+int rbmain::rowOf(const QString& diveid) const {
+    for (int row = 1; row <= divecount_; ++row) {
+        if (MSFlexGrid1_->text(row, 0).compare(diveid, Qt::CaseInsensitive) == 0) {
+            return row;
+        }
+    }
+    return 0;
+}
+
+void rbmain::chooseDive(const QString& diveid) {
+    if (const int row = rowOf(diveid); row > 0) {
+        clickedRow_ = row;
+        chooseOnly(row);
+        MSFlexGrid1_->showRow(row);
+    }
+}
+
+void rbmain::scrollToNewest(const QStringList& dives) {
+    QString newest;
+    platform::skipErrors([&] { newest = newestof(store(), dives); });
+    if (const int row = rowOf(newest); row > 0) {
+        MSFlexGrid1_->showRow(row);
+    }
+}
+
+/// The current row stays the one it was, and the strip with it.
+void rbmain::chooseAll() {
+    for (int row = 1; row <= divecount_; ++row) {
+        markBlue(row);
+    }
+    refreshStrip();
+}
+
 /// `from` stays the current row.
 void rbmain::chooseBlock(int from, int to) {
     unmarkAll();
@@ -80,13 +114,17 @@ int rbmain::rowMeant() const {
         clicks_, divecount_, [this](int row) { return isBlue(row); }, MSFlexGrid1_->row());
 }
 
-void rbmain::refreshStrip() {
+void rbmain::showStrip() {
     QStringList cells;
     const int row = rowMeant();
     for (int col = 0; row > 0 && row <= divecount_ && col < MSFlexGrid1_->cols(); ++col) {
         cells += MSFlexGrid1_->text(row, col);
     }
     strip_->showCells(cells);
+}
+
+void rbmain::refreshStrip() {
+    showStrip();
     MSFlexGrid1_->refreshSigns();
     tell(QString());
 }
@@ -176,6 +214,11 @@ int rbmain::keyTarget(int key) const {
 void rbmain::MSFlexGrid1_KeyDown(QKeyEvent* event) {
     const bool shift = event->modifiers() & Qt::ShiftModifier;
     const bool control = event->modifiers() & Qt::ControlModifier;
+    if (control && !shift && event->key() == Qt::Key_A) {
+        event->accept();
+        chooseAll();
+        return;
+    }
     const int target = shift || control ? keyTarget(event->key()) : 0;
     if (target < 1) {
         return;

@@ -74,6 +74,12 @@ void MainScreen::loading() {
     }
     process().firststart = true;
     if (neighbours_.isSecondCopy()) {
+        const bool called = neighbours_.callFirstCopy();
+        platform::dialogs().message(
+            this, called
+                      ? QStringLiteral("Benthor is already open on this program folder. Its window comes to "
+                                       "the front; this copy closes.")
+                      : QStringLiteral("Benthor is already open on this program folder; this copy closes."));
         unload();
         return;
     }
@@ -181,6 +187,14 @@ void MainScreen::showPanelPicture() {
     const int width = std::clamp(this->width() / 4, 200, 432);
     Picture12_->setPixmap(look::picturePixmap(picture, QSize(width, width), devicePixelRatio()));
     Picture12_->setVisible(!picture.isNull());
+}
+
+bool MainScreen::event(QEvent* event) {
+    const bool done = Screen::event(event);
+    if (event->type() == QEvent::LayoutRequest && centralWidget() != nullptr) {
+        fitLeastSize();
+    }
+    return done;
 }
 
 void MainScreen::changeEvent(QEvent* event) {

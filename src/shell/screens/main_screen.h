@@ -11,11 +11,11 @@ class QBoxLayout;
 class QLabel;
 class QListWidget;
 class QMenu;
+class QProgressBar;
 class QPushButton;
 class QStackedWidget;
 
 namespace benthor::look {
-class ActivitySweep;
 class ClickableLabel;
 class EntryRow;
 class LampDot;
@@ -73,6 +73,7 @@ protected:
     void unloading() override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     // main_screen_layout.cpp
@@ -117,6 +118,7 @@ private:
     void selectEntry(int choice);
     void entryClicked(int choice);
     void fitCards();
+    void fitLeastSize();
 
     // main_screen_actions.cpp
     void Command1_click();
@@ -144,6 +146,8 @@ private:
     void showWaiting(int waiting);
     int readNewFolder();
     void stopImport();
+    void showListBehindImport();
+    void showProgress(int done, int files);
     void movetocorrupt_click();
 
     Neighbours& neighbours_;
@@ -177,7 +181,8 @@ private:
     TipsPanel* Frame4_ = nullptr;
 
     look::OverlayCard* Frame2_ = nullptr;
-    look::ActivitySweep* sweep_ = nullptr;
+    QProgressBar* importbar_ = nullptr;
+    bool stopped_ = false; ///< the last run was stopped, and files wait since
     QLabel* lblprogress_ = nullptr;
     QLabel* lblcopying_ = nullptr;
     QLabel* lblcurrentfile_ = nullptr;

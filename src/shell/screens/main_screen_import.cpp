@@ -5,7 +5,6 @@
 #include "link/linkstatus.h"
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
-#include "platform/look/widgets/activitysweep.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
@@ -23,7 +22,7 @@
 #include "shell/process.h"
 #include "shell/screens/neighbours.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
@@ -69,7 +68,8 @@ public:
         screen_.Picture9_->hide();
         screen_.Command4_->setEnabled(false);
         screen_.List1_->clear();
-        screen_.sweep_->restart();
+        screen_.stopped_ = false;
+        screen_.showProgress(0, 0);
         screen_.Frame2_->show(); // here alone, and hidden in runends
         screen_.lblprogress_->show();
         screen_.QWidget::repaint();
@@ -79,7 +79,8 @@ public:
         screen_.lblcopying_->setText(QStringLiteral("Keeping a copy of each: %1 of %2")
                                          .arg(QString::number(number), QString::number(files)));
         screen_.lblcopying_->show();
-        screen_.sweep_->advance();
+        files_ = files;
+        screen_.showProgress(number - 1, files);
     }
     /// Keys and clicks wait in their queue and ticks are held. Lines wait only where the desktop's event
     /// dispatcher can hold them back, so what they bring must do no harm here.
@@ -105,7 +106,8 @@ public:
         screen_.lblcurrentfile_->setText(QString::number(number));
         screen_.lblprogress_->setText(text);
         screen_.lblprogress_->show();
-        screen_.sweep_->advance();
+        screen_.showProgress(files_ + number - 1, files_);
+        stored_ = number;
     }
     void yield() override { screen_.yieldEvents(); }
     void stopenabled() override {
@@ -120,18 +122,26 @@ public:
             platform::dialogs().message(&screen_, text, platform::BoxKind::Information, {}, below);
         }
     }
-    void lastfiledone() override { screen_.lblprogress_->clear(); }
+    void lastfiledone() override {
+        screen_.lblprogress_->clear();
+        if (files_ > 0) {
+            screen_.showProgress(files_ + stored_, files_);
+        }
+        if (screen_.isLoaded()) {
+            screen_.showWaiting(screen_.readNewFolder()); // while the end message stands, too
+        }
+    }
     void showdives() override {
         if (screen_.isLoaded()) {
             screen_.showinfopanel(); // the totals have changed
-            screen_.mnucurrentmain_click();
+            screen_.showListBehindImport();
         }
     }
     void runbroke() override {
         if (screen_.isLoaded()) {
             screen_.showinfopanel();
             if (screen_.neighbours_.isDiveListOnScreen()) {
-                screen_.mnucurrentmain_click();
+                screen_.showListBehindImport();
             }
         }
     }
@@ -144,6 +154,8 @@ public:
 private:
     MainScreen& screen_;
     QElapsedTimer painted_;
+    int files_ = 0;
+    int stored_ = 0; ///< the file in hand, from 1
 };
 
 void MainScreen::buildProgress(QWidget* area) {
@@ -180,8 +192,10 @@ void MainScreen::buildProgress(QWidget* area) {
     lblcopying_->hide();
     down->addWidget(lblcopying_);
 
-    sweep_ = new look::ActivitySweep;
-    down->addWidget(sweep_);
+    importbar_ = named(new QProgressBar, "importbar");
+    importbar_->setAccessibleName(QStringLiteral("How far the import is"));
+    importbar_->setFormat(QStringLiteral("%p %"));
+    down->addWidget(importbar_);
     auto* notice = new look::NoticeBand(QStringLiteral("DO NOT HIT OTHER KEYS OR TERMINATE PROGRAM"));
     named(notice->label(), "Label17");
     down->addWidget(notice);
@@ -207,7 +221,19 @@ void MainScreen::buildProgress(QWidget* area) {
 }
 
 void MainScreen::stopImport() {
+    stopped_ = process().importing;
     import_->keepimporting = false;
+}
+
+void MainScreen::showListBehindImport() {
+    mnucurrentmain_click();
+    neighbours_.scrollDiveListTo(import_->imported);
+}
+
+/// Of both passes together: each file counts once when it is kept and once when it is stored.
+void MainScreen::showProgress(int done, int files) {
+    importbar_->setRange(0, std::max(1, 2 * files));
+    importbar_->setValue(done);
 }
 
 void MainScreen::Command4_click() {
@@ -259,7 +285,8 @@ void MainScreen::showCommand4(bool green, bool enabled) {
 /// The words beside the button, whose colour is the tick's, and what no import takes. The blue of the entry,
 /// which is the tick's too, says that nothing waits.
 void MainScreen::showWaiting(int waiting) {
-    waiting_->setText(waitingText(waiting));
+    stopped_ = stopped_ && waiting > 0;
+    waiting_->setText(stopped_ ? stoppedText(waiting) : waitingText(waiting));
     if (waiting > 0) {
         entries_.value(kDatabaseUpdate)->setToldCaptionColour({});
     }
@@ -279,6 +306,10 @@ void MainScreen::Timer1_tick() {
         return;
     }
     const Routine routine(*this);
+    if (neighbours_.isCalled()) { // a second copy was started
+        bringToFront();
+        QApplication::alert(this); // where the desktop keeps windows where they are
+    }
     const QString caption = neighbours_.linkStatus().caption();
     const bool mayRead = mayImport(caption, neighbours_.linkStatus().isOnScreen());
     const int found = readNewFolder();
@@ -293,7 +324,7 @@ void MainScreen::Timer1_tick() {
             return;
         }
         if (!neighbours_.isDiveListOnScreen()) {
-            mnucurrentmain_click();
+            showListBehindImport();
         }
     }
     const int waiting = readNewFolder();

@@ -12,6 +12,7 @@
 #include "shell/screens/unsavednote.h"
 
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -96,7 +97,7 @@ void MainScreen::buildLayout() {
     across->addWidget(right, 1);
     across->addWidget(buildTips());
     setCentralWidget(ground);
-    setMinimumSize(880, 560);
+    fitLeastSize();
     buildProgress(right);
 }
 
@@ -281,7 +282,7 @@ QWidget* MainScreen::buildImportCard() {
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(look::makeCaption(QStringLiteral("Folder new")));
-    waiting_ = new QLabel(QStringLiteral("No files wait"));
+    waiting_ = named(new QLabel(QStringLiteral("No files wait")), "lblwaiting");
     waiting_->setFont(look::strong(look::body()));
     words->addWidget(waiting_);
     across->addLayout(words);
@@ -321,6 +322,18 @@ QWidget* MainScreen::buildTips() {
     connect(Frame4_, &TipsPanel::closeWanted, this, [this] { showTipsPanel(false); });
     Frame4_->hide();
     return Frame4_;
+}
+
+/// At its least size the screen still shows all that stands on it.
+void MainScreen::fitLeastSize() {
+    const QLayout* ground = centralWidget()->layout();
+    const int width = std::max(880, ground->totalMinimumSize().width());
+    const int height =
+        std::max(ground->totalMinimumSize().height(), ground->totalMinimumHeightForWidth(width));
+    const QSize least(width, std::max(560, menuBar()->sizeHint().height() + height));
+    if (least != minimumSize()) {
+        setMinimumSize(least);
+    }
 }
 
 /// Where the tips leave no room for the two cards side by side they stand one above the other.

@@ -48,14 +48,14 @@ void MainScreen::buildMenus() {
     none(kd3, "mnupdb", "PDB");
 
     QMenu* file = heading(menuBar(), "mnuFile", "&File");
-    acting(file, "mnuOpen", "&Open", [this] { mnuOpen_click(); });
+    acting(file, "mnuOpen", "&Open", [this] { mnuOpen_click(); })->setShortcut(Qt::CTRL | Qt::Key_O);
     QMenu* current = heading(file, "mnufilecurrent", "&Default");
     acting(current, "mnucurrentmain", "&Main", [this] { mnucurrentmain_click(); });
     none(current, "mnucurrentprofile", "&Profile");
     none(current, "mnucurrentgas", "&Gas");
     none(current, "mnucurrentissue", "&Tissue");
     file->addSeparator();
-    acting(file, "mnuExit", "&Exit", [this] { unload(); });
+    acting(file, "mnuExit", "&Exit", [this] { unload(); })->setShortcut(Qt::CTRL | Qt::Key_Q);
 
     mnuUnits_ = heading(menuBar(), "mnuUnits", "&Units");
     mnuMeters_ = acting(mnuUnits_, "mnuMeters", "&Metres", [this] { chooseUnits(QStringLiteral("metre")); });
@@ -84,7 +84,7 @@ void MainScreen::buildMenus() {
     acting(help, "mnuGets", "&Getting Started", [this] { mnuGets_click(); });
     none(help, "mnuHTMLhelpa", "&Walk through");
     acting(help, "mnuTips", "&Connection Tips", [this] { mnuTips_click(); });
-    acting(help, "mnuHTMLhelp", "Manual File", [this] { guides::openManual(this); });
+    acting(help, "mnuHTMLhelp", "Manual File", [this] { guides::openManual(this); })->setShortcut(Qt::Key_F1);
     help->addSeparator();
     acting(help, "mnuAbout", "&About", [this] { neighbours_.showAbout(); });
 }

@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 namespace benthor::link {
 class LinkStatus;
@@ -22,6 +23,8 @@ public:
     virtual void showDiveList() = 0;
     virtual void bringDiveListToFront() = 0;
     virtual void unloadDiveList() = 0;
+    /// Behind an import: a list that is there scrolls to the newest of the dives that came in.
+    virtual void scrollDiveListTo(const QStringList& imported) = 0;
     /// Shows the list afresh and in front, on the store that `storepath` names. Returns what kept that store
     /// from being opened; the list then stands on the process's own.
     virtual QString reopenDiveList() = 0;
@@ -46,6 +49,10 @@ public:
 
     /// Whether this is a second copy of the program on the same program folder.
     virtual bool isSecondCopy() = 0;
+    /// Asks the first copy to come to the front. False where it cannot be asked.
+    virtual bool callFirstCopy() = 0;
+    /// Whether another copy has asked that since it was asked for last.
+    virtual bool isCalled() = 0;
     /// Unloads every other screen, in the order in which the program ends.
     virtual void unloadOthers() = 0;
     virtual void endProcess() = 0;
