@@ -324,10 +324,11 @@ QWidget* MainScreen::buildTips() {
     return Frame4_;
 }
 
-/// At its least size the screen still shows all that stands on it.
+/// At its least size the screen still shows all that stands on it. The width is told, not measured: it is the
+/// one at which the cards stand one above the other.
 void MainScreen::fitLeastSize() {
     const QLayout* ground = centralWidget()->layout();
-    const int width = std::max(880, ground->totalMinimumSize().width());
+    const int width = Frame4_->isHidden() ? 880 : 1000;
     const int height =
         std::max(ground->totalMinimumSize().height(), ground->totalMinimumHeightForWidth(width));
     const QSize least(width, std::max(560, menuBar()->sizeHint().height() + height));
