@@ -3,6 +3,7 @@
 #include "link/download.h"
 #include "link/linkstate.h"
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 
 #include <array>
 #include <vector>
@@ -15,7 +16,6 @@ using platform::formatNumber;
 
 constexpr int kMostSeparators = 25;
 constexpr double kMetresPerCount = 0.09375;
-constexpr double kFeetPerMetre = 3.28084;
 constexpr double kPsiPerBar = 14.7;
 constexpr qsizetype kDigits = 4;
 constexpr qsizetype kShownAlarm = 3;
@@ -68,7 +68,7 @@ struct Scaled {
     QStringView pattern;
 };
 constexpr std::array<Scaled, 14> kScaled{{{6, u'A', 7, 10, 1, u"0.00"},
-                                          {6, u'A', 8, 10, kFeetPerMetre, u"0.00"},
+                                          {6, u'A', 8, 10, store::kFeetPerMetre, u"0.00"},
                                           {7, u'B', 9, 100, 1, u"0.00"},
                                           {8, u'C', 10, 100, 1, u"0.00"},
                                           {9, u'D', 11, 1, 1, u"0"},
@@ -80,7 +80,7 @@ constexpr std::array<Scaled, 14> kScaled{{{6, u'A', 7, 10, 1, u"0.00"},
                                           {13, u'H', 17, 100, 1, u"0.00"},
                                           {14, u'I', 18, 100, 1, u"0.00"},
                                           {15, u'J', 19, 1, 1, u"0"},
-                                          {15, u'J', 20, 1, kFeetPerMetre, u"0"}}};
+                                          {15, u'J', 20, 1, store::kFeetPerMetre, u"0"}}};
 
 using Fields = std::vector<QString>;
 
@@ -92,7 +92,7 @@ void putFirstThree(const Fields& fields, Readings& readings) {
         const double depth = platform::leadingNumber(fields[1]) * kMetresPerCount;
         readings.texts[0] = good ? formatNumber(depth, u"0.00") : QString();
         readings.texts[1] =
-            good ? formatNumber(platform::leadingNumber(*readings.texts[0]) * kFeetPerMetre, u"0.0")
+            good ? formatNumber(platform::leadingNumber(*readings.texts[0]) * store::kFeetPerMetre, u"0.0")
                  : QString();
     }
     if (fields.size() > 2) {

@@ -1,6 +1,7 @@
 #include "logbook/details.h"
 
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 
 namespace benthor::logbook {
 
@@ -10,8 +11,6 @@ using platform::Database;
 using platform::Recordset;
 using platform::sqlWith;
 using platform::StoreError;
-
-constexpr double kFeetPerMetre = 3.28084;
 
 QString withLineFeeds(QString text) {
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
@@ -118,7 +117,7 @@ DiveDetails loaddetails(Database& database, const QString& diveid, QStringView d
                       text(u"otu"),      text(u"datmos"),          text(u"dusage")};
     if (depthunit == QLatin1String("Feet")) {
         const double metres = platform::leadingNumber(details.device.maxdepth);
-        details.device.maxdepth = platform::formatNumber(metres * kFeetPerMetre, u"########.00");
+        details.device.maxdepth = platform::formatNumber(metres * store::kFeetPerMetre, u"########.00");
         details.device.depthcaption = QStringLiteral("Feet");
     }
     details.diver = {

@@ -4,6 +4,7 @@
 #include "platform/textformat.h"
 #include "shell/process.h"
 #include "store/access.h"
+#include "store/depthunits.h"
 #include "store/identifiers.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace {
 
 using platform::Value;
 
-constexpr double kFeetPerMetre = 3.28084;
 constexpr double kMinutesPerHour = 60;
 
 struct HeaderName {
@@ -48,7 +48,7 @@ QString depthtext(const QString& depth, QStringView depthunit) {
         return depth;
     }
     const double metres = platform::leadingNumber(depth);
-    return depthunit == QLatin1String("Feet") ? platform::formatNumber(metres * kFeetPerMetre, u"0ft")
+    return depthunit == QLatin1String("Feet") ? platform::formatNumber(metres * store::kFeetPerMetre, u"0ft")
                                               : platform::formatNumber(metres, u"0m");
 }
 
@@ -86,27 +86,28 @@ int sortnumber(QStringView sortkey) {
         char16_t letter;
         int number;
     };
-    constexpr std::array<KeyLetter, 4> kLetters{{{u's', 4}, {u'm', 2}, {u'l', 1}, {u'd', 3}}};
+    constexpr std::array<KeyLetter, 4> kLetters{
+        {{u's', kSortBySite}, {u'm', kSortByMaxDepth}, {u'l', kSortByName}, {u'd', kSortByDate}}};
     for (const KeyLetter& key : kLetters) {
         if (sortkey.contains(key.letter)) {
             return key.number;
         }
     }
-    return 0;
+    return kSortByIdentifier;
 }
 
 platform::Query listquery(int sortnumber, bool downward) {
     switch (sortnumber) {
-    case 1:
+    case kSortByName:
         return downward ? "SELECT * FROM main  ORDER BY location desc "
                         : "SELECT * FROM main  ORDER BY location asc ";
-    case 2:
+    case kSortByMaxDepth:
         return downward ? "SELECT * FROM main  ORDER BY maxdepth desc "
                         : "SELECT * FROM main  ORDER BY maxdepth asc ";
-    case 3:
+    case kSortByDate:
         return downward ? "SELECT * FROM main  ORDER BY startdate desc "
                         : "SELECT * FROM main  ORDER BY startdate asc ";
-    case 4:
+    case kSortBySite:
         return downward ? "SELECT * FROM main  ORDER BY site desc "
                         : "SELECT * FROM main  ORDER BY site asc ";
     default:

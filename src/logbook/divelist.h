@@ -15,8 +15,14 @@ namespace benthor::logbook {
 // What the dive list shows and does, without its grid. A column's number is its field's position in main
 // until the columns are moved; the display column is its place afterwards.
 
-/// 1 location, 2 maxdepth, 3 startdate, 4 site, 0 any other: the first of "s", "m", "l", "d" that the key
-/// holds.
+// The sort numbers: by what the dives are ordered.
+inline constexpr int kSortByIdentifier = 0;
+inline constexpr int kSortByName = 1; ///< `location`
+inline constexpr int kSortByMaxDepth = 2;
+inline constexpr int kSortByDate = 3;
+inline constexpr int kSortBySite = 4;
+
+/// Of the first of "s", "m", "l", "d" that the key holds; by identifier where it holds none.
 int sortnumber(QStringView sortkey);
 
 /// A key that stands for the order of the dives' identifiers.

@@ -4,7 +4,6 @@
 #include "logbook/divelist.h"
 #include "platform/filename.h"
 #include "shell/process.h"
-#include "store/diveinhand.h"
 
 namespace benthor::logbook {
 
@@ -56,40 +55,26 @@ ListedDives readdives(platform::Database& database, int sortnumber, QStringView 
     return list;
 }
 
-bool checklisteddive(platform::Database& database, const platform::ProgramFolder& folder,
-                     const QString& diveid, const QString& location) {
-    process().currentdiveid = diveid;
-    try {
-        divefiles::checkdive(database);
-    } catch (const platform::StoreError& error) {
-        process().problemtext += QLatin1Char('\r') + error.text();
-    }
-    if (process().problemtext.isEmpty()) {
-        return true;
-    }
-    copytocorrupt(folder, location);
-    return false;
-}
-
-DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
-                      QStringView depthunit) {
-    constexpr int kIdentifierColumn = 0;
-    constexpr int kNameColumn = 4;
-    ListedDives dives = readdives(database, sortnumber, depthunit);
-    DiveList list;
-    list.headers = std::move(dives.headers);
-    list.widths = std::move(dives.widths);
-    const store::DiveInHand inHand;
-    for (QStringList& cells : dives.rows) {
-        ListRow row;
-        if (!checklisteddive(database, folder, cells.at(kIdentifierColumn), cells.at(kNameColumn))) {
-            row.problemtext = process().problemtext;
-            list.problemtext = row.problemtext;
+bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, int count,
+                const std::function<ListedDive(int number)>& dive,
+                const std::function<bool(int number, bool good)>& checked) {
+    for (int number = 1; number <= count; ++number) {
+        const ListedDive one = dive(number);
+        process().currentdiveid = one.diveid;
+        try {
+            divefiles::checkdive(database);
+        } catch (const platform::StoreError& error) {
+            process().problemtext += QLatin1Char('\r') + error.text();
         }
-        row.cells = std::move(cells);
-        list.rows.push_back(std::move(row));
+        const bool good = process().problemtext.isEmpty();
+        if (!good) {
+            copytocorrupt(folder, one.location);
+        }
+        if (!checked(number, good)) {
+            return false;
+        }
     }
-    return list;
+    return true;
 }
 
 } // namespace benthor::logbook

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace benthor::logbook {
@@ -23,29 +24,18 @@ struct ListedDives {
 ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit,
                       bool downward = false);
 
-/// Checks the dive of a row, leaving it in `currentdiveid` and its messages in `problemtext`. The file of a
-/// faulty one is copied from `old` to `corrupt`; a copy that fails is passed over. False for a faulty dive.
-bool checklisteddive(platform::Database& database, const platform::ProgramFolder& folder,
-                     const QString& diveid, const QString& location);
-
-/// One dive of the list.
-struct ListRow {
-    QStringList cells;   ///< by display column
-    QString problemtext; ///< empty for a good dive; any other is shown red
+/// A dive of the list.
+struct ListedDive {
+    QString diveid;
+    QString location;
 };
 
-struct DiveList {
-    QStringList headers;     ///< by display column
-    std::vector<int> widths; ///< by display column, in twips
-    std::vector<ListRow> rows;
-    QString
-        problemtext; ///< of the last faulty dive, as it stands in Label16 behind the fill; empty without one
-};
-
-/// Reads and checks all dives. The file of a faulty one is copied from `old` to `corrupt`; a copy that fails
-/// is passed over. No rows: the store is empty. Leaves `currentdiveid` as it was, and `problemtext` as the
-/// last check left it.
-DiveList filldivelist(platform::Database& database, const platform::ProgramFolder& folder, int sortnumber,
-                      QStringView depthunit);
+/// Checks the dives 1 to `count` one after the other. Each, as `dive` gives it, stands in `currentdiveid`,
+/// and its messages in `problemtext`; the file of a faulty one is copied from `old` to `corrupt`, and a copy
+/// that fails is passed over. Behind each comes `checked` with whether it is good; false ends the checks.
+/// False where they were ended.
+bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, int count,
+                const std::function<ListedDive(int number)>& dive,
+                const std::function<bool(int number, bool good)>& checked);
 
 } // namespace benthor::logbook

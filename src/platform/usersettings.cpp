@@ -45,4 +45,12 @@ UserSettings& userSettings() {
     return settings;
 }
 
+QString optionsSection() {
+    return QStringLiteral("Options");
+}
+
+QString showTipsAtStartup() {
+    return QStringLiteral("Show Tips at Startup");
+}
+
 } // namespace benthor::platform

@@ -22,4 +22,9 @@ public:
 
 UserSettings& userSettings();
 
+/// The section of what the user chose.
+QString optionsSection();
+/// Its entry for the tips: 1 or 0, 1 where absent.
+QString showTipsAtStartup();
+
 } // namespace benthor::platform

@@ -1,6 +1,7 @@
 #include "viewer/gaslist.h"
 
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,8 +9,6 @@
 namespace benthor::viewer {
 
 namespace {
-
-constexpr double kFeetPerMetre = 3.28084;
 
 int16_t toWhole16(double value) {
     constexpr int kLeast = std::numeric_limits<int16_t>::min();
@@ -50,7 +49,7 @@ QString readgaslist(const std::vector<GasRow>& rows, bool feet, GasArrays& gases
         gases.gashe[k] = helium;
         gases.gaso2[k] = toWhole16(100.0 - gases.gasn2[k] - helium);
         gases.gasactive[k] = platform::toWhole(numberAt(rows[k], 5));
-        gases.gasmod[k] = platform::toWhole(feet ? mod / 10.0 * kFeetPerMetre : mod / 10.0);
+        gases.gasmod[k] = platform::toWhole(feet ? mod / 10.0 * store::kFeetPerMetre : mod / 10.0);
     }
     return {};
 }

@@ -1,19 +1,18 @@
 #include "viewer/header.h"
 
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 
 namespace benthor::viewer {
 
 namespace {
-
-constexpr double kFeetPerMetre = 3.28084; // the header fields' own; samples use 3.2098
 
 QString maxDepthText(const QString& maxdepth, bool feet) {
     if (maxdepth.trimmed().isEmpty()) {
         return {};
     }
     const double metres = platform::leadingNumber(maxdepth);
-    return feet ? platform::formatNumber(metres * kFeetPerMetre, u"########0.00")
+    return feet ? platform::formatNumber(metres * store::kFeetPerMetre, u"########0.00")
                 : QString::number(platform::toWhole(metres));
 }
 

@@ -1,6 +1,7 @@
 #include "viewer/pointtip.h"
 
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 #include "viewer/header.h"
 
 #include <cmath>
@@ -11,8 +12,6 @@ using platform::floatText;
 using platform::formatNumber;
 
 namespace {
-
-constexpr double kFeetInTheFormula = 3.2098;
 
 /// Collects the lines and what they add to the box's height.
 class TipLines {
@@ -108,7 +107,7 @@ ComputedPpo2 computedPpo2(const DiveProfile& profile, const GasArrays& gases, in
     const int gas = platform::toWhole(profile.gasnum[row - 1]);
     const int oxygen = gas >= 0 && gas < kMostGases ? gases.gaso2[static_cast<std::size_t>(gas)] : 0;
     const double metric = (depth * 0.1 + 1.0) * oxygen * 0.01;
-    return {feet ? (depth * 0.1 / kFeetInTheFormula + 1.0) * oxygen * 0.01 : metric, metric};
+    return {feet ? (depth * 0.1 / store::kSampleFeetPerMetre + 1.0) * oxygen * 0.01 : metric, metric};
 }
 
 PointTip pointTip(const DiveProfile& profile, const GasArrays& gases, const GasNames& gasname, int row,

@@ -1,6 +1,7 @@
 #include "viewer/recorddecoder.h"
 
 #include "platform/textformat.h"
+#include "store/depthunits.h"
 
 namespace benthor::viewer {
 
@@ -9,7 +10,6 @@ namespace {
 using platform::roundToEven;
 
 constexpr double kMetresPerCount = 0.09375;
-constexpr double kFeetPerMetre = 3.2098; // the samples' own; header fields use 3.28084
 constexpr double kPsiPerBar = 14.7;
 constexpr double kWrapMetres = 192.0; // the device's depth count overflows at 2,048
 constexpr int kFirstFreeField = 7;    // from here on a field is known by its letter
@@ -68,7 +68,7 @@ bool isDigit(char c) {
 
 /// Tenths of a foot.
 double inFeet(double metres) {
-    return roundToEven(metres * kFeetPerMetre * 10.0) / 10.0;
+    return roundToEven(metres * store::kSampleFeetPerMetre * 10.0) / 10.0;
 }
 
 double numberBehindLetter(QByteArrayView field) {

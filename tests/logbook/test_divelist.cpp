@@ -1,6 +1,8 @@
 #include "logbook/divelist.h"
 #include "logbook/listfill.h"
 #include "platform/faultpoint.h"
+#include "shell/process.h"
+#include "store/diveinhand.h"
 #include "tests/support/programfixture.h"
 
 #include <QJsonArray>
@@ -53,10 +55,34 @@ void addDive(const QString& diveid, const QString& location,
     tissues.update();
 }
 
-QStringList firstCells(const logbook::DiveList& list) {
+/// What a fill gives: the dives as they are read, and the messages of each and of the last faulty one.
+struct Filled {
+    logbook::ListedDives dives;
+    QStringList problems;
+    QString last;
+};
+
+Filled fillFrom(platform::Database& database, const platform::ProgramFolder& folder, int sort) {
+    Filled list{logbook::readdives(database, sort, u"metre"), {}, {}};
+    const store::DiveInHand inHand;
+    logbook::checkdives(
+        database, folder, static_cast<int>(list.dives.rows.size()),
+        [&list](int number) {
+            const QStringList& cells = list.dives.rows[static_cast<size_t>(number) - 1];
+            return logbook::ListedDive{cells.at(0), cells.at(4)};
+        },
+        [&list](int, bool good) {
+            list.problems += good ? QString() : process().problemtext;
+            list.last = good ? list.last : list.problems.last();
+            return true;
+        });
+    return list;
+}
+
+QStringList firstCells(const Filled& list) {
     QStringList cells;
-    for (const logbook::ListRow& row : list.rows) {
-        cells += row.cells.first();
+    for (const QStringList& row : list.dives.rows) {
+        cells += row.first();
     }
     return cells;
 }
@@ -104,9 +130,7 @@ private slots:
     void aDeletionThatFailsKeepsTheDiveAndItsWaitingFile();
 
 private:
-    logbook::DiveList fill(int sort = 0) {
-        return logbook::filldivelist(process().database, program_->folder, sort, u"metre");
-    }
+    Filled fill(int sort = 0) { return fillFrom(process().database, program_->folder, sort); }
     static int count(const char* table) {
         return static_cast<int>(
             tests::ProgramFixture::rows((std::string("SELECT * FROM ") + table).c_str()).size());
@@ -164,7 +188,7 @@ void TestDiveList::widthsGoByFieldPosition() {
 void TestDiveList::headersGoByFieldNameWithoutRegardToCase() {
     const QStringList headers = [&] {
         addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
-        return fill().headers;
+        return fill().dives.headers;
     }();
     QCOMPARE(headers,
              QStringList({"DiveID",      "Duration",   "MaxDepth",   "startdate", "Dive Name",    "site",
@@ -239,10 +263,10 @@ void TestDiveList::theSummaryStripShowsTheRightFields() {
 }
 
 void TestDiveList::anEmptyStoreGivesNoRows() {
-    const logbook::DiveList list = fill();
-    QVERIFY(list.rows.empty());
-    QCOMPARE(list.headers.size(), 27);
-    QCOMPARE(list.problemtext, QString());
+    const Filled list = fill();
+    QVERIFY(list.dives.rows.empty());
+    QCOMPARE(list.dives.headers.size(), 27);
+    QCOMPARE(list.last, QString());
 }
 
 void TestDiveList::goodDivesArePlainAndDamagedOnesTellTheirProblem() {
@@ -250,16 +274,16 @@ void TestDiveList::goodDivesArePlainAndDamagedOnesTellTheirProblem() {
     addDive(QStringLiteral("D0000002"), QStringLiteral("b.txt"));
     addDive(QStringLiteral("D0000003"), QStringLiteral("c.txt"));
     process().database.execute("DELETE FROM gas WHERE diveid = 'D0000002'");
-    const logbook::DiveList list = fill();
+    const Filled list = fill();
     QCOMPARE(firstCells(list), QStringList({"D0000001", "D0000002", "D0000003"}));
-    QCOMPARE(list.rows[0].problemtext, QString());
-    QCOMPARE(list.rows[1].problemtext, "\rGas Profile not found !");
-    QCOMPARE(list.rows[2].problemtext, QString());
-    QCOMPARE(list.problemtext, "\rGas Profile not found !");
-    QCOMPARE(list.rows[0].cells.mid(0, 5),
+    QCOMPARE(list.problems[0], QString());
+    QCOMPARE(list.problems[1], "\rGas Profile not found !");
+    QCOMPARE(list.problems[2], QString());
+    QCOMPARE(list.last, "\rGas Profile not found !");
+    QCOMPARE(list.dives.rows[0].mid(0, 5),
              QStringList({"D0000001", "41mins", "12m", "Sep/27/2017 03:34:38", "a.txt"}));
-    QCOMPARE(list.widths.at(1), 900);
-    QCOMPARE(list.widths.at(4), 2500);
+    QCOMPARE(list.dives.widths.at(1), 900);
+    QCOMPARE(list.dives.widths.at(4), 2500);
 }
 
 void TestDiveList::aDamagedDivesFileLandsInCorruptAtEachFill() {
@@ -268,8 +292,8 @@ void TestDiveList::aDamagedDivesFileLandsInCorruptAtEachFill() {
     process().database.execute("DELETE FROM tissue");
     program_->put(QStringLiteral("old"), QStringLiteral("a.txt"), "the dive");
     for (int time = 0; time < 2; ++time) {
-        const logbook::DiveList list = fill();
-        QVERIFY(!list.rows[0].problemtext.isEmpty());
+        const Filled list = fill();
+        QVERIFY(!list.problems[0].isEmpty());
         QCOMPARE(program_->bytesOf(QStringLiteral("corrupt"), QStringLiteral("a.txt")), "the dive");
         QCOMPARE(program_->names(QStringLiteral("corrupt")), QStringList("a.txt"));
         QVERIFY(QFile::remove(program_->folder.path(u"corrupt", u"a.txt")));
@@ -332,10 +356,10 @@ void TestDiveList::theDiveInHandStaysBehindAFill() {
 void TestDiveList::anIdentifierWithASingleQuoteIsAProblemOfItsRowOnly() {
     addDive(QStringLiteral("D000'001"), QStringLiteral("a"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("b"));
-    const logbook::DiveList list = fill();
-    QCOMPARE(list.rows.size(), 2U);
-    QVERIFY(list.rows[0].problemtext.contains(QLatin1String("single quote")));
-    QCOMPARE(list.rows[1].problemtext, QString());
+    const Filled list = fill();
+    QCOMPARE(list.dives.rows.size(), 2U);
+    QVERIFY(list.problems[0].contains(QLatin1String("single quote")));
+    QCOMPARE(list.problems[1], QString());
 }
 
 void TestDiveList::theListOfAnotherStoreChecksThatStore() {
@@ -345,8 +369,8 @@ void TestDiveList::theListOfAnotherStoreChecksThatStore() {
     process().database.execute("DELETE FROM gas");
     platform::Database other;
     other.open(path);
-    QCOMPARE(logbook::filldivelist(other, program_->folder, 0, u"metre").problemtext, QString());
-    QCOMPARE(fill().problemtext, "\rGas Profile not found !");
+    QCOMPARE(fillFrom(other, program_->folder, 0).last, QString());
+    QCOMPARE(fill().last, "\rGas Profile not found !");
     logbook::deletedives(other, program_->folder, {QStringLiteral("D0000001")});
     QCOMPARE(count("main"), 1);
     QCOMPARE(other.openRecordset("SELECT * FROM main").recordCount(), 0);

@@ -19,18 +19,6 @@
 
 namespace benthor::guides {
 
-namespace {
-
-QString section() {
-    return QStringLiteral("Options");
-}
-
-QString showAtStartup() {
-    return QStringLiteral("Show Tips at Startup");
-}
-
-} // namespace
-
 frmTip::frmTip(Opened opened, Tips& tips)
     : Screen(QStringLiteral("frmTip"))
     , opened_(opened)
@@ -63,8 +51,10 @@ void frmTip::buildLayout() {
 
     chkLoadTipsAtStartup_ = new QCheckBox(QStringLiteral("&Show Tips at Startup"));
     chkLoadTipsAtStartup_->setObjectName(QStringLiteral("chkLoadTipsAtStartup"));
-    connect(chkLoadTipsAtStartup_, &QCheckBox::toggled, this,
-            [](bool on) { platform::userSettings().setNumber(section(), showAtStartup(), on ? 1 : 0); });
+    connect(chkLoadTipsAtStartup_, &QCheckBox::toggled, this, [](bool on) {
+        platform::userSettings().setNumber(platform::optionsSection(), platform::showTipsAtStartup(),
+                                           on ? 1 : 0);
+    });
     const auto button = [this](const char* name, const char* caption, void (frmTip::*act)()) {
         auto* made = new QPushButton(QLatin1String(caption));
         made->setObjectName(QLatin1String(name));
@@ -89,7 +79,8 @@ void frmTip::buildLayout() {
 
 void frmTip::loading() {
     showPicture();
-    const bool wanted = platform::userSettings().number(section(), showAtStartup(), 1) != 0;
+    const bool wanted =
+        platform::userSettings().number(platform::optionsSection(), platform::showTipsAtStartup(), 1) != 0;
     if (!wanted && opened_ == Opened::ByItself) {
         unload();
         return;

@@ -19,7 +19,7 @@ constexpr int kNoteHeight = 76;
 
 /// The address of the support is the dealer's to fill in: the settings' own file, section Options.
 QString supportAddress() {
-    return platform::userSettings().text(QStringLiteral("Options"), QStringLiteral("Support Address"));
+    return platform::userSettings().text(platform::optionsSection(), QStringLiteral("Support Address"));
 }
 
 look::ClickableLabel* actor(const char* name, const char* icon, const QString& text, const QString& tip) {

@@ -36,11 +36,11 @@ struct SortColumn {
     int sortnumber;
     int displaycolumn;
 };
-constexpr std::array<SortColumn, 5> kSortColumns{{{0, 0}, {1, 4}, {2, 2}, {3, 3}, {4, 5}}};
-
-QString section() {
-    return QStringLiteral("Options");
-}
+constexpr std::array<SortColumn, 5> kSortColumns{{{kSortByIdentifier, 0},
+                                                  {kSortByName, kNameColumn},
+                                                  {kSortByMaxDepth, 2},
+                                                  {kSortByDate, 3},
+                                                  {kSortBySite, 5}}};
 
 /// The sort number whose order was last wanted downward, plus 1; 0 for none. The key in the program folder
 /// says nothing of it.
@@ -80,13 +80,13 @@ void rbmain::sortBy(const QString& key, bool downward) {
 /// Runs the menu action of a sort number; a number without one fills in the order of the dives.
 void rbmain::runSort(int sortnumber) {
     switch (sortnumber) {
-    case 1:
+    case kSortByName:
         return mnuslocation_click();
-    case 2:
+    case kSortByMaxDepth:
         return mnusmd_click();
-    case 3:
+    case kSortByDate:
         return mnusdate_click();
-    case 4:
+    case kSortBySite:
         return mnussite_click();
     default:
         showSort();
@@ -102,19 +102,20 @@ void rbmain::MSFlexGrid1_HeaderClick(int col) {
         }
         if (sortnumber(sortkey_) == sort.sortnumber) {
             sortBy(QString(sortkey_), !downward_);
-        } else if (sort.sortnumber == 0) {
+        } else if (sort.sortnumber == kSortByIdentifier) {
             mnusdiveid_click();
         } else {
             runSort(sort.sortnumber);
         }
-        platform::userSettings().setNumber(section(), downwardSetting(), downward_ ? sort.sortnumber + 1 : 0);
+        platform::userSettings().setNumber(platform::optionsSection(), downwardSetting(),
+                                           downward_ ? sort.sortnumber + 1 : 0);
         return;
     }
 }
 
 /// What was wanted at the end of the last list.
 void rbmain::loadDirection() {
-    const int wanted = platform::userSettings().number(section(), downwardSetting(), 0);
+    const int wanted = platform::userSettings().number(platform::optionsSection(), downwardSetting(), 0);
     if (wanted == sortnumber(sortkey_) + 1) {
         sortBy(QString(sortkey_), true);
     }
@@ -122,7 +123,7 @@ void rbmain::loadDirection() {
 
 void rbmain::showSort() {
     const int number = sortnumber(sortkey_);
-    bar_->sort()->setCurrent(number == 0 ? -1 : number);
+    bar_->sort()->setCurrent(number == kSortByIdentifier ? -1 : number);
     for (QAction* entry : sortEntries_->actions()) {
         entry->setChecked(entry->data().toInt() == number);
     }
@@ -236,13 +237,11 @@ void rbmain::takeTexts() {
 bool rbmain::checkDives() {
     QElapsedTimer sincePainting;
     sincePainting.start();
-    for (int row = 1; row <= divecount_; ++row) {
-        const QString diveid = MSFlexGrid1_->text(row, 0);
-        if (!checklisteddive(store(), platform::ProgramFolder::current(), diveid,
-                             MSFlexGrid1_->text(row, kNameColumn))) {
+    const auto checked = [this, &sincePainting](int row, bool good) {
+        if (!good) {
             MSFlexGrid1_->setRowColours(row, platform::toQColor(platform::kToldRed), {});
             faulty_[static_cast<size_t>(row)] = true;
-            noteFault(diveid);
+            noteFault(MSFlexGrid1_->text(row, 0));
         }
         if (isVisible() && sincePainting.elapsed() >= kPaintEveryMilliseconds) {
             tell(QStringLiteral("Checking dive %1 of %2")
@@ -252,8 +251,14 @@ bool rbmain::checkDives() {
             }
             sincePainting.restart();
         }
-    }
-    return true;
+        return true;
+    };
+    return checkdives(
+        store(), platform::ProgramFolder::current(), divecount_,
+        [this](int row) {
+            return ListedDive{MSFlexGrid1_->text(row, 0), MSFlexGrid1_->text(row, kNameColumn)};
+        },
+        checked);
 }
 
 /// Serves painting alone. False when the screen was unloaded meanwhile.

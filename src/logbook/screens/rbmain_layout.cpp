@@ -1,6 +1,7 @@
 // What stands where.
 
 #include "logbook/chosenrows.h"
+#include "logbook/divelist.h"
 #include "logbook/screens/listfoot.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/otherstoreband.h"
@@ -111,11 +112,11 @@ void rbmain::buildSortMenu() {
         int sortnumber;
         void (rbmain::*act)();
     };
-    for (const Entry& one : {Entry{"mnusdate", "&Date", 3, &rbmain::mnusdate_click},
-                             Entry{"mnusmd", "&MaxDepth", 2, &rbmain::mnusmd_click},
-                             Entry{"mnuslocation", "Dive &Name", 1, &rbmain::mnuslocation_click},
-                             Entry{"mnussite", "&Site", 4, &rbmain::mnussite_click},
-                             Entry{"mnusdiveid", "Di&veID", 0, &rbmain::mnusdiveid_click}}) {
+    for (const Entry& one : {Entry{"mnusdate", "&Date", kSortByDate, &rbmain::mnusdate_click},
+                             Entry{"mnusmd", "&MaxDepth", kSortByMaxDepth, &rbmain::mnusmd_click},
+                             Entry{"mnuslocation", "Dive &Name", kSortByName, &rbmain::mnuslocation_click},
+                             Entry{"mnussite", "&Site", kSortBySite, &rbmain::mnussite_click},
+                             Entry{"mnusdiveid", "Di&veID", kSortByIdentifier, &rbmain::mnusdiveid_click}}) {
         QAction* entry = addEntry(sort, one.name, QLatin1String(one.caption), one.act);
         entry->setCheckable(true);
         entry->setData(one.sortnumber);

@@ -2,6 +2,7 @@
 
 #include "divefiles/importer.h"
 #include "link/linkstatus.h"
+#include "link/textfile.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/overlaycard.h"
 #include "platform/programfolder.h"
@@ -55,8 +56,8 @@ void MainScreen::Command3_click() {
         return;
     }
     const ProgramFolder& folder = ProgramFolder::current();
-    const QString path = dialogs().openFile(this, QStringLiteral("Open"), folder.path(u"old"),
-                                            QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
+    const QString path =
+        dialogs().openFile(this, QStringLiteral("Open"), folder.path(u"old"), link::textfilter());
     if (path.isEmpty()) {
         return;
     }
@@ -124,7 +125,7 @@ void MainScreen::mnuGets_click() {
 }
 
 void MainScreen::mnuTips_click() {
-    platform::userSettings().setNumber(QStringLiteral("Options"), QStringLiteral("Show Tips at Startup"), 1);
+    platform::userSettings().setNumber(platform::optionsSection(), platform::showTipsAtStartup(), 1);
     neighbours_.showTips();
     showTipsPanel(true);
 }
