@@ -1,6 +1,5 @@
 #include "guides/screens/frmabout.h"
 #include "guides/screens/frmgets.h"
-#include "guides/screens/frmsplash.h"
 #include "guides/screens/frmtip.h"
 #include "guides/screens/manual.h"
 #include "guides/webarchive.h"
@@ -8,10 +7,8 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
 #include "shell/process.h"
+#include "tests/guides/guidestage.h"
 #include "tests/support/ownpath.h"
-#include "tests/support/scripteddialogs.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/testsettings.h"
 
 #include <QBuffer>
 #include <QCheckBox>
@@ -32,33 +29,7 @@ using namespace benthor::tests;
 
 namespace {
 
-QString restoreQuestion() {
-    return QStringLiteral(
-        "Fix Database?\nRestore backup database file to fix database corruption. Note, most recent "
-        "planned dives willbe lost! Backup2.mdb is most recent backup file");
-}
-
-template <class S> struct Stage {
-    template <class... A>
-    explicit Stage(A&&... arguments)
-        : screen(new S(std::forward<A>(arguments)...)) {}
-    ~Stage() { delete screen.data(); }
-
-    template <class T = QWidget> T* control(const char* name) {
-        T* found = screen->template findChild<T*>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("no control %s", name);
-        }
-        return found;
-    }
-    void click(const char* name) { QTest::mouseClick(control<>(name), Qt::LeftButton); }
-    QString text(const char* name) { return control<QLabel>(name)->text(); }
-
-    TestSettings settings;
-    TestFolder folder;
-    ScriptedDialogs dialogs;
-    QPointer<S> screen;
-};
+template <class S> using Stage = GuideStage<S>;
 
 /// As the house keeps them, beyond any one screen.
 Tips& tips() {
@@ -144,16 +115,6 @@ private slots:
     void theAboutBoxSaysWhatItIs();
     void theSystemsToolIsStarted();
     void withoutAToolTheMessageIsShown();
-
-    // splash
-    void fixDatabaseAsksAndRestores();
-    void aRefusedQuestionChangesNothing();
-    void aCancelledFileChangesNothing();
-    void aFileThatIsNoStoreIsNamedAndNotTaken();
-    void aFileOfAnotherEndingIsNotTaken();
-    void theTimerStandsWhileTheQuestionIsUpAndRunsOn();
-    void aSecondCopyRestoresNothing();
-    void returnGoesOnAndDoesNotRepair();
 };
 
 void TestGuideScreens::theGuideWalksItsSteps() {
@@ -536,109 +497,6 @@ void TestGuideScreens::withoutAToolTheMessageIsShown() {
     stage.screen->showScreen();
     stage.click("cmdSysInfo");
     QCOMPARE(stage.dialogs.messages(), QStringList{"System Information Is Unavailable At This Time"});
-}
-
-void TestGuideScreens::fixDatabaseAsksAndRestores() {
-    Stage<frmSplash> stage(true);
-    store::createStore(stage.folder.path("backup3.mdb"), QStringLiteral("Close"));
-    const QByteArray before = platform::readFile(stage.folder.path("rb.mdb")).value();
-    stage.dialogs.answer(true);
-    stage.dialogs.answerFile(stage.folder.path("backup3.mdb"));
-    stage.screen->showScreen();
-    QCOMPARE(stage.control<QPushButton>("Command1")->text(), "FIX DATABASE");
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.asked().size(), 3);
-    const QString word = stage.dialogs.asked().at(2).text;
-    QVERIFY2(word.contains(stage.folder.path("backup3.mdb")) &&
-                 word.contains(stage.folder.path("rb-replaced.mdb")),
-             qPrintable(word));
-    QCOMPARE(stage.dialogs.asked().at(0).text, restoreQuestion());
-    QCOMPARE(stage.dialogs.asked().at(0).title, "Restore backup database");
-    QCOMPARE(stage.dialogs.asked().at(1).kind, "open");
-    QCOMPARE(stage.dialogs.asked().at(1).filter, "*.mdb | *.mdb");
-    QVERIFY(platform::sameContents(stage.folder.path("rb.mdb"), stage.folder.path("backup3.mdb")));
-    QCOMPARE(platform::readFile(stage.folder.path("rb-replaced.mdb")).value(), before);
-    QVERIFY(!stage.control<QPushButton>("Command1")->isEnabled());
-    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
-}
-
-void TestGuideScreens::aRefusedQuestionChangesNothing() {
-    Stage<frmSplash> stage(true);
-    stage.dialogs.answer(false);
-    stage.screen->showScreen();
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.asked().size(), 1);
-    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
-    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
-    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
-}
-
-void TestGuideScreens::aCancelledFileChangesNothing() {
-    Stage<frmSplash> stage(true);
-    stage.dialogs.answer(true);
-    stage.screen->showScreen();
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.messages(), QStringList());
-    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
-    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
-    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
-}
-
-void TestGuideScreens::aFileThatIsNoStoreIsNamedAndNotTaken() {
-    Stage<frmSplash> stage(true);
-    const QByteArray before = platform::readFile(stage.folder.path("rb.mdb")).value();
-    QVERIFY(platform::writeFileWhole(stage.folder.path("letter.mdb"), "dear diver"));
-    stage.dialogs.answer(true);
-    stage.dialogs.answerFile(stage.folder.path("letter.mdb"));
-    stage.screen->showScreen();
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    QVERIFY(stage.dialogs.messages().first().contains(stage.folder.path("letter.mdb")));
-    QCOMPARE(platform::readFile(stage.folder.path("rb.mdb")).value(), before);
-    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
-}
-
-void TestGuideScreens::aFileOfAnotherEndingIsNotTaken() {
-    Stage<frmSplash> stage(true);
-    store::createStore(stage.folder.path("backup.old"));
-    stage.dialogs.answer(true);
-    stage.dialogs.answerFile(stage.folder.path("backup.old"));
-    stage.screen->showScreen();
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.messages(), QStringList());
-    QVERIFY(!stage.folder.has("rb-replaced.mdb"));
-    QVERIFY(stage.control<QPushButton>("Command1")->isEnabled());
-}
-
-void TestGuideScreens::theTimerStandsWhileTheQuestionIsUpAndRunsOn() {
-    Stage<frmSplash> stage(true);
-    QSignalSpy handedOver(stage.screen.data(), &frmSplash::handedOver);
-    stage.screen->showScreen();
-    bool stood = false;
-    stage.dialogs.during([&] { stood = !stage.control<platform::TickTimer>("Timer1")->isEnabled(); });
-    stage.click("Command1");
-    QVERIFY(stood);
-    QCOMPARE(handedOver.count(), 0);
-    QTRY_COMPARE_WITH_TIMEOUT(handedOver.count(), 1, 5000);
-}
-
-void TestGuideScreens::aSecondCopyRestoresNothing() {
-    Stage<frmSplash> stage(false);
-    stage.screen->showScreen();
-    stage.click("Command1");
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    QVERIFY(stage.dialogs.messages().first().contains(QLatin1String("Another copy")));
-    QVERIFY(stage.control<platform::TickTimer>("Timer1")->isEnabled());
-}
-
-void TestGuideScreens::returnGoesOnAndDoesNotRepair() {
-    Stage<frmSplash> stage(true);
-    QSignalSpy handedOver(stage.screen.data(), &frmSplash::handedOver);
-    stage.screen->showScreen();
-    QVERIFY(!stage.control<QPushButton>("Command1")->hasFocus());
-    QTest::keyClick(stage.screen->focusWidget(), Qt::Key_Return);
-    QCOMPARE(handedOver.count(), 1);
-    QCOMPARE(stage.dialogs.asked().size(), 0);
 }
 
 int main(int argc, char** argv) {
