@@ -12,7 +12,7 @@
 #include "platform/clock.h"
 #include "platform/faultpoint.h"
 #include "platform/skiperrors.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/diveinhand.h"
 
 #include <QDir>

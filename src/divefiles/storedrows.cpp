@@ -1,7 +1,7 @@
 #include "divefiles/storedrows.h"
 
 #include "divefiles/filenames.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/access.h"
 #include "store/identifiers.h"
 

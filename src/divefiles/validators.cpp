@@ -1,7 +1,7 @@
 #include "divefiles/validators.h"
 
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/access.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 #include "gas/typing.h"
 #include "platform/files.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <algorithm>
 
@@ -43,8 +43,9 @@ void askForType(const Ask& ask) {
         {{"Are you connecting to a Halverin LSS?", "HALV"},
          {"Are you connecting to a Trax or Q9 mode KD", "TRAX"},
          {"Are you connecting to an Morvalien", "MORVA"}}};
-    const QString below = QStringLiteral("A device is connected that does not tell its type, and which gases it "
-                                         "can start with depends on that.");
+    const QString below =
+        QStringLiteral("A device is connected that does not tell its type, and which gases it "
+                       "can start with depends on that.");
     for (const Question& question : kQuestions) {
         if (ask(QLatin1String(question.text), title, below)) {
             process().producttype = QLatin1String(question.type);

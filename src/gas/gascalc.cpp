@@ -2,7 +2,7 @@
 
 #include "gas/setupfields.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <cmath>
 

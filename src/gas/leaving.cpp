@@ -5,7 +5,7 @@
 #include "gas/setuplook.h"
 #include "gas/setuptext.h"
 #include "platform/files.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::gas {
 

@@ -4,7 +4,7 @@
 #include "gas/setupchanges.h"
 #include "gas/setupfields.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::gas {
 

@@ -3,7 +3,7 @@
 #include "gas/gascalc.h"
 #include "gas/setuptext.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::gas {
 

@@ -1,7 +1,7 @@
 #include "gas/typing.h"
 
 #include "gas/gascalc.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <algorithm>
 #include <utility>

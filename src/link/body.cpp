@@ -2,7 +2,7 @@
 
 #include "link/commandmenu.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QFileInfo>
 

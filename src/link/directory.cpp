@@ -2,7 +2,7 @@
 #include "link/body.h"
 #include "link/console.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <algorithm>
 

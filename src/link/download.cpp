@@ -4,7 +4,7 @@
 #include "link/divefile.h"
 #include "platform/programfolder.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <algorithm>
 

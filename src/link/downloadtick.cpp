@@ -1,7 +1,7 @@
 #include "link/divefile.h"
 #include "link/download.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::link {
 

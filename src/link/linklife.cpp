@@ -4,7 +4,7 @@
 #include "link/console.h"
 #include "link/directory.h"
 #include "link/supervision.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QFile>
 

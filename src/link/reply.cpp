@@ -1,6 +1,6 @@
 #include "link/console.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "link/body.h"
 #include "link/replypoll.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::link {
 

@@ -2,7 +2,7 @@
 
 #include "divefiles/keptfiles.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/access.h"
 #include "store/depthunits.h"
 #include "store/identifiers.h"

@@ -3,7 +3,7 @@
 #include "divefiles/validators.h"
 #include "logbook/divelist.h"
 #include "platform/filename.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::logbook {
 

@@ -3,7 +3,7 @@
 #include "platform/look/widgets/passingnote.h"
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -175,7 +175,7 @@ void DiveScreens::unitChosen() {
     if (rbmain.isLoaded()) {
         rbmain.get().takeUnit();
     }
-    if (rbinterface.isLoaded() && viewer::isFeet(process().depthunit) != rbinterface.get().feet()) {
+    if (rbinterface.isLoaded() && profile::isFeet(process().depthunit) != rbinterface.get().feet()) {
         reloadDiveView(true);
         return;
     }

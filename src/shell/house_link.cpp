@@ -1,8 +1,8 @@
 #include "shell/house_link.h"
 
 #include "gas/setuplook.h"
+#include "session/process.h"
 #include "shell/house_rooms.h"
-#include "shell/process.h"
 
 namespace benthor::shell {
 

@@ -1,7 +1,7 @@
 #include "shell/house_logbook.h"
 
+#include "session/process.h"
 #include "shell/house_rooms.h"
-#include "shell/process.h"
 
 namespace benthor::shell {
 

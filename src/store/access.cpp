@@ -1,7 +1,7 @@
 #include "store/access.h"
 
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/divetime.h"
 
 #include <initializer_list>

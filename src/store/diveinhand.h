@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::store {
 

@@ -1,6 +1,6 @@
 #include "store/units.h"
 
-#include "shell/process.h"
+#include "session/process.h"
 
 namespace benthor::store {
 

@@ -7,21 +7,22 @@ namespace benthor::viewer {
 
 namespace {
 
-using P = DiveProfile;
+using P = profile::DiveProfile;
 
 constexpr int kCo2Box = 14;
 constexpr int kAmbientBox = 13;
 constexpr int kStickBox = 15;
 
-template <SampleArray P::*array> const SampleArray& of(const P& profile) {
+template <profile::SampleArray P::*array> const profile::SampleArray& of(const P& profile) {
     return profile.*array;
 }
 
-template <std::array<SampleArray, 9> P::*stick, size_t channel> const SampleArray& stickOf(const P& profile) {
+template <std::array<profile::SampleArray, 9> P::*stick, size_t channel>
+const profile::SampleArray& stickOf(const P& profile) {
     return (profile.*stick)[channel];
 }
 
-void writeSeries(ChartMatrix& matrix, const SampleArray& array, int column) {
+void writeSeries(ChartMatrix& matrix, const profile::SampleArray& array, int column) {
     const std::span<const float> values = array.values();
     for (int row = 1; row <= matrix.lastRow(); ++row) {
         matrix.set(row, column,
@@ -29,7 +30,7 @@ void writeSeries(ChartMatrix& matrix, const SampleArray& array, int column) {
     }
 }
 
-void writeAmbientCo2(ChartMatrix& matrix, const DiveProfile& profile, int column) {
+void writeAmbientCo2(ChartMatrix& matrix, const profile::DiveProfile& profile, int column) {
     for (int row = 1; row <= matrix.lastRow(); ++row) {
         const double bar = static_cast<double>(profile.depthpos[row - 1]) * 0.1 + 1.01;
         matrix.set(row, column, static_cast<double>(profile.co2[row - 1]) * bar);
@@ -112,8 +113,8 @@ constexpr std::array<SeriesSource, kSeriesSources> kSeriesTable = {{
 
 static_assert(kSeriesTable.back().column != 0, "the table is shorter than kSeriesSources");
 
-ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const SeriesBoxes& boxes) {
-    ChartMatrix matrix(std::clamp(lastsample, 0, kMostSamples));
+ChartMatrix chartMatrix(const profile::DiveProfile& profile, int lastsample, const SeriesBoxes& boxes) {
+    ChartMatrix matrix(std::clamp(lastsample, 0, profile::kMostSamples));
     for (const SeriesSource& series : kSeriesTable) {
         if (!isChecked(boxes, series)) {
             continue;

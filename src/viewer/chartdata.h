@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/chart/chartmatrix.h"
-#include "viewer/diveprofile.h"
+#include "profile/diveprofile.h"
 #include "viewer/zoom.h"
 
 #include <QString>
@@ -28,7 +28,7 @@ struct SeriesSource {
     int index = 0; ///< of a box in an array
     const char* caption = "";
     int column = 0; ///< of the matrix
-    const SampleArray& (*array)(const DiveProfile& profile) = nullptr;
+    const profile::SampleArray& (*array)(const profile::DiveProfile& profile) = nullptr;
 };
 
 constexpr int kSeriesSources = 47;
@@ -39,17 +39,19 @@ extern const std::array<SeriesSource, kSeriesSources> kSeriesTable;
 
 /// All samples of the checked series: rows 0 to lastsample, the last grid row, of which row 0 stays empty,
 /// and columns 0 to 40. With Check13 ("Pamb") the CO2 of Check14 is that at ambient pressure.
-ChartMatrix chartMatrix(const DiveProfile& profile, int lastsample, const SeriesBoxes& boxes);
+ChartMatrix chartMatrix(const profile::DiveProfile& profile, int lastsample, const SeriesBoxes& boxes);
 
 /// The page of `matrix` that a zoomed view shows: rows 1 to viewRows(), columns 1 to 39. Rows behind the
 /// dive's last stay empty.
 ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom);
 
-/// Whether the column is an oxygen pressure: PO2, a cell or the setpoint. These can have a scale of their own.
+/// Whether the column is an oxygen pressure: PO2, a cell or the setpoint. These can have a scale of their
+/// own.
 bool isOxygen(int column);
 
 /// The unit of all checked series that go by the left axis, that is all but depth and ceiling, and but the
-/// oxygen pressures where those have a scale of their own; nothing where their units differ or they have none.
+/// oxygen pressures where those have a scale of their own; nothing where their units differ or they have
+/// none.
 QString leftAxisUnit(const SeriesBoxes& boxes, bool feet, bool ownOxygenScale = false);
 
 /// The unit of a series; empty where it has none.

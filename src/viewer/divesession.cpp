@@ -1,24 +1,24 @@
 #include "viewer/divesession.h"
 
 #include "platform/textformat.h"
-#include "viewer/gridcells.h"
+#include "profile/gridcells.h"
 
 namespace benthor::viewer {
 
-void DiveSession::open(const QString& diveid, const DiveRow& row, const QString& unitword) {
+void DiveSession::open(const QString& diveid, const profile::DiveRow& row, const QString& unitword) {
     *this = DiveSession();
     unitword_ = unitword;
-    feet_ = isFeet(unitword);
+    feet_ = profile::isFeet(unitword);
     startdate_ = row.startdate;
     finisheddate_ = row.finisheddate;
-    header_ = headerBoxes(diveid, row, feet_);
+    header_ = profile::headerBoxes(diveid, row, feet_);
 }
 
-QString DiveSession::takeGases(const std::vector<GasRow>& rows) {
-    return readgaslist(rows, feet_, gases_);
+QString DiveSession::takeGases(const std::vector<profile::GasRow>& rows) {
+    return profile::readgaslist(rows, feet_, gases_);
 }
 
-void DiveSession::takeProfile(DiveProfile profile) {
+void DiveSession::takeProfile(profile::DiveProfile profile) {
     profile_ = std::move(profile);
     lastsample_ = profile_.lastsample;
 }
@@ -29,7 +29,7 @@ int DiveSession::settle() {
             panel_.Frame4[i] = false;
         }
     }
-    gasname_ = viewer::gasNames(gases_);
+    gasname_ = profile::gasNames(gases_);
     const int rows = lastsample_--;
     gasrownames_ = gasRowNames(profile_, gasname_, lastsample_);
     return rows;
@@ -40,7 +40,7 @@ double DiveSession::interval() const {
 }
 
 QString DiveSession::cell(int row, int column) const {
-    return cellText(profile_, gasname_, interval(), row, column);
+    return profile::cellText(profile_, gasname_, interval(), row, column);
 }
 
 RowSelection DiveSession::select(int row) {
@@ -74,8 +74,7 @@ ViewChange DiveSession::follow() {
     if (free_) {
         return takeFreeView(followed(*free_, currentrow_, lastsample_));
     }
-    const bool turned =
-        zoom_.zoomed() && !strip().found && turnPage(zoom_, currentrow_, lastsample_);
+    const bool turned = zoom_.zoomed() && !strip().found && turnPage(zoom_, currentrow_, lastsample_);
     return turned ? ViewChange::Plot : ViewChange::None;
 }
 

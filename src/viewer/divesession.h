@@ -1,10 +1,10 @@
 #pragma once
 
+#include "profile/gaslist.h"
+#include "profile/header.h"
 #include "viewer/chartdata.h"
 #include "viewer/freeview.h"
-#include "viewer/gaslist.h"
 #include "viewer/gasstrip.h"
-#include "viewer/header.h"
 #include "viewer/playback.h"
 #include "viewer/pointpanel.h"
 #include "viewer/pointtip.h"
@@ -38,18 +38,18 @@ struct PanelSource {
 class DiveSession {
 public:
     /// Begins anew with the head of a dive, in the unit of the word.
-    void open(const QString& diveid, const DiveRow& row, const QString& unitword);
+    void open(const QString& diveid, const profile::DiveRow& row, const QString& unitword);
     /// The rows of the table gas; returns the words of a box to show, or nothing.
-    QString takeGases(const std::vector<GasRow>& rows);
-    void takeProfile(DiveProfile profile);
+    QString takeGases(const std::vector<profile::GasRow>& rows);
+    void takeProfile(profile::DiveProfile profile);
     /// When profile and gases are in: from here on lastsample() is the last row. Returns the rows that the
     /// data grid has, its headings among them.
     int settle();
 
-    const HeaderBoxes& header() const { return header_; }
-    const DiveProfile& profile() const { return profile_; }
-    const GasArrays& gases() const { return gases_; }
-    const GasNames& gasNames() const { return gasname_; }
+    const profile::HeaderBoxes& header() const { return header_; }
+    const profile::DiveProfile& profile() const { return profile_; }
+    const profile::GasArrays& gases() const { return gases_; }
+    const profile::GasNames& gasNames() const { return gasname_; }
     const PanelState& panel() const { return panel_; }
     const ZoomState& zoom() const { return zoom_; }
     const std::optional<RowRange>& freeView() const { return free_; }
@@ -119,10 +119,10 @@ public:
 private:
     ViewChange takeFreeView(RowRange view);
 
-    HeaderBoxes header_;
-    DiveProfile profile_;
-    GasArrays gases_;
-    GasNames gasname_;
+    profile::HeaderBoxes header_;
+    profile::DiveProfile profile_;
+    profile::GasArrays gases_;
+    profile::GasNames gasname_;
     GasRowNames gasrownames_;
     QDateTime startdate_, finisheddate_;
     QString unitword_;

@@ -1,7 +1,7 @@
 #include "viewer/freeview.h"
 
 #include "platform/textformat.h"
-#include "viewer/elapsed.h"
+#include "profile/elapsed.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,13 +56,13 @@ int freeStripRow(double share, RowRange view, int lastsample) {
 std::array<QString, 5> freeTimeLabels(double interval, RowRange view) {
     std::array<QString, 5> labels;
     for (std::size_t quarter = 0; quarter < labels.size(); ++quarter) {
-        labels[quarter] =
-            formatelapsedWhole(interval * (view.first + view.span() * static_cast<double>(quarter) / 4.0));
+        labels[quarter] = profile::formatelapsedWhole(
+            interval * (view.first + view.span() * static_cast<double>(quarter) / 4.0));
     }
     return labels;
 }
 
-Strip freeStrip(const DiveProfile& profile, int lastsample, int currentrow, RowRange view) {
+Strip freeStrip(const profile::DiveProfile& profile, int lastsample, int currentrow, RowRange view) {
     Strip strip = drawstrip(profile, lastsample, currentrow, ZoomState());
     std::erase_if(strip.lines, [view](const StripLine& line) {
         return line.sample < view.first || line.sample > view.last;

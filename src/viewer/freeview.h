@@ -38,7 +38,7 @@ int freeStripRow(double share, RowRange view, int lastsample);
 std::array<QString, 5> freeTimeLabels(double interval, RowRange view);
 
 /// The strip over the view, by the rules of the whole dive.
-Strip freeStrip(const DiveProfile& profile, int lastsample, int currentrow, RowRange view);
+Strip freeStrip(const profile::DiveProfile& profile, int lastsample, int currentrow, RowRange view);
 
 /// The gas strip over the view; rows of its runs are the dive's.
 GasStrip freeGasStrip(const GasRowNames& names, int lastsample, RowRange view);

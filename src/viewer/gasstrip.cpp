@@ -1,7 +1,7 @@
 #include "viewer/gasstrip.h"
 
 #include "platform/textformat.h"
-#include "viewer/gridcells.h"
+#include "profile/gridcells.h"
 
 #include <algorithm>
 
@@ -19,11 +19,12 @@ QString nameOf(const GasRowNames& names, int row) {
 
 } // namespace
 
-GasRowNames gasRowNames(const DiveProfile& profile, const GasNames& gasname, int lastsample) {
+GasRowNames gasRowNames(const profile::DiveProfile& profile, const profile::GasNames& gasname,
+                        int lastsample) {
     const int last = std::min(lastsample, kMostNamedRows);
     GasRowNames names(1);
     for (int row = 1; row <= last; ++row) {
-        names.push_back(gasNameAt(profile, gasname, row));
+        names.push_back(profile::gasNameAt(profile, gasname, row));
     }
     return names;
 }

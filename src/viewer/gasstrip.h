@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewer/diveprofile.h"
-#include "viewer/gaslist.h"
+#include "profile/diveprofile.h"
+#include "profile/gaslist.h"
 #include "viewer/zoom.h"
 
 #include <QString>
@@ -16,7 +16,8 @@ constexpr int kMostNamedRows = 10000;
 using GasRowNames = std::vector<QString>;
 
 /// Names of rows 1 to lastsample, but no further than row 10,000.
-GasRowNames gasRowNames(const DiveProfile& profile, const GasNames& gasname, int lastsample);
+GasRowNames gasRowNames(const profile::DiveProfile& profile, const profile::GasNames& gasname,
+                        int lastsample);
 
 /// A run of rows of the view with one gas name, which is empty where the rows have none. Rows count from 1.
 struct GasRun {

@@ -21,7 +21,7 @@ template <class Test> int nextRow(int currentrow, int lastsample, const Test& te
             return row;
         }
     }
-    for (int row = 1; row <= std::min(currentrow, kMostSamples); ++row) {
+    for (int row = 1; row <= std::min(currentrow, profile::kMostSamples); ++row) {
         if (test(row)) {
             return row;
         }
@@ -77,11 +77,11 @@ int playStep(int selectedrow, int playspeed, int lastsample) {
     return row > lastsample - 1 ? 1 : row;
 }
 
-int nextAlarm(const DiveProfile& profile, int currentrow, int lastsample) {
+int nextAlarm(const profile::DiveProfile& profile, int currentrow, int lastsample) {
     return nextRow(currentrow, lastsample, [&profile](int row) { return profile.alarmpoint(row); });
 }
 
-int nextMark(const DiveProfile& profile, int currentrow, int lastsample) {
+int nextMark(const profile::DiveProfile& profile, int currentrow, int lastsample) {
     return nextRow(currentrow, lastsample, [&profile](int row) { return profile.mark[row - 1] > 0; });
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/rowrange.h"
-#include "viewer/diveprofile.h"
+#include "profile/diveprofile.h"
 
 namespace benthor::viewer {
 
@@ -24,9 +24,9 @@ int walkedRow(SampleStep way, int row, int lastsample, platform::RowRange shown)
 int playStep(int selectedrow, int playspeed, int lastsample);
 
 /// The first alarm point behind `currentrow`, going on from row 1 to `currentrow` itself; 0 for none.
-int nextAlarm(const DiveProfile& profile, int currentrow, int lastsample);
+int nextAlarm(const profile::DiveProfile& profile, int currentrow, int lastsample);
 
 /// The same for a mark.
-int nextMark(const DiveProfile& profile, int currentrow, int lastsample);
+int nextMark(const profile::DiveProfile& profile, int currentrow, int lastsample);
 
 } // namespace benthor::viewer

@@ -1,7 +1,7 @@
 #include "viewer/pointpanel.h"
 
 #include "platform/textformat.h"
-#include "viewer/diveprofile.h"
+#include "profile/diveprofile.h"
 
 #include <algorithm>
 

@@ -9,10 +9,12 @@
 #include <cstdint>
 #include <functional>
 
-namespace benthor::viewer {
-
+namespace benthor::profile {
 class SampleArray;
 struct DiveProfile;
+} // namespace benthor::profile
+
+namespace benthor::viewer {
 
 /// One bar gauge: bit 0 is its base bar, bits 1 to 13 its bars; set is lit.
 using GaugeBars = std::uint32_t;
@@ -56,7 +58,7 @@ struct PanelState {
 
 /// A sample as the panel reads it: most of it comes from the texts of the grid.
 struct PanelPoint {
-    const DiveProfile& profile;
+    const profile::DiveProfile& profile;
     int row = 1;                             ///< of the grid, from 1
     std::function<QString(int column)> cell; ///< text of a grid column, 0 to 40
     Thermistors thermistors{};               ///< cells 1 to 8 of the second grid; its missing cells are 0

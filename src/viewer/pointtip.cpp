@@ -1,8 +1,8 @@
 #include "viewer/pointtip.h"
 
 #include "platform/textformat.h"
+#include "profile/header.h"
 #include "store/depthunits.h"
-#include "viewer/header.h"
 
 #include <cmath>
 
@@ -31,12 +31,12 @@ private:
     PointTip& tip_;
 };
 
-double co2Shown(const DiveProfile& profile, int place, bool ambient) {
+double co2Shown(const profile::DiveProfile& profile, int place, bool ambient) {
     const double co2 = profile.co2[place];
     return ambient ? co2 * (static_cast<double>(profile.depthpos[place]) * 0.1 + 1.01) : co2;
 }
 
-void addOxygen(TipLines& lines, const DiveProfile& profile, const GasArrays& gases, int row,
+void addOxygen(TipLines& lines, const profile::DiveProfile& profile, const profile::GasArrays& gases, int row,
                const TipChoice& choice) {
     if (!choice.check3) {
         lines.add("PPO2: ", computedPpo2(profile, gases, row, choice.inFeet()).shown, u"#0.00",
@@ -46,7 +46,7 @@ void addOxygen(TipLines& lines, const DiveProfile& profile, const GasArrays& gas
     }
 }
 
-void addScrubber(TipLines& lines, const DiveProfile& profile, int place, const TipChoice& choice) {
+void addScrubber(TipLines& lines, const profile::DiveProfile& profile, int place, const TipChoice& choice) {
     const auto& checked = choice.boxes.check;
     if (checked.test(12)) {
         lines.add("Filter: ", profile.filterpct[place], u"#0", QStringLiteral("%"));
@@ -60,7 +60,7 @@ void addScrubber(TipLines& lines, const DiveProfile& profile, int place, const T
     }
 }
 
-void addCells(TipLines& lines, const DiveProfile& profile, int place, const TipChoice& choice) {
+void addCells(TipLines& lines, const profile::DiveProfile& profile, int place, const TipChoice& choice) {
     const auto& checked = choice.boxes.check;
     if (checked.test(9)) {
         const QString bar = QStringLiteral("bar");
@@ -73,7 +73,7 @@ void addCells(TipLines& lines, const DiveProfile& profile, int place, const TipC
     }
 }
 
-void addSupplies(TipLines& lines, const DiveProfile& profile, int place, const TipChoice& choice) {
+void addSupplies(TipLines& lines, const profile::DiveProfile& profile, int place, const TipChoice& choice) {
     const auto& checked = choice.boxes.check;
     const bool feet = choice.inFeet();
     if (checked.test(5)) {
@@ -94,7 +94,7 @@ void addSupplies(TipLines& lines, const DiveProfile& profile, int place, const T
 } // namespace
 
 bool TipChoice::inFeet() const {
-    return feet.value_or(isFeet(depthunit));
+    return feet.value_or(profile::isFeet(depthunit));
 }
 
 QString PointTip::text() const {
@@ -102,21 +102,22 @@ QString PointTip::text() const {
     return alarms.isEmpty() ? lines.join(lineEnd) : lines.join(lineEnd) + lineEnd + alarms;
 }
 
-ComputedPpo2 computedPpo2(const DiveProfile& profile, const GasArrays& gases, int row, bool feet) {
+ComputedPpo2 computedPpo2(const profile::DiveProfile& profile, const profile::GasArrays& gases, int row,
+                          bool feet) {
     const double depth = -static_cast<double>(profile.depthneg[row - 1]);
     const int gas = platform::toWhole(profile.gasnum[row - 1]);
-    const int oxygen = gas >= 0 && gas < kMostGases ? gases.gaso2[static_cast<std::size_t>(gas)] : 0;
+    const int oxygen = gas >= 0 && gas < profile::kMostGases ? gases.gaso2[static_cast<std::size_t>(gas)] : 0;
     const double metric = (depth * 0.1 + 1.0) * oxygen * 0.01;
     return {feet ? (depth * 0.1 / store::kSampleFeetPerMetre + 1.0) * oxygen * 0.01 : metric, metric};
 }
 
-PointTip pointTip(const DiveProfile& profile, const GasArrays& gases, const GasNames& gasname, int row,
-                  const TipChoice& choice) {
+PointTip pointTip(const profile::DiveProfile& profile, const profile::GasArrays& gases,
+                  const profile::GasNames& gasname, int row, const TipChoice& choice) {
     PointTip tip;
     const int place = row - 1;
     tip.lines << floatText(std::abs(profile.depthneg[place])) + choice.depthunit;
     TipLines lines(tip);
-    lines.add(QStringLiteral("Gas: ") + gasNameAt(profile, gasname, row));
+    lines.add(QStringLiteral("Gas: ") + profile::gasNameAt(profile, gasname, row));
     if (profile.mark[place] > 0) {
         lines.add(QStringLiteral("! MARK !"));
     }

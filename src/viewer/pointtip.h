@@ -1,7 +1,7 @@
 #pragma once
 
+#include "profile/gridcells.h"
 #include "viewer/chartdata.h"
-#include "viewer/gridcells.h"
 
 #include <QStringList>
 #include <optional>
@@ -30,8 +30,8 @@ struct PointTip {
 };
 
 /// `row` is the sample's number, from 1.
-PointTip pointTip(const DiveProfile& profile, const GasArrays& gases, const GasNames& gasname, int row,
-                  const TipChoice& choice);
+PointTip pointTip(const profile::DiveProfile& profile, const profile::GasArrays& gases,
+                  const profile::GasNames& gasname, int row, const TipChoice& choice);
 
 /// The PPO2 of a sample whose device logged none, from depth and gas, bar: by the unit in force, and by the
 /// metric rule whatever the unit, as the average in the panel goes by it.
@@ -39,7 +39,8 @@ struct ComputedPpo2 {
     double shown = 0;
     double metric = 0;
 };
-ComputedPpo2 computedPpo2(const DiveProfile& profile, const GasArrays& gases, int row, bool feet);
+ComputedPpo2 computedPpo2(const profile::DiveProfile& profile, const profile::GasArrays& gases, int row,
+                          bool feet);
 
 /// Left edge of the tip box beside the cursor at a sample, in twips of the chart; the cursor's own line is
 /// kTipGap to the left of it. `page` is the zoomed page, 1 in the whole-dive view; `lastsample` the last grid

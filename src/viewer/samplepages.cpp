@@ -1,6 +1,6 @@
 #include "viewer/samplepages.h"
 
-#include "viewer/gridcells.h"
+#include "profile/gridcells.h"
 
 #include <algorithm>
 
@@ -8,25 +8,26 @@ namespace benthor::viewer {
 
 namespace {
 
-constexpr int kAlwaysPrinted = 2; ///< the last of the columns that are there in any dive
+constexpr int kAlwaysPrinted = 2;   ///< the last of the columns that are there in any dive
 constexpr int kLinesBesideRows = 2; ///< headings and foot
 
-bool holdsAnything(const DiveProfile& profile, int column, int lastsample) {
-    const SampleArray* array = gridArray(profile, column);
+bool holdsAnything(const profile::DiveProfile& profile, int column, int lastsample) {
+    const profile::SampleArray* array = profile::gridArray(profile, column);
     if (array == nullptr || array->values().empty()) {
         return false;
     }
-    const auto values = array->values().first(static_cast<size_t>(std::clamp(lastsample, 0, kMostSamples)));
+    const auto values =
+        array->values().first(static_cast<size_t>(std::clamp(lastsample, 0, profile::kMostSamples)));
     return std::any_of(values.begin(), values.end(), [](float value) { return value != 0.0F; });
 }
 
 } // namespace
 
-std::vector<int> printedColumns(const DiveProfile& profile, int lastsample) {
+std::vector<int> printedColumns(const profile::DiveProfile& profile, int lastsample) {
     std::vector<int> columns;
-    for (int column = 0; column < kSampleColumns; ++column) {
+    for (int column = 0; column < profile::kSampleColumns; ++column) {
         if (column <= kAlwaysPrinted ||
-            (!gridHeading(column).isEmpty() && holdsAnything(profile, column, lastsample))) {
+            (!profile::gridHeading(column).isEmpty() && holdsAnything(profile, column, lastsample))) {
             columns.push_back(column);
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/diveprofile.h"
+#include "profile/diveprofile.h"
 
 #include <QSizeF>
 #include <functional>
@@ -10,7 +10,7 @@ namespace benthor::viewer {
 
 /// The grid columns that a print of the samples shows: time, depth and gas always, of the others those that
 /// have a heading and hold anything but 0 up to row `lastsample`.
-std::vector<int> printedColumns(const DiveProfile& profile, int lastsample);
+std::vector<int> printedColumns(const profile::DiveProfile& profile, int lastsample);
 
 /// How samples go on paper. The sheets for one block of rows follow each other; each begins with the first
 /// column, and none is wider than the paper unless a single column is.

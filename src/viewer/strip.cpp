@@ -11,7 +11,7 @@ namespace {
 constexpr int kCursorWidth = 10;
 constexpr int kMarkWidth = 2;
 
-void addWholeDive(Strip& strip, const DiveProfile& profile, int lastsample, int currentrow) {
+void addWholeDive(Strip& strip, const profile::DiveProfile& profile, int lastsample, int currentrow) {
     constexpr int kAlarmWidth = 3;
     for (int sample = 1; sample <= lastsample - 1; ++sample) {
         const double place = static_cast<double>(sample) / lastsample;
@@ -27,12 +27,12 @@ void addWholeDive(Strip& strip, const DiveProfile& profile, int lastsample, int 
     }
 }
 
-void addPage(Strip& strip, const DiveProfile& profile, int lastsample, int currentrow,
+void addPage(Strip& strip, const profile::DiveProfile& profile, int lastsample, int currentrow,
              const ZoomState& zoom) {
     constexpr int kAlarmWidth = 4;
     const int rows = viewRows(lastsample, kZoomedFactor);
     const int offset = viewOffset(lastsample, zoom);
-    for (int i = 1; i <= rows && offset + i <= kMostSamples; ++i) {
+    for (int i = 1; i <= rows && offset + i <= profile::kMostSamples; ++i) {
         const int sample = offset + i;
         const double place = i / (static_cast<double>(lastsample) / kZoomedFactor);
         if (sample == currentrow) {
@@ -52,7 +52,7 @@ void addPage(Strip& strip, const DiveProfile& profile, int lastsample, int curre
 
 } // namespace
 
-Strip drawstrip(const DiveProfile& profile, int lastsample, int currentrow, const ZoomState& zoom) {
+Strip drawstrip(const profile::DiveProfile& profile, int lastsample, int currentrow, const ZoomState& zoom) {
     Strip strip;
     if (lastsample < 1) {
         return strip;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/toldcolour.h"
-#include "viewer/diveprofile.h"
+#include "profile/diveprofile.h"
 #include "viewer/zoom.h"
 
 #include <optional>
@@ -32,7 +32,7 @@ struct Strip {
 
 /// `lastsample` is the last grid row, which the whole-dive view leaves out; the zoomed one has the samples of
 /// its page. There every sample with a token is drawn, in the whole-dive view the alarm points alone.
-Strip drawstrip(const DiveProfile& profile, int lastsample, int currentrow, const ZoomState& zoom);
+Strip drawstrip(const profile::DiveProfile& profile, int lastsample, int currentrow, const ZoomState& zoom);
 
 /// Turns to the page of `row` in the zoomed view by the pan buttons. False when it is there already, or there
 /// is none beyond.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "firmware/screens/runprog.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"

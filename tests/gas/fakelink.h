@@ -2,7 +2,7 @@
 
 #include "gas/screens/gasblend.h"
 
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QStringList>
 

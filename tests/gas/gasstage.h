@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/gas/fakelink.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"

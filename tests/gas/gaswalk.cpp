@@ -3,7 +3,7 @@
 #include "gas/screens/gasblend.h"
 #include "gas/setuptext.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"

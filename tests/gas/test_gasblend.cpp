@@ -4,7 +4,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/gas/gasstage.h"
 
 #include <QAction>

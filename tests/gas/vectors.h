@@ -1,7 +1,7 @@
 #pragma once
 
 #include "gas/gascalc.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -6,7 +6,7 @@
 #include "platform/look/look.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/guides/guidestage.h"
 #include "tests/support/ownpath.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/console.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 
 #include <QFile>

@@ -5,7 +5,7 @@
 #include "link/download.h"
 #include "link/supervision.h"
 #include "platform/serial/serialport.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
 #include "tests/link/fakehost.h"

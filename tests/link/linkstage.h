@@ -3,7 +3,7 @@
 #include "link/screens/pc_link_1.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"

@@ -1,6 +1,6 @@
 #include "link/console.h"
 #include "link/directory.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 #include "tests/link/vectors.h"
 #include "tests/support/testfolder.h"

@@ -2,7 +2,7 @@
 #include "link/divefile.h"
 #include "link/download.h"
 #include "link/supervision.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/downloadstage.h"
 #include "tests/link/vectors.h"
 

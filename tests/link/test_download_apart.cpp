@@ -2,7 +2,7 @@
 
 #include "link/divefile.h"
 #include "link/supervision.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/downloadstage.h"
 
 using namespace benthor;

@@ -2,7 +2,7 @@
 
 #include "link/linklife.h"
 #include "link/supervision.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 #include "tests/support/testfolder.h"
 

@@ -4,7 +4,7 @@
 #include "link/console.h"
 #include "link/supervision.h"
 #include "platform/serial/serialport.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 #include "tests/support/pseudoterminal.h"
 #include "tests/support/testfolder.h"

@@ -3,7 +3,7 @@
 #include "link/screens/pc_link_1.h"
 #include "link/screens/seriallines.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
 #include "tests/support/scripteddialogs.h"

@@ -1,7 +1,7 @@
 // The search for the device over all ports, and the port that is remembered.
 
 #include "link/download.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/supervisionstage.h"
 #include "tests/link/vectors.h"
 

@@ -4,7 +4,7 @@
 #include "link/readings.h"
 #include "link/supervision.h"
 #include "platform/clock.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/supervisionstage.h"
 #include "tests/link/vectors.h"
 

@@ -4,7 +4,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/screenslot.h"
 #include "platform/screen/toldqcolor.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/schema.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testsettings.h"

@@ -1,7 +1,7 @@
 #include "logbook/divelist.h"
 #include "logbook/listfill.h"
 #include "platform/faultpoint.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/diveinhand.h"
 #include "tests/support/programfixture.h"
 

@@ -4,7 +4,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/look/widgets/fold.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "tests/link/fakehost.h"
 
 #include <QAbstractButton>

@@ -1,12 +1,12 @@
 // What the dive screen writes of its dive, whatever ran in the program before.
 
+#include "exports/csvexport.h"
 #include "link/screens/pc_link_1.h"
 #include "link/screens/seriallines.h"
 #include "logbook/screens/rbmain.h"
 #include "simulator/demodives.h"
 #include "simulator/kdport.h"
 #include "tests/shell/housestage.h"
-#include "viewer/csvexport.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -127,7 +127,7 @@ void TestHouseExports::theGasesOfTheDiveShownAreWritten() {
     QVERIFY(program.gasLines(false).count("\r\n") > 1);
     before(program);
     QVERIFY(shown("rbinterface"));
-    QCOMPARE(program.save("cmdSave", "dive.csv"), viewer::csvHeader() + "\r\n" + program.gasLines(feet));
+    QCOMPARE(program.save("cmdSave", "dive.csv"), exports::csvHeader() + "\r\n" + program.gasLines(feet));
     QCOMPARE(program.dialogs.messages().last(),
              "Dive Record save as file " + program.folder.path("dive.csv"));
     const QByteArray dan = program.save("Command4", "dive.zxu");
@@ -147,7 +147,7 @@ void TestHouseExports::aDeviceHeardInTheBackgroundTakesNoRowAway() {
         return grid != nullptr && grid->rows() > 2 && !grid->text(1, 1).isEmpty();
     };
     QTRY_VERIFY_WITH_TIMEOUT(linkTurns(listed), 20000);
-    QCOMPARE(program.save("cmdSave", "dive.csv"), viewer::csvHeader() + "\r\n" + program.gasLines(false));
+    QCOMPARE(program.save("cmdSave", "dive.csv"), exports::csvHeader() + "\r\n" + program.gasLines(false));
     const QByteArray dan = program.save("Command4", "dive.zxu");
     QCOMPARE(dan.count("\r\n"), 5);
     QVERIFY(dan.endsWith("ZDP{\r\n"));
@@ -157,14 +157,14 @@ void TestHouseExports::theHeliumIsWrittenOnceFeetAreChosenOnTheDiveScreen() {
     OnADive program;
     control<QAction>("rbinterface", "mnuunitsfeet")->trigger();
     QVERIFY(shown("rbinterface"));
-    QCOMPARE(program.save("cmdSave", "dive.csv"), viewer::csvHeader() + "\r\n" + program.gasLines(true));
+    QCOMPARE(program.save("cmdSave", "dive.csv"), exports::csvHeader() + "\r\n" + program.gasLines(true));
     QVERIFY(program.gasLines(true) != program.gasLines(false));
 }
 
 void TestHouseExports::aDiveWithoutGasesGivesTheHeaderAlone() {
     OnADive program;
     process().database.execute("DELETE FROM gas");
-    QCOMPARE(program.save("cmdSave", "dive.csv"), viewer::csvHeader() + "\r\n");
+    QCOMPARE(program.save("cmdSave", "dive.csv"), exports::csvHeader() + "\r\n");
     const QByteArray dan = program.save("Command4", "dive.zxu");
     QCOMPARE(dan.count("\r\n"), 5);
     QVERIFY(dan.endsWith("ZDP{\r\n"));

@@ -1,6 +1,6 @@
 // Which dive a screen shows, and the dive in hand.
 
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/diveidentity.h"
 #include "store/diveinhand.h"
 #include "store/identifiers.h"

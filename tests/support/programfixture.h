@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/programfolder.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/schema.h"
 
 #include <QDir>

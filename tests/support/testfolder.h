@@ -2,7 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/programfolder.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/schema.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "divescreen.h"
 
-#include "divetext.h"
+#include "tests/profile/divetext.h"
 
 #include <QJsonArray>
 #include <QLocale>
@@ -33,7 +33,7 @@ void DiveScreen::putRow(const char* table, const QList<std::pair<QString, Value>
     rows.update();
 }
 
-void DiveScreen::put(const DiveVector& vector) {
+void DiveScreen::put(const profile::DiveVector& vector) {
     platform::Transaction all(process().database);
     const QJsonObject main = vector.stored["main"].toObject();
     QList<std::pair<QString, Value>> fields;
@@ -108,7 +108,7 @@ QByteArray steadyDive(int samples) {
         lines += "1," + QByteArray::number(i % 200 * 10) + (i <= samples / 2 ? ",0" : ",1") +
                  ",130,M0,T20,A900,F131,G130,H129,I130,J6";
     }
-    return wholeDive(lines);
+    return profile::wholeDive(lines);
 }
 
 QString textOf(rbinterface& screen, const char* name) {

@@ -2,11 +2,11 @@
 
 #include "platform/programfolder.h"
 #include "platform/screen/screenslot.h"
-#include "shell/process.h"
+#include "session/process.h"
+#include "tests/profile/vectors.h"
 #include "tests/support/programfixture.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testsettings.h"
-#include "vectors.h"
 #include "viewer/screens/rbinterface.h"
 
 namespace benthor::viewer {
@@ -21,7 +21,7 @@ public:
     DiveScreen& operator=(const DiveScreen&) = delete;
 
     /// Stores the rows of a vector's dive and its text in dbtxt, and makes it the dive in hand.
-    void put(const DiveVector& vector);
+    void put(const profile::DiveVector& vector);
     /// The same for a text of the test's own: dive D0000001 of the system KD3, ten seconds between samples,
     /// gases Air and NX32.
     void put(const QByteArray& text);

@@ -1,10 +1,11 @@
-#include "divetext.h"
+#include "tests/profile/divetext.h"
 #include "viewer/chartdata.h"
 
 #include <QtTest>
 #include <cmath>
 #include <set>
 
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 namespace {

@@ -1,6 +1,6 @@
-#include "divetext.h"
 #include "platform/textformat.h"
-#include "vectors.h"
+#include "tests/profile/divetext.h"
+#include "tests/profile/vectors.h"
 #include "viewer/chartdata.h"
 #include "viewer/gasstrip.h"
 #include "viewer/selection.h"
@@ -10,6 +10,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 namespace {

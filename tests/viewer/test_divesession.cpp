@@ -1,11 +1,12 @@
 // One opened dive without a window: what is selected, and which rows are shown.
 
-#include "divetext.h"
-#include "viewer/decoder.h"
+#include "profile/decoder.h"
+#include "tests/profile/divetext.h"
 #include "viewer/divesession.h"
 
 #include <QtTest>
 
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 namespace {

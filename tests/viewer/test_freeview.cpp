@@ -1,9 +1,10 @@
-#include "viewer/decoder.h"
+#include "profile/decoder.h"
 #include "viewer/freeview.h"
 
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 class TestFreeView : public QObject {

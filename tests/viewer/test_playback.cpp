@@ -1,7 +1,7 @@
 // Rows of play, steps and jumps; the strip under the chart and the clicks on it.
 
-#include "vectors.h"
-#include "viewer/decoder.h"
+#include "profile/decoder.h"
+#include "tests/profile/vectors.h"
 #include "viewer/playback.h"
 #include "viewer/strip.h"
 
@@ -9,6 +9,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 namespace {

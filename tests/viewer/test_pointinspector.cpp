@@ -2,8 +2,8 @@
 // estimates.
 
 #include "platform/textformat.h"
-#include "vectors.h"
-#include "viewer/decoder.h"
+#include "profile/decoder.h"
+#include "tests/profile/vectors.h"
 #include "viewer/pointpanel.h"
 #include "viewer/pointtip.h"
 
@@ -11,6 +11,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 namespace {

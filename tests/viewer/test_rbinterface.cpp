@@ -1,9 +1,9 @@
 #include "divescreen.h"
 
-#include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
+#include "tests/profile/divetext.h"
 #include "viewer/screens/gasstripview.h"
 
 #include <QCheckBox>
@@ -13,6 +13,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;

@@ -1,12 +1,12 @@
 // Files and paper that leave the dive screen.
 
 #include "divescreen.h"
-#include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/clock.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "store/units.h"
+#include "tests/profile/divetext.h"
 #include "tests/support/smalldisk.h"
 #include "viewer/screens/legendstrip.h"
 
@@ -19,6 +19,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;

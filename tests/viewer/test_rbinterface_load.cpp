@@ -1,9 +1,9 @@
 #include "divescreen.h"
 
 #include "divefiles/owedprofiles.h"
-#include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
+#include "tests/profile/divetext.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -11,6 +11,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;

@@ -1,10 +1,10 @@
 // Playback, steps, jumps and the chart's exercise on the dive screen.
 
 #include "divescreen.h"
-#include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/ticktimer.h"
+#include "tests/profile/divetext.h"
 #include "viewer/screens/tipbox.h"
 
 #include <QPushButton>
@@ -12,6 +12,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;

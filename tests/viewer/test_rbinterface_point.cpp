@@ -2,12 +2,12 @@
 // view.
 
 #include "divescreen.h"
-#include "divetext.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/gauge.h"
-#include "viewer/elapsed.h"
+#include "profile/elapsed.h"
+#include "tests/profile/divetext.h"
 #include "viewer/screens/alarmstripview.h"
 #include "viewer/screens/gasstripview.h"
 #include "viewer/screens/legendstrip.h"
@@ -20,6 +20,7 @@
 #include <QtTest>
 
 using namespace benthor;
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::Chart;
 using benthor::platform::FlexGrid;
@@ -59,9 +60,7 @@ struct Stage {
         QVERIFY(tip->isVisible());
         QVERIFY2(chart->rect().contains(tipInChart()), "the tip box leaves the chart");
     }
-    QRect tipInChart() const {
-        return {chart->mapFromGlobal(tip->mapToGlobal(QPoint())), tip->size()};
-    }
+    QRect tipInChart() const { return {chart->mapFromGlobal(tip->mapToGlobal(QPoint())), tip->size()}; }
 
     DiveScreen bench;
     rbinterface* screen;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QtTest>
 
+using namespace benthor::profile;
 using namespace benthor::viewer;
 using benthor::platform::FlexGrid;
 

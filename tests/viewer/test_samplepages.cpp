@@ -4,6 +4,7 @@
 
 #include <QtTest>
 
+using namespace benthor::profile;
 using namespace benthor::viewer;
 
 class TestSamplePages : public QObject {
@@ -24,8 +25,7 @@ private slots:
         const std::vector<int> columns{0, 1, 2, 3, 5, 7, 8};
         const auto width = [](int column) { return column == 0 ? 50.0 : 30.0; };
         const SamplePages pages = samplePages(columns, width, 10, {120, 100}, 17);
-        QCOMPARE(pages.sheets,
-                 std::vector<std::vector<int>>({{0, 1, 2}, {0, 3, 5}, {0, 7, 8}}));
+        QCOMPARE(pages.sheets, std::vector<std::vector<int>>({{0, 1, 2}, {0, 3, 5}, {0, 7, 8}}));
         QCOMPARE(pages.rowsOfPage, 8); // ten lines, of which headings and foot take two
         QCOMPARE(pages.blocks(), 3);
         QCOMPARE(pages.pages(), 9);

@@ -2,7 +2,7 @@
 
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QCheckBox>
 #include <QComboBox>

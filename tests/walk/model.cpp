@@ -2,7 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/screen/screen.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QLineEdit>
 #include <QListWidget>

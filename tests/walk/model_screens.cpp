@@ -2,10 +2,10 @@
 
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
-#include "shell/process.h"
+#include "profile/decoder.h"
+#include "profile/gridcells.h"
+#include "session/process.h"
 #include "tests/walk/model.h"
-#include "viewer/decoder.h"
-#include "viewer/gridcells.h"
 #include "viewer/screens/rbinterface.h"
 
 #include <QAction>
@@ -147,10 +147,10 @@ QString Model::checkProfile(const Snapshot& now) const {
     if (bytes.isEmpty()) {
         return {}; // a name that is not that of its copy
     }
-    const viewer::DiveProfile profile = viewer::decodeProfile(bytes, feet);
+    const profile::DiveProfile profile = profile::decodeProfile(bytes, feet);
     const auto* grid = viewer_.screen->findChild<platform::FlexGrid*>(QStringLiteral("MSFlexGrid1"));
-    for (int row = viewer::kFirstSample; row < profile.lastsample; row += 7) {
-        const QString depth = viewer::cellText(profile, {}, 10, row, 1);
+    for (int row = profile::kFirstSample; row < profile.lastsample; row += 7) {
+        const QString depth = profile::cellText(profile, {}, 10, row, 1);
         if (grid->text(row, 1) != depth) {
             return QStringLiteral("sample %1 of %2 shows the depth %3 instead of %4")
                 .arg(row)

@@ -5,7 +5,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/screen/dialogs.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

@@ -13,7 +13,7 @@
 #include "platform/screen/savepath.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QAction>
 #include <QLabel>

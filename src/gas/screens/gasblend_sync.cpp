@@ -10,7 +10,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QAction>
 #include <QLabel>
@@ -82,7 +82,8 @@ void GasBlend::syncLook() {
     tabs_->setTabToolTip(kChangesTab, sign ? QStringLiteral("Look at the line beside Update") : QString());
     QStringList lines = !reason.isEmpty() ? reason.split(QStringLiteral("\r\n")).mid(1) : warnings;
     if (reason.isEmpty() && connected && unreadable_) {
-        lines += QStringLiteral("The settings of this device cannot be read: an update replaces all of them.");
+        lines +=
+            QStringLiteral("The settings of this device cannot be read: an update replaces all of them.");
     }
     showLines(*look_, !reason.isEmpty() ? QStringLiteral("Not sent: ") : QString(), lines);
 }

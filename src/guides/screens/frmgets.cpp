@@ -8,7 +8,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/backup.h"
 #include "store/maintenance.h"
 #include "store/units.h"

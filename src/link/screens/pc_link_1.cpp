@@ -20,7 +20,7 @@
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QImage>
 #include <QMenuBar>

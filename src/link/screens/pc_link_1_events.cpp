@@ -19,7 +19,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/commandbutton.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

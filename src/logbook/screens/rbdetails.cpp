@@ -7,7 +7,7 @@
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/printing.h"
-#include "shell/process.h"
+#include "session/process.h"
 
 #include <QComboBox>
 #include <QDir>

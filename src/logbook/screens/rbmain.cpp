@@ -11,7 +11,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/screen/dialogs.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/access.h"
 #include "store/backup.h"
 #include "store/diveidentity.h"

@@ -12,7 +12,7 @@
 #include "platform/skiperrors.h"
 #include "platform/storewait.h"
 #include "platform/usersettings.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/diveinhand.h"
 
 #include <QAction>

@@ -13,7 +13,7 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
 #include "platform/skiperrors.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "shell/screens/neighbours.h"
 #include "shell/screens/unsavednote.h"
 #include "store/identifiers.h"

@@ -9,7 +9,7 @@
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
 #include "platform/usersettings.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "shell/screens/neighbours.h"
 #include "shell/screens/tipspanel.h"
 #include "store/backup.h"

@@ -18,8 +18,8 @@
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
+#include "session/process.h"
 #include "shell/newfolderwatch.h"
-#include "shell/process.h"
 #include "shell/screens/neighbours.h"
 
 #include <QApplication>

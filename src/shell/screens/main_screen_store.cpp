@@ -4,7 +4,7 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/skiperrors.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "shell/screens/main_screen.h"
 #include "store/backup.h"
 #include "store/identifiers.h"

@@ -4,8 +4,8 @@
 #include "platform/look/look.h"
 #include "platform/screen/toldqcolor.h"
 #include "platform/textformat.h"
-#include "viewer/elapsed.h"
-#include "viewer/gridcells.h"
+#include "profile/elapsed.h"
+#include "profile/gridcells.h"
 #include "viewer/screens/alarmstripview.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/gasstripview.h"
@@ -34,7 +34,8 @@ double chartTwips(const platform::Chart& chart) {
 /// Where a box of this length begins that wants to begin at `from`: within the chart, or, longer than that,
 /// within the window.
 int beside(int from, int length, int chartFrom, int chartLength, int window) {
-    const int within = length > chartLength ? from : std::clamp(from, chartFrom, chartFrom + chartLength - length);
+    const int within =
+        length > chartLength ? from : std::clamp(from, chartFrom, chartFrom + chartLength - length);
     return std::clamp(within, 0, std::max(0, window - length));
 }
 
@@ -102,7 +103,7 @@ void ChartCard::showLegend() {
     QMap<int, LegendEntry> entries; // by column: of several boxes that write one, the last is seen
     for (const SeriesSource& source : kSeriesTable) {
         if (isChecked(boxes, source)) {
-            const QString heading = gridHeading(source.column);
+            const QString heading = profile::gridHeading(source.column);
             entries[source.column] = {heading.isEmpty() ? QLatin1String(source.caption) : heading,
                                       seriesUnit(source, session_.feet()),
                                       MSChart1->seriesStyle(source.column)};
@@ -138,16 +139,16 @@ void ChartCard::mouseDoubled() {
 /// The sample under the pointer, in the corner of the plot.
 void ChartCard::showHover(double xTwips) {
     const double share = plotShare(xTwips);
-    if (session_.lastsample() < kFirstSample || share < 0 || share > 1) {
+    if (session_.lastsample() < profile::kFirstSample || share < 0 || share > 1) {
         hover_->hide();
         return;
     }
     const int row = session_.rowUnder(xTwips);
     const QString depth = platform::floatText(std::abs(session_.profile().depthneg[row - 1]));
     hover_->setText(QStringLiteral("%1   %2 %3   %4")
-                        .arg(formatelapsed(row * session_.interval()), depth,
+                        .arg(profile::formatelapsed(row * session_.interval()), depth,
                              session_.feet() ? QStringLiteral("ft") : QStringLiteral("m"),
-                             gasNameAt(session_.profile(), session_.gasNames(), row)));
+                             profile::gasNameAt(session_.profile(), session_.gasNames(), row)));
     hover_->adjustSize();
     hover_->move(MSChart1->plotLeft() + look::spaceSmall,
                  MSChart1->plotArea().bottom() - hover_->height() - look::spaceTight);

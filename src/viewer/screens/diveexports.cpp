@@ -1,5 +1,7 @@
 #include "viewer/screens/diveexports.h"
 
+#include "exports/danexport.h"
+#include "exports/fullexport.h"
 #include "platform/chart/chart.h"
 #include "platform/clock.h"
 #include "platform/filename.h"
@@ -13,11 +15,9 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/skiperrors.h"
 #include "platform/textformat.h"
-#include "shell/process.h"
-#include "viewer/danexport.h"
-#include "viewer/decoder.h"
-#include "viewer/fullexport.h"
-#include "viewer/header.h"
+#include "profile/decoder.h"
+#include "profile/header.h"
+#include "session/process.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/divehead.h"
 #include "viewer/screens/divepaper.h"
@@ -50,7 +50,7 @@ QString askOwnFile(QWidget* parent, const QString& filter, const QString& sugges
     return platform::askSavePath(parent, kSaveTitle, platform::ProgramFolder::current().path(name), filter);
 }
 
-QString pictureTitle(const HeaderBoxes& header) {
+QString pictureTitle(const profile::HeaderBoxes& header) {
     return QStringLiteral("%1   %2   %3 %4")
         .arg(header.txtdiveid, header.txttimedown, header.txtmaxdepth, header.lblmaxdepth);
 }
@@ -84,13 +84,13 @@ void DiveExports::act(DiveAct act) {
 
 /// The dive once more in metres, for a screen that shows it in feet. Returns why it cannot be read, or
 /// nothing: the file may be gone, or another one under its name.
-QString DiveExports::readMetric(DiveProfile& profile) const {
+QString DiveExports::readMetric(profile::DiveProfile& profile) const {
     const std::optional<QByteArray> bytes = diveFile(session().header().divefilename);
     if (!bytes) {
         return QStringLiteral("The file of this dive, %1, is not in the folder dbtxt.")
             .arg(session().header().divefilename);
     }
-    profile = decodeProfile(*bytes, false);
+    profile = profile::decodeProfile(*bytes, false);
     const auto shown = session().profile().depthpos.values();
     const auto read = profile.depthpos.values();
     if (profile.lastsample - 1 != session().lastsample() ||
@@ -123,8 +123,8 @@ void DiveExports::saveCsv() {
         }
         headGrid();
         process().depthunit = resolveDisplay();
-        const std::vector<ExportRow> gases = gasRowsOfDive(session().header().txtdiveid);
-        const QByteArray text = csvText(gases, isFeet(process().depthunit));
+        const std::vector<exports::ExportRow> gases = gasRowsOfDive(session().header().txtdiveid);
+        const QByteArray text = exports::csvText(gases, profile::isFeet(process().depthunit));
         if (file.write(text) == text.size() && file.flush() && !gases.empty()) {
             dialogs().message(&parts_.screen, QStringLiteral("Dive Record save as file ") + path);
         }
@@ -145,13 +145,13 @@ void DiveExports::saveDan() {
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
             return;
         }
-        const std::vector<ExportRow> gases = gasRowsOfDive(session().header().txtdiveid);
-        const DanHead head = parts_.head.danHead();
-        if (dateOfBox(head.start).isValid()) {
+        const std::vector<exports::ExportRow> gases = gasRowsOfDive(session().header().txtdiveid);
+        const exports::DanHead head = parts_.head.danHead();
+        if (exports::dateOfBox(head.start).isValid()) {
             process().depthunit = QStringLiteral("metre");
             session().setUnitword(process().depthunit);
         }
-        file.write(danText(head, gases, gases));
+        file.write(exports::danText(head, gases, gases));
     });
 }
 
@@ -176,27 +176,28 @@ void DiveExports::saveFullProfile(bool zxu) {
     if (session().lastsample() < 1) {
         return;
     }
-    DiveProfile metric;
+    profile::DiveProfile metric;
     if (const QString reason = session().feet() ? readMetric(metric) : QString(); !reason.isEmpty()) {
         dialogs().message(&parts_.screen, QStringLiteral("The profile was not saved.\n") + reason,
                           platform::BoxKind::Warning);
         return;
     }
     const QString ending = zxu ? QStringLiteral("zxu") : QStringLiteral("csv");
-    const QString path = askOwnFile(
-        &parts_.screen, QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending), session().header().txtdiveid);
+    const QString path =
+        askOwnFile(&parts_.screen, QStringLiteral("Profiles (*.%1)|*.%1|All Files (*.*)|*.*").arg(ending),
+                   session().header().txtdiveid);
     if (path.isEmpty()) {
         return;
     }
-    const FullDive dive{session().feet() ? metric : session().profile(),
-                        session().gases(), // their shares are the same in any unit
-                        session().lastsample(),
-                        session().header().txtdiveid,
-                        session().interval(),
-                        session().startdate(),
-                        session().finisheddate(),
-                        platform::now()};
-    const QByteArray text = zxu ? fullZxu(dive) : fullCsv(dive);
+    const exports::FullDive dive{session().feet() ? metric : session().profile(),
+                                 session().gases(), // their shares are the same in any unit
+                                 session().lastsample(),
+                                 session().header().txtdiveid,
+                                 session().interval(),
+                                 session().startdate(),
+                                 session().finisheddate(),
+                                 platform::now()};
+    const QByteArray text = zxu ? exports::fullZxu(dive) : exports::fullCsv(dive);
     const platform::FileResult written = platform::writeFileWhole(path, text);
     dialogs().message(
         &parts_.screen,
@@ -211,30 +212,34 @@ void DiveExports::printDivePage() {
     }
     if (const std::shared_ptr<QPrinter> printer = dialogs().printer(&parts_.screen)) {
         const platform::LightTheme light;
-        printDive(*printer, session().header().caption, parts_.head.values(), parts_.chart.pictureParts(pictureTitle(session().header())));
+        printDive(*printer, session().header().caption, parts_.head.values(),
+                  parts_.chart.pictureParts(pictureTitle(session().header())));
     }
 }
 
 void DiveExports::printSamplePages() {
-    const std::shared_ptr<QPrinter> printer = session().lastsample() < 1 ? nullptr : dialogs().printer(&parts_.screen);
+    const std::shared_ptr<QPrinter> printer =
+        session().lastsample() < 1 ? nullptr : dialogs().printer(&parts_.screen);
     if (printer == nullptr) {
         return;
     }
     const platform::TickHold hold;
-    QProgressDialog progress(QStringLiteral("Printing the samples"), QStringLiteral("Stop"), 0, 0, &parts_.screen);
+    QProgressDialog progress(QStringLiteral("Printing the samples"), QStringLiteral("Stop"), 0, 0,
+                             &parts_.screen);
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(0);
-    printSamples(*printer,
-                 {.title = session().header().txtdiveid + QStringLiteral("  ") + session().header().txttimedown,
-                  .profile = session().profile(),
-                  .gasname = session().gasNames(),
-                  .interval = session().interval(),
-                  .lastsample = session().lastsample()},
-                 [this, &progress](int done, int pages) {
-                     progress.setMaximum(pages);
-                     progress.setValue(done); // lets events run, those of the way out too
-                     return !progress.wasCanceled() && !parts_.screen.isUnloaded();
-                 });
+    printSamples(
+        *printer,
+        {.title = session().header().txtdiveid + QStringLiteral("  ") + session().header().txttimedown,
+         .profile = session().profile(),
+         .gasname = session().gasNames(),
+         .interval = session().interval(),
+         .lastsample = session().lastsample()},
+        [this, &progress](int done, int pages) {
+            progress.setMaximum(pages);
+            progress.setValue(done); // lets events run, those of the way out too
+            return !progress.wasCanceled() && !parts_.screen.isUnloaded();
+        });
 }
 
 void DiveExports::saveChart() {
@@ -245,7 +250,8 @@ void DiveExports::saveChart() {
     if (path.isEmpty()) {
         return;
     }
-    if (const platform::FileResult saved = saveChartPicture(path, parts_.chart.pictureParts(pictureTitle(session().header())))) {
+    if (const platform::FileResult saved =
+            saveChartPicture(path, parts_.chart.pictureParts(pictureTitle(session().header())))) {
         dialogs().message(&parts_.screen, QStringLiteral("The chart was saved as %1.").arg(path),
                           platform::BoxKind::Information);
     } else {

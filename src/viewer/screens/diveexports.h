@@ -42,7 +42,7 @@ private:
     void printDivePage();
     void printSamplePages();
     void headGrid();
-    QString readMetric(DiveProfile& profile) const;
+    QString readMetric(profile::DiveProfile& profile) const;
 
     DiveSession& session() const { return parts_.session; }
 

@@ -79,15 +79,14 @@ void DiveHead::addButtons() {
     add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
         "Picture3", DiveAct::PrintScreen);
     add("Save a picture of this screen beside the dive", "camera", "btnCapture", "", DiveAct::Capture);
-    Command4 =
-        new CommandButton(QStringLiteral("DAN"), QStringLiteral("save"), CommandButton::Kind::Small);
+    Command4 = new CommandButton(QStringLiteral("DAN"), QStringLiteral("save"), CommandButton::Kind::Small);
     Command4->setNames("Command4", "Picture11", "");
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
     connect(Command4, &QPushButton::clicked, this, [this] { emit acted(DiveAct::SaveDan); });
     row->addWidget(Command4);
 }
 
-void DiveHead::showHeader(const HeaderBoxes& header) {
+void DiveHead::showHeader(const profile::HeaderBoxes& header) {
     txtdiveid->setValue(header.txtdiveid);
     txtduration->setValue(header.txtduration);
     txtmaxdepth->setValue(header.txtmaxdepth);
@@ -100,7 +99,7 @@ void DiveHead::showHeader(const HeaderBoxes& header) {
     txtdusageh->setValue(header.txtdusageh);
 }
 
-DanHead DiveHead::danHead() const {
+exports::DanHead DiveHead::danHead() const {
     return {txtdiveid->text(), txtinterval->text(), txttimedown->text()};
 }
 

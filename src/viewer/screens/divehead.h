@@ -1,8 +1,8 @@
 #pragma once
 
+#include "exports/danexport.h"
 #include "platform/look/widgets/card.h"
-#include "viewer/danexport.h"
-#include "viewer/header.h"
+#include "profile/header.h"
 #include "viewer/screens/diveact.h"
 #include "viewer/screens/divepaper.h"
 
@@ -26,9 +26,9 @@ class DiveHead : public look::Pane {
 public:
     explicit DiveHead(QWidget* parent = nullptr);
 
-    void showHeader(const HeaderBoxes& header);
+    void showHeader(const profile::HeaderBoxes& header);
     /// Identifier, interval and start as they stand in their boxes.
-    DanHead danHead() const;
+    exports::DanHead danHead() const;
     /// Every box with its caption and its unit, as it stands.
     QList<PaperValue> values() const;
     /// The number of seconds in the box of the interval.

@@ -2,7 +2,7 @@
 
 #include "platform/chart/chart.h"
 #include "platform/look/look.h"
-#include "viewer/gridcells.h"
+#include "profile/gridcells.h"
 #include "viewer/samplepages.h"
 
 #include <QPrinter>
@@ -86,17 +86,18 @@ public:
         for (int row = first; row <= last; ++row) {
             paintRow(sheet, row, (row - first + 1) * rowHeight_);
         }
-        painter_.drawText(QRectF(0, paper_.height() - rowHeight_, paper_.width(), rowHeight_),
-                          Qt::AlignRight | Qt::AlignVCenter,
-                          QStringLiteral("%1   %2 / %3")
-                              .arg(samples_.title, QString::number(page + 1),
-                                   QString::number(pages_.pages())));
+        painter_.drawText(
+            QRectF(0, paper_.height() - rowHeight_, paper_.width(), rowHeight_),
+            Qt::AlignRight | Qt::AlignVCenter,
+            QStringLiteral("%1   %2 / %3")
+                .arg(samples_.title, QString::number(page + 1), QString::number(pages_.pages())));
     }
 
 private:
     QString text(int row, int column) const {
-        return row == 0 ? gridHeading(column)
-                        : cellText(samples_.profile, samples_.gasname, samples_.interval, row, column);
+        return row == 0
+                   ? profile::gridHeading(column)
+                   : profile::cellText(samples_.profile, samples_.gasname, samples_.interval, row, column);
     }
     /// Of the longest text; all figures are equally wide.
     double widthOf(int column, const QFontMetrics& metrics) const {
@@ -105,7 +106,7 @@ private:
             const QString one = text(row, column);
             longest = one.size() > longest.size() ? one : longest;
         }
-        const int heading = QFontMetrics(look::strong(font_)).horizontalAdvance(gridHeading(column));
+        const int heading = QFontMetrics(look::strong(font_)).horizontalAdvance(profile::gridHeading(column));
         return std::max(heading, metrics.horizontalAdvance(longest)) + 2 * kColumnPadding;
     }
     void paintRow(const std::vector<int>& sheet, int row, double top) {
@@ -126,7 +127,7 @@ private:
     QSizeF paper_;
     QFont font_;
     int rowHeight_ = 1;
-    std::array<double, kSampleColumns> widths_{};
+    std::array<double, profile::kSampleColumns> widths_{};
     SamplePages pages_;
 };
 

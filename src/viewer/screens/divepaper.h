@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewer/diveprofile.h"
-#include "viewer/gaslist.h"
+#include "profile/diveprofile.h"
+#include "profile/gaslist.h"
 #include "viewer/screens/chartpicture.h"
 
 #include <QList>
@@ -25,8 +25,8 @@ bool printDive(QPrinter& printer, const QString& title, const QList<PaperValue>&
 /// The samples of a dive for a print.
 struct PaperSamples {
     QString title; ///< at the foot of each page, before its number
-    const DiveProfile& profile;
-    const GasNames& gasname;
+    const profile::DiveProfile& profile;
+    const profile::GasNames& gasname;
     double interval = 0; ///< seconds between samples
     int lastsample = 0;
 };

@@ -5,7 +5,7 @@
 #include "platform/files.h"
 #include "platform/programfolder.h"
 #include "platform/skiperrors.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/access.h"
 #include "store/units.h"
 #include "viewer/screens/recordrows.h"
@@ -61,7 +61,7 @@ void adoptLastDive() {
     process().currentdiveid = process().mainrecordset.value(u"DiveID").text();
 }
 
-DiveRow readDiveRow(const QString& diveid, store::DiveIdentity& dive) {
+profile::DiveRow readDiveRow(const QString& diveid, store::DiveIdentity& dive) {
     store::openmain(process().database, sqlWith("SELECT * FROM main WHERE DiveID = '", diveid, "'"));
     const Recordset& row = process().mainrecordset;
     skipErrors([&] { dive = store::identityOf(row); });
@@ -79,19 +79,19 @@ DiveRow readDiveRow(const QString& diveid, store::DiveIdentity& dive) {
 }
 
 QString resolveDisplay() {
-    const QString chosen = resolveUnit(process().unitoverride, {});
+    const QString chosen = profile::resolveUnit(process().unitoverride, {});
     if (!chosen.isEmpty()) {
         return chosen;
     }
     return store::readunit();
 }
 
-std::vector<GasRow> readGasRows(const QString& diveid) {
+std::vector<profile::GasRow> readGasRows(const QString& diveid) {
     store::openmain(process().database, sqlWith("SELECT * FROM GAS  where DiveID = '", diveid, "'"));
     return rowsOf(process().mainrecordset);
 }
 
-std::vector<GasRow> gasRowsOfDive(const QString& diveid) {
+std::vector<profile::GasRow> gasRowsOfDive(const QString& diveid) {
     Recordset rows =
         process().database.openRecordset(sqlWith("SELECT * FROM GAS  where DiveID = '", diveid, "'"));
     return rowsOf(rows);

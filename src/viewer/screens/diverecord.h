@@ -1,8 +1,8 @@
 #pragma once
 
+#include "profile/gaslist.h"
+#include "profile/header.h"
 #include "store/diveidentity.h"
-#include "viewer/gaslist.h"
-#include "viewer/header.h"
 
 #include <QByteArray>
 #include <optional>
@@ -15,16 +15,16 @@ namespace benthor::viewer {
 void adoptLastDive();
 
 /// The row of the table main, read into the shared recordset. `dive` becomes the identity that the row gives.
-DiveRow readDiveRow(const QString& diveid, store::DiveIdentity& dive);
+profile::DiveRow readDiveRow(const QString& diveid, store::DiveIdentity& dive);
 
 /// The unit in force: this run's, otherwise that of the table Display.
 QString resolveDisplay();
 
 /// The gas rows of a dive, read into the shared recordset.
-std::vector<GasRow> readGasRows(const QString& diveid);
+std::vector<profile::GasRow> readGasRows(const QString& diveid);
 
 /// The same by a query of their own: what ran in the program since the load has no part in them.
-std::vector<GasRow> gasRowsOfDive(const QString& diveid);
+std::vector<profile::GasRow> gasRowsOfDive(const QString& diveid);
 
 /// The bytes of a dive file in the folder dbtxt, or of its copy in `old` where an import owes the one in
 /// dbtxt; nothing when it is not found.

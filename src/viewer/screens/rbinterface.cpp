@@ -1,7 +1,7 @@
 #include "viewer/screens/rbinterface.h"
 
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/diveexports.h"
 #include "viewer/screens/divemenus.h"
@@ -25,9 +25,8 @@ rbinterface::rbinterface()
     new TickTimer(QStringLiteral("Timer1"), 500, TickTimer::Start::Disabled, this);
     new TickTimer(QStringLiteral("Timer2"), 100, TickTimer::Start::Disabled, this);
     Timer3 = new TickTimer(QStringLiteral("Timer3"), 1000, TickTimer::Start::Disabled, this);
-    exports_ = std::make_unique<DiveExports>(
-        DiveExports::Parts{*this, session_, *head_, *chart_, *MSFlexGrid1,
-                           [this] { menus_->mnuSpread->setChecked(true); }});
+    exports_ = std::make_unique<DiveExports>(DiveExports::Parts{
+        *this, session_, *head_, *chart_, *MSFlexGrid1, [this] { menus_->mnuSpread->setChecked(true); }});
     connectParts();
     takeColours();
     fitToWidth();

@@ -4,7 +4,7 @@
 #include "platform/look/widgets/card.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
-#include "shell/process.h"
+#include "session/process.h"
 #include "store/units.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/diveexports.h"
@@ -101,7 +101,7 @@ void rbinterface::mnuSpread_toggled(bool shown) {
 }
 
 bool rbinterface::hasOtherUnit() const {
-    return isFeet(process().depthunit) != isFeet(session_.unitword());
+    return profile::isFeet(process().depthunit) != profile::isFeet(session_.unitword());
 }
 
 ViewerState rbinterface::state() const {

@@ -77,8 +77,8 @@ QWidget* rbinterface::makeFoot() {
     });
     auto* entry = new QWidgetAction(menu);
     entry->setDefaultWidget(Command5);
-    menu->addActions({menus_->mnuLegend, menus_->mnuFoldTip, menus_->mnuOwnScale, menus_->mnuColorGrey,
-                      menus_->mnuRD});
+    menu->addActions(
+        {menus_->mnuLegend, menus_->mnuFoldTip, menus_->mnuOwnScale, menus_->mnuColorGrey, menus_->mnuRD});
     menu->addSeparator();
     menu->addAction(entry);
     connect(zoombar_->more(), &look::ClickableLabel::clicked, this, [this, menu] {
@@ -113,7 +113,7 @@ void rbinterface::connectParts() {
     connect(chart_, &ChartCard::leaveWanted, this, [this] { act(DiveAct::Leave); });
     connect(&side_->series(), &SeriesColumn::changed, chart_, &ChartCard::plot);
     connect(side_, &SideColumn::feetClicked, this, [this] {
-        if (!session_.feet() || !isFeet(session_.unitword())) {
+        if (!session_.feet() || !profile::isFeet(session_.unitword())) {
             act(DiveAct::Feet);
         }
     });

@@ -2,9 +2,9 @@
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
 #include "platform/yield.h"
-#include "shell/process.h"
-#include "viewer/decoder.h"
-#include "viewer/gridcells.h"
+#include "profile/decoder.h"
+#include "profile/gridcells.h"
+#include "session/process.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/divehead.h"
 #include "viewer/screens/divemenus.h"
@@ -39,7 +39,7 @@ void rbinterface::loading() {
     menus_->mnuSpread->setChecked(false);
     skipErrors([] { adoptLastDive(); });
     dive_ = {process().currentdiveid, {}, {}, 0};
-    DiveRow row;
+    profile::DiveRow row;
     skipErrors([&] { row = readDiveRow(dive_.diveid, dive_); });
     skipErrors([] { process().depthunit = resolveDisplay(); });
     session_.open(dive_.diveid, row, process().depthunit);
@@ -80,7 +80,7 @@ void rbinterface::Command_textfind() {
         return !unloaded;
     });
     const QPointer<rbinterface> self(this);
-    DecoderHooks hooks;
+    profile::DecoderHooks hooks;
     hooks.yield = [&] { return !unloaded && yield(); };
     hooks.message = [&](const QString& words) {
         if (!unloaded) {
@@ -93,7 +93,7 @@ void rbinterface::Command_textfind() {
             chart_->determinexaxis();
         }
     };
-    DiveProfile profile = decodeProfile(*bytes, session_.feet(), hooks);
+    profile::DiveProfile profile = profile::decodeProfile(*bytes, session_.feet(), hooks);
     if (!unloaded) {
         session_.takeProfile(std::move(profile));
     }
@@ -118,9 +118,9 @@ void rbinterface::showMissingFile() {
 void rbinterface::showDive() {
     SeriesColumn& series = side_->series();
     series.enableSeries(session_.profile().enabled);
-    MSFlexGrid1->setCols(kGridColumns);
-    for (int column = 0; column < kGridColumns; ++column) {
-        MSFlexGrid1->setText(0, column, gridHeading(column));
+    MSFlexGrid1->setCols(profile::kGridColumns);
+    for (int column = 0; column < profile::kGridColumns; ++column) {
+        MSFlexGrid1->setText(0, column, profile::gridHeading(column));
         MSFlexGrid1->setColumnWidthTwips(column, column == 0 ? kTimeWidth : kSampleWidth);
         MSFlexGrid1->setColumnAlignment(column, Qt::AlignHCenter);
     }
@@ -130,7 +130,7 @@ void rbinterface::showDive() {
     MSFlexGrid1->setRows(session_.settle());
     chart_->determinexaxis();
     series.check(1)->setChecked(true);
-    side_->setGases(gasListText(session_.gases(), session_.feet()));
+    side_->setGases(profile::gasListText(session_.gases(), session_.feet()));
     selectrow(1);
     if (divesystem_ != QLatin1String("KD3")) {
         process().divesystem = QStringLiteral("Rebrether");

@@ -4,7 +4,7 @@
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/toldqcolor.h"
 #include "platform/textformat.h"
-#include "viewer/gridcells.h"
+#include "profile/gridcells.h"
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/instrumentpanel.h"
 #include "viewer/screens/playbar.h"
@@ -57,16 +57,16 @@ void rbinterface::MSFlexGrid1_SelChange() {
 void rbinterface::showpointtip(int row) {
     const SeriesColumn& series = side_->series();
     const bool check3 = series.check(3)->isEnabled();
-    const bool shown = session_.show(
-        row, {.cell = [this, row](int column) { return MSFlexGrid1->text(row, column); },
-              .thermistors = thermistorsOf(*MSFlexGrid2, row),
-              .check3 = check3,
-              .check12 = series.check(12)->isEnabled()});
+    const bool shown =
+        session_.show(row, {.cell = [this, row](int column) { return MSFlexGrid1->text(row, column); },
+                            .thermistors = thermistorsOf(*MSFlexGrid2, row),
+                            .check3 = check3,
+                            .check12 = series.check(12)->isEnabled()});
     if (!shown) {
         chart_->hideCursor();
         return;
     }
-    for (int column = 0; column < kSampleColumns; ++column) {
+    for (int column = 0; column < profile::kSampleColumns; ++column) {
         MSFlexGrid1->setBackColour(row, column, platform::toQColor(platform::kToldBlue));
     }
     chart_->show(session_.follow());

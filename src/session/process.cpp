@@ -1,0 +1,10 @@
+#include "session/process.h"
+
+namespace benthor {
+
+Process& process() {
+    static Process values;
+    return values;
+}
+
+} // namespace benthor
