@@ -37,78 +37,58 @@ void writeAmbientCo2(ChartMatrix& matrix, const profile::DiveProfile& profile, i
     }
 }
 
-/// The unit of what a box draws by the left axis.
-QString leftUnitOf(int check, bool feet) {
-    switch (check) {
-    case 3:
-    case 9:
-    case 10:
-        return QStringLiteral("bar");
-    case 5:
-        return feet ? QStringLiteral("F") : QStringLiteral("C");
-    case 7:
-        return QStringLiteral("V");
-    case 8:
-        return feet ? QStringLiteral("psi") : QStringLiteral("bar");
-    case 12:
-        return QStringLiteral("%");
-    case 14:
-        return QStringLiteral("mB");
-    default:
-        return {};
-    }
-}
+using U = SeriesUnit;
 
 } // namespace
 
 constexpr std::array<SeriesSource, kSeriesSources> kSeriesTable = {{
-    {1, 0, "Depth", 1, of<&P::depthneg>},
-    {2, 0, "GAS num", 2, of<&P::gasnum>},
-    {3, 0, "PO2", 3, of<&P::po2>},
-    {11, 0, "Ceiling", 4, of<&P::ceilingneg>},
-    {5, 0, "Temperature", 5, of<&P::temp>},
-    {12, 0, "Filter", 7, of<&P::filterpct>},
-    {7, 0, "Battery", 8, of<&P::bat1>},
-    {7, 0, "Battery", 9, of<&P::bat2>},
-    {8, 0, "High pressure", 10, of<&P::hpdil>},
-    {8, 0, "High pressure", 11, of<&P::hpo2>},
-    {9, 0, "PO2 cells", 12, of<&P::cella>},
-    {9, 0, "PO2 cells", 13, of<&P::cellb>},
-    {9, 0, "PO2 cells", 14, of<&P::cellc>},
-    {10, 0, "Setpoint", 15, of<&P::setpoint>},
-    {14, 0, "CO2", 16, of<&P::co2>},
-    {6, 0, "TPM", 25, of<&P::tpm1>},
-    {6, 0, "TPM", 26, of<&P::tpm2>},
-    {6, 0, "TPM", 27, of<&P::tpm3>},
-    {6, 0, "TPM", 28, of<&P::tpm4>},
-    {6, 0, "TPM", 29, of<&P::tpm5>},
-    {6, 0, "TPM", 30, of<&P::tpm6>},
-    {6, 0, "TPM", 31, of<&P::tpm7>},
-    {6, 0, "TPM", 32, of<&P::tpm8>},
-    {15, 0, "TPM 0", 25, stickOf<&P::tpmstick0, 1>},
-    {15, 0, "TPM 0", 26, stickOf<&P::tpmstick0, 2>},
-    {15, 0, "TPM 0", 27, stickOf<&P::tpmstick0, 3>},
-    {15, 0, "TPM 0", 28, stickOf<&P::tpmstick0, 4>},
-    {15, 0, "TPM 0", 29, stickOf<&P::tpmstick0, 5>},
-    {15, 0, "TPM 0", 30, stickOf<&P::tpmstick0, 6>},
-    {15, 0, "TPM 0", 31, stickOf<&P::tpmstick0, 7>},
-    {15, 0, "TPM 0", 32, stickOf<&P::tpmstick0, 8>},
-    {15, 1, "TPM 1", 25, stickOf<&P::tpmstick1, 1>},
-    {15, 1, "TPM 1", 26, stickOf<&P::tpmstick1, 2>},
-    {15, 1, "TPM 1", 27, stickOf<&P::tpmstick1, 3>},
-    {15, 1, "TPM 1", 28, stickOf<&P::tpmstick1, 4>},
-    {15, 1, "TPM 1", 29, stickOf<&P::tpmstick1, 5>},
-    {15, 1, "TPM 1", 30, stickOf<&P::tpmstick1, 6>},
-    {15, 1, "TPM 1", 31, stickOf<&P::tpmstick1, 7>},
-    {15, 1, "TPM 1", 32, stickOf<&P::tpmstick1, 8>},
-    {15, 2, "TPM 2", 25, stickOf<&P::tpmstick2, 1>},
-    {15, 2, "TPM 2", 26, stickOf<&P::tpmstick2, 2>},
-    {15, 2, "TPM 2", 27, stickOf<&P::tpmstick2, 3>},
-    {15, 2, "TPM 2", 28, stickOf<&P::tpmstick2, 4>},
-    {15, 2, "TPM 2", 29, stickOf<&P::tpmstick2, 5>},
-    {15, 2, "TPM 2", 30, stickOf<&P::tpmstick2, 6>},
-    {15, 2, "TPM 2", 31, stickOf<&P::tpmstick2, 7>},
-    {15, 2, "TPM 2", 32, stickOf<&P::tpmstick2, 8>},
+    {1, 0, "Depth", 1, U::Depth, of<&P::depthneg>},
+    {2, 0, "GAS num", 2, U::None, of<&P::gasnum>},
+    {3, 0, "PO2", 3, U::Bar, of<&P::po2>},
+    {11, 0, "Ceiling", 4, U::Depth, of<&P::ceilingneg>},
+    {5, 0, "Temperature", 5, U::Temperature, of<&P::temp>},
+    {12, 0, "Filter", 7, U::PerCent, of<&P::filterpct>},
+    {7, 0, "Battery", 8, U::Volt, of<&P::bat1>},
+    {7, 0, "Battery", 9, U::Volt, of<&P::bat2>},
+    {8, 0, "High pressure", 10, U::Pressure, of<&P::hpdil>},
+    {8, 0, "High pressure", 11, U::Pressure, of<&P::hpo2>},
+    {9, 0, "PO2 cells", 12, U::Bar, of<&P::cella>},
+    {9, 0, "PO2 cells", 13, U::Bar, of<&P::cellb>},
+    {9, 0, "PO2 cells", 14, U::Bar, of<&P::cellc>},
+    {10, 0, "Setpoint", 15, U::Bar, of<&P::setpoint>},
+    {14, 0, "CO2", 16, U::Millibar, of<&P::co2>},
+    {6, 0, "TPM", 25, U::None, of<&P::tpm1>},
+    {6, 0, "TPM", 26, U::None, of<&P::tpm2>},
+    {6, 0, "TPM", 27, U::None, of<&P::tpm3>},
+    {6, 0, "TPM", 28, U::None, of<&P::tpm4>},
+    {6, 0, "TPM", 29, U::None, of<&P::tpm5>},
+    {6, 0, "TPM", 30, U::None, of<&P::tpm6>},
+    {6, 0, "TPM", 31, U::None, of<&P::tpm7>},
+    {6, 0, "TPM", 32, U::None, of<&P::tpm8>},
+    {15, 0, "TPM 0", 25, U::None, stickOf<&P::tpmstick0, 1>},
+    {15, 0, "TPM 0", 26, U::None, stickOf<&P::tpmstick0, 2>},
+    {15, 0, "TPM 0", 27, U::None, stickOf<&P::tpmstick0, 3>},
+    {15, 0, "TPM 0", 28, U::None, stickOf<&P::tpmstick0, 4>},
+    {15, 0, "TPM 0", 29, U::None, stickOf<&P::tpmstick0, 5>},
+    {15, 0, "TPM 0", 30, U::None, stickOf<&P::tpmstick0, 6>},
+    {15, 0, "TPM 0", 31, U::None, stickOf<&P::tpmstick0, 7>},
+    {15, 0, "TPM 0", 32, U::None, stickOf<&P::tpmstick0, 8>},
+    {15, 1, "TPM 1", 25, U::None, stickOf<&P::tpmstick1, 1>},
+    {15, 1, "TPM 1", 26, U::None, stickOf<&P::tpmstick1, 2>},
+    {15, 1, "TPM 1", 27, U::None, stickOf<&P::tpmstick1, 3>},
+    {15, 1, "TPM 1", 28, U::None, stickOf<&P::tpmstick1, 4>},
+    {15, 1, "TPM 1", 29, U::None, stickOf<&P::tpmstick1, 5>},
+    {15, 1, "TPM 1", 30, U::None, stickOf<&P::tpmstick1, 6>},
+    {15, 1, "TPM 1", 31, U::None, stickOf<&P::tpmstick1, 7>},
+    {15, 1, "TPM 1", 32, U::None, stickOf<&P::tpmstick1, 8>},
+    {15, 2, "TPM 2", 25, U::None, stickOf<&P::tpmstick2, 1>},
+    {15, 2, "TPM 2", 26, U::None, stickOf<&P::tpmstick2, 2>},
+    {15, 2, "TPM 2", 27, U::None, stickOf<&P::tpmstick2, 3>},
+    {15, 2, "TPM 2", 28, U::None, stickOf<&P::tpmstick2, 4>},
+    {15, 2, "TPM 2", 29, U::None, stickOf<&P::tpmstick2, 5>},
+    {15, 2, "TPM 2", 30, U::None, stickOf<&P::tpmstick2, 6>},
+    {15, 2, "TPM 2", 31, U::None, stickOf<&P::tpmstick2, 7>},
+    {15, 2, "TPM 2", 32, U::None, stickOf<&P::tpmstick2, 8>},
 }};
 
 static_assert(kSeriesTable.back().column != 0, "the table is shorter than kSeriesSources");
@@ -150,11 +130,34 @@ bool isChecked(const SeriesBoxes& boxes, const SeriesSource& series) {
                                      : boxes.check.test(static_cast<size_t>(series.check));
 }
 
+std::vector<SeriesSource> seriesOfBox(int check, int index) {
+    std::vector<SeriesSource> series;
+    std::ranges::copy_if(kSeriesTable, std::back_inserter(series), [=](const SeriesSource& source) {
+        return source.check == check && source.index == index;
+    });
+    return series;
+}
+
 QString seriesUnit(const SeriesSource& source, bool feet) {
-    if (source.column == kDepthColumn || source.column == kCeilingColumn) {
+    switch (source.unit) {
+    case SeriesUnit::Depth:
         return feet ? QStringLiteral("ft") : QStringLiteral("m");
+    case SeriesUnit::Bar:
+        return QStringLiteral("bar");
+    case SeriesUnit::Temperature:
+        return feet ? QStringLiteral("F") : QStringLiteral("C");
+    case SeriesUnit::Volt:
+        return QStringLiteral("V");
+    case SeriesUnit::Pressure:
+        return feet ? QStringLiteral("psi") : QStringLiteral("bar");
+    case SeriesUnit::PerCent:
+        return QStringLiteral("%");
+    case SeriesUnit::Millibar:
+        return QStringLiteral("mB");
+    case SeriesUnit::None:
+        break;
     }
-    return leftUnitOf(source.check, feet);
+    return {};
 }
 
 bool isOxygen(int column) {

@@ -7,6 +7,7 @@
 #include <QString>
 #include <array>
 #include <bitset>
+#include <vector>
 
 namespace benthor::viewer {
 
@@ -22,19 +23,24 @@ struct SeriesBoxes {
     std::bitset<3> check15; ///< bit k: Check15(k)
 };
 
+/// What a series is measured in; Depth, Temperature and Pressure go by the unit of the screen.
+enum class SeriesUnit { None, Depth, Bar, Temperature, Volt, Pressure, PerCent, Millibar };
+
 /// One series that a box brings into the chart.
 struct SeriesSource {
     int check = 0; ///< number of the box, 1 to 15
     int index = 0; ///< of a box in an array
     const char* caption = "";
     int column = 0; ///< of the matrix
+    SeriesUnit unit = SeriesUnit::None;
     const profile::SampleArray& (*array)(const profile::DiveProfile& profile) = nullptr;
 };
 
 constexpr int kSeriesSources = 47;
 
-/// The series selection table from top to bottom. The boxes of the temperature profile meter write the same
-/// eight columns, so the last one that is checked wins. Check4 ("Mark") selects nothing.
+/// The series selection table from top to bottom, which the boxes, the chart, its legend and its axes go by.
+/// The boxes of the temperature profile meter write the same eight columns, so the last one that is checked
+/// wins. Check4 ("Mark") selects nothing.
 extern const std::array<SeriesSource, kSeriesSources> kSeriesTable;
 
 /// All samples of the checked series: rows 0 to lastsample, the last grid row, of which row 0 stays empty,
@@ -44,6 +50,10 @@ ChartMatrix chartMatrix(const profile::DiveProfile& profile, int lastsample, con
 /// The page of `matrix` that a zoomed view shows: rows 1 to viewRows(), columns 1 to 39. Rows behind the
 /// dive's last stay empty.
 ChartMatrix zoomedMatrix(const ChartMatrix& matrix, int lastsample, const ZoomState& zoom);
+
+/// The series that a box brings in, in the order of the table; Check4 and Check13 bring none. `index`: of
+/// Check15.
+std::vector<SeriesSource> seriesOfBox(int check, int index = 0);
 
 /// Whether the column is an oxygen pressure: PO2, a cell or the setpoint. These can have a scale of their
 /// own.

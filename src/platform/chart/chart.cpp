@@ -196,11 +196,6 @@ void Chart::setUnits(const QString& right, const QString& left, const QString& i
     changed();
 }
 
-void Chart::setLabels(QList<ChartLabel> labels) {
-    labels_ = std::move(labels);
-    changed();
-}
-
 void Chart::setRowLines(QList<int> rows) {
     rowLines_ = std::move(rows);
     changed();
@@ -218,11 +213,6 @@ double Chart::cursorX() const {
     return xOfRow(std::min(row_, std::max(1, matrix_.lastRow())));
 }
 
-void Chart::setCursorSeries(int series) {
-    cursorSeries_ = series;
-    changed();
-}
-
 int Chart::plotLeft() const {
     return plotArea().left();
 }
@@ -237,10 +227,6 @@ QRect Chart::plotArea() const {
 
 double Chart::xOfRow(double row) const {
     return plotLeft() + (row - view().first) * plotWidth() / view().span();
-}
-
-double Chart::rowOfX(double x) const {
-    return view().first + (x - plotLeft()) * view().span() / std::max(1, plotWidth());
 }
 
 double Chart::yOfValue(double value, ChartAxis axis) const {

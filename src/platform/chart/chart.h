@@ -44,7 +44,7 @@ public:
     const ChartColours& colours() const { return colours_; }
     /// The ground of the whole chart.
     void setBackdrop(const QColor& colour);
-    /// The font of the axes; labels use it in bold.
+    /// The font of the axes; the title uses it in bold.
     void setAxisFont(const QFont& font);
     QFont axisFont() const { return axisFont_; }
 
@@ -56,8 +56,6 @@ public:
     QString innerUnit() const { return innerUnit_; }
     QString rightUnit() const { return rightUnit_; }
     QString leftUnit() const { return leftUnit_; }
-    void setLabels(QList<ChartLabel> labels);
-    const QList<ChartLabel>& labels() const { return labels_; }
     /// Dotted lines from top to bottom at these rows.
     void setRowLines(QList<int> rows);
     const QList<int>& rowLines() const { return rowLines_; }
@@ -71,16 +69,12 @@ public:
     bool hasEdgeCursor() const { return edgeCursor_; }
     /// Where the cursor stands, in pixels of the widget.
     double cursorX() const;
-    /// The series that carries the cursor's ring; series 1 from the start.
-    void setCursorSeries(int series);
-    int cursorSeries() const { return cursorSeries_; }
 
     /// The plot area in pixels of the widget.
     int plotLeft() const;
     int plotWidth() const;
     QRect plotArea() const;
     double xOfRow(double row) const;
-    double rowOfX(double x) const;
     double yOfValue(double value, ChartAxis axis) const;
     /// Twips of a place in the widget: across by the plot area (645 at its left, 10710 at its right edge,
     /// going on beyond both), down by 15 to a pixel.
@@ -144,10 +138,8 @@ private:
     QString rightUnit_;
     QString leftUnit_;
     QString innerUnit_;
-    QList<ChartLabel> labels_;
     QList<int> rowLines_;
     int row_ = 0;
-    int cursorSeries_ = 1;
     bool edgeCursor_ = false;
     bool stale_ = true;
 };

@@ -9,7 +9,8 @@ namespace {
 
 constexpr double leftShare = 0.057;
 constexpr double rightShare = 0.946;
-constexpr int edgeMargin = 9; // half a label, which stands level with the edge
+constexpr int kRingSeries = 1; // carries the cursor's ring
+constexpr int edgeMargin = 9;  // half a label, which stands level with the edge
 constexpr int titleHeight = 20;
 constexpr double cursorWidth = 2;
 constexpr double ringRadius = 4.5;
@@ -133,7 +134,6 @@ void NoteLayer::draw(QCPPainter* painter) {
                           titleHeight);
         painter->drawText(band, Qt::AlignCenter, chart_->title());
     }
-    drawLabels(painter, plot);
 }
 
 void NoteLayer::drawUnits(QCPPainter* painter, const QRectF& plot) const {
@@ -171,33 +171,6 @@ void NoteLayer::drawInner(QCPPainter* painter, const QRectF& plot) const {
         draw(inner.labels.back() + inner.step * 0.6, chart_->innerUnit());
 }
 
-void NoteLayer::drawLabels(QCPPainter* painter, const QRectF& plot) const {
-    const QFontMetricsF metrics(painter->font());
-    for (const ChartLabel& label : chart_->labels()) {
-        if (!isIn(chart_->view(), label.row))
-            continue;
-        const ChartScale& scale = chart_->scaleOf(label.axis);
-        const QSizeF size(metrics.horizontalAdvance(label.text), metrics.height());
-        QPointF corner(xAt(plot, label.row, chart_->view()), yAt(plot, label.value, scale));
-        constexpr double gap = 4;
-        if (label.place & Qt::AlignRight)
-            corner.rx() += gap;
-        else
-            corner.rx() -= label.place & Qt::AlignLeft ? size.width() + gap : size.width() / 2;
-        if (label.place & Qt::AlignBottom)
-            corner.ry() += gap;
-        else
-            corner.ry() -= label.place & Qt::AlignTop ? size.height() + gap : size.height() / 2;
-        // A label near an edge is kept inside whole.
-        corner.setX(std::clamp(corner.x(), plot.left() + 2,
-                               std::max(plot.left() + 2, plot.right() - size.width() - 2)));
-        corner.setY(
-            std::clamp(corner.y(), plot.top() + 1, std::max(plot.top() + 1, plot.bottom() - size.height())));
-        painter->setPen(label.colour.isValid() ? label.colour : chart_->colours().cursor);
-        painter->drawText(QRectF(corner, size), Qt::AlignCenter | Qt::TextDontClip, label.text);
-    }
-}
-
 QRect CursorLayer::clipRect() const {
     return chart_->viewport();
 }
@@ -212,10 +185,10 @@ void CursorLayer::draw(QCPPainter* painter) {
     const double x = std::round(xAt(plot, row, chart_->view())) - 0.5; // between two pixel columns
     painter->setPen(QPen(chart_->colours().cursor, cursorWidth, Qt::SolidLine, Qt::FlatCap));
     painter->drawLine(QLineF(x, plot.top() + 1, x, plot.bottom() + 1));
-    const double value = matrix.at(row, chart_->cursorSeries());
+    const double value = matrix.at(row, kRingSeries);
     if (std::isnan(value) || behind)
         return;
-    const SeriesStyle& style = chart_->seriesStyle(chart_->cursorSeries());
+    const SeriesStyle& style = chart_->seriesStyle(kRingSeries);
     const ChartScale& scale = chart_->scaleOf(style.axis);
     painter->setPen(QPen(style.colour, 2));
     painter->setBrush(chart_->colours().backdrop);

@@ -56,7 +56,7 @@ protected:
     void draw(QCPPainter* painter) override;
 };
 
-/// Title, units and labels.
+/// Title, units and the numbers of the inner axis.
 class NoteLayer final : public ChartLayer {
 public:
     explicit NoteLayer(Chart* chart)
@@ -69,7 +69,6 @@ protected:
 private:
     void drawUnits(QCPPainter* painter, const QRectF& plot) const;
     void drawInner(QCPPainter* painter, const QRectF& plot) const;
-    void drawLabels(QCPPainter* painter, const QRectF& plot) const;
 };
 
 /// The cursor line with its ring. Its layer has a buffer of its own, so that it moves without the series.

@@ -44,17 +44,6 @@ struct ChartColours {
     QColor cursor{0x14, 0x20, 0x2B};
 };
 
-/// A short text at a point of the plot.
-struct ChartLabel {
-    double row = 0;
-    double value = 0; ///< as a series of that axis holds it, so negated for the right one
-    ChartAxis axis = ChartAxis::Left;
-    QString text;
-    QColor colour; ///< invalid: the cursor's colour
-    /// Where the text stands as seen from the point.
-    Qt::Alignment place = Qt::AlignHCenter | Qt::AlignTop;
-};
-
 /// What a series looks like until it is told otherwise: 1 and 4 by the right axis, 1 filled below, 4 stepped
 /// and filled above, the others by the left axis in colours and dashes that can be told apart.
 SeriesStyle defaultSeriesStyle(int series);

@@ -9,51 +9,36 @@ using look::Series;
 
 namespace {
 
-/// The curve of a column; columns that no box brings into the chart have none.
-std::optional<Series> seriesOf(int column) {
-    switch (column) {
-    case kDepthColumn:
-        return Series::Depth;
-    case 2:
-        return Series::GasNumber;
-    case 3:
-        return Series::PO2;
-    case kCeilingColumn:
-        return Series::Ceiling;
-    case 5:
-        return Series::Temperature;
-    case 7:
-        return Series::Filter;
-    case 8:
-        return Series::Bat1;
-    case 9:
-        return Series::Bat2;
-    case 10:
-        return Series::HPdil;
-    case 11:
-        return Series::HPo2;
-    case 12:
-        return Series::CellA;
-    case 13:
-        return Series::CellB;
-    case 14:
-        return Series::CellC;
-    case 15:
-        return Series::Setpoint;
-    case 16:
-        return Series::CO2;
-    default:
-        if (column >= 25 && column <= 32) {
-            return static_cast<Series>(static_cast<int>(Series::Tpm1) + column - 25);
-        }
-        return std::nullopt;
+/// The curves of the columns from kDepthColumn on; columns that no box brings into the chart have none.
+constexpr std::array<std::optional<Series>, 16> kCurves = {
+    Series::Depth,  Series::GasNumber, Series::PO2,      Series::Ceiling, Series::Temperature, std::nullopt,
+    Series::Filter, Series::Bat1,      Series::Bat2,     Series::HPdil,   Series::HPo2,        Series::CellA,
+    Series::CellB,  Series::CellC,     Series::Setpoint, Series::CO2};
+constexpr int kFirstThermistor = 25;
+constexpr int kLastThermistor = 32;
+
+std::optional<Series> curveOf(int column) {
+    if (column >= kFirstThermistor && column <= kLastThermistor) {
+        return static_cast<Series>(static_cast<int>(Series::Tpm1) + column - kFirstThermistor);
     }
+    const auto place = static_cast<size_t>(column - kDepthColumn);
+    return place < kCurves.size() ? kCurves[place] : std::nullopt; // column 0 is beyond the last
 }
 
 } // namespace
 
+QList<Series> curvesOfBox(int check, int index) {
+    QList<Series> curves;
+    for (const SeriesSource& source : seriesOfBox(check, index)) {
+        if (const std::optional<Series> curve = curveOf(source.column)) {
+            curves.append(*curve);
+        }
+    }
+    return curves;
+}
+
 platform::SeriesStyle curveStyle(int column, look::Theme theme, bool ownOxygenScale) {
-    const std::optional<Series> series = seriesOf(column);
+    const std::optional<Series> series = curveOf(column);
     if (!series) {
         return platform::defaultSeriesStyle(column);
     }
@@ -73,6 +58,5 @@ platform::SeriesStyle curveStyle(int column, look::Theme theme, bool ownOxygenSc
     }
     return style;
 }
-
 
 } // namespace benthor::viewer

@@ -326,10 +326,6 @@ void InstrumentPanel::setNumberSize(int px) {
     Text7->setNumberSize(px * 3 / 4);
 }
 
-int InstrumentPanel::neededHeight() const {
-    return minimumSizeHint().height();
-}
-
 void InstrumentPanel::changeEvent(QEvent* event) {
     Card::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && Shape12 != nullptr) {

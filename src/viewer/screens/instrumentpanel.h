@@ -27,8 +27,6 @@ public:
     void showState(const PanelState& state, bool feet);
     /// Size of the depth in pixels of the layout; the other numbers follow it.
     void setNumberSize(int px);
-    /// The least height in which nothing is cut.
-    int neededHeight() const;
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include "platform/look/look.h"
 #include "platform/look/widgets/seriesbox.h"
+#include "viewer/screens/curvestyle.h"
 
 #include <QLabel>
 #include <QScrollArea>
@@ -11,38 +12,28 @@
 
 namespace benthor::viewer {
 
-using look::Series;
 using look::SeriesBox;
 using Swatch = look::SeriesBox::Swatch;
 
+/// A box; its caption and its curves are those of the series that it brings in.
 struct SeriesColumn::Entry {
     int number = 0; ///< 1 to 14, or 15 with the index
-    const char* caption = "";
     Swatch swatch = Swatch::Line;
-    QList<Series> series;
     const char* tip = "";
     int index = 0;
+    const char* caption = ""; ///< of a box that brings none in
 };
 
 namespace {
 
-const QList<Series>& thermistors() {
-    static const QList<Series> all{Series::Tpm1, Series::Tpm2, Series::Tpm3, Series::Tpm4,
-                                   Series::Tpm5, Series::Tpm6, Series::Tpm7, Series::Tpm8};
-    return all;
-}
-
 constexpr int kFirstDisabled = 2;
 constexpr int kLastDisabled = 13;
-/// Of the right margin: a scroll bar stands there and cuts nothing.
-constexpr int kScrollRoom = 10;
-
-} // namespace
-
-namespace {
 constexpr int kFirstCheck = 1;
 constexpr int kLastCheck = 14;
 constexpr int kSticks = 3;
+/// Of the right margin: a scroll bar stands there and cuts nothing.
+constexpr int kScrollRoom = 10;
+
 } // namespace
 
 SeriesColumn::SeriesColumn(QWidget* parent)
@@ -50,28 +41,22 @@ SeriesColumn::SeriesColumn(QWidget* parent)
     content_ = new QWidget;
     column_ = new QVBoxLayout(content_);
     column_->setContentsMargins(0, 0, kScrollRoom, 0);
-    addGroup(QStringLiteral("Dive"),
-             {{1, "Depth", Swatch::Line, {Series::Depth}},
-              {2, "GAS num", Swatch::Step, {Series::GasNumber}, "Number of the gas breathed"},
-              {4, "Mark", Swatch::Diamond, {}, "Marks set during the dive"},
-              {5, "Temperature", Swatch::Line, {Series::Temperature}}});
+    addGroup(QStringLiteral("Dive"), {{1},
+                                      {2, Swatch::Step, "Number of the gas breathed"},
+                                      {4, Swatch::Diamond, "Marks set during the dive", 0, "Mark"},
+                                      {5}});
     addGroup(QStringLiteral("Oxygen"),
-             {{3, "PO2", Swatch::Line, {Series::PO2}, "Oxygen partial pressure"},
-              {9, "PO2 cells", Swatch::Line, {Series::CellA, Series::CellB, Series::CellC}, "Cells a, b, c"},
-              {10, "Setpoint", Swatch::Line, {Series::Setpoint}}});
-    addGroup(QStringLiteral("Ceiling"), {{11, "Ceiling", Swatch::Line, {Series::Ceiling}}});
-    addGroup(QStringLiteral("Scrubber"),
-             {{12, "Filter", Swatch::Line, {Series::Filter}, "What is left of the filter, per cent"},
-              {14, "CO2", Swatch::Line, {Series::CO2}},
-              {13, "Pamb", Swatch::None, {}, "CO2 at ambient pressure"},
-              {6, "TPM", Swatch::Ramp, thermistors(), "Temperature profile meter, 8 thermistors"},
-              {15, "TPM 0", Swatch::Ramp, thermistors(), "Stick 0 of the temperature profile meter", 0},
-              {15, "TPM 1", Swatch::Ramp, thermistors(), "Stick 1 of the temperature profile meter", 1},
-              {15, "TPM 2", Swatch::Ramp, thermistors(), "Stick 2 of the temperature profile meter", 2}});
-    addGroup(
-        QStringLiteral("Power and gas"),
-        {{7, "Battery", Swatch::Line, {Series::Bat1, Series::Bat2}, "Backup and main battery"},
-         {8, "High pressure", Swatch::Line, {Series::HPdil, Series::HPo2}, "Diluent and oxygen cylinder"}});
+             {{3, Swatch::Line, "Oxygen partial pressure"}, {9, Swatch::Line, "Cells a, b, c"}, {10}});
+    addGroup(QStringLiteral("Ceiling"), {{11}});
+    addGroup(QStringLiteral("Scrubber"), {{12, Swatch::Line, "What is left of the filter, per cent"},
+                                          {14},
+                                          {13, Swatch::None, "CO2 at ambient pressure", 0, "Pamb"},
+                                          {6, Swatch::Ramp, "Temperature profile meter, 8 thermistors"},
+                                          {15, Swatch::Ramp, "Stick 0 of the temperature profile meter", 0},
+                                          {15, Swatch::Ramp, "Stick 1 of the temperature profile meter", 1},
+                                          {15, Swatch::Ramp, "Stick 2 of the temperature profile meter", 2}});
+    addGroup(QStringLiteral("Power and gas"), {{7, Swatch::Line, "Backup and main battery"},
+                                               {8, Swatch::Line, "Diluent and oxygen cylinder"}});
     column_->addStretch();
 
     auto* area = new QScrollArea;
@@ -96,8 +81,9 @@ void SeriesColumn::addGroup(const QString& title, const std::vector<Entry>& entr
     }
     column_->addWidget(heading);
     for (const Entry& entry : entries) {
-        auto* box = new SeriesBox(QLatin1String(entry.caption));
-        box->setSwatch(entry.swatch, entry.series);
+        const std::vector<SeriesSource> series = seriesOfBox(entry.number, entry.index);
+        auto* box = new SeriesBox(QLatin1String(series.empty() ? entry.caption : series.front().caption));
+        box->setSwatch(entry.swatch, curvesOfBox(entry.number, entry.index));
         box->setToolTip(QLatin1String(entry.tip));
         box->setEnabled(entry.number == 1);
         if (entry.number == 15) {
@@ -117,12 +103,12 @@ void SeriesColumn::addGroup(const QString& title, const std::vector<Entry>& entr
 }
 
 void SeriesColumn::excludeEachOther(int index) {
-    if (index == 0 || !check15_[static_cast<size_t>(index)]->isChecked()) {
-        return;
+    SeriesBoxes told = boxes();
+    setCheck15(told, index, check15(index)->isChecked());
+    for (size_t stick = 0; stick < check15_.size(); ++stick) {
+        const QSignalBlocker quiet(check15_[stick]);
+        check15_[stick]->setChecked(told.check15.test(stick));
     }
-    SeriesBox* other = check15_[static_cast<size_t>(3 - index)];
-    const QSignalBlocker quiet(other);
-    other->setChecked(false);
 }
 
 QCheckBox* SeriesColumn::check(int number) const {
