@@ -13,7 +13,7 @@
 
 namespace benthor::firmware {
 
-using link::named;
+using look::named;
 using link::showText;
 using link::showVisible;
 

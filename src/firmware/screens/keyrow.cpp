@@ -9,7 +9,7 @@
 
 namespace benthor::firmware {
 
-using link::named;
+using look::named;
 using link::showEnabled;
 
 namespace {

@@ -12,7 +12,7 @@
 
 namespace benthor::firmware {
 
-using link::named;
+using look::named;
 using link::showEnabled;
 using link::showText;
 using link::showVisible;

@@ -25,7 +25,7 @@
 
 namespace benthor::firmware {
 
-using link::named;
+using look::named;
 
 namespace {
 

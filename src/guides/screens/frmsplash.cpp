@@ -29,27 +29,25 @@ frmSplash::frmSplash(bool maintain)
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
     setWindowTitle(QStringLiteral("Benthor"));
 
-    auto* frame = new look::Card;
-    frame->setObjectName(QStringLiteral("Frame1"));
+    auto* frame = look::named(new look::Card, "Frame1");
+    Frame1_ = frame;
     frame->setCursor(Qt::PointingHandCursor);
     frame->installEventFilter(this);
     frame->setFocusPolicy(Qt::StrongFocus);
     auto* mark = new QLabel;
     mark->setPixmap(look::applicationIcon().pixmap(QSize(kMarkSize, kMarkSize), devicePixelRatio()));
-    auto* name = new QLabel;
-    name->setObjectName(QStringLiteral("lblProductName"));
-    name->setFont(look::big(32));
-    auto* version = new QLabel;
-    version->setObjectName(QStringLiteral("lblVersion"));
-    look::setInk(version, look::Ink::Quiet);
+    lblProductName_ = look::named(new QLabel, "lblProductName");
+    lblProductName_->setFont(look::big(32));
+    lblVersion_ = look::named(new QLabel, "lblVersion");
+    look::setInk(lblVersion_, look::Ink::Quiet);
 
     QVBoxLayout* column = frame->body();
     column->setSpacing(look::spaceSmall);
     column->addStretch(1);
     column->addWidget(mark, 0, Qt::AlignHCenter);
     column->addSpacing(look::spaceSmall);
-    column->addWidget(name, 0, Qt::AlignHCenter);
-    column->addWidget(version, 0, Qt::AlignHCenter);
+    column->addWidget(lblProductName_, 0, Qt::AlignHCenter);
+    column->addWidget(lblVersion_, 0, Qt::AlignHCenter);
     column->addStretch(1);
     Command1_->setObjectName(QStringLiteral("Command1"));
     Command1_->setProperty("quiet", true);
@@ -71,10 +69,9 @@ frmSplash::frmSplash(bool maintain)
 }
 
 void frmSplash::loading() {
-    findChild<QWidget*>(QStringLiteral("Frame1"))->setFocus();
-    findChild<QLabel*>(QStringLiteral("lblProductName"))->setText(QStringLiteral("Benthor"));
-    findChild<QLabel*>(QStringLiteral("lblVersion"))
-        ->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
+    Frame1_->setFocus();
+    lblProductName_->setText(QStringLiteral("Benthor"));
+    lblVersion_->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
 }
 
 bool frmSplash::eventFilter(QObject* watched, QEvent* event) {

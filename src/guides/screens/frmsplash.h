@@ -2,6 +2,7 @@
 
 #include "platform/screen/screen.h"
 
+class QLabel;
 class QPushButton;
 
 namespace benthor::platform {
@@ -34,6 +35,9 @@ private:
     void restore();
 
     bool maintain_;
+    QWidget* Frame1_ = nullptr;
+    QLabel* lblProductName_ = nullptr;
+    QLabel* lblVersion_ = nullptr;
     QPushButton* Command1_;
     platform::TickTimer* Timer1_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/linkstate.h"
+#include "platform/look/look.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -9,10 +10,7 @@ namespace benthor::link {
 
 // Painting a value that a control may show already: only a difference costs anything.
 
-template <class T> T* named(T* control, const char* name) {
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
+using look::named;
 
 inline void showText(QLabel* label, const QString& text) {
     if (label->text() != text) {

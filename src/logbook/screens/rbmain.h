@@ -169,6 +169,7 @@ private:
     ListFoot* foot_ = nullptr;
     QMenu* mnupopup_ = nullptr;
     QAction* mnuSaveSpread_ = nullptr;
+    QAction* mnuerrorcode_ = nullptr;
     QActionGroup* sortEntries_ = nullptr;
     platform::TickTimer Timer3_;
 

@@ -92,9 +92,9 @@ void rbmain::buildMenus() {
     addEntry(dive, "mnuDeleteDive", QStringLiteral("&Delete"), &rbmain::cmdelete_click)
         ->setShortcut(QKeySequence(Qt::Key_Delete));
     dive->addSeparator();
-    QAction* errors =
+    mnuerrorcode_ =
         addEntry(dive, "mnuerrorcode", QStringLiteral("Show &errors"), &rbmain::mnuerrorcode_click);
-    errors->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    mnuerrorcode_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
 
     buildSortMenu();
 
@@ -130,7 +130,7 @@ void rbmain::buildPopup() {
     mnupopup_->setToolTipsVisible(true);
     addEntry(mnupopup_, "mnupopprofile", QStringLiteral("&Open"), &rbmain::cmdgo_click);
     addEntry(mnupopup_, "mnuDelete", QStringLiteral("&Delete"), &rbmain::cmdelete_click);
-    mnupopup_->addAction(findChild<QAction*>(QStringLiteral("mnuerrorcode")));
+    mnupopup_->addAction(mnuerrorcode_);
     mnupopup_->addSeparator();
     QMenu* save = mnupopup_->addMenu(QStringLiteral("&Save list"));
     save->setToolTipsVisible(true);

@@ -67,7 +67,7 @@ void rbmain::publishDive() {
         dive.headers += MSFlexGrid1_->text(0, col);
         dive.cells += MSFlexGrid1_->text(row, col);
     }
-    dive.location = findChild<look::NumberLabel*>(QStringLiteral("txtlocation"))->text();
+    dive.location = strip_->name();
     // No move reaches that far: the field stands at its own position.
     dive.dbtxtname = dive.cells.value(kTextFilePosition);
     const Publication publication = publishdive(platform::ProgramFolder::current(), dive);

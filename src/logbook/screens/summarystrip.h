@@ -40,6 +40,8 @@ public:
 
     /// Cells of a row by display column; none empties the boxes.
     void showCells(const QStringList& cells);
+    /// The name of the dive as its box shows it.
+    QString name() const { return name_->text(); }
 
     QSize minimumSizeHint() const override;
 

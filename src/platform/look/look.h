@@ -5,6 +5,8 @@
 #include "platform/look/tokens.h"
 #include "platform/look/type.h"
 
+#include <QLatin1String>
+
 class QApplication;
 class QLabel;
 class QString;
@@ -24,6 +26,12 @@ void apply(QApplication& application);
 enum class Ink { Text, Quiet, Accent, Bad };
 void setInk(QWidget* widget, Ink ink);
 QColor inkColour(Ink ink);
+
+/// Gives the object its name and hands it back.
+template <class T> T* named(T* object, const char* name) {
+    object->setObjectName(QLatin1String(name));
+    return object;
+}
 
 /// Labels as they are wanted most: quiet and small; a title.
 QLabel* makeCaption(const QString& text, QWidget* parent = nullptr);

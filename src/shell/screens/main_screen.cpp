@@ -145,7 +145,7 @@ void MainScreen::showinfopanel() {
         return;
     }
     fillPanel();
-    findChild<QWidget*>(QStringLiteral("Label6"))->show();
+    Label6_->show();
     Label7_->show();
 }
 

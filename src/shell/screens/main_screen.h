@@ -79,17 +79,20 @@ private:
     // main_screen_layout.cpp
     void buildLayout();
     QWidget* buildEntries();
-    QWidget* buildPanel();
-    QWidget* buildTotals();
     QWidget* buildFoot();
-    QWidget* buildLinkCard();
-    QWidget* buildImportCard();
     QWidget* buildTips();
     look::EntryRow* entry(QWidget* column, int choice, const QString& caption, const QString& captionName,
                           const QString& pictureName, const QString& icon, bool quiet);
     void hiddenButton(const char* name, void (MainScreen::*act)());
     QPushButton* footButton(int choice, const QString& name, const QString& caption, const QString& icon,
                             const QString& words);
+
+    // main_screen_cards.cpp
+    QWidget* buildPanel();
+    QWidget* buildTotals();
+    QWidget* buildLinkCard();
+    QWidget* buildImportCard();
+    void buildProgress(QWidget* area);
 
     // main_screen_menus.cpp
     void buildMenus();
@@ -141,7 +144,6 @@ private:
 
     // main_screen_import.cpp
     class Progress;
-    void buildProgress(QWidget* area);
     void showCommand4(bool green, bool enabled);
     void showWaiting(int waiting);
     int readNewFolder();
@@ -160,6 +162,8 @@ private:
     QHash<int, look::EntryRow*> entries_;
     QHash<int, QWidget*> feet_;
     look::ClickableLabel* Picture9_ = nullptr;
+    look::ClickableLabel* Label6_ = nullptr;
+    look::ClickableLabel* Label10_ = nullptr; ///< Label10(0)
     QLabel* Picture12_ = nullptr;
     look::NoticeBand* storenote_ = nullptr;
     UnsavedNote* unsavednote_ = nullptr;

@@ -133,7 +133,7 @@ void MainScreen::mnuTips_click() {
 void MainScreen::showTipsPanel(bool shown) {
     Frame4_->setVisible(shown);
     fitCards();
-    findChild<QWidget*>(QStringLiteral("Label10(0)"))->setVisible(!shown);
+    Label10_->setVisible(!shown);
     showTip();
 }
 

@@ -3,17 +3,11 @@
 #include "divefiles/importer.h"
 #include "divefiles/waitingfiles.h"
 #include "link/linkstatus.h"
-#include "platform/look/icons.h"
 #include "platform/look/look.h"
-#include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
-#include "platform/look/widgets/fold.h"
-#include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/overlaycard.h"
-#include "platform/look/widgets/status.h"
 #include "platform/look/widgets/toldbutton.h"
-#include "platform/look/widgets/wholelabel.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
@@ -26,36 +20,12 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace benthor::shell {
 
 using platform::ProgramFolder;
-
-namespace {
-
-template <class T> T* named(T* widget, const char* name) {
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-/// The estimate that nothing writes; it stays folded away as it was laid out.
-QWidget* makeEstimate() {
-    auto* fold = new look::Fold(QStringLiteral("Estimate"));
-    auto* across = new QHBoxLayout;
-    across->addWidget(named(new QProgressBar, "ProgressBar1"), 1);
-    across->addWidget(named(new QLabel, "lblcurrentsizes"));
-    across->addWidget(named(new QLabel, "lblpercentage"));
-    across->addWidget(named(new QLabel, "lblreminutes"));
-    across->addWidget(look::makeCaption(QStringLiteral("minutes remaining")));
-    fold->body()->addLayout(across);
-    return fold;
-}
-
-} // namespace
 
 /// The importer's steps on the main screen. The screen may be unloaded at a yield: what follows then touches
 /// nothing of it, and the run ends after the file in hand.
@@ -157,68 +127,6 @@ private:
     int files_ = 0;
     int stored_ = 0; ///< the file in hand, from 1
 };
-
-void MainScreen::buildProgress(QWidget* area) {
-    Frame2_ = named(new look::OverlayCard(area), "Frame2");
-    QVBoxLayout* down = Frame2_->body();
-    down->setSpacing(look::spaceBase);
-
-    auto* head = new QHBoxLayout;
-    auto* icon = new look::ClickableLabel;
-    icon->setIconName(QStringLiteral("database"), 22);
-    icon->setInk(look::Ink::Accent);
-    icon->setFocusPolicy(Qt::NoFocus);
-    head->addWidget(icon);
-    head->addWidget(look::makeHeading(QStringLiteral("Database Update")));
-    head->addStretch(1);
-    lblcurrentfile_ = named(new QLabel, "lblcurrentfile");
-    lblcurrentfile_->setFont(look::big(24));
-    head->addWidget(lblcurrentfile_, 0, Qt::AlignBaseline);
-    head->addWidget(look::makeCaption(QStringLiteral("of")), 0, Qt::AlignBaseline);
-    lbltotalfiles_ = named(look::makeCaption(QString()), "lbltotalfiles");
-    head->addWidget(lbltotalfiles_, 0, Qt::AlignBaseline);
-    head->addWidget(look::makeCaption(QStringLiteral("files")), 0, Qt::AlignBaseline);
-    down->addLayout(head);
-    down->addWidget(new look::Rule);
-
-    auto* file = new QHBoxLayout;
-    lblprogress_ = named(new look::WholeLabel, "lblprogress");
-    file->addWidget(lblprogress_, 1);
-    lbltotalsizes_ = named(look::makeCaption(QString()), "lbltotalsizes");
-    file->addWidget(lbltotalsizes_);
-    file->addWidget(look::makeCaption(QStringLiteral("bytes in all")));
-    down->addLayout(file);
-    lblcopying_ = named(look::makeCaption(QString()), "lblcopying");
-    lblcopying_->hide();
-    down->addWidget(lblcopying_);
-
-    importbar_ = named(new QProgressBar, "importbar");
-    importbar_->setAccessibleName(QStringLiteral("How far the import is"));
-    importbar_->setFormat(QStringLiteral("%p %"));
-    down->addWidget(importbar_);
-    auto* notice = new look::NoticeBand(QStringLiteral("DO NOT HIT OTHER KEYS OR TERMINATE PROGRAM"));
-    named(notice->label(), "Label17");
-    down->addWidget(notice);
-
-    auto* foot = new QHBoxLayout;
-    foot->addWidget(look::makeCaption(QStringLiteral("stops after the file in hand")));
-    foot->addStretch(1);
-    stopimport_ = named(new QPushButton(QStringLiteral("stop import")), "stopimport");
-    stopimport_->setIcon(look::icon("stop"));
-    stopimport_->setToolTip(QStringLiteral("Click to abort importing dives after current one finishes"));
-    stopimport_->setEnabled(false);
-    connect(stopimport_, &QPushButton::clicked, this, &MainScreen::stopImport);
-    foot->addWidget(stopimport_);
-    down->addLayout(foot);
-
-    auto* files = new look::Fold(QStringLiteral("Files of this run"));
-    List1_ = named(new QListWidget, "List1");
-    List1_->setMaximumHeight(look::scaled(120));
-    files->body()->addWidget(List1_);
-    down->addWidget(files);
-    down->addWidget(makeEstimate());
-    Frame2_->hide();
-}
 
 void MainScreen::stopImport() {
     stopped_ = process().importing;

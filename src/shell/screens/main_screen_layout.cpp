@@ -5,9 +5,7 @@
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
-#include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/status.h"
-#include "platform/look/widgets/toldbutton.h"
 #include "shell/screens/tipspanel.h"
 #include "shell/screens/unsavednote.h"
 
@@ -19,25 +17,12 @@
 
 namespace benthor::shell {
 
+using look::named;
+
 namespace {
 
 constexpr int kEntriesWidth = 236;
 constexpr int kTwoCardsWidth = 720;
-constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
-
-QLabel* named(QLabel* label, const char* name) {
-    label->setObjectName(QLatin1String(name));
-    return label;
-}
-
-QLabel* iconLabel(const char* name) {
-    auto* label = new look::ClickableLabel;
-    label->setIconName(QLatin1String(name), 22);
-    label->setFocusPolicy(Qt::NoFocus);
-    label->setCursor(Qt::ArrowCursor);
-    label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    return label;
-}
 
 } // namespace
 
@@ -55,20 +40,18 @@ void MainScreen::buildLayout() {
 
     auto* opener = new QHBoxLayout;
     opener->setSpacing(look::spaceSmall);
-    auto* Label6 = new look::ClickableLabel;
-    Label6->setObjectName(QStringLiteral("Label6"));
-    Label6->setAccessibleName(QStringLiteral("Connection tips"));
-    Label6->setIconName(QStringLiteral("tip"), 18);
-    auto* Label10 = new look::ClickableLabel(QStringLiteral("Connection tips    >>>"));
-    Label10->setObjectName(QStringLiteral("Label10(0)"));
-    for (look::ClickableLabel* label : {Label6, Label10}) {
+    Label6_ = named(new look::ClickableLabel, "Label6");
+    Label6_->setAccessibleName(QStringLiteral("Connection tips"));
+    Label6_->setIconName(QStringLiteral("tip"), 18);
+    Label10_ = named(new look::ClickableLabel(QStringLiteral("Connection tips    >>>")), "Label10(0)");
+    for (look::ClickableLabel* label : {Label6_, Label10_}) {
         label->setInk(look::Ink::Quiet);
     }
-    connect(Label10, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
-    connect(Label6, &look::ClickableLabel::clicked, this, &MainScreen::Label6_click);
+    connect(Label10_, &look::ClickableLabel::clicked, this, [this] { showTipsPanel(true); });
+    connect(Label6_, &look::ClickableLabel::clicked, this, &MainScreen::Label6_click);
     opener->addStretch(1);
-    opener->addWidget(Label6);
-    opener->addWidget(Label10);
+    opener->addWidget(Label6_);
+    opener->addWidget(Label10_);
     down->addLayout(opener);
 
     storenote_ = new look::NoticeBand({});
@@ -147,48 +130,6 @@ QWidget* MainScreen::buildEntries() {
     return column;
 }
 
-QWidget* MainScreen::buildPanel() {
-    auto* panel = new QWidget;
-    auto* across = new QHBoxLayout(panel);
-    across->setContentsMargins(20, 20, 20, 20);
-    across->setSpacing(look::spaceRoom);
-    Picture12_ = named(new QLabel, "Picture12");
-    Picture12_->setAlignment(Qt::AlignCenter);
-    across->addWidget(Picture12_, 0, Qt::AlignVCenter);
-
-    auto* words = new QVBoxLayout;
-    words->setSpacing(look::spaceSmall);
-    Label7_ = named(look::makeHeading(QString()), "Label7");
-    Label7_->setFont(look::big(20));
-    Label9_ = named(new QLabel, "Label9");
-    Label9_->setWordWrap(true);
-    Label9_->setMaximumWidth(look::scaled(kReadableWidth));
-    look::setInk(Label9_, look::Ink::Quiet);
-    words->addStretch(1);
-    words->addWidget(Label7_);
-    words->addWidget(Label9_);
-    words->addStretch(1);
-    across->addLayout(words, 1);
-    return panel;
-}
-
-QWidget* MainScreen::buildTotals() {
-    auto* totals = new QWidget;
-    auto* down = new QVBoxLayout(totals);
-    down->setContentsMargins(20, look::spaceBase, 20, look::spaceBase);
-    lbltotaldive_ = new look::TotalsLabel;
-    named(lbltotaldive_, "lbltotaldive");
-    down->addWidget(lbltotaldive_);
-    Lbldetails_ = named(new QLabel, "Lbldetails");
-    look::setInk(Lbldetails_, look::Ink::Quiet);
-    down->addWidget(Lbldetails_);
-    firstdive_ = named(new QLabel(firstDiveText()), "firstdive");
-    firstdive_->setWordWrap(true);
-    firstdive_->hide();
-    down->addWidget(firstdive_);
-    return totals;
-}
-
 QPushButton* MainScreen::footButton(int choice, const QString& name, const QString& caption,
                                     const QString& icon, const QString& words) {
     auto* row = new QWidget;
@@ -247,73 +188,6 @@ void MainScreen::hiddenButton(const char* name, void (MainScreen::*act)()) {
     button->setObjectName(QLatin1String(name));
     button->hide();
     connect(button, &QPushButton::clicked, this, act);
-}
-
-QWidget* MainScreen::buildLinkCard() {
-    auto* card = new look::Card;
-    auto* across = new QHBoxLayout;
-    across->setSpacing(look::spaceBase);
-    across->addWidget(iconLabel("plug"));
-    auto* words = new QVBoxLayout;
-    words->setSpacing(2);
-    words->addStretch(1); // the card beside it may be higher
-    words->addWidget(look::makeCaption(QStringLiteral("Device link")));
-    lblstatus_ = new look::LampDot;
-    named(lblstatus_, "lblstatus");
-    lblstatus_->setText(QStringLiteral("Searching"));
-    words->addWidget(lblstatus_);
-    words->addStretch(1);
-    across->addLayout(words);
-    across->addStretch(1);
-    Text14_ =
-        named(look::makeCaption(QStringLiteral("Put the device into PC Link mode\nand open Download to PC")),
-              "Text14");
-    Text14_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    across->addWidget(Text14_);
-    card->body()->addLayout(across);
-    return card;
-}
-
-QWidget* MainScreen::buildImportCard() {
-    auto* card = new look::Card;
-    auto* across = new QHBoxLayout;
-    across->setSpacing(look::spaceBase);
-    across->addWidget(iconLabel("database"));
-    auto* words = new QVBoxLayout;
-    words->setSpacing(2);
-    words->addWidget(look::makeCaption(QStringLiteral("Folder new")));
-    waiting_ = named(new QLabel(QStringLiteral("No files wait")), "lblwaiting");
-    waiting_->setFont(look::strong(look::body()));
-    words->addWidget(waiting_);
-    across->addLayout(words);
-    across->addStretch(1);
-    Command4_ = new look::ToldButton(QStringLiteral("import dives"));
-    Command4_->setObjectName(QStringLiteral("Command4"));
-    Command4_->setIcon(look::icon("importfile"));
-    Command4_->setToolTip(QStringLiteral(
-        "When green, there are more new dives that can be transfered from temporary storage into database"));
-    connect(Command4_, &QPushButton::clicked, this, &MainScreen::Command4_click);
-    across->addWidget(Command4_);
-    card->body()->addLayout(across);
-
-    folderRow_ = new QWidget;
-    auto* below = new QHBoxLayout(folderRow_);
-    below->setContentsMargins({});
-    below->setSpacing(look::spaceBase);
-    folderNotice_ = named(look::makeCaption(QString()), "lblfoldernotice");
-    folderNotice_->setTextFormat(Qt::PlainText);
-    folderNotice_->setWordWrap(true);
-    below->addWidget(folderNotice_, 1);
-    movetocorrupt_ = new QPushButton(QStringLiteral("Move to corrupt"));
-    movetocorrupt_->setObjectName(QStringLiteral("cmdmovetocorrupt"));
-    movetocorrupt_->setToolTip(
-        QStringLiteral("Takes the file out of the folder new, so that the others come in. "
-                       "It is kept in the folders corrupt and old"));
-    connect(movetocorrupt_, &QPushButton::clicked, this, &MainScreen::movetocorrupt_click);
-    below->addWidget(movetocorrupt_, 0, Qt::AlignTop);
-    folderRow_->hide();
-    card->body()->addWidget(folderRow_);
-    return card;
 }
 
 QWidget* MainScreen::buildTips() {
