@@ -96,6 +96,8 @@ public:
         look::setTheme(look::Theme::Light);
     }
 
+    QString file(const QString& name) const { return folder_ + u'/' + name; }
+
 private:
     QString folder_;
 };
@@ -120,7 +122,7 @@ void check(const char* box) {
 }
 
 /// A dive with all its faces: a sample picked, an alarm, a zoomed page while it plays, a free view, the grid.
-void diveScreen(Album& album, const QString& suffix) {
+void diveScreen(Album& album, const QString& suffix, tests::ScriptedDialogs& dialogs) {
     const QList<QSize> sizes{{1024, 700}, {1366, 768}, {1920, 1080}};
     const auto add = [&](const char* face) {
         album.add("rbinterface", QLatin1String("rbinterface-") + QLatin1String(face) + suffix, sizes);
@@ -133,6 +135,19 @@ void diveScreen(Album& album, const QString& suffix) {
     auto* grid = control<FlexGrid>("rbinterface", "MSFlexGrid1");
     grid->setRow(grid->rows() * 3 / 5);
     add("point");
+    check("Check5");
+    control<QAction>("rbinterface", "mnuOwnScale")->trigger();
+    control<QAction>("rbinterface", "mnuFoldTip")->trigger();
+    grid->setRow(grid->rows() / 2);
+    add("ownscale");
+    control<QAction>("rbinterface", "mnuFoldTip")->trigger();
+    control<QAction>("rbinterface", "mnuOwnScale")->trigger();
+    check("Check5");
+    for (const auto& [entry, name] :
+         {std::pair{"mnuprintdive", "print-dive"}, {"mnuprintsamples", "print-samples"}}) {
+        dialogs.answerPrinter(album.file(QLatin1String(name) + suffix + QLatin1String(".pdf")));
+        control<QAction>("rbinterface", entry)->trigger();
+    }
     check("AlarmNext");
     add("alarm");
     auto* chart = control<platform::Chart>("rbinterface", "MSChart1");
@@ -286,7 +301,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     deleteQuestion(album, dialogs);
     otherStore(album, dialogs);
     unreadableFile(album);
-    diveScreen(album, QStringLiteral("-metres"));
+    diveScreen(album, QStringLiteral("-metres"), dialogs);
     openDive(QStringLiteral("Cave1.txt"));
     check("Check6");
     album.add("rbinterface", QStringLiteral("rbinterface-sticks"));
@@ -296,7 +311,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QAction>("main", "mnuFeet")->trigger();
     control<QAction>("main", "mnucurrentmain")->trigger();
     album.add("rbmain", QStringLiteral("rbmain-feet"));
-    diveScreen(album, QStringLiteral("-feet"));
+    diveScreen(album, QStringLiteral("-feet"), dialogs);
     control<QAction>("main", "mnuMeters")->trigger();
 
     QFile::remove(platform::ProgramFolder::current().path(

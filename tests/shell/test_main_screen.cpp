@@ -220,6 +220,8 @@ void TestMainScreen::aStoreWithoutDivesSaysSo() {
     QVERIFY(!stage.control("lbltotaldive")->isVisible());
     QVERIFY(stage.control<QLabel>("firstdive")->text().contains(QLatin1String("Download to PC")));
     QVERIFY(stage.control("firstdive")->isVisible());
+    QVERIFY(stage.control("firstdownload")->isVisible());
+    QVERIFY(stage.control("firstfilefind")->isVisible());
     // The routine ended there: what comes behind the totals was not done.
     QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
     stage.click("Label4");

@@ -134,13 +134,14 @@ private:
             const QString path = saveFile(parent, title, folder, filter);
             return {path, types.value(path, -1)};
         }
-        std::shared_ptr<QPrinter> printer(QWidget*) override {
+        std::shared_ptr<QPrinter> printer(QWidget*, QPageLayout::Orientation orientation) override {
             asked.append({QStringLiteral("print"), {}, {}, {}, {}, platform::BoxKind::Plain, false, {}});
             up();
             if (printers.empty()) {
                 return nullptr;
             }
             const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+            printer->setPageOrientation(orientation);
             printer->setOutputFormat(QPrinter::PdfFormat);
             printer->setOutputFileName(printers.front());
             printers.pop_front();

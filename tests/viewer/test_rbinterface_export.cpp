@@ -392,6 +392,10 @@ private slots:
             QCOMPARE(stage.pages("dive.pdf"), 1);
             QVERIFY(!stage.read("dive.pdf").contains("/Subtype /Image"));
             QVERIFY(stage.read("dive.pdf").size() > 5000);
+            const auto box = QRegularExpression(QStringLiteral(R"(/MediaBox \[0 0 ([\d.]+) ([\d.]+)\])"))
+                                 .match(QString::fromLatin1(stage.read("dive.pdf")));
+            QVERIFY(box.hasMatch());
+            QVERIFY(box.captured(1).toDouble() > box.captured(2).toDouble()); // as wide as the chart wants it
             QCOMPARE(look::theme(), look::Theme::Dark);
         }
         look::setTheme(look::Theme::Light);

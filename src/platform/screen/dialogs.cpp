@@ -97,9 +97,10 @@ public:
         return {path, static_cast<int>(types.split(QLatin1String(";;")).indexOf(picked))};
     }
 
-    std::shared_ptr<QPrinter> printer(QWidget* parent) override {
+    std::shared_ptr<QPrinter> printer(QWidget* parent, QPageLayout::Orientation orientation) override {
         const TickHold hold;
         const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+        printer->setPageOrientation(orientation);
         QPrintDialog dialog(printer.get(), visibleWindow(parent));
         return dialog.exec() == QDialog::Accepted ? printer : nullptr;
     }
@@ -113,7 +114,7 @@ public:
     }
     QString openFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
     QString saveFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-    std::shared_ptr<QPrinter> printer(QWidget*) override { return nullptr; }
+    std::shared_ptr<QPrinter> printer(QWidget*, QPageLayout::Orientation) override { return nullptr; }
 };
 
 int withoutBoxes = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPageLayout>
 #include <QString>
 #include <memory>
 
@@ -49,7 +50,9 @@ public:
     }
 
     /// The printer that the user chose, set up as he chose; null when cancelled.
-    virtual std::shared_ptr<QPrinter> printer(QWidget* parent) = 0;
+    /// `orientation`: of the page, as the dialog offers it first.
+    virtual std::shared_ptr<QPrinter>
+    printer(QWidget* parent, QPageLayout::Orientation orientation = QPageLayout::Portrait) = 0;
 };
 
 Dialogs& dialogs();

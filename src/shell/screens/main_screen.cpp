@@ -136,6 +136,7 @@ void MainScreen::showinfopanel() {
     Lbldetails_->clear();
     Lbldetails_->hide();
     firstdive_->hide();
+    panelentry_->show();
     showFoot();
     try {
         showTotals();
@@ -155,6 +156,7 @@ void MainScreen::showTotals() {
     const int dives = store::countdives(store);
     lbltotaldive_->setText(store::counttext(dives));
     firstdive_->setVisible(dives == 0);
+    panelentry_->setVisible(dives > 0 || !Label7_->text().isEmpty());
     lbltotaldive_->setText(store::counttext(dives) + store::lastdivetext(store::lastdive(store)));
     lbltotaldive_->show();
 }

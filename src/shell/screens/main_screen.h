@@ -90,6 +90,7 @@ private:
     // main_screen_cards.cpp
     QWidget* buildPanel();
     QWidget* buildTotals();
+    QWidget* buildFirstDive();
     QWidget* buildLinkCard();
     QWidget* buildImportCard();
     void buildProgress(QWidget* area);
@@ -171,7 +172,8 @@ private:
     QLabel* Label7_ = nullptr;
     QLabel* Label9_ = nullptr;
     QLabel* Lbldetails_ = nullptr;
-    QLabel* firstdive_ = nullptr; ///< how the first dive gets in
+    QWidget* panelentry_ = nullptr; ///< picture and words of the chosen entry
+    QWidget* firstdive_ = nullptr;  ///< how the first dive gets in
     look::TotalsLabel* lbltotaldive_ = nullptr;
     QStackedWidget* foot_ = nullptr;
     QBoxLayout* cards_ = nullptr;

@@ -2,6 +2,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/fold.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/look/widgets/overlaycard.h"
@@ -23,6 +24,7 @@ using look::named;
 
 namespace {
 
+constexpr int kFirstDiveWidth = 420;
 constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
 
 QLabel* iconLabel(const char* name) {
@@ -51,8 +53,13 @@ QWidget* makeEstimate() {
 
 QWidget* MainScreen::buildPanel() {
     auto* panel = new QWidget;
-    auto* across = new QHBoxLayout(panel);
-    across->setContentsMargins(20, 20, 20, 20);
+    auto* rows = new QVBoxLayout(panel);
+    rows->setContentsMargins(20, 20, 20, 20);
+    panelentry_ = new QWidget;
+    rows->addWidget(panelentry_, 1);
+    rows->addWidget(buildFirstDive(), 1);
+    auto* across = new QHBoxLayout(panelentry_);
+    across->setContentsMargins({});
     across->setSpacing(look::spaceRoom);
     Picture12_ = named(new QLabel, "Picture12");
     Picture12_->setAlignment(Qt::AlignCenter);
@@ -84,11 +91,38 @@ QWidget* MainScreen::buildTotals() {
     Lbldetails_ = named(new QLabel, "Lbldetails");
     look::setInk(Lbldetails_, look::Ink::Quiet);
     down->addWidget(Lbldetails_);
-    firstdive_ = named(new QLabel(firstDiveText()), "firstdive");
-    firstdive_->setWordWrap(true);
-    firstdive_->hide();
-    down->addWidget(firstdive_);
     return totals;
+}
+
+/// In the middle of the panel, which an empty logbook leaves bare.
+QWidget* MainScreen::buildFirstDive() {
+    firstdive_ = new QWidget;
+    auto* down = new QVBoxLayout(firstdive_);
+    down->setContentsMargins({});
+    down->setSpacing(look::spaceBase);
+    auto* words = named(new QLabel(firstDiveText()), "firstdive");
+    words->setWordWrap(true);
+    words->setAlignment(Qt::AlignCenter);
+    words->setFixedWidth(look::scaled(kFirstDiveWidth));
+    auto* ways = new QHBoxLayout;
+    ways->setSpacing(look::spaceBase);
+    const auto way = [&](const char* name, int choice, const char* icon) {
+        auto* button = named(new QPushButton(entries_.value(choice)->caption()->text()), name);
+        button->setIcon(look::icon(icon));
+        connect(button, &QPushButton::clicked, this, [this, choice] { entryClicked(choice); });
+        ways->addWidget(button);
+    };
+    ways->addStretch(1);
+    way("firstdownload", kDownloadToPc, "download");
+    way("firstfilefind", kDiveFileFind, "filefind");
+    ways->addStretch(1);
+    down->addStretch(1);
+    down->addWidget(iconLabel("dives"), 0, Qt::AlignHCenter);
+    down->addWidget(words, 0, Qt::AlignHCenter);
+    down->addLayout(ways);
+    down->addStretch(1);
+    firstdive_->hide();
+    return firstdive_;
 }
 
 QWidget* MainScreen::buildLinkCard() {

@@ -210,7 +210,7 @@ void DiveExports::printDivePage() {
     if (session().lastsample() < 1) {
         return;
     }
-    if (const std::shared_ptr<QPrinter> printer = dialogs().printer(&parts_.screen)) {
+    if (const std::shared_ptr<QPrinter> printer = dialogs().printer(&parts_.screen, QPageLayout::Landscape)) {
         const platform::LightTheme light;
         printDive(*printer, session().header().caption, parts_.head.values(),
                   parts_.chart.pictureParts(pictureTitle(session().header())));
