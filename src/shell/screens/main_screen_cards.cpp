@@ -104,6 +104,10 @@ QWidget* MainScreen::buildFirstDive() {
     words->setWordWrap(true);
     words->setAlignment(Qt::AlignCenter);
     words->setFixedWidth(look::scaled(kFirstDiveWidth));
+    auto* middle = new QHBoxLayout; // not an alignment, in which a label's height does not follow its width
+    middle->addStretch(1);
+    middle->addWidget(words);
+    middle->addStretch(1);
     auto* ways = new QHBoxLayout;
     ways->setSpacing(look::spaceBase);
     const auto way = [&](const char* name, int choice, const char* icon) {
@@ -118,7 +122,7 @@ QWidget* MainScreen::buildFirstDive() {
     ways->addStretch(1);
     down->addStretch(1);
     down->addWidget(iconLabel("dives"), 0, Qt::AlignHCenter);
-    down->addWidget(words, 0, Qt::AlignHCenter);
+    down->addLayout(middle);
     down->addLayout(ways);
     down->addStretch(1);
     firstdive_->hide();
