@@ -4,10 +4,13 @@
 #include "tests/support/testfolder.h"
 
 #include <QFileInfo>
+#include <QProcess>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QThread>
 #include <array>
 #include <atomic>
+#include <cstdio>
 #include <sys/stat.h>
 
 using namespace benthor::platform;
@@ -38,6 +41,8 @@ struct Stage {
     TestFolder folder{TestFolder::Store::Missing};
     std::vector<std::unique_ptr<PseudoTerminal>> far;
 };
+
+const QString kHold = QStringLiteral("--hold");
 
 /// For tests of much text.
 const QString kFast = QStringLiteral("921600,n,8,1");
@@ -162,6 +167,7 @@ private slots:
         QVERIFY(open(first));
         QVERIFY(!open(second));
         QCOMPARE(second.fault(), PortFault::Busy);
+        QCOMPARE(second.faultHint(), ""); // held by ourselves, there is no program to close
         first.setPortOpen(false);
         QVERIFY(open(second));
     }
@@ -445,6 +451,21 @@ private slots:
         QCOMPARE(port.faultHint(), "");
     }
 
+    void aPortThatAnotherProgramHoldsSaysSo() {
+        Stage stage;
+        QProcess other; // this program once more, see holdPort()
+        other.start(QCoreApplication::applicationFilePath(), {kHold, stage.line().path()});
+        QVERIFY(other.waitForReadyRead(10000));
+        SerialPort port;
+        QVERIFY(!open(port));
+        QCOMPARE(port.fault(), PortFault::Busy);
+        QCOMPARE(port.faultHint(), busyHint(1, stage.line().path()));
+        other.closeWriteChannel();
+        QVERIFY(other.waitForFinished(10000));
+        QVERIFY(open(port));
+        QCOMPARE(port.faultHint(), "");
+    }
+
     void theHintNamesGroupAndCommand() {
         QCOMPARE(
             rightsHint(3, QStringLiteral("/dev/ttyUSB0"), QStringLiteral("dialout")),
@@ -453,5 +474,29 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSerialPort)
+namespace {
+
+/// Another program: holds the port until its input ends.
+int holdPort(const QString& path) {
+    QSerialPort port(path);
+    if (!port.open(QIODevice::ReadWrite)) {
+        return 1;
+    }
+    std::puts("held");
+    std::fflush(stdout);
+    while (std::getchar() != EOF) {
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    if (argc == 3 && application.arguments().at(1) == kHold) {
+        return holdPort(application.arguments().at(2));
+    }
+    TestSerialPort test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "test_serialport.moc"

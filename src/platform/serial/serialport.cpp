@@ -64,13 +64,31 @@ QString rightsHint(int number, const QString& path, const QString& group) {
         .arg(path, group);
 }
 
+QString busyHint(int number, const QString& path) {
+    return QStringLiteral("Port %1 (%2) is held by another program. Close that program.")
+        .arg(number)
+        .arg(path);
+}
+
+namespace {
+
+/// All ports of this process, so that one is told from another program's.
+QList<const SerialPort*>& allPorts() {
+    static QList<const SerialPort*> ports;
+    return ports;
+}
+
+} // namespace
+
 SerialPort::SerialPort(QObject* parent)
     : QObject(parent) {
+    allPorts().append(this);
     connect(&port_, &QSerialPort::readyRead, this, &SerialPort::arrived);
     connect(&port_, &QSerialPort::errorOccurred, this, &SerialPort::broken);
 }
 
 SerialPort::~SerialPort() {
+    allPorts().removeOne(this);
     port_.disconnect(this);
 }
 
@@ -104,6 +122,12 @@ bool SerialPort::setPortOpen(bool open) {
     return openPort();
 }
 
+/// Two numbers may lead to one device.
+bool SerialPort::isOurs(const QString& device) {
+    return std::ranges::any_of(
+        allPorts(), [&](const SerialPort* port) { return port->port_.isOpen() && port->device_ == device; });
+}
+
 bool SerialPort::openPort() {
     fault_ = PortFault::None;
     hint_.clear();
@@ -127,6 +151,7 @@ bool SerialPort::openPort() {
         case QSerialPort::DeviceNotFoundError:
             return failed(PortFault::Missing);
         case QSerialPort::PermissionError: // rights are there, so another holds it
+            hint_ = isOurs(device) ? QString() : busyHint(number_, device);
             return failed(PortFault::Busy);
         default:
             return failed(PortFault::Other);

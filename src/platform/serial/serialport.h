@@ -27,6 +27,9 @@ enum class PortFault { None, Missing, Busy, NoRights, Other };
 /// it.
 QString rightsHint(int number, const QString& path, const QString& group);
 
+/// The same where another program holds the device.
+QString busyHint(int number, const QString& path);
+
 /// A port of this machine. A device that vanishes closes it; it can be opened again when the device is back.
 class SerialPort : public QObject, public SerialLine {
     Q_OBJECT
@@ -68,6 +71,7 @@ private:
     bool handOver();
     void awaitLine();
     bool failed(PortFault fault);
+    static bool isOurs(const QString& device);
     void pump();
     void arrived();
     void broken(QSerialPort::SerialPortError error);
