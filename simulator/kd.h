@@ -83,7 +83,7 @@ public:
     const std::vector<QByteArray>& log() const { return log_; }
 
     static constexpr int beaconMilliseconds = 250;
-    static constexpr int beaconsInARun = 5; ///< between two of its words: ten letters, which end a dive
+    static constexpr int beaconsInARun = 5;       ///< between two of its words: ten letters, which end a dive
     static constexpr int quietMilliseconds = 500; ///< between a reply and the next beacon
     static constexpr int restartMilliseconds = 6000;
     static constexpr int bodyMilliseconds = 30000; ///< a body that goes no further is given up

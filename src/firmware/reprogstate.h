@@ -96,9 +96,9 @@ struct ReprogState {
     SendFields fields;
 
     // What it counts.
-    qint64 counted = 0; ///< bytes of the last image, 128 for each record and for the byte ahead of them
-    qint64 sum = 0;     ///< of the image's bytes
-    qint64 sent = 0;    ///< bytes of the image that left whole, without what is put ahead of them and behind
+    qint64 counted = 0;  ///< bytes of the last image, 128 for each record and for the byte ahead of them
+    qint64 sum = 0;      ///< of the image's bytes
+    qint64 sent = 0;     ///< bytes of the image that left whole, without what is put ahead of them and behind
     BrokenOff brokenoff; ///< of the last image; stays until the next one goes
     QString awaited;     ///< reply that is waited for just now; empty: none is
     /// 0 idle; -1 stopped more than 2000 bytes short; -2 read-back not satisfied; 1 sent to the end; from 2

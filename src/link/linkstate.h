@@ -140,8 +140,8 @@ struct LinkState {
 
     StatusCaption AFLabel3;
     std::array<platform::ToldColour, 10> AFShape1{};
-    QString ComNum;        ///< changed only by setcomnum(), which opens the port
-    bool portheld = false; ///< the working port was opened and never closed: where it is closed, it was cut
+    QString ComNum;         ///< changed only by setcomnum(), which opens the port
+    bool portheld = false;  ///< the working port was opened and never closed: where it is closed, it was cut
     bool stucktold = false; ///< the line took nothing, which was told, and has taken nothing since
     int asksitself = 0;     ///< above 0: what is sent now is a tick's own request, which the next one repeats
     platform::ToldColour ComNumColour = kLightRed;

@@ -12,10 +12,10 @@
 
 namespace benthor::firmware {
 
-using look::named;
 using link::showEnabled;
 using link::showText;
 using link::showVisible;
+using look::named;
 
 namespace {
 

@@ -13,9 +13,9 @@
 
 namespace benthor::firmware {
 
-using look::named;
 using link::showText;
 using link::showVisible;
+using look::named;
 
 namespace {
 

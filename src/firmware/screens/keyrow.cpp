@@ -9,8 +9,8 @@
 
 namespace benthor::firmware {
 
-using look::named;
 using link::showEnabled;
+using look::named;
 
 namespace {
 

@@ -28,8 +28,9 @@ ChartScale downwardScale(const ChartMatrix& matrix, const std::function<ChartAxi
 /// The decimals that a label needs where labels stand `step` apart.
 int decimalsOf(double step);
 
-/// For one of the axes that count up. From 0, or the lowest value where that is below 0, to 2.5 times the largest value, so that these lines lie
-/// low; labelled up to the first step that is not below the largest value. Only zeros: to 1.
+/// For one of the axes that count up. From 0, or the lowest value where that is below 0, to 2.5 times the
+/// largest value, so that these lines lie low; labelled up to the first step that is not below the largest
+/// value. Only zeros: to 1.
 ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int series)>& axisOf,
                        ChartAxis axis = ChartAxis::Left);
 

@@ -57,10 +57,10 @@ void Mailer::offerFile() {
                           QStringLiteral("No mail program takes the message. Save it with its "
                                          "attachments as a file that mail programs open?"),
                           message_.subject);
-    const QString path = wanted ? askSavePath(window_, message_.subject,
-                                                     QDir::homePath() + QLatin1Char('/') + fileName_,
-                                                     QStringLiteral("Mail (*.eml)|*.eml|All Files (*.*)|*.*"))
-                                : QString();
+    const QString path =
+        wanted ? askSavePath(window_, message_.subject, QDir::homePath() + QLatin1Char('/') + fileName_,
+                             QStringLiteral("Mail (*.eml)|*.eml|All Files (*.*)|*.*"))
+               : QString();
     if (path.isEmpty()) {
         emit cancelled();
         return;

@@ -51,10 +51,10 @@ QString askSavePath(QWidget* parent, const QString& title, const QString& folder
         }
         const QString path = withEnding(answer.path, filter, answer.type);
         if (path == answer.path || !QFileInfo::exists(path) ||
-            dialogs().confirm(parent,
-                              QStringLiteral("%1 is already there. Replace it?")
-                                  .arg(QDir::toNativeSeparators(path)),
-                              title, BoxKind::Warning, true)) {
+            dialogs().confirm(
+                parent,
+                QStringLiteral("%1 is already there. Replace it?").arg(QDir::toNativeSeparators(path)), title,
+                BoxKind::Warning, true)) {
             return path;
         }
         start = answer.path;

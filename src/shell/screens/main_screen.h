@@ -4,6 +4,7 @@
 #include "shell/infopanel.h"
 
 #include <QHash>
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -97,7 +98,12 @@ private:
 
     // main_screen_menus.cpp
     void buildMenus();
-    QAction* menuEntry(QMenu* menu, const QString& name, const QString& caption);
+    void buildFileMenus();
+    void buildUnitsMenu();
+    void buildLinkMenus();
+    QMenu* menuHeading(QWidget* parent, const char* name, const char* caption);
+    QAction* menuEntry(QMenu* menu, const char* name, const char* caption,
+                       const std::function<void()>& act = {});
 
     // main_screen.cpp
     void buildTimers();

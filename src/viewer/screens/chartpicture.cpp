@@ -21,7 +21,7 @@ constexpr int kTitleHeight = 34;
 constexpr int kGasHeight = 22;
 constexpr int kTimesHeight = 20;
 constexpr int kStripHeight = 30;
-constexpr int kLegendGap = 8; ///< around the lines of the legend, together
+constexpr int kLegendGap = 8;  ///< around the lines of the legend, together
 constexpr int kImageScale = 2; ///< pixels of a PNG to one of the layout
 
 int legendHeight(const ChartPictureParts& parts) {
@@ -87,8 +87,8 @@ private:
 } // namespace
 
 QSize chartPictureSize(const ChartPictureParts& parts) {
-    return {parts.chart.width(),
-            parts.chart.height() + kTitleHeight + kGasHeight + kTimesHeight + kStripHeight + legendHeight(parts)};
+    return {parts.chart.width(), parts.chart.height() + kTitleHeight + kGasHeight + kTimesHeight +
+                                     kStripHeight + legendHeight(parts)};
 }
 
 void paintChartPicture(QCPPainter& painter, const QRectF& where, const ChartPictureParts& parts) {

@@ -164,8 +164,10 @@ QWidget* InstrumentPanel::makeOxygen() {
         cellGrid->addWidget(Shape8[static_cast<std::size_t>(index)], index, 2);
     };
     addCell(1, "Cell a", "Lbldcella", "Shape9", "", Lbldcella, Shape9);
-    addCell(2, "Cell b", "Lbldcellb", "Shape10", "Shows field H of the record, the column Cellc", Lbldcellb, Shape10);
-    addCell(3, "Cell c", "Lbldcellc", "Shape11", "Shows field I of the record, the column Setpoint", Lbldcellc, Shape11);
+    addCell(2, "Cell b", "Lbldcellb", "Shape10", "Shows field H of the record, the column Cellc", Lbldcellb,
+            Shape10);
+    addCell(3, "Cell c", "Lbldcellc", "Shape11", "Shows field I of the record, the column Setpoint",
+            Lbldcellc, Shape11);
     mask(0) = new MaskPanel(QStringLiteral("Frame4(0)"), QStringLiteral("no PO2 cells recorded"), cells);
     column->addWidget(cells);
     return group;

@@ -90,8 +90,7 @@ void SideColumn::checkUnit(bool feet) {
 
 void SideColumn::fit(int windowWidth, QBoxLayout* right) {
     series_->setDense(isNarrow(windowWidth));
-    setFixedWidth(
-        std::max({sideWidth(windowWidth), series_->neededWidth(), unitsCard_->sizeHint().width()}));
+    setFixedWidth(std::max({sideWidth(windowWidth), series_->neededWidth(), unitsCard_->sizeHint().width()}));
     const bool wide = isWide(windowWidth);
     QBoxLayout* column = wide ? right : column_;
     if (gasCard_->parentWidget() != column->parentWidget()) {
