@@ -46,7 +46,7 @@ constexpr PickList kWeather{"SELECT COUNT(*) FROM weather  WHERE weather  = '", 
 constexpr PickList kBuddy{"SELECT COUNT(*) FROM BUDDY  WHERE BUDDY = '", "buddy", u"buddy"};
 
 /// Adds what the list lacks. False where the value cannot be asked for.
-bool offer(Database& database, const PickList& list, const QString& value) {
+bool offer(Database& database, const PickList& list, const QString& value, ActRecorder& act) {
     if (value.isEmpty()) {
         return true;
     }
@@ -61,6 +61,7 @@ bool offer(Database& database, const PickList& list, const QString& value) {
         rows.addNew();
         rows.set(list.field, value);
         rows.update();
+        act.entryCame(QString::fromLatin1(list.table), value);
     }
     return true;
 }
@@ -141,29 +142,31 @@ PickLists loadpicklists(Database& database) {
             column(database, "SELECT * FROM buddy ", u"buddy")};
 }
 
-QStringList savedetails(Database& database, const store::DiveIdentity& dive, const DiverAdds& diver) {
+SavedDetails savedetails(Database& database, const store::DiveIdentity& dive, const DiverAdds& diver) {
     QStringList refused;
-    const auto offerValue = [&](const PickList& list, const QString& value) {
-        if (!offer(database, list, value) && !refused.contains(value)) {
-            refused += value;
+    const ActRecord record = recordact(database, ActKind::Details, [&](ActRecorder& act) {
+        refused.clear();
+        const auto offerValue = [&](const PickList& list, const QString& value) {
+            if (!offer(database, list, value, act) && !refused.contains(value)) {
+                refused += value;
+            }
+        };
+        act.diveChanges(dive.diveid);
+        writeDive(database, dive, diver);
+        offerValue(kDepartment, diver.department);
+        offerValue(kSite, diver.site);
+        offerValue(kWeather, diver.weather);
+        removeBuddies(database, dive.diveid);
+        for (const QString& buddy : diver.buddies) {
+            Recordset rows = database.openForAdding("buddylist");
+            rows.addNew();
+            rows.set(u"diveid", dive.diveid);
+            rows.set(u"buddylist", buddy);
+            rows.update();
+            offerValue(kBuddy, buddy);
         }
-    };
-    platform::Transaction transaction(database);
-    writeDive(database, dive, diver);
-    offerValue(kDepartment, diver.department);
-    offerValue(kSite, diver.site);
-    offerValue(kWeather, diver.weather);
-    removeBuddies(database, dive.diveid);
-    for (const QString& buddy : diver.buddies) {
-        Recordset rows = database.openForAdding("buddylist");
-        rows.addNew();
-        rows.set(u"diveid", dive.diveid);
-        rows.set(u"buddylist", buddy);
-        rows.update();
-        offerValue(kBuddy, buddy);
-    }
-    transaction.commit();
-    return refused;
+    });
+    return {refused, record.fault};
 }
 
 QString divenotetemplate() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logbook/actrecorder.h"
 #include "platform/database.h"
 #include "store/diveidentity.h"
 
@@ -52,6 +53,11 @@ struct PickLists {
     QStringList buddies;
 };
 
+struct SavedDetails {
+    QStringList refused;
+    QString notTakenBack; ///< why the save cannot be taken back; empty where it can
+};
+
 struct DiveDetails {
     store::DiveIdentity dive;
     DeviceSays device;
@@ -64,11 +70,12 @@ DiveDetails loaddetails(platform::Database& database, const QString& diveid, QSt
 PickLists loadpicklists(platform::Database& database);
 
 /// Stores all of it in one transaction: the dive's row, what is new for the pick lists, the buddies in their
-/// order. Returns the values that a pick list cannot take because they hold a single quote; they stand in the
-/// dive's own rows all the same. StoreError: nothing was stored; one of them is that the dive is no longer in
-/// the store, even though its identifier may be another dive's by now.
-QStringList savedetails(platform::Database& database, const store::DiveIdentity& dive,
-                        const DiverAdds& diver);
+/// order, and keeps it as an act that can be taken back, unless the store was so before. Returns the values
+/// that a pick list cannot take because they hold a single quote; they stand in the dive's own rows all the
+/// same. StoreError: nothing was stored; one of them is that the dive is no longer in the store, even though
+/// its identifier may be another dive's by now.
+SavedDetails savedetails(platform::Database& database, const store::DiveIdentity& dive,
+                         const DiverAdds& diver);
 
 QString divenotetemplate();
 

@@ -220,21 +220,32 @@ void deletestarrows(platform::Database& database) {
     deletedive(database, QStringLiteral("*"));
 }
 
-void deletedives(platform::Database& database, const platform::ProgramFolder& folder,
-                 const QStringList& diveids) {
-    for (const QString& diveid : diveids) {
-        platform::Transaction transaction(database);
-        const QString location = locationOf(database, diveid);
-        deletedive(database, diveid);
-        store::syncserialno(database);
-        transaction.commit();
-        // A file of that name may hold another dive, which was never imported.
-        if (folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(location) &&
-            divefiles::keepinold(folder, location)) {
-            static_cast<void>(platform::removeFile(folder.path(u"new", location)));
-        }
+void takewaitingfile(const platform::ProgramFolder& folder, const QString& name) {
+    // A file of that name may hold another dive, which was never imported.
+    if (folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(name) &&
+        divefiles::keepinold(folder, name)) {
+        static_cast<void>(platform::removeFile(folder.path(u"new", name)));
     }
-    deletestarrows(database);
+}
+
+ActRecord deletedives(platform::Database& database, const platform::ProgramFolder& folder,
+                      const QStringList& diveids) {
+    SteppedAct act(database, ActKind::Delete);
+    for (const QString& diveid : diveids) {
+        QString location;
+        act.step([&](ActRecorder& recorder) {
+            recorder.diveGoes(diveid, folder);
+            location = locationOf(database, diveid);
+            deletedive(database, diveid);
+            store::syncserialno(database);
+        });
+        takewaitingfile(folder, location);
+    }
+    act.step([&](ActRecorder& recorder) {
+        recorder.diveGoes(QStringLiteral("*"), folder);
+        deletestarrows(database);
+    });
+    return act.record();
 }
 
 } // namespace benthor::logbook

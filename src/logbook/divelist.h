@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logbook/actrecorder.h"
 #include "platform/database.h"
 #include "platform/programfolder.h"
 
@@ -74,8 +75,13 @@ void deletedive(platform::Database& database, const QString& diveid);
 void deletestarrows(platform::Database& database);
 
 /// Deletes the dives of the selected rows: each with a file of its name that waits in `new`, then the counter
-/// is put right, then the star rows go. The files in `old` and `dbtxt` stay. One dive is one transaction.
-void deletedives(platform::Database& database, const platform::ProgramFolder& folder,
-                 const QStringList& diveids);
+/// is put right, then the star rows go. The files in `old` and `dbtxt` stay. One dive is one transaction, and
+/// all of them are one act that can be taken back; the record says why where they cannot. StoreError where a
+/// dive cannot be deleted: those before it are, and can be taken back.
+ActRecord deletedives(platform::Database& database, const platform::ProgramFolder& folder,
+                      const QStringList& diveids);
+
+/// Behind a delete: removes the file of that name that waits in `new`, once its bytes stand in `old`.
+void takewaitingfile(const platform::ProgramFolder& folder, const QString& name);
 
 } // namespace benthor::logbook

@@ -64,10 +64,11 @@ public:
 
     /// A statement begins: the way out of one that never ends counts from here.
     void startWork();
+    /// StoreError where it can only be read.
+    void requireChangeable() const;
 
 private:
     void makeReady();
-    void requireChangeable() const;
     static int lockedAgain(void* self, int times);
     static int worksOn(void* self);
 

@@ -54,6 +54,7 @@ public:
 
 private:
     friend class Transaction;
+    friend class StoredRows;
     std::shared_ptr<Connection> connection_;
 };
 

@@ -18,22 +18,6 @@ void writeserialno(platform::Database& database, const QString& identifier) {
     counter.update();
 }
 
-/// A dive that is deleted leaves its buddies. What stands under a number that no dive bears would show up on
-/// the next one that gets it.
-void removeleftovers(platform::Database& database, const QString& identifier) {
-    using platform::sqlWith;
-    const platform::Recordset bearers =
-        database.openRecordset(sqlWith("SELECT COUNT(*) FROM main WHERE DiveID = '", identifier, "'"));
-    if (bearers.value(0).text() != QLatin1String("0")) {
-        return;
-    }
-    database.execute(sqlWith("DELETE FROM gas WHERE diveid = '", identifier, "'"));
-    database.execute(sqlWith("DELETE FROM tissue WHERE diveid = '", identifier, "'"));
-    if (database.updatable(QStringLiteral("buddylist"))) { // not every store has it
-        database.execute(sqlWith("DELETE FROM buddylist WHERE diveid = '", identifier, "'"));
-    }
-}
-
 /// The identifier is taken before its row is written; both stand in one transaction of the caller or of this
 /// routine.
 void addDive(const QString& identifier, const platform::Value* version) {
@@ -86,6 +70,31 @@ void newdivebare() {
     addDive(nextidentifier(last), nullptr);
     transaction.commit();
     inHand.keep();
+}
+
+/// A dive that is deleted leaves its buddies. What stands under a number that no dive bears would show up on
+/// the next one that gets it.
+void removeleftovers(platform::Database& database, const QString& identifier) {
+    using platform::sqlWith;
+    const platform::Recordset bearers =
+        database.openRecordset(sqlWith("SELECT COUNT(*) FROM main WHERE DiveID = '", identifier, "'"));
+    if (bearers.value(0).text() != QLatin1String("0")) {
+        return;
+    }
+    database.execute(sqlWith("DELETE FROM gas WHERE diveid = '", identifier, "'"));
+    database.execute(sqlWith("DELETE FROM tissue WHERE diveid = '", identifier, "'"));
+    if (database.updatable(QStringLiteral("buddylist"))) { // not every store has it
+        database.execute(sqlWith("DELETE FROM buddylist WHERE diveid = '", identifier, "'"));
+    }
+}
+
+QString takeidentifier(platform::Database& database) {
+    syncserialno(database);
+    const QString fresh =
+        nextidentifier(database.openRecordset("SELECT * FROM SERIALNO").value(u"serial_no"));
+    writeserialno(database, fresh);
+    removeleftovers(database, fresh);
+    return fresh;
 }
 
 void syncserialno(platform::Database& database) {

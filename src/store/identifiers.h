@@ -18,6 +18,13 @@ void newdive(const QString& version);
 /// Told, and called by nothing: no side import has an action.
 void newdivebare();
 
+/// For a dive whose own number is taken: the identifier behind the highest, which the counter of dives then
+/// holds. Changes of the caller's transaction.
+QString takeidentifier(platform::Database& database);
+
+/// Removes what a deleted dive left behind under an identifier; nothing where a dive bears it.
+void removeleftovers(platform::Database& database, const QString& identifier);
+
 /// Sets the counter of a store to its highest identifier, so that numbers freed at the end are given out
 /// again. Without an argument: of the process's store.
 void syncserialno(platform::Database& database);

@@ -50,7 +50,7 @@ DiveDetails load(QStringView unit = u"metre") {
 }
 
 QStringList save(const DiverAdds& diver) {
-    return savedetails(process().database, store::identifydive(process().database, dive()), diver);
+    return savedetails(process().database, store::identifydive(process().database, dive()), diver).refused;
 }
 
 DiverAdds edits() {

@@ -26,10 +26,17 @@ using platform::StoreError;
 
 namespace {
 
-/// What a save says of the values that no list of choices takes.
-QString savedWithout(const QStringList& refused) {
-    return QStringLiteral("Saved; with its single quote not kept for choosing again: %1")
-        .arg(refused.join(QStringLiteral(", ")));
+/// What a save says: also of the values that no list of choices takes, and where it is for good.
+QString wordOf(const SavedDetails& done) {
+    QString word = QStringLiteral("Saved");
+    if (!done.refused.isEmpty()) {
+        word += QStringLiteral("; with its single quote not kept for choosing again: %1")
+                    .arg(done.refused.join(QStringLiteral(", ")));
+    }
+    if (!done.notTakenBack.isEmpty()) {
+        word += QStringLiteral("; this save cannot be taken back: %1").arg(done.notTakenBack);
+    }
+    return word;
 }
 
 void setItems(QComboBox& box, const QStringList& items) {
@@ -140,10 +147,10 @@ void rbdetails::cmdSave_click() {
         return;
     }
     try {
-        const QStringList refused = savedetails(process().database, dive_, edited());
+        const SavedDetails done = savedetails(process().database, dive_, edited());
         noteSaved();
         showPickLists();
-        tell(refused.isEmpty() ? QStringLiteral("Saved") : savedWithout(refused));
+        tell(wordOf(done));
     } catch (const StoreError& error) {
         dialogs().message(
             this, QStringLiteral("The details of %1 are not stored.\n\n%2").arg(dive_.diveid, error.text()),
@@ -158,12 +165,13 @@ void rbdetails::saveOrAsk() {
     while (!dive_.isEmpty()) {
         try {
             const bool changed = !(edited() == stored_); // else it was told when it was saved
-            const QStringList refused = savedetails(process().database, dive_, edited());
+            const SavedDetails done = savedetails(process().database, dive_, edited());
             noteSaved();
-            if (!refused.isEmpty() && changed && isUnloaded()) {
-                dialogs().message(this, savedWithout(refused), platform::BoxKind::Information);
-            } else if (!refused.isEmpty() && changed) {
-                tell(savedWithout(refused));
+            const bool plain = done.refused.isEmpty() && done.notTakenBack.isEmpty();
+            if (!plain && changed && isUnloaded()) {
+                dialogs().message(this, wordOf(done), platform::BoxKind::Information);
+            } else if (!plain && changed) {
+                tell(wordOf(done));
             }
             return;
         } catch (const StoreError& error) {

@@ -1,0 +1,380 @@
+#include "logbook/actfile.h"
+
+#include "platform/filename.h"
+#include "platform/files.h"
+#include "platform/storefile.h"
+#include "platform/textformat.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+namespace benthor::logbook {
+
+namespace {
+
+using platform::StoredRow;
+using platform::StoredRows;
+using platform::StoredValue;
+using platform::StoreError;
+
+constexpr const char* kAlias = "rbacts";
+constexpr qint64 kApplication = 0x52624163; // "RbAc"
+constexpr qint64 kVersion = 1;
+/// No dive file is as long; a longer one is kept in `old` alone, as every file that leaves `new`.
+constexpr qint64 kLongestFile = 64LL << 20;
+
+// No table of a store has such a name: a query that names a missing table of the store finds none here.
+constexpr const char* kActTable =
+    "CREATE TABLE rbacts_act (id INTEGER PRIMARY KEY, kind INTEGER, done INTEGER, "
+    "label TEXT)";
+constexpr const char* kItemTable =
+    "CREATE TABLE rbacts_item (id INTEGER PRIMARY KEY, act INTEGER, kind INTEGER, here INTEGER, diveid TEXT, "
+    "startcode, dbtxtname, digest BLOB, twins INTEGER, name TEXT, started TEXT, gone TEXT, filename TEXT, "
+    "owed INTEGER, rows BLOB, file BLOB)";
+constexpr const char* kItemIndex = "CREATE INDEX rbacts_item_act ON rbacts_item (act)";
+constexpr const char* kFields =
+    "id, act, kind, here, diveid, startcode, dbtxtname, digest, twins, name, started, "
+    "gone, filename, owed";
+
+/// In the attached file: the texts above are also what its list of tables must say.
+QByteArray inFile(const char* create) {
+    QByteArray sql = create;
+    sql.replace("CREATE TABLE ", "CREATE TABLE rbacts.");
+    return sql.replace("CREATE INDEX ", "CREATE INDEX rbacts.");
+}
+
+bool isDamage(int code) {
+    return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
+}
+
+template <class Work> auto asActError(Work&& work) {
+    try {
+        return work();
+    } catch (const ActError&) {
+        throw;
+    } catch (const StoreError& error) {
+        throw ActError(error.text(), error.code(), isDamage(error.code()));
+    }
+}
+
+void makeFile(const QString& path, const QString& store) {
+    if (QFileInfo::exists(path)) {
+        if (!platform::isFile(path)) {
+            throw ActError(QStringLiteral("%1 is no file.").arg(QDir::toNativeSeparators(path)), 0);
+        }
+        return;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner)) {
+        throw ActError(QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), file.errorString()), 0);
+    }
+    file.close();
+    // Whoever may read and write the store may do the same with what was deleted from it.
+    static_cast<void>(platform::takeRights(path, store));
+    static_cast<void>(platform::syncFolder(QFileInfo(path).path()));
+}
+
+ActItem itemOf(const StoredRow& row) {
+    ActItem item;
+    item.id = row.at(0).integer;
+    item.act = row.at(1).integer;
+    item.kind = static_cast<ActItem::Kind>(row.at(2).integer);
+    item.here = row.at(3).integer != 0;
+    item.diveid = row.at(4).text();
+    item.key = {row.at(5), row.at(6)};
+    item.digest = row.at(7).bytes;
+    item.twins = static_cast<int>(row.at(8).integer);
+    item.name = row.at(9).text();
+    item.started = row.at(10).text();
+    item.gone = row.at(11).text();
+    item.fileName = row.at(12).text();
+    item.owed = row.at(13).integer != 0;
+    if (row.fields.size() > 15) {
+        item.rows = row.at(14).bytes;
+        item.file = row.at(15).bytes;
+    }
+    return item;
+}
+
+std::vector<StoredValue> valuesOf(const ActItem& item) {
+    return {item.act == 0 ? StoredValue() : StoredValue(item.act),
+            static_cast<qint64>(item.kind),
+            static_cast<qint64>(item.here),
+            item.diveid,
+            item.key.startcode,
+            item.key.dbtxtname,
+            StoredValue::blob(item.digest),
+            static_cast<qint64>(item.twins),
+            item.name,
+            item.started,
+            item.gone,
+            item.fileName,
+            static_cast<qint64>(item.owed),
+            StoredValue::blob(item.rows),
+            StoredValue::blob(item.file)};
+}
+
+} // namespace
+
+QString actsPath(const platform::Database& database) {
+    return QFileInfo(database.path()).absolutePath() + QStringLiteral("/rb-acts.db");
+}
+
+ActItem itemGoing(StoredRows& store, const QString& diveid, const TableRows& rows) {
+    ActItem item;
+    item.diveid = diveid;
+    item.key = keyof(rows);
+    item.digest = digestof(rows);
+    item.twins = counttwins(store, diveid, item.key, item.digest);
+    item.name = fieldof(rows, "Location").text();
+    item.started = fieldof(rows, "startdate").text();
+    TableRows all = rows;
+    // A start forgets a profile that is owed to no dive; one that comes back needs to know it again.
+    if (hastable(store, "owedprofile") && !item.key.dbtxtname.isNull()) {
+        for (TableRow& row : readtablerows(store, "owedprofile", "dbtxtname", item.key.dbtxtname)) {
+            all.push_back(std::move(row));
+        }
+    }
+    item.rows = encoderows(all);
+    return item;
+}
+
+void takeWaitingFile(ActItem& item, const platform::ProgramFolder& folder) {
+    item.fileName.clear();
+    item.file.clear();
+    if (!folder.listFiles(QStringLiteral("new"), QStringLiteral("*.txt")).contains(item.name)) {
+        return;
+    }
+    const QString path = folder.path(u"new", item.name);
+    if (QFileInfo(path).size() > kLongestFile) {
+        return;
+    }
+    if (const std::optional<QByteArray> bytes = platform::readFile(path, kLongestFile)) {
+        item.fileName = item.name;
+        item.file = *bytes;
+    }
+}
+
+QString momentText(const QDateTime& moment) {
+    return platform::formatDate(moment, u"yyyy-mm-dd hh:nn:ss");
+}
+
+QString setActsAside(const platform::Database& database) {
+    const QString path = actsPath(database);
+    const QString base = QFileInfo(path).absolutePath() + QStringLiteral("/rb-acts-damaged");
+    QString kept = base + QStringLiteral(".db");
+    for (int number = 2; QFileInfo::exists(kept); ++number) {
+        kept = base + QString::number(number) + QStringLiteral(".db");
+    }
+    if (!platform::isFile(path) || !platform::moveFile(path, kept)) {
+        return {};
+    }
+    platform::removeJournals(path);
+    return QFileInfo(kept).fileName();
+}
+
+ActFile::ActFile(platform::Database& database)
+    : rows_(database)
+    , path_(actsPath(database)) {
+    if (!database.isOpen()) {
+        throw ActError(QStringLiteral("The store is not open."), 0);
+    }
+    if (!database.readOnlyReason().isEmpty()) {
+        throw ActError(database.readOnlyReason(), 0);
+    }
+    makeFile(path_, database.path());
+    asActError([&] { rows_.attach(path_, kAlias); });
+    try {
+        requireOurs();
+    } catch (...) {
+        rows_.detach(kAlias);
+        throw;
+    }
+}
+
+ActFile::~ActFile() {
+    rows_.detach(kAlias);
+}
+
+std::unique_ptr<ActFile> ActFile::ifThere(platform::Database& database) {
+    if (!database.isOpen() || !database.readOnlyReason().isEmpty() ||
+        QFileInfo(actsPath(database)).size() == 0) {
+        return nullptr;
+    }
+    return std::make_unique<ActFile>(database);
+}
+
+/// Its tables are ours and no others: what stands in it is believed.
+void ActFile::requireOurs() {
+    const auto number = [this](const char* pragma) { return rows(pragma).at(0).at(0).integer; };
+    const qint64 application = number("PRAGMA rbacts.application_id");
+    const qint64 version = number("PRAGMA rbacts.user_version");
+    const std::vector<StoredRow> tables =
+        rows("SELECT sql FROM rbacts.sqlite_master WHERE sql IS NOT NULL ORDER BY name");
+    fresh_ = tables.empty() && application == 0 && version == 0;
+    if (fresh_) {
+        return;
+    }
+    if (application != kApplication) {
+        throw ActError(QStringLiteral("%1 is no file of this program's.").arg(path_), 0);
+    }
+    if (version > kVersion) {
+        throw ActError(QStringLiteral("%1 was written by a later version of the program.").arg(path_), 0);
+    }
+    const QList<QByteArray> wanted{kActTable, kItemTable, kItemIndex};
+    bool same = version == kVersion && tables.size() == static_cast<size_t>(wanted.size());
+    for (size_t i = 0; same && i < tables.size(); ++i) {
+        same = tables[i].at(0).bytes == wanted.at(static_cast<qsizetype>(i));
+    }
+    if (!same) {
+        throw ActError(QStringLiteral("%1 does not have its tables.").arg(path_), SQLITE_CORRUPT, true);
+    }
+}
+
+std::vector<StoredRow> ActFile::rows(const QByteArray& sql, const std::vector<StoredValue>& values) {
+    return asActError([&] { return rows_.read(sql, values); });
+}
+
+void ActFile::change(const QByteArray& sql, const std::vector<StoredValue>& values) {
+    asActError([&] { rows_.change(sql, values); });
+}
+
+void ActFile::makeTables() {
+    if (!fresh_) {
+        return;
+    }
+    for (const char* create : {kActTable, kItemTable, kItemIndex}) {
+        change(inFile(create));
+    }
+    change("PRAGMA rbacts.application_id = " + QByteArray::number(kApplication));
+    change("PRAGMA rbacts.user_version = " + QByteArray::number(kVersion));
+    fresh_ = false;
+}
+
+std::vector<Act> ActFile::acts() {
+    if (fresh_) {
+        return {};
+    }
+    std::vector<Act> all;
+    for (const StoredRow& row :
+         rows("SELECT id, kind, done, label, (SELECT COUNT(*) FROM rbacts.rbacts_item WHERE act = a.id AND "
+              "kind = 0 AND diveid <> '*') FROM rbacts.rbacts_act a ORDER BY id")) {
+        all.push_back({row.at(0).integer, static_cast<ActKind>(row.at(1).integer), row.at(2).integer != 0,
+                       row.at(3).text(), static_cast<int>(row.at(4).integer)});
+    }
+    return all;
+}
+
+qint64 ActFile::add(ActKind kind, const QString& label) {
+    makeTables();
+    std::vector<Act> all = acts();
+    for (const Act& act : all) {
+        if (!act.done) {
+            drop(act.id);
+        }
+    }
+    std::erase_if(all, [](const Act& act) { return !act.done; });
+    for (size_t i = 0; i + kMostActs <= all.size(); ++i) {
+        drop(all[i].id);
+    }
+    const qint64 id = all.empty() ? 1 : all.back().id + 1;
+    change("INSERT INTO rbacts.rbacts_act VALUES (?1, ?2, 1, ?3)", {id, static_cast<qint64>(kind), label});
+    return id;
+}
+
+void ActFile::setDone(qint64 act, bool done) {
+    change("UPDATE rbacts.rbacts_act SET done = ?2 WHERE id = ?1", {act, static_cast<qint64>(done)});
+}
+
+void ActFile::drop(qint64 act) {
+    change(
+        "UPDATE rbacts.rbacts_item SET act = NULL WHERE act = ?1 AND (owed = 1 OR (kind = 0 AND here = 0 AND "
+        "(SELECT kind FROM rbacts.rbacts_act WHERE id = ?1) = 0))",
+        {act});
+    change("DELETE FROM rbacts.rbacts_item WHERE act = ?1", {act});
+    change("DELETE FROM rbacts.rbacts_act WHERE id = ?1", {act});
+}
+
+std::vector<ActItem> ActFile::read(const QByteArray& where, const std::vector<StoredValue>& values,
+                                   bool whole) {
+    if (fresh_) {
+        return {};
+    }
+    std::vector<ActItem> all;
+    for (const StoredRow& row : rows(QByteArray("SELECT ") + kFields + (whole ? ", rows, file" : "") +
+                                         " FROM rbacts.rbacts_item WHERE " + where,
+                                     values)) {
+        all.push_back(itemOf(row));
+    }
+    return all;
+}
+
+std::vector<qint64> ActFile::itemIds(qint64 act) {
+    std::vector<qint64> ids;
+    for (const StoredRow& row : rows("SELECT id FROM rbacts.rbacts_item WHERE act = ?1 ORDER BY id", {act})) {
+        ids.push_back(row.at(0).integer);
+    }
+    return ids;
+}
+
+std::vector<ActItem> ActFile::trashed() {
+    return read(
+        "kind = 0 AND here = 0 AND (act IS NULL OR (SELECT kind FROM rbacts.rbacts_act WHERE id = act) = "
+        "0) ORDER BY gone DESC, id DESC",
+        {}, false);
+}
+
+std::vector<ActItem> ActFile::owed() {
+    return read("owed = 1 ORDER BY id", {}, true);
+}
+
+ActItem ActFile::item(qint64 id) {
+    const std::vector<ActItem> found = read("id = ?1", {id}, true);
+    return found.empty() ? ActItem() : found.front();
+}
+
+void ActFile::addItem(const ActItem& item) {
+    change(
+        "INSERT INTO rbacts.rbacts_item (act, kind, here, diveid, startcode, dbtxtname, digest, twins, name, "
+        "started, gone, filename, owed, rows, file) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, "
+        "?12, "
+        "?13, ?14, ?15)",
+        valuesOf(item));
+}
+
+void ActFile::saveItem(const ActItem& item) {
+    std::vector<StoredValue> values = valuesOf(item);
+    values.emplace_back(item.id);
+    change("UPDATE rbacts.rbacts_item SET act = ?1, kind = ?2, here = ?3, diveid = ?4, startcode = ?5, "
+           "dbtxtname = "
+           "?6, digest = ?7, twins = ?8, name = ?9, started = ?10, gone = ?11, filename = ?12, owed = ?13, "
+           "rows = "
+           "?14, file = ?15 WHERE id = ?16",
+           values);
+}
+
+void ActFile::removeItems(const std::vector<qint64>& ids) {
+    for (const qint64 id : ids) {
+        change("DELETE FROM rbacts.rbacts_item WHERE id = ?1", {id});
+    }
+    dropEmptyActs();
+}
+
+void ActFile::removeTrashBefore(const QString& moment) {
+    if (!fresh_) {
+        change("DELETE FROM rbacts.rbacts_item WHERE kind = 0 AND here = 0 AND gone <> '' AND gone < ?1",
+               {moment});
+        dropEmptyActs();
+    }
+}
+
+void ActFile::dropEmptyActs() {
+    change(
+        "DELETE FROM rbacts.rbacts_act WHERE id NOT IN (SELECT act FROM rbacts.rbacts_item WHERE act IS NOT "
+        "NULL)");
+}
+
+} // namespace benthor::logbook

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/database.h"
+
+#include <QByteArray>
+
+#include <utility>
+#include <vector>
+
+namespace benthor::platform {
+
+/// A value as the store holds it: what a recordset reads as text keeps its type here, and every byte.
+struct StoredValue {
+    enum class Type : quint8 { Null, Integer, Real, Text, Blob };
+    Type type = Type::Null;
+    qint64 integer = 0;
+    double real = 0;
+    QByteArray bytes; ///< of a text (UTF-8) or a blob
+
+    StoredValue() = default; ///< Null
+    StoredValue(qint64 number)
+        : type(Type::Integer)
+        , integer(number) {}
+    StoredValue(const QString& text)
+        : type(Type::Text)
+        , bytes(text.toUtf8()) {}
+    static StoredValue blob(const QByteArray& bytes);
+
+    bool isNull() const { return type == Type::Null; }
+    /// Null reads as an empty text.
+    QString text() const { return QString::fromUtf8(bytes); }
+    bool operator==(const StoredValue&) const = default;
+};
+
+/// One row: its fields by name, in the order of the query.
+struct StoredRow {
+    std::vector<std::pair<QByteArray, StoredValue>> fields;
+    const StoredValue& at(size_t position) const { return fields.at(position).second; }
+};
+
+/// Rows of an open store as they lie in it, and a second file that changes in one transaction with it. Texts
+/// of the query language are literals here, or made of names that were read from the store: values are bound
+/// (?1, ?2, ...). Every failure is a StoreError.
+class StoredRows {
+public:
+    explicit StoredRows(Database& database);
+
+    std::vector<StoredRow> read(const QByteArray& sql, const std::vector<StoredValue>& values = {});
+    /// Returns how many rows it changed.
+    int change(const QByteArray& sql, const std::vector<StoredValue>& values = {});
+    qint64 lastRowNumber();
+
+    /// Makes the tables of the file at `path`, which must be there and may be empty, known as name.table. No
+    /// transaction may be open. What both change is changed in both or in neither, even where the process
+    /// dies.
+    void attach(const QString& path, const char* name);
+    /// Leaves the file again; nothing where it is not attached.
+    void detach(const char* name) noexcept;
+
+private:
+    std::shared_ptr<Connection> connection_;
+};
+
+/// `name` in the quotes of the query language.
+QByteArray quotedTableName(const QByteArray& name);
+
+} // namespace benthor::platform
