@@ -4,6 +4,7 @@
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
 #include "session/process.h"
+#include "shell/house_handover.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -37,20 +38,6 @@ void takeInHand(const DiveIdentity& dive) {
 
 } // namespace
 
-class DiveScreens::Handover {
-public:
-    explicit Handover(DiveHost& host)
-        : host_(host) {
-        host_.handoverBegins();
-    }
-    ~Handover() { host_.handoverEnds(); }
-    Handover(const Handover&) = delete;
-    Handover& operator=(const Handover&) = delete;
-
-private:
-    DiveHost& host_;
-};
-
 DiveScreens::DiveScreens(DiveHost& host)
     : ScrSavForm1([this] {
         auto* screen = new guides::ScrSavForm1;
@@ -60,6 +47,7 @@ DiveScreens::DiveScreens(DiveHost& host)
     , rbinterface([this] { return makeDiveView(); })
     , rbdetails([this] { return makeDetails(); })
     , rbmain([this] { return makeList(); })
+    , trash([this] { return makeTrash(); })
     , host_(host) {}
 
 logbook::rbmain* DiveScreens::makeList() {
@@ -78,7 +66,13 @@ logbook::rbmain* DiveScreens::makeList() {
         if (!word.isEmpty() && rbmain.isLoaded()) {
             rbmain.get().tell(word);
         }
+        showOtherActs();
     });
+    screen->setTypedKeeper([this] { return storeTyped(); });
+    QObject::connect(
+        screen, &logbook::rbmain::actTurned, screen,
+        [this](const logbook::TurnedAct& turned, const QString& word) { takeTurn(turned, word); });
+    QObject::connect(screen, &logbook::rbmain::trashWanted, screen, [this] { trash.showInFront(); });
     QObject::connect(screen, &logbook::rbmain::linkWanted, screen, [this] { host_.showDownload(); });
     QObject::connect(screen, &logbook::rbmain::mainWanted, screen, [this] { host_.showMain(); });
     return screen;
@@ -106,6 +100,7 @@ logbook::rbdetails* DiveScreens::makeDetails() {
     QObject::connect(screen, &logbook::rbdetails::saved, screen, [this] {
         if (rbmain.isLoaded() && rbmain.get().otherStore().isEmpty()) {
             rbmain.get().takeTexts();
+            rbmain.get().takeActs();
         }
     });
     QObject::connect(screen, &logbook::rbdetails::diveViewWanted, screen, [this] { leaveDetails(); });

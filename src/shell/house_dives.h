@@ -3,6 +3,7 @@
 #include "guides/screens/scrsavform1.h"
 #include "logbook/screens/rbdetails.h"
 #include "logbook/screens/rbmain.h"
+#include "logbook/screens/trash.h"
 #include "platform/screen/screenslot.h"
 #include "viewer/screens/rbinterface.h"
 
@@ -46,6 +47,7 @@ public:
     platform::ScreenSlot<viewer::rbinterface> rbinterface;
     platform::ScreenSlot<logbook::rbdetails> rbdetails;
     platform::ScreenSlot<logbook::rbmain> rbmain;
+    platform::ScreenSlot<logbook::trash> trash;
 
 private:
     class Handover;
@@ -53,6 +55,7 @@ private:
     logbook::rbmain* makeList();
     viewer::rbinterface* makeDiveView();
     logbook::rbdetails* makeDetails();
+    logbook::trash* makeTrash();
 
     void openDive();
     void showList();
@@ -62,6 +65,10 @@ private:
     void captureDiveView();
     QString storeDetailsOf(const QStringList& dives);
     QString closeWhatIsDeleted();
+    QString storeTyped();
+    void takeTurn(const logbook::TurnedAct& turned, const QString& word);
+    void takePutBack(const logbook::TurnedAct& turned);
+    void showOtherActs();
 
     DiveHost& host_;
     QString openedFrom_; ///< the other store whose list the dive on the screen was opened from; empty: the

@@ -101,18 +101,21 @@ public:
 
     static QString undoWords() { return logbook::actsinhand(process().database).undo.what; }
     static QString redoWords() { return logbook::actsinhand(process().database).redo.what; }
-    logbook::TurnedAct undo() const {
-        return logbook::undoact(process().database, folder, logbook::actsinhand(process().database).undo.id);
-    }
-    logbook::TurnedAct redo() const {
-        return logbook::redoact(process().database, folder, logbook::actsinhand(process().database).redo.id);
-    }
+    logbook::TurnedAct undo() const { return logbook::undoact(process().database, folder, inHand().undo.id); }
+    logbook::TurnedAct redo() const { return logbook::redoact(process().database, folder, inHand().redo.id); }
 
     static QStringList dives() { return rows2("SELECT DiveID FROM main ORDER BY DiveID"); }
     static QString counter() { return rows2("SELECT serial_no FROM serialno").value(0); }
     QString actsFile() const { return folder.path(u"rb-acts.db"); }
 
 private:
+    static logbook::ActsInHand inHand() {
+        logbook::ActsInHand acts = logbook::actsinhand(process().database);
+        if (!acts.fault.isEmpty()) {
+            throw platform::StoreError(acts.fault);
+        }
+        return acts;
+    }
     static QStringList rows2(const char* sql) { return ProgramFixture::rows(sql); }
 };
 

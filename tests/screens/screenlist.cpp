@@ -12,6 +12,7 @@
 #include "link/screens/pc_link_1.h"
 #include "logbook/screens/rbdetails.h"
 #include "logbook/screens/rbmain.h"
+#include "logbook/screens/trash.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -32,6 +33,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QTreeWidget>
 #include <map>
 
 namespace benthor::tests {
@@ -60,6 +62,7 @@ QString kindOf(const QObject* object) {
         {&QPlainTextEdit::staticMetaObject, "text box of lines"},
         {&QComboBox::staticMetaObject, "drop-down"},
         {&QListWidget::staticMetaObject, "list"},
+        {&QTreeWidget::staticMetaObject, "list"},
         {&QProgressBar::staticMetaObject, "progress bar"},
         {&look::ClickableLabel::staticMetaObject, "label that acts"},
         {&QLabel::staticMetaObject, "label"},
@@ -138,6 +141,7 @@ QString screenList() {
     text += section(guides::frmGetS(true));
     text += section(shell::MainScreen(neighbours));
     text += section(logbook::rbmain());
+    text += section(logbook::trash());
     text += section(viewer::rbinterface());
     text += section(logbook::rbdetails());
     text += section(link::PC_Link_1());

@@ -88,6 +88,24 @@ QString rbdetails::saveQuietly() {
     }
 }
 
+bool rbdetails::hasTyped() const {
+    return !dive_.isEmpty() && (buddyTyped_ || !(edited() == stored_));
+}
+
+void rbdetails::takeStored() {
+    try {
+        const DiveDetails details = loaddetails(process().database, dive_.diveid, process().depthunit);
+        List1_->clear();
+        show(details);
+        showPickLists();
+        buddyTyped_ = false;
+        stored_ = edited();
+        tell(QString());
+    } catch (const StoreError& error) {
+        tell(error.text());
+    }
+}
+
 void rbdetails::closeForDeletion() {
     deleted_ = true;
     dive_ = {}; // a way out that is under way already stores nothing either

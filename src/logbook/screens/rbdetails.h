@@ -32,6 +32,10 @@ public:
     /// Its dive is about to be deleted: stores what was typed, without a box. Returns why that failed; empty
     /// when it did not.
     QString saveQuietly();
+    /// Whether something was typed that is not stored.
+    bool hasTyped() const;
+    /// Shows what the store has of its dive by now, in the place of what stood there.
+    void takeStored();
     /// Its dive is deleted: closes, with nothing to store and no picture to take.
     void closeForDeletion();
 

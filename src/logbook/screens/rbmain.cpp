@@ -11,6 +11,7 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/screen/dialogs.h"
+#include "platform/skiperrors.h"
 #include "session/process.h"
 #include "store/access.h"
 #include "store/backup.h"
@@ -39,6 +40,13 @@ bool isOwnStore(const QString& path) {
     return !own.isEmpty() && QFileInfo(path).canonicalFilePath() == own;
 }
 
+/// Where the list closes for want of dives, the deleted ones are out of its reach.
+bool hasTrash() {
+    bool some = false;
+    platform::skipErrors([&some] { some = !trasheddives(process().database).empty(); });
+    return some;
+}
+
 QString cannotOpen() {
     return QStringLiteral("System cannot open Dive Profile, Dive contains error !");
 }
@@ -64,6 +72,10 @@ void rbmain::loading() {
     foot_->sheetLabel()->show();
     sortkey_ = readsortkey(ProgramFolder::current());
     openstore();
+    if (!isElsewhere()) {
+        tidyacts(process().database, ProgramFolder::current());
+    }
+    takeActs();
     runSort(sortnumber(sortkey_));
     loadDirection();
     if (divecount_ == 0) {
@@ -158,7 +170,14 @@ void rbmain::Timer3_tick() {
                     .arg(otherStore_);
         process().storepath.clear();
     }
+    const bool toTrash = !isElsewhere() && storeFault_.isEmpty() && hasTrash();
+    if (toTrash) {
+        text += QStringLiteral("\n\nDeleted dives can be put back from the trash, which opens now.");
+    }
     platform::dialogs().message(this, text);
+    if (toTrash && !isUnloaded()) {
+        emit trashWanted();
+    }
     unload();
 }
 
@@ -242,7 +261,7 @@ void rbmain::cmdelete_click() {
         return;
     }
     try {
-        deletedives(store(), ProgramFolder::current(), dives);
+        tellNotTakenBack(deletedives(store(), ProgramFolder::current(), dives));
     } catch (const StoreError& error) {
         platform::dialogs().message(this, QStringLiteral("Not all of the dives could be deleted.\n\n") +
                                               error.text());

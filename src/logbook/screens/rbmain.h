@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logbook/acts.h"
 #include "platform/database.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
@@ -55,6 +56,12 @@ public:
     /// dive must stay, or nothing.
     void setKeeper(std::function<QString(const QStringList& dives)> keeper) { keeper_ = std::move(keeper); }
 
+    /// What happens before an act is taken back or done again: `keeper` stores what is being typed of any
+    /// dive and returns why that failed, or nothing.
+    void setTypedKeeper(std::function<QString()> keeper) { typedKeeper_ = std::move(keeper); }
+    /// Shows in the menu what can be taken back by now.
+    void takeActs();
+
     /// Does what a click on the row of that dive does; nothing where the list has none.
     void chooseDive(const QString& diveid);
     /// Scrolls to the one of those dives that began last, and leaves the choice as it is.
@@ -70,6 +77,9 @@ public:
 signals:
     void diveOpened();   ///< `currentdiveid` is to be shown; the list goes
     void reloadWanted(); ///< the list is to be unloaded and shown afresh
+    /// The same, behind an act that was taken back or done again; `word` is the quiet line of the new list.
+    void actTurned(const TurnedAct& turned, const QString& word);
+    void trashWanted();
     void linkWanted();
     void mainWanted();
 
@@ -109,6 +119,15 @@ private:
     void MSFlexGrid1_KeyDown(QKeyEvent* event);
     void MSFlexGrid1_MovedByKey();
     void MSFlexGrid1_HeaderClick(int col);
+
+    // taking back
+    void buildEditMenu();
+    void mnuundo_click();
+    void mnuredo_click();
+    void mnutrash_click();
+    void turnAct(bool undo);
+    bool storesTyped(const ActInHand& meant, bool undo);
+    void tellNotTakenBack(const ActRecord& record);
 
     // publishing
     void Picture5_click(int index);
@@ -171,12 +190,17 @@ private:
     QAction* mnuSaveSpread_ = nullptr;
     QAction* mnuerrorcode_ = nullptr;
     QActionGroup* sortEntries_ = nullptr;
+    QAction* mnuundo_ = nullptr;
+    QAction* mnuredo_ = nullptr;
+    QAction* mnutrash_ = nullptr;
+    ActsInHand acts_; ///< that the menu shows
     platform::TickTimer Timer3_;
 
     platform::Database chosenStore_; ///< open only while `storepath` names one
     QString otherStore_;             ///< path of the chosen store while the list stands on it
     QString refusedStore_;
     std::function<QString(const QStringList& dives)> keeper_;
+    std::function<QString()> typedKeeper_;
     QString storeFault_; ///< why the store cannot be read; empty when it can
     QString sortkey_;
     bool downward_ = false; ///< the last dive of the order stands first

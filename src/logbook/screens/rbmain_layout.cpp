@@ -86,6 +86,8 @@ void rbmain::buildMenus() {
     addEntry(file, "mnuExit", QStringLiteral("E&xit"), &rbmain::cmdclose_click)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
 
+    buildEditMenu();
+
     QMenu* dive = buildMenu(QString(), QStringLiteral("&Dive"));
     addEntry(dive, "mnuOpenDive", QStringLiteral("&Open"), &rbmain::cmdgo_click)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));

@@ -3,6 +3,7 @@
 #include "divefiles/importer.h"
 #include "divefiles/waitingfiles.h"
 #include "link/linkstatus.h"
+#include "logbook/acts.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
@@ -147,6 +148,8 @@ void MainScreen::showProgress(int done, int files) {
 void MainScreen::Command4_click() {
     const Routine routine(*this);
     Progress progress(*this);
+    // A file that an undo owes to the folder belongs to what waits there.
+    logbook::tidyacts(process().database, ProgramFolder::current());
     divefiles::importdives(ProgramFolder::current(), *import_, progress);
     if (isLoaded()) {
         showWaiting(readNewFolder());
