@@ -49,7 +49,7 @@ struct ActItem {
     QString diveid;
     DiveKey key;
     QByteArray digest; ///< of what is here, or of `rows` where it is away
-    int twins = 0;     ///< dives of the store that held the same when it went
+    int twins = 0;     ///< counttwins() when it went
     QByteArray rows;   ///< encoderows()
     // of deleted dives
     QString name;

@@ -302,10 +302,11 @@ std::optional<QString> locatedive(StoredRows& store, const QString& diveid, cons
 }
 
 int counttwins(StoredRows& store, const QString& diveid, const DiveKey& key, const QByteArray& digest) {
+    const bool isUnique = !key.dbtxtname.text().isEmpty();
     int twins = 0;
     for (const QString& number : divesOfKey(store, key)) {
         if (number.compare(diveid, Qt::CaseInsensitive) != 0 &&
-            digestof(readdiverows(store, number, RowsOf::WholeDive)) == digest) {
+            (isUnique || digestof(readdiverows(store, number, RowsOf::WholeDive)) == digest)) {
             ++twins;
         }
     }

@@ -78,7 +78,8 @@ TableRows rowsin(const TableRows& rows, const QByteArray& table);
 /// of the only dive of that key that holds them. Nothing where there is none.
 std::optional<QString> locatedive(platform::StoredRows& store, const QString& diveid, const DiveKey& key,
                                   const QByteArray& digest, RowsOf which);
-/// How many dives beside `diveid` are of that key and hold these rows.
+/// How many dives beside `diveid` are that dive once more: they are of its key, and hold its rows where no
+/// import gave it a file name of its own. A logbook may well have two downloads of one dive without.
 int counttwins(platform::StoredRows& store, const QString& diveid, const DiveKey& key,
                const QByteArray& digest);
 /// Whether a dive bears the identifier, and one of that key does.

@@ -164,6 +164,9 @@ void StoredRows::attach(const QString& path, const char* name) {
     asStoreError(sql, [&] {
         connection_->requireChangeable();
         passFault("attach");
+        if (sqlite3_get_autocommit(connection_->database().getHandle()) == 0) {
+            throw StoreError(QStringLiteral("A second file cannot join a transaction that is under way."));
+        }
         connection_->startWork();
         OneStatement statement(connection_->database().getHandle(), sql);
         statement.bind(1, StoredValue(path));
