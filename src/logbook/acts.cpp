@@ -75,6 +75,7 @@ TurnedAct turnact(Database& database, const ProgramFolder& folder, qint64 id, bo
         ActTurn turn(database, folder, *file, told);
         turn.turn(*act, undo);
         files = turn.filesToTake();
+        told.back.sort();
         transaction.commit();
         told.state = TurnedAct::State::Done;
     } catch (const DoesNotFit& misfit) {
@@ -173,6 +174,7 @@ TurnedAct putback(Database& database, const ProgramFolder& folder, const std::ve
         told.back += one.back;
         told.renamed.insert(told.renamed.end(), one.renamed.begin(), one.renamed.end());
     }
+    told.back.sort();
     told.reason = reasons.join(QLatin1Char('\n'));
     if (file) {
         platform::skipErrors([&] { bringOwedFiles(database, folder, *file, told); });

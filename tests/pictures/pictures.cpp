@@ -20,12 +20,14 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextStream>
 #include <QTimer>
+#include <QTreeWidget>
 #include <SQLiteCpp/Database.h>
 
 using namespace benthor;
@@ -202,6 +204,33 @@ void deleteQuestion(Album& album, tests::ScriptedDialogs& dialogs) {
         [] { control<QAction>("rbmain", "mnuDeleteDive")->trigger(); });
 }
 
+/// Three dives deleted, what the menu offers then, and the trash with them; then all is as before.
+void trashScreen(Album& album, tests::ScriptedDialogs& dialogs) {
+    control<QAction>("rbmain", "mnutrash")->trigger();
+    settle();
+    album.add("trash", QStringLiteral("trash-empty"), {{}});
+    auto* grid = control<FlexGrid>("rbmain", "MSFlexGrid1");
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Home);
+    QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+    dialogs.answer(true);
+    control<QAction>("rbmain", "mnuDeleteDive")->trigger();
+    settle();
+    QMenu* const menu = control<QAction>("rbmain", "mnuEdit")->menu();
+    menu->popup(screen("rbmain")->mapToGlobal(QPoint(60, 30)));
+    settle();
+    album.add(menu, QStringLiteral("rbmain-edit"), {{}});
+    menu->close();
+    control<QTreeWidget>("trash", "treetrash")
+        ->setCurrentItem(control<QTreeWidget>("trash", "treetrash")->topLevelItem(1));
+    album.add("trash", QStringLiteral("trash"), {{}, {1024, 700}, {1920, 1080}});
+    screen("trash")->close();
+    control<QAction>("rbmain", "mnuundo")->trigger();
+    settle();
+    album.add("rbmain", QStringLiteral("rbmain-undone"), {{1024, 700}});
+}
+
 /// A file that no import can read, and the card that says so.
 void unreadableFile(Album& album) {
     const QString file = platform::ProgramFolder::current().path(u"new", QStringLiteral("Silt7.txt"));
@@ -299,6 +328,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     album.add("rbmain", QStringLiteral("rbmain-publish"));
     control<QAbstractButton>("rbmain", "Picture5(0)")->click();
     deleteQuestion(album, dialogs);
+    trashScreen(album, dialogs);
     otherStore(album, dialogs);
     unreadableFile(album);
     diveScreen(album, QStringLiteral("-metres"), dialogs);

@@ -26,6 +26,7 @@ namespace {
 
 enum Column { Number, Name, Dived, Deleted };
 constexpr int kItemRole = Qt::UserRole;
+constexpr int kRowHeight = 28; ///< as in the dive list
 
 /// As the dive list writes a moment.
 QString shownMoment(const QString& stored) {
@@ -51,8 +52,8 @@ void trash::buildLayout() {
     treetrash_ = new QTreeWidget;
     treetrash_->setObjectName(QStringLiteral("treetrash"));
     treetrash_->setAccessibleName(QStringLiteral("Deleted dives"));
-    treetrash_->setHeaderLabels({QStringLiteral("Dive"), QStringLiteral("Dive Name"), QStringLiteral("Dived"),
-                                 QStringLiteral("Deleted")});
+    treetrash_->setHeaderLabels({QStringLiteral("DiveID"), QStringLiteral("Dive Name"),
+                                 QStringLiteral("Dived"), QStringLiteral("Deleted")});
     treetrash_->setRootIsDecorated(false);
     treetrash_->setUniformRowHeights(true);
     treetrash_->setAllColumnsShowFocus(true);
@@ -117,6 +118,7 @@ void trash::takeDives() {
                 treetrash_, {dive.diveid, dive.name, shownMoment(dive.started), shownMoment(dive.gone)});
             row->setData(Number, kItemRole, dive.id);
             row->setToolTip(Name, dive.name);
+            row->setSizeHint(Number, {0, std::max(kRowHeight, treetrash_->fontMetrics().height() + 8)});
             row->setSelected(std::find(before.begin(), before.end(), dive.id) != before.end());
         }
         if (treetrash_->topLevelItemCount() == 0) {
