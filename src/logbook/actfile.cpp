@@ -2,6 +2,7 @@
 
 #include "platform/filename.h"
 #include "platform/files.h"
+#include "platform/journalname.h"
 #include "platform/storefile.h"
 #include "platform/textformat.h"
 
@@ -186,9 +187,12 @@ ActFile::ActFile(platform::Database& database)
         throw ActError(database.readOnlyReason(), 0);
     }
     makeFile(path_, database.path());
+    const QString store = platform::followLinks(database.path());
+    platform::settleMovedJournal(path_, QFileInfo(store).absolutePath());
     asActError([&] { rows_.attach(path_, kAlias); });
     try {
-        requireOurs();
+        requireOurs(); // reads, and so rolls back what a crash left
+        platform::removeNamedFiles(store, path_);
     } catch (...) {
         rows_.detach(kAlias);
         throw;

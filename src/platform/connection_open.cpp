@@ -1,5 +1,6 @@
 #include "platform/connection.h"
 #include "platform/files.h"
+#include "platform/journalname.h"
 #include "platform/storewait.h"
 
 #include <QDir>
@@ -112,6 +113,10 @@ void Connection::open(const QString& path, StoreAccess access) {
             copy_ = copyToLook(path);
             opened = copy_.path.toStdString();
             flags = SQLite::OPEN_READWRITE; // what was left unfinished is settled in the copy
+        }
+        if (readOnlyReason_.isEmpty()) {
+            const QString there = QString::fromStdString(place_);
+            settleMovedJournal(there, QFileInfo(there).absolutePath());
         }
         database_ = std::make_unique<SQLite::Database>(opened, flags);
         makeReady();

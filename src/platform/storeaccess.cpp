@@ -1,6 +1,7 @@
 #include "platform/storeaccess.h"
 
 #include "platform/files.h"
+#include "platform/journalname.h"
 #include "platform/query.h"
 #include "platform/storefile.h"
 
@@ -9,7 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QtEndian>
 
 #include <cerrno>
 #include <cstring>
@@ -58,30 +58,18 @@ void requireCopied(const FileResult& copied) {
     }
 }
 
-/// The name of a file at the end of a journal, which tells that the journal counts only while that file is
-/// there: name, its length, its sum, a mark.
-QByteArray fileNamedBy(const QByteArray& journal) {
-    static const QByteArray kMark = QByteArray::fromHex("d9d505f920a163d7");
-    constexpr qsizetype kNumbers = 8;
-    if (!journal.endsWith(kMark) || journal.size() < kMark.size() + kNumbers) {
-        return {};
-    }
-    const qsizetype end = journal.size() - kMark.size() - kNumbers;
-    const qsizetype length = qFromBigEndian<quint32>(journal.constData() + end);
-    return length > 0 && length <= end ? journal.mid(end - length, length) : QByteArray();
-}
-
 /// The engine removes the file that a journal names when it has played the journal back. One that another's
 /// hand wrote could name any file: the copy is played, or left out, without that name.
-void dropNamedFile(const QString& journal) {
-    constexpr qsizetype kMarkSize = 8;
-    QFile file(journal);
-    if (!file.open(QIODevice::ReadWrite)) {
+void dropNamedFile(const QString& journal, const QString& folder) {
+    settleMovedJournal(journal.chopped(journalSuffixes().first().size()), folder);
+    const QByteArray named = fileNamedBy(journal);
+    if (named.isEmpty()) {
         return;
     }
-    const QByteArray named = fileNamedBy(file.readAll());
-    if (!named.isEmpty()) {
-        file.resize(QFileInfo::exists(QFile::decodeName(named)) ? file.size() - kMarkSize : 0);
+    if (QFileInfo::exists(QFile::decodeName(named))) {
+        dropName(journal);
+    } else {
+        QFile::resize(journal, 0);
     }
 }
 
@@ -129,7 +117,7 @@ StoreCopy copyToLook(const QString& path) {
                 requireCopied(copyFile(beside, copy.path + QLatin1String(suffix)));
             }
         }
-        dropNamedFile(copy.path + QStringLiteral("-journal"));
+        dropNamedFile(copy.path + QStringLiteral("-journal"), QFileInfo(place).absolutePath());
         if (marksOf(place) == before) {
             return copy;
         }

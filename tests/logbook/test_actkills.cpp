@@ -105,6 +105,12 @@ QByteArray stateBehind(const Deed& deed) {
     return world.snapshot(false);
 }
 
+/// What a commit that was killed leaves for the next one.
+QStringList leftOver(const QString& folder) {
+    return QDir(folder).entryList({QStringLiteral("*-mj*"), QStringLiteral("*-journal")},
+                                  QDir::Files | QDir::Hidden);
+}
+
 using Killer = std::function<bool(int last, const std::function<void()>& work)>;
 
 /// Kills at every step in turn; then what was begun is done, or taken back, as if nothing had been.
@@ -131,7 +137,8 @@ void killAtEveryStep(const Deed& deed, const Killer& isKilled, int leastSteps) {
             deed.deed(world);
             QCOMPARE(world.snapshot(false), after);
         }
-        QVERIFY(!QFile::exists(world.actsFile() + QStringLiteral("-journal")));
+        world.undoWords(); // by the next look at the acts nothing is left lying about
+        QCOMPARE(leftOver(world.folder.root()), QStringList());
         if (QTest::currentTestFailed()) {
             QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
         }
@@ -154,6 +161,7 @@ private slots:
     void killedAtAnyStepStoreAndActsAreBothAsBeforeOrBothBehind();
     void killedWithinACommitStoreAndActsAreBothAsBeforeOrBothBehind_data();
     void killedWithinACommitStoreAndActsAreBothAsBeforeOrBothBehind();
+    void killedWithinACommitAndMovedElsewhereBothAreAsBeforeOrBehind();
     void aStepThatFailsLeavesBothAsBeforeOrTheDeedDone_data();
     void aStepThatFailsLeavesBothAsBeforeOrTheDeedDone();
     void aDiskThatIsFullForTheActsAloneLetsTheDeedGoOn();
@@ -187,6 +195,51 @@ void TestActKills::killedWithinACommitStoreAndActsAreBothAsBeforeOrBothBehind() 
     QFETCH(int, number);
     const Deed& deed = deeds()[static_cast<size_t>(number)];
     killAtEveryStep(deed, &tests::isKilledAtDisk, QByteArray(deed.name) == "delete for good" ? 8 : 20);
+}
+
+/// As a stick that is pulled out within a delete and has another path at its next computer.
+void TestActKills::killedWithinACommitAndMovedElsewhereBothAreAsBeforeOrBehind() {
+    const Deed& deed = deeds().front();
+    const QByteArray after = stateBehind(deed);
+    bool killed = true;
+    int namedFiles = 0;
+    for (int step = 1; killed; ++step) {
+        const ActWorld world;
+        prepare(world, deed);
+        const QByteArray before = world.snapshot(false);
+        process().database.close();
+        killed = tests::isKilledAtDisk(step, [&] {
+            openStore(world);
+            deed.deed(world);
+        });
+        const QTemporaryDir elsewhere;
+        const QDir from(world.folder.root());
+        for (const QString& name : from.entryList(QDir::Files | QDir::Hidden)) {
+            QVERIFY(QFile::rename(from.filePath(name), elsewhere.filePath(name)));
+            namedFiles += name.contains(QLatin1String("-mj")) ? 1 : 0;
+        }
+        const QString store = elsewhere.filePath(QStringLiteral("rb.mdb"));
+        if (step % 2 == 0) {
+            QVERIFY(store::examinestore(store).sound());
+            store::maintainstore(platform::ProgramFolder(elsewhere.path()));
+        }
+        process().database.open(store);
+        const QByteArray now = world.snapshot(false);
+        const QString words = world.undoWords();
+        QVERIFY((now == before && words.isEmpty()) ||
+                (now == after && words == QLatin1String(deed.undoAfter)));
+        if (now == before) {
+            deed.deed(world);
+            QCOMPARE(world.snapshot(false), after);
+        }
+        world.undoWords();
+        QCOMPARE(leftOver(elsewhere.path()), QStringList());
+        process().database.close();
+        if (QTest::currentTestFailed()) {
+            QFAIL(qPrintable(QStringLiteral("killed at step %1").arg(step)));
+        }
+    }
+    QVERIFY(namedFiles > 0);
 }
 
 void TestActKills::aStepThatFailsLeavesBothAsBeforeOrTheDeedDone_data() {

@@ -118,7 +118,7 @@ void trash::takeDives() {
                 treetrash_, {dive.diveid, dive.name, shownMoment(dive.started), shownMoment(dive.gone)});
             row->setData(Number, kItemRole, dive.id);
             row->setToolTip(Name, dive.name);
-            row->setSizeHint(Number, {0, std::max(kRowHeight, treetrash_->fontMetrics().height() + 8)});
+            row->setSizeHint(Name, {0, std::max(kRowHeight, treetrash_->fontMetrics().height() + 8)});
             row->setSelected(std::find(before.begin(), before.end(), dive.id) != before.end());
         }
         if (treetrash_->topLevelItemCount() == 0) {
