@@ -75,6 +75,8 @@ private slots:
     void theTrashListsDeletedDivesWithWhenAndWhat();
     void aDivePutBackIsInTheListAndNoLongerInTheTrash();
     void aDiveDeletedForGoodIsAskedForAndGone();
+    void aStoreThatCanOnlyBeReadOffersNothing();
+    void aFileThatCannotBeReadIsNamedInMenuAndTrash();
     void behindThirtyDaysDeletedDivesAreGone();
     void theTrashThatIsOpenFollowsDeletesAndUndos();
     void whenAllDivesAreDeletedTheTrashOpens();
@@ -342,6 +344,32 @@ void TestHouseActs::aDiveDeletedForGoodIsAskedForAndGone() {
     QCOMPARE(program.folder.get(QStringLiteral("old/dive2.txt")), kept);
     // None of its words is left in the file.
     QVERIFY(!program.folder.get(QStringLiteral("rb-acts.db")).contains("dive2.txt"));
+}
+
+void TestHouseActs::aStoreThatCanOnlyBeReadOffersNothing() {
+    DivesProgram program(2);
+    program.remove(2);
+    process().database.setReadOnly(QStringLiteral("It is locked away."));
+    loaded("rbmain")->close();
+    control<QPushButton>("main", "Command1")->click();
+    QVERIFY(!entry("mnuundo").isEnabled());
+    entry("mnutrash").trigger();
+    QCOMPARE(deleted().topLevelItemCount(), 0);
+    QVERIFY(control<QLabel>("trash", "lbltrash")->text().endsWith(QLatin1String("It is locked away.")));
+    process().database.setReadOnly(QString());
+}
+
+void TestHouseActs::aFileThatCannotBeReadIsNamedInMenuAndTrash() {
+    DivesProgram program(2);
+    program.folder.put(QStringLiteral("rb-acts.db"), QByteArray(5000, 'x'));
+    loaded("rbmain")->close();
+    control<QPushButton>("main", "Command1")->click();
+    QVERIFY(!entry("mnuundo").isEnabled());
+    QVERIFY(entry("mnuundo").toolTip().contains(QLatin1String("not a database")));
+    entry("mnutrash").trigger();
+    QVERIFY(control<QLabel>("trash", "lbltrash")
+                ->text()
+                .startsWith(QLatin1String("What was deleted cannot be read.")));
 }
 
 void TestHouseActs::behindThirtyDaysDeletedDivesAreGone() {

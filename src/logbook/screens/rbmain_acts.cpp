@@ -39,6 +39,8 @@ void rbmain::takeActs() {
     acts_ = isElsewhere() ? ActsInHand() : actsinhand(process().database);
     showAct(*mnuundo_, QStringLiteral("&Undo"), acts_.undo.what, !isElsewhere());
     showAct(*mnuredo_, QStringLiteral("&Redo"), acts_.redo.what, !isElsewhere());
+    mnuundo_->setToolTip(acts_.fault); // empty: the caption
+    mnuredo_->setToolTip(acts_.fault);
     mnutrash_->setEnabled(!isElsewhere());
 }
 

@@ -121,7 +121,9 @@ void trash::takeDives() {
             row->setSizeHint(Name, {0, std::max(kRowHeight, treetrash_->fontMetrics().height() + 8)});
             row->setSelected(std::find(before.begin(), before.end(), dive.id) != before.end());
         }
-        if (treetrash_->topLevelItemCount() == 0) {
+        if (const QString reason = process().database.readOnlyReason(); !reason.isEmpty()) {
+            note = QStringLiteral("The dive store can only be read: nothing is put back. ") + reason;
+        } else if (treetrash_->topLevelItemCount() == 0) {
             note = QStringLiteral("No dive was deleted within the last thirty days.");
         }
     } catch (const StoreError& error) {
