@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTreeWidget>
 #include <QtTest>
 
 namespace benthor::tests {
@@ -159,6 +160,33 @@ void errorsAreAskedFor(World&, Model&, const Step& step) {
 void theListIsSorted(World&, Model&, const Step& step) {
     constexpr std::array<const char*, 4> kEntries{"mnusdate", "mnuslocation", "mnusmd", "mnussite"};
     World::trigger("rbmain", kEntries[step.a % kEntries.size()]);
+}
+
+void turn(Model& model, const char* entry) {
+    if (World::trigger("rbmain", entry)) {
+        model.expected.turned = true;
+    }
+}
+
+void whatWasDoneIsTakenBack(World&, Model& model, const Step&) {
+    turn(model, "mnuundo");
+}
+
+void itIsDoneAgain(World&, Model& model, const Step&) {
+    turn(model, "mnuredo");
+}
+
+void theTrashIsOpened(World&, Model&, const Step&) {
+    World::trigger("rbmain", "mnutrash");
+}
+
+void aDiveIsPutBack(World&, Model& model, const Step& step) {
+    auto* rows = World::reach<QTreeWidget>("trash", "treetrash");
+    if (rows != nullptr && rows->topLevelItemCount() > 0) {
+        rows->setCurrentItem(
+            rows->topLevelItem(static_cast<int>(step.a % static_cast<quint32>(rows->topLevelItemCount()))));
+        model.expected.turned = World::click("trash", "cmdputback");
+    }
 }
 
 void theListIsLeft(World&, Model&, const Step&) {
@@ -405,6 +433,10 @@ const std::vector<Action>& actions() {
         {"a dive is double-clicked", 8, aDiveIsDoubleClicked},
         {"the chosen dive is opened", 6, theChosenDiveIsOpened},
         {"the chosen dives are deleted", 9, theChosenDivesAreDeleted},
+        {"what was done is taken back", 8, whatWasDoneIsTakenBack},
+        {"it is done again", 5, itIsDoneAgain},
+        {"the trash is opened", 2, theTrashIsOpened},
+        {"a dive is put back", 5, aDiveIsPutBack},
         {"errors are asked for", 2, errorsAreAskedFor},
         {"the list is sorted", 2, theListIsSorted},
         {"the list is left", 1, theListIsLeft},

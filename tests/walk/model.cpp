@@ -34,6 +34,7 @@ Model::Model(World& world)
     last_ = readSnapshot(world.folder.root(), fault);
     for (const StoredDive& dive : std::as_const(last_.dives)) {
         imported_.insert(dive.startcode);
+        seen_[dive.startcode] += dive;
     }
 }
 
@@ -61,12 +62,16 @@ QString Model::check() {
     if (!fault.isEmpty()) {
         return fault;
     }
+    noteTyped();
     const auto dives = predicted(now, fault);
     if (fault.isEmpty()) {
         fault = difference(dives, now.dives);
     }
     for (const StoredDive& dive : now.dives) {
         imported_.insert(dive.startcode);
+        if (!wasSeen(dive)) {
+            seen_[dive.startcode] += dive;
+        }
     }
     const std::initializer_list<std::function<QString()>> looks{
         [&] { return checkFiles(now); },   [&] { return checkGasTable(now); },
@@ -84,7 +89,9 @@ QString Model::check() {
 void Model::count(const Snapshot& now) {
     for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
         const StoredDive before = last_.dives.value(dive.key());
-        if (before.startcode != dive->startcode) {
+        if (expected.turned) {
+            met_[QStringLiteral("taken back")] += before == *dive ? 0 : 1;
+        } else if (before.startcode != dive->startcode) {
             ++met_[QStringLiteral("imported")];
             met_[QStringLiteral("downloaded")] += world_.deviceStarts().contains(dive->startcode) ? 1 : 0;
             met_[QStringLiteral("number used again")] += freed_.contains(dive.key()) ? 1 : 0;
@@ -111,6 +118,9 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
     for (const QString& diveid : expected.deleted) {
         dives.remove(diveid);
     }
+    if (expected.turned) {
+        takeTurn(dives, now, fault);
+    }
     std::set<QString> came;
     for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
         const auto before = dives.constFind(dive.key());
@@ -127,8 +137,8 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
         came.insert(dive->startcode);
         dives.insert(dive.key(), *dive);
     }
-    for (auto file = last_.waiting.begin(); file != last_.waiting.end() && expected.deleted.isEmpty();
-         ++file) {
+    for (auto file = last_.waiting.begin();
+         file != last_.waiting.end() && expected.deleted.isEmpty() && !expected.turned; ++file) {
         const bool stays = now.waiting.value(file.key()) == *file;
         const bool taken = std::any_of(came.begin(), came.end(), [&](const QString& startcode) {
             return world_.made(startcode) != nullptr &&
@@ -142,6 +152,49 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
         }
     }
     return dives;
+}
+
+/// What stands on the details may be stored within a step, and be what comes back later: before their dive is
+/// deleted, say.
+void Model::noteTyped() {
+    StoredDive dive = last_.dives.value(details_.diveid);
+    if (dive.startcode != details_.startcode || details_.diveid.isEmpty()) {
+        return;
+    }
+    for (auto field = details_.edited.begin(); field != details_.edited.end(); ++field) {
+        dive.diver.insert(field.key(), *field);
+    }
+    dive.buddies = details_.buddies;
+    if (!wasSeen(dive)) {
+        seen_[dive.startcode] += dive;
+    }
+}
+
+bool Model::wasSeen(const StoredDive& dive) const {
+    return seen_.value(dive.startcode).contains(dive);
+}
+
+/// What was taken back is what it was: a dive that comes, or changes, is one that was there before, to the
+/// last letter, and no dive stands there twice that did not.
+void Model::takeTurn(QMap<QString, StoredDive>& dives, const Snapshot& now, QString& fault) const {
+    QMap<QString, int> before, behind;
+    for (const StoredDive& dive : std::as_const(dives)) {
+        ++before[dive.startcode];
+    }
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        if (!wasSeen(*dive)) {
+            fault = QStringLiteral("%1 is what no dive ever was").arg(dive.key());
+        }
+        if (++behind[dive->startcode] > std::max(1, before.value(dive->startcode))) {
+            // A file that was imported once more makes a second dive, which may be deleted and come back.
+            const auto made = seen_.value(dive->startcode);
+            const bool isCopy = std::any_of(made.begin(), made.end(), [&dive](const StoredDive& one) {
+                return one.dbtxtname != dive->dbtxtname;
+            });
+            fault = isCopy ? fault : QStringLiteral("%1 stands there twice").arg(dive.key());
+        }
+    }
+    dives = now.dives;
 }
 
 void Model::takeDetails(QMap<QString, StoredDive>& dives) const {

@@ -14,6 +14,7 @@ struct Expected {
     std::optional<QString> viewer; ///< the dive that the dive screen shows afterwards; empty: none
     bool detailsSaved = false;     ///< what stands on the details is stored though they stay
     QStringList deleted;           ///< dives whose deletion was answered with Yes
+    bool turned = false;           ///< something was taken back, done again, or put back from the trash
     std::set<QString> arrived;     ///< names of files that came into `new` within the step
     QString gasTable;              ///< a file that the dive screen was told to save its gases as
     QString danFile;               ///< the same, for DAN
@@ -60,6 +61,10 @@ private:
 
     QMap<QString, StoredDive> predicted(const Snapshot& now, QString& fault) const;
     void takeDetails(QMap<QString, StoredDive>& dives) const;
+    void takeTurn(QMap<QString, StoredDive>& dives, const Snapshot& now, QString& fault) const;
+    void noteTyped();
+    bool wasSeen(const StoredDive& dive) const;
+    QString takeDetailsScreen(const Snapshot& now, const platform::Screen& screen);
     QString checkNewDive(const QString& diveid, const StoredDive& dive, const Snapshot& now) const;
     QString checkFiles(const Snapshot& now) const;
     QString checkViewer(const Snapshot& now);
@@ -76,7 +81,8 @@ private:
     Owner viewer_;
     bool savedForDan_ = false; ///< since the dive screen was loaded
     Details details_;
-    std::set<QString> imported_; ///< start codes of all dives that the store ever held
+    QMap<QString, QList<StoredDive>> seen_; ///< all that dives ever were, by start code
+    std::set<QString> imported_;            ///< start codes of all dives that the store ever held
     QMap<QString, int> met_;
     std::set<QString> freed_; ///< identifiers whose dives were deleted
     QByteArray setup_;        ///< that of the device

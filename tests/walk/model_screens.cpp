@@ -54,6 +54,25 @@ QStringList buddiesOn(const platform::Screen& screen) {
 
 } // namespace
 
+/// The details show what the store has of their dive.
+QString Model::takeDetailsScreen(const Snapshot& now, const platform::Screen& screen) {
+    const QString diveid = details_.diveid;
+    for (const Box& box : kBoxes) {
+        const QString field = QLatin1String(box.field);
+        const QString stored = now.dives.value(diveid).diver.value(field);
+        const QString shown = shownIn(screen, box.control);
+        const bool filled = field == QLatin1String("divenote") && stored.isEmpty();
+        if (shown != stored && !filled) {
+            return QStringLiteral("details of %1 show \"%2\" as %3").arg(diveid, shown, field);
+        }
+        details_.edited.insert(field, shown);
+    }
+    details_.buddies = buddiesOn(screen);
+    return details_.buddies == now.dives.value(diveid).buddies
+               ? QString()
+               : QStringLiteral("details of %1 show the buddies %2").arg(diveid, details_.buddies.join(u'|'));
+}
+
 /// The details belong to the dive that the dive screen showed when they were opened, until they go.
 QString Model::checkDetails(const Snapshot& now) {
     platform::Screen* screen = World::screen("rbdetails");
@@ -71,21 +90,10 @@ QString Model::checkDetails(const Snapshot& now) {
         details_.screen = screen;
         details_.diveid = diveid;
         details_.startcode = now.dives.value(diveid).startcode;
-        for (const Box& box : kBoxes) {
-            const QString field = QLatin1String(box.field);
-            const QString stored = now.dives.value(diveid).diver.value(field);
-            const QString shown = shownIn(*screen, box.control);
-            const bool filled = field == QLatin1String("divenote") && stored.isEmpty();
-            if (shown != stored && !filled) {
-                return QStringLiteral("details of %1 show \"%2\" as %3").arg(diveid, shown, field);
-            }
-            details_.edited.insert(field, shown);
-        }
-        details_.buddies = buddiesOn(*screen);
-        return details_.buddies == now.dives.value(diveid).buddies
-                   ? QString()
-                   : QStringLiteral("details of %1 show the buddies %2")
-                         .arg(diveid, details_.buddies.join(u'|'));
+        return takeDetailsScreen(now, *screen);
+    }
+    if (expected.turned) {
+        return takeDetailsScreen(now, *screen);
     }
     if (diveid != details_.diveid || now.dives.value(diveid).startcode != details_.startcode) {
         return QStringLiteral("the details of %1 stand for %2, start %3")
