@@ -229,6 +229,15 @@ FileResult moveFile(const QString& from, const QString& to) {
     return syncFolder(QFileInfo(to).absolutePath());
 }
 
+FileResult linkFile(const QString& from, const QString& to) {
+    if (const int number = attempt("link", [&] {
+            return ::link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());
+        })) {
+        return failure("Cannot write", to, number);
+    }
+    return syncFolder(QFileInfo(to).absolutePath());
+}
+
 FileResult syncFolder(const QString& folder) {
     const Descriptor entry(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!entry.isOpen()) {

@@ -59,6 +59,9 @@ QString followLinks(const QString& path);
 /// on the disk first. Where `to` is a link, its contents go to where that leads.
 FileResult moveFile(const QString& from, const QString& to);
 
+/// Gives the file a second name, which must be free; both are the file then. Not every file system can.
+FileResult linkFile(const QString& from, const QString& to);
+
 /// Puts the names in `folder` on the disk.
 FileResult syncFolder(const QString& folder);
 

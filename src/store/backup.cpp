@@ -2,6 +2,8 @@
 
 #include "platform/database.h"
 #include "platform/skiperrors.h"
+#include "store/jet/jetconvert.h"
+#include "store/keptstores.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,15 +25,6 @@ QString storename() {
 
 QString packedname() {
     return QStringLiteral("rb2.mdb");
-}
-
-/// "rb-damaged.mdb", or "rb-damaged2.mdb" and on where that is taken.
-QString freename(const ProgramFolder& folder, const QString& base) {
-    QString name = base + QStringLiteral(".mdb");
-    for (int number = 2; QFile::exists(folder.path(name)); ++number) {
-        name = QStringLiteral("%1%2.mdb").arg(base, QString::number(number));
-    }
-    return name;
 }
 
 /// The backup to be, until it takes the place of the newest.
@@ -209,6 +202,9 @@ Maintenance maintainstore(const ProgramFolder& folder) {
     if (!folder.listFiles(QString(), storename()).contains(storename())) {
         return {};
     }
+    if (isjetfile(store)) { // an older store that could not come along stays as it is
+        return {};
+    }
     const Packed packed = pack(folder);
     if (packed == Packed::Held) {
         return {};
@@ -232,15 +228,17 @@ FileResult restorebackup(const ProgramFolder& folder, int number) {
     return platform::copyFileLike(backup, backup, folder.path(storename()));
 }
 
+QString notrestored(const QString& chosen, const QString& reason) {
+    return QStringLiteral("The file %1 was not restored; the store is as it was.\n\n%2")
+        .arg(QDir::toNativeSeparators(chosen), reason);
+}
+
 Restore restorestore(const ProgramFolder& folder, const QString& chosen) {
     if (!chosen.endsWith(QLatin1String("mdb"))) {
         return {};
     }
     const auto refused = [&chosen](const QString& reason) {
-        return Restore{false,
-                       {},
-                       QStringLiteral("The file %1 was not restored; the store is as it was.\n\n%2")
-                           .arg(QDir::toNativeSeparators(chosen), reason)};
+        return Restore{false, {}, notrestored(chosen, reason)};
     };
     const StoreVerdict verdict = examinestore(chosen);
     if (!verdict.sound()) {
@@ -253,18 +251,8 @@ Restore restorestore(const ProgramFolder& folder, const QString& chosen) {
     }
     const QString store = folder.path(storename());
     Restore result;
-    if (QFile::exists(store)) {
-        try {
-            platform::settleDatabase(store);
-        } catch (const StoreError& error) {
-            if (error.busy()) {
-                return refused(error.text());
-            }
-        }
-        result.keptAs = freename(folder, QStringLiteral("rb-replaced"));
-        if (const FileResult kept = platform::copyFileLike(store, store, folder.path(result.keptAs)); !kept) {
-            return refused(kept.error);
-        }
+    if (const FileResult kept = keepreplaced(folder, result.keptAs); !kept) {
+        return refused(kept.error);
     }
     platform::removeJournals(store);
     const FileResult copied =

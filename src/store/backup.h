@@ -33,8 +33,8 @@ struct Maintenance {
 /// Packs the store, makes the packed store the newest backup and moves each older one on to the next number.
 /// A step that fails is passed over; where no new backup can be made, none moves. A store that is damaged is
 /// kept under a name of its own, and rb.mdb is then missing; one that cannot be judged (locked, a failing
-/// disk) stays as it is; one that may only be read is not packed. Nothing is done without a store. The store
-/// must be closed.
+/// disk) stays as it is; one that may only be read is not packed. Nothing is done without a store, nor with
+/// an older one that could not come along (olderstore.h). The store must be closed.
 Maintenance maintainstore(const platform::ProgramFolder& folder);
 
 /// Copies the backup of that number to rb.mdb, for a folder without a store.
@@ -51,6 +51,9 @@ struct Restore {
 /// does not end in "mdb" is passed over without a word; one that is no sound store of this program is
 /// refused.
 Restore restorestore(const platform::ProgramFolder& folder, const QString& chosen);
+
+/// The words for a file that was not restored.
+QString notrestored(const QString& chosen, const QString& reason);
 
 /// Packs the store of a fixed folder of old, where there is one. StoreError where there is none.
 void compactbyhand();
