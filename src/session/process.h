@@ -17,6 +17,7 @@ struct Process {
     QString producttype = QStringLiteral("OTHER"); ///< type of the device, once it is known
     QString screenmode;                            ///< "Dive", "Command" or empty: face of the link screen
     QString storepath;         ///< store chosen for the dive list; empty means the default
+    QString storecopy;         ///< what is read in its stead, where it is an older one; else empty
     QString uploadtext;        ///< body of an upload to the device
     QString processnames;      ///< a line for each program that the list of running ones has read
     int deviceconnected = 0;   ///< 1 while the link's caption is exactly "Connected"

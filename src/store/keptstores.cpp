@@ -2,6 +2,7 @@
 
 #include "platform/query.h"
 #include "platform/storefile.h"
+#include "store/jet/jetconvert.h"
 
 #include <QFile>
 
@@ -23,7 +24,11 @@ platform::FileResult keepreplaced(const platform::ProgramFolder& folder, QString
         return {};
     }
     try {
-        platform::settleDatabase(store);
+        if (isjetfile(store)) {
+            platform::removeJournals(store); // of the store that stood here before, and not to be played back
+        } else {
+            platform::settleDatabase(store);
+        }
     } catch (const platform::StoreError& error) {
         if (error.busy()) {
             return {error.text(), EBUSY};

@@ -135,6 +135,8 @@ ComeAlong bringalong(const ProgramFolder& folder, const JetProgress& progress, c
     if (!isjetfile(place)) {
         return result;
     }
+    // An unfinished change of the store that stood here before: the engine would play it into the Jet file.
+    platform::removeJournals(place);
     try {
         bring(folder, place, progress, open, result);
         result.end = ComeAlong::End::Taken;

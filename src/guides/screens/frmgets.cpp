@@ -1,6 +1,7 @@
 #include "guides/screens/frmgets.h"
 
 #include "divefiles/importnote.h"
+#include "guides/screens/comealong.h"
 #include "guides/screens/guidecard.h"
 #include "guides/screens/manual.h"
 #include "platform/look/look.h"
@@ -130,11 +131,12 @@ void frmGetS::loading() {
     next_->setFocus();
 }
 
-/// Before anything else touches the store: backups, packing, missing fields, the folder of dive texts and
-/// what an import left there.
+/// Before anything else touches the store: an older one that comes along, backups, packing, missing fields,
+/// the folder of dive texts and what an import left there.
 void frmGetS::maintainStore() {
     const ProgramFolder& folder = ProgramFolder::current();
     const auto tell = [this](const QString& text) { platform::dialogs().message(this, text); };
+    bringolderstore(this);
     const store::Maintenance done = store::maintainstore(folder);
     if (!done.setAside.isEmpty()) {
         tell(

@@ -1,12 +1,12 @@
 #include "guides/screens/frmsplash.h"
 
+#include "guides/screens/comealong.h"
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/ticktimer.h"
-#include "store/backup.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -115,7 +115,10 @@ void frmSplash::restore() {
     const platform::ProgramFolder& folder = platform::ProgramFolder::current();
     const QString chosen =
         dialogs.openFile(this, QStringLiteral("Open"), folder.root(), QStringLiteral("*.mdb | *.mdb"));
-    const store::Restore result = store::restorestore(folder, chosen);
+    const bool older = chosen.endsWith(QLatin1String("mdb")) && store::isjetfile(chosen);
+    store::JetCounts counts;
+    const store::Restore result = older ? store::restorejet(folder, chosen, counts, comealongprogress(chosen))
+                                        : store::restorestore(folder, chosen);
     if (!result.error.isEmpty()) {
         dialogs.message(this, result.error, platform::BoxKind::Warning);
     }
@@ -123,6 +126,9 @@ void frmSplash::restore() {
         Command1_->setEnabled(false);
         QString words =
             QStringLiteral("The dive store was restored from %1.").arg(QDir::toNativeSeparators(chosen));
+        if (older) {
+            words += QStringLiteral("\n\n") + readwithoutfault(counts);
+        }
         if (!result.keptAs.isEmpty()) {
             words += QStringLiteral("\n\nThe store of before is kept as %1.")
                          .arg(QDir::toNativeSeparators(folder.path(result.keptAs)));

@@ -98,10 +98,12 @@ void rbmain::keeping() {
 /// name it was chosen.
 void rbmain::openstore() {
     const QString path = process().storepath;
+    const bool older = !process().storecopy.isEmpty(); // read from a copy, shown under its own name
+    const QString read = older ? process().storecopy : path;
     try {
-        if (!path.isEmpty() && !isOwnStore(path)) {
-            store::requireDiveStore(path);
-            chosenStore_.open(path, platform::StoreAccess::Look);
+        if (!path.isEmpty() && (older || !isOwnStore(path))) {
+            store::requireDiveStore(read);
+            chosenStore_.open(read, platform::StoreAccess::Look);
             chosenStore_.fieldCount(QStringLiteral("main"));
             otherStore_ = path;
         }

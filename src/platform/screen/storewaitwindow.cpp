@@ -1,6 +1,7 @@
 #include "platform/screen/storewaitwindow.h"
 
 #include "platform/look/look.h"
+#include "platform/screen/onewindowinput.h"
 #include "platform/screen/ticktimer.h"
 
 #include <QApplication>
@@ -9,7 +10,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace benthor::platform {
 
@@ -23,26 +23,6 @@ constexpr auto kPatienceLocked = 300ms;
 constexpr auto kPatienceWorking = 2000ms;
 constexpr auto kBetweenPaints = 30ms;
 constexpr int kWordsWidth = 380;
-
-/// Keeps input from every window but one.
-class OneWindowInput : public QObject {
-public:
-    explicit OneWindowInput(QWidget* window)
-        : window_(window) {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (!event->isInputEvent() && event->type() != QEvent::Shortcut && event->type() != QEvent::Close) {
-            return false;
-        }
-        auto* widget = qobject_cast<QWidget*>(watched);
-        return watched != window_->windowHandle() && (widget == nullptr || widget->window() != window_);
-    }
-
-private:
-    QWidget* window_;
-};
 
 } // namespace
 

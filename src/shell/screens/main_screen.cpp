@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QStackedWidget>
+#include <QTemporaryDir>
 
 namespace benthor::shell {
 

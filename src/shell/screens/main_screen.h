@@ -15,6 +15,7 @@ class QMenu;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
+class QTemporaryDir;
 
 namespace benthor::look {
 class ClickableLabel;
@@ -111,6 +112,8 @@ private:
     bool storeIsThere();
     void offerOlderBackups(const QString& reason);
     void openStore();
+    std::unique_ptr<QTemporaryDir> copyOlderStore(const QString& path);
+    static QString copiedStore(const QTemporaryDir& folder);
     void lookAtStore();
     void showStoreNote(const QString& fault);
     void storetimer_tick();
@@ -165,6 +168,7 @@ private:
     std::unique_ptr<divefiles::ImportState> import_;
     QString passedby_; ///< what of the folder `new` no import takes
     QString panelPicture_;
+    std::unique_ptr<QTemporaryDir> olderCopy_; ///< of the older store that the list shows
 
     QHash<int, look::EntryRow*> entries_;
     QHash<int, QWidget*> feet_;

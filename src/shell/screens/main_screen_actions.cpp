@@ -13,10 +13,12 @@
 #include "shell/screens/neighbours.h"
 #include "shell/screens/tipspanel.h"
 #include "store/backup.h"
+#include "store/jet/jetconvert.h"
 #include "store/units.h"
 
 #include <QFile>
 #include <QLabel>
+#include <QTemporaryDir>
 
 namespace benthor::shell {
 
@@ -108,8 +110,18 @@ void MainScreen::mnuOpen_click() {
     if (path.isEmpty()) {
         return;
     }
+    const Routine routine(*this);
+    std::unique_ptr<QTemporaryDir> copy;
+    if (store::isjetfile(path)) {
+        copy = copyOlderStore(path);
+        if (copy == nullptr) {
+            return;
+        }
+    }
     process().storepath = path;
+    process().storecopy = copy == nullptr ? QString() : copiedStore(*copy);
     const QString fault = neighbours_.reopenDiveList();
+    olderCopy_ = std::move(copy); // nothing reads the one of before any more
     if (!fault.isEmpty()) {
         dialogs().message(this,
                           QStringLiteral("The dive store %1 can't be shown; My Dives stays on the one of the "

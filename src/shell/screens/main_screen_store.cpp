@@ -1,3 +1,4 @@
+#include "guides/screens/comealong.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -9,9 +10,11 @@
 #include "store/backup.h"
 #include "store/identifiers.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QTemporaryDir>
 
 namespace benthor::shell {
 
@@ -23,6 +26,10 @@ namespace {
 
 QString heldByAnother() {
     return QStringLiteral("Another program holds it open.");
+}
+
+QString didNotComeAlong() {
+    return QStringLiteral("It is an older one (a Jet file) that has not come along.");
 }
 
 } // namespace
@@ -86,6 +93,43 @@ void MainScreen::offerOlderBackups(const QString& reason) {
     }
 }
 
+/// The place of an older store's copy in its folder.
+QString MainScreen::copiedStore(const QTemporaryDir& folder) {
+    return folder.filePath(QStringLiteral("store.mdb"));
+}
+
+/// Reads an older store into a folder of its own, and tells how that went. Nothing where it did not: then
+/// nothing has changed.
+std::unique_ptr<QTemporaryDir> MainScreen::copyOlderStore(const QString& path) {
+    auto folder = std::make_unique<QTemporaryDir>();
+    const QString name = QDir::toNativeSeparators(path);
+    try {
+        if (!folder->isValid()) {
+            throw StoreError(folder->errorString());
+        }
+        const store::JetCounts counts =
+            store::copyjet(path, copiedStore(*folder), guides::comealongprogress(path));
+        if (!isLoaded()) {
+            return nullptr;
+        }
+        platform::dialogs().message(
+            this,
+            QStringLiteral("The older dive store %1 is shown; the file stays as it is. %2")
+                .arg(name, guides::readwithoutfault(counts)),
+            platform::BoxKind::Information);
+        return folder;
+    } catch (const StoreError& error) {
+        if (isLoaded()) {
+            platform::dialogs().message(
+                this,
+                QStringLiteral("The older dive store %1 can't be shown; nothing was changed.\n\n%2")
+                    .arg(name, error.text()),
+                platform::BoxKind::Warning);
+        }
+        return nullptr;
+    }
+}
+
 /// A store that another program holds is read for as long as that lasts, where it lets itself be read.
 void MainScreen::openStore() {
     storeHeld_ = false;
@@ -98,7 +142,8 @@ void MainScreen::openStore() {
         }
     } catch (const StoreError& error) {
         storeHeld_ = error.busy();
-        showStoreNote(storeHeld_ ? heldByAnother() : error.text());
+        const bool older = store::isjetfile(ProgramFolder::current().path(u"rb.mdb"));
+        showStoreNote(storeHeld_ ? heldByAnother() : older ? didNotComeAlong() : error.text());
         throw;
     }
     showStoreNote({});

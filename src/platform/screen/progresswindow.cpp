@@ -1,0 +1,114 @@
+#include "platform/screen/progresswindow.h"
+
+#include "platform/look/icons.h"
+#include "platform/look/look.h"
+#include "platform/look/widgets/card.h"
+#include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/onewindowinput.h"
+#include "platform/screen/ticktimer.h"
+#include "platform/storewait.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace benthor::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+/// What is over sooner is not worth a window.
+constexpr auto kPatience = 300ms;
+constexpr auto kBetweenPaints = 30ms;
+constexpr int kWidth = 460;
+constexpr int kBarEnd = 1000;
+
+} // namespace
+
+ProgressWindow::ProgressWindow(const QString& heading, const QString& words, const QString& things,
+                               const QString& last)
+    : things_(things)
+    , last_(last)
+    , began_(Clock::now()) {
+    build(heading, words);
+}
+
+ProgressWindow::~ProgressWindow() = default;
+
+void ProgressWindow::build(const QString& heading, const QString& words) {
+    window_ = std::make_unique<QWidget>(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    window_->setObjectName(QStringLiteral("progress"));
+    window_->setWindowTitle(QStringLiteral("Benthor"));
+    auto* down = new QVBoxLayout(window_.get());
+    down->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceWide);
+    down->setSpacing(look::spaceBase);
+    auto* head = new QHBoxLayout;
+    auto* icon = new look::ClickableLabel;
+    icon->setIconName(QStringLiteral("database"), 22);
+    icon->setInk(look::Ink::Accent);
+    icon->setFocusPolicy(Qt::NoFocus);
+    head->addWidget(icon);
+    head->addWidget(look::makeHeading(heading));
+    head->addStretch(1);
+    down->addLayout(head);
+    down->addWidget(new look::Rule);
+    auto* told = new QLabel(words);
+    told->setObjectName(QStringLiteral("progresswords"));
+    told->setTextFormat(Qt::PlainText);
+    told->setWordWrap(true);
+    told->setMinimumWidth(look::scaled(kWidth));
+    down->addWidget(told);
+    bar_ = new QProgressBar;
+    bar_->setObjectName(QStringLiteral("progressbar"));
+    bar_->setAccessibleName(QStringLiteral("How far it is"));
+    bar_->setRange(0, kBarEnd);
+    bar_->setValue(0);
+    bar_->setFormat(QStringLiteral("%p %"));
+    down->addWidget(bar_);
+    auto* foot = new QHBoxLayout;
+    count_ = look::makeCaption(QString());
+    count_->setObjectName(QStringLiteral("progresscount"));
+    foot->addWidget(count_, 1);
+    stop_ = new QPushButton(look::icon("stop"), QStringLiteral("Stop"));
+    stop_->setObjectName(QStringLiteral("progressstop"));
+    stop_->setToolTip(QStringLiteral("Ends this; nothing is changed then"));
+    QObject::connect(stop_, &QPushButton::clicked, window_.get(), [this] { stopped_ = true; });
+    foot->addWidget(stop_);
+    down->addLayout(foot);
+}
+
+void ProgressWindow::showCount(std::uint64_t done, std::uint64_t of) {
+    if (of == 0) {
+        return;
+    }
+    bar_->setValue(static_cast<int>(std::min(done, of) * kBarEnd / of));
+    count_->setText(
+        done < of ? QStringLiteral("%1 of %2 %3").arg(QString::number(done), QString::number(of), things_)
+                  : last_);
+}
+
+bool ProgressWindow::goOn(std::uint64_t done, std::uint64_t of) {
+    const Clock::time_point now = Clock::now();
+    if (!stopped_ && now - began_ >= kPatience && now - painted_ >= kBetweenPaints) {
+        showCount(done, of);
+        if (!window_->isVisible()) {
+            window_->adjustSize();
+            window_->show();
+            window_->raise();
+            window_->activateWindow();
+        }
+        const TickHold hold;
+        const OneWindowInput filter(window_.get());
+        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+        painted_ = Clock::now();
+        stopped_ = stopped_ || !window_->isVisible(); // the desktop may close what it shows
+    }
+    stopped_ = stopped_ || allWaitsEnd();
+    return !stopped_;
+}
+
+} // namespace benthor::platform

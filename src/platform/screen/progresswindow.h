@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QWidget;
+
+namespace benthor::platform {
+
+/// Tells how far a long piece of work is, with a button that stops it, where no screen is there to tell it.
+/// It comes up when the work has lasted for a moment and goes with this. Of all windows this alone takes
+/// input meanwhile, and no tick comes.
+class ProgressWindow {
+public:
+    /// `things`: what is counted ("rows"); `last`: what is said when all of them are done and work goes on.
+    ProgressWindow(const QString& heading, const QString& words, const QString& things, const QString& last);
+    ~ProgressWindow();
+    ProgressWindow(const ProgressWindow&) = delete;
+    ProgressWindow& operator=(const ProgressWindow&) = delete;
+
+    /// To be called often. `of` 0: nothing new is known. False when the user has stopped it, or the process
+    /// is to end.
+    bool goOn(std::uint64_t done, std::uint64_t of);
+
+    QWidget& window() { return *window_; }
+
+private:
+    void build(const QString& heading, const QString& words);
+    void showCount(std::uint64_t done, std::uint64_t of);
+
+    QString things_;
+    QString last_;
+    std::unique_ptr<QWidget> window_;
+    QProgressBar* bar_ = nullptr;
+    QLabel* count_ = nullptr;
+    QPushButton* stop_ = nullptr;
+    std::chrono::steady_clock::time_point began_;
+    std::chrono::steady_clock::time_point painted_;
+    bool stopped_ = false;
+};
+
+} // namespace benthor::platform
