@@ -58,6 +58,7 @@ private slots:
     void aFileThatCannotBeReadChangesNothing();
     void aStopChangesNothing();
     void whatACrashLeftIsTakenAway();
+    void aJournalOfTheStoreBeforeIsNotPlayedIntoTheJetFile();
     void aStartWithAnOlderStoreThatCouldNotComeMovesNoBackup();
     void theTwoRealFilesComeAlong();
 
@@ -188,6 +189,24 @@ void TestOlderStore::whatACrashLeftIsTakenAway() {
     folder.put(QStringLiteral(".benthor.jetstore"), "half a store");
     QVERIFY(store::bringalong(folder.folder, {}, twoDives).end == End::None);
     QCOMPARE(folder.all(), (QStringList{"rb-jet.mdb", "rb.mdb"}));
+}
+
+/// The diver put the Jet file where a store stood that a crash had left unfinished.
+void TestOlderStore::aJournalOfTheStoreBeforeIsNotPlayedIntoTheJetFile() {
+    for (const bool restored : {false, true}) {
+        const OlderFolder folder;
+        folder.put(QStringLiteral("rb.mdb-journal"), "pages of another file");
+        if (restored) {
+            const Folder other(1);
+            const store::Restore result = store::restorestore(folder.folder, other.store());
+            QVERIFY(result.done);
+            QVERIFY(folder.holdsJet(result.keptAs));
+        } else {
+            QVERIFY(store::bringalong(folder.folder, {}, failing("It is encrypted.")).end == End::Refused);
+            QCOMPARE(folder.all(), QStringList{"rb.mdb"});
+        }
+        QVERIFY(!QFile::exists(folder.folder.path(u"rb.mdb-journal")));
+    }
 }
 
 void TestOlderStore::aStartWithAnOlderStoreThatCouldNotComeMovesNoBackup() {

@@ -1,0 +1,163 @@
+// What it costs that an older store comes along: its rows, given by a stand-in, go into a store of ours that is
+// then proved; beside it the same rows through the bare engine, in one transaction too.
+
+#include "bench/store/storebench.h"
+#include "store/jet/jetconvert.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <bit>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/resource.h>
+
+using namespace benthor;
+
+namespace {
+
+constexpr int kGases = 10;
+constexpr int kTissues = 16;
+constexpr int kRowsADive = 1 + kGases + kTissues;
+
+const std::string kNote = "Visibility 12 m; a wall, a cave and a long way back \xE2\x80\x94 na\xC3\xAFve";
+
+std::string idOf(int number) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "D%07d", number);
+    return text.data();
+}
+
+std::string fourDigits(int number) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%04d", number);
+    return text.data();
+}
+
+double startOf(int dive) {
+    return 38233 + dive / 16.0;
+}
+
+/// Gives the rows of so many dives, each made when it is asked for.
+class ManyDives : public store::JetRowSource {
+public:
+    explicit ManyDives(int dives)
+        : dives_(dives) {
+        using store::pipe::Kind;
+        const auto texts = [](std::initializer_list<const char*> names) {
+            std::vector<store::JetField> fields;
+            for (const char* const name : names) {
+                fields.push_back({name, Kind::Text, 50});
+            }
+            return fields;
+        };
+        auto main = texts({"DiveID", "UserName", "Location", "startdate", "Duration", "MaxDepth", "Suit",
+                           "Startcode", "divenote", "Version", "dbtxtname"});
+        main[3].kind = Kind::Date;
+        const auto rows = static_cast<std::uint64_t>(dives);
+        head_.tables = {{"main", rows, main},
+                        {"gas", rows * kGases, texts({"diveid", "Gastype", "GasN2", "GasHe", "gasmod", "Gasstat"})},
+                        {"tissue", rows * kTissues, texts({"diveid", "Tissuetype", "TissueN2", "TissueHe"})}};
+    }
+
+    const store::JetHead& head() override { return head_; }
+    bool nextRow(std::vector<store::JetValue>& row) override {
+        const int each = table_ == 0 ? 1 : table_ == 1 ? kGases : kTissues;
+        if (at_ == dives_ * each) {
+            at_ = 0;
+            ++table_;
+            return false;
+        }
+        id_ = idOf(at_ / each);
+        if (table_ == 0) {
+            code_ = std::to_string(400000000 + at_);
+            const auto bits = std::bit_cast<std::array<char, sizeof(double)>>(startOf(at_));
+            date_.assign(bits.data(), bits.size());
+            row = {id_, "KD00123", "Dive000000.txt", date_, "41:7", "23.400", "KD00123", code_, kNote, "V3.12",
+                   "11A2B3CDive000000.txt"};
+        } else {
+            number_ = fourDigits(at_ % each);
+            row = table_ == 1
+                      ? std::vector<store::JetValue>{id_, number_, "79", "0", "660", "1\r"}
+                      : std::vector<store::JetValue>{id_, number_, "79", "0\r"};
+        }
+        ++at_;
+        return true;
+    }
+    void finish() override {}
+
+private:
+    int dives_;
+    store::JetHead head_;
+    int table_ = 0;
+    int at_ = 0;
+    std::string id_;
+    std::string code_;
+    std::string date_;
+    std::string number_;
+};
+
+/// The greatest size of this process so far, in MiB.
+double mostMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+void tell(benchmark::State& state, int dives) {
+    state.SetItemsProcessed(state.iterations() * dives * kRowsADive);
+    state.counters["MiB"] = mostMemory();
+}
+
+void comesAlong(benchmark::State& state) {
+    const int dives = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        const QTemporaryDir folder;
+        ManyDives jet(dives);
+        std::uint64_t told = 0;
+        const store::JetCounts counts =
+            store::convertjet(jet, folder.filePath("new.mdb"), [&](std::uint64_t rows, std::uint64_t of) {
+                told = rows;
+                return rows <= of;
+            });
+        if (counts.dives != static_cast<std::uint64_t>(dives) || told == 0) {
+            std::abort();
+        }
+    }
+    tell(state, dives);
+}
+
+void bareEngine(benchmark::State& state) {
+    const int dives = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        const bench::BenchFolder folder;
+        bench::BareStore bare(folder.path("rb.mdb"));
+        sqlite3_stmt* const main = bare.prepare(
+            "INSERT INTO main (DiveID, UserName, Location, startdate, Duration, MaxDepth, Suit, Startcode, divenote, "
+            "Version, dbtxtname) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+        sqlite3_stmt* const gas = bare.prepare("INSERT INTO gas VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+        sqlite3_stmt* const tissue = bare.prepare("INSERT INTO tissue VALUES (?1, ?2, ?3, ?4)");
+        bare.run("BEGIN IMMEDIATE");
+        for (int i = 0; i < dives; ++i) {
+            bare.run(main, {idOf(i), "KD00123", "Dive000000.txt", "2004-09-03 17:17:16", "41:7", "23.400",
+                            "KD00123", std::to_string(400000000 + i), kNote, "V3.12", "11A2B3CDive000000.txt"});
+        }
+        for (int i = 0; i < dives * kGases; ++i) {
+            bare.run(gas, {idOf(i / kGases), fourDigits(i % kGases), "79", "0", "660", "1\r"});
+        }
+        for (int i = 0; i < dives * kTissues; ++i) {
+            bare.run(tissue, {idOf(i / kTissues), fourDigits(i % kTissues), "79", "0\r"});
+        }
+        bare.run("COMMIT");
+    }
+    tell(state, dives);
+}
+
+} // namespace
+
+BENCHMARK(bareEngine)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(comesAlong)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+BENCHMARK_MAIN();
