@@ -77,3 +77,12 @@ function(benthor_test name)
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp"
     TIMEOUT ${TEST_TIMEOUT})
 endfunction()
+
+# benthor_reads_jet(<test>): a test that reads Jet files, with the reading program of this build. The files lie beside
+# the project, not in it; where they are not the test says so.
+set(BENTHOR_JET_FILES "${PROJECT_SOURCE_DIR}/../shared/jet" CACHE PATH "Folder of the Jet files that tests read")
+function(benthor_reads_jet name)
+  target_compile_definitions(${name} PRIVATE
+    BENTHOR_JET_FILES="${BENTHOR_JET_FILES}" BENTHOR_READJET="$<TARGET_FILE:benthor-readjet>")
+  add_dependencies(${name} benthor-readjet)
+endfunction()

@@ -1,5 +1,5 @@
-// What it costs that an older store comes along: its rows, given by a stand-in, go into a store of ours that is
-// then proved; beside it the same rows through the bare engine, in one transaction too.
+// What it costs that an older store comes along: its rows, given by a stand-in, go into a store of ours that
+// is then proved; beside it the same rows through the bare engine, in one transaction too.
 
 #include "bench/store/storebench.h"
 #include "store/jet/jetconvert.h"
@@ -57,9 +57,10 @@ public:
                            "Startcode", "divenote", "Version", "dbtxtname"});
         main[3].kind = Kind::Date;
         const auto rows = static_cast<std::uint64_t>(dives);
-        head_.tables = {{"main", rows, main},
-                        {"gas", rows * kGases, texts({"diveid", "Gastype", "GasN2", "GasHe", "gasmod", "Gasstat"})},
-                        {"tissue", rows * kTissues, texts({"diveid", "Tissuetype", "TissueN2", "TissueHe"})}};
+        head_.tables = {
+            {"main", rows, main},
+            {"gas", rows * kGases, texts({"diveid", "Gastype", "GasN2", "GasHe", "gasmod", "Gasstat"})},
+            {"tissue", rows * kTissues, texts({"diveid", "Tissuetype", "TissueN2", "TissueHe"})}};
     }
 
     const store::JetHead& head() override { return head_; }
@@ -75,13 +76,12 @@ public:
             code_ = std::to_string(400000000 + at_);
             const auto bits = std::bit_cast<std::array<char, sizeof(double)>>(startOf(at_));
             date_.assign(bits.data(), bits.size());
-            row = {id_, "KD00123", "Dive000000.txt", date_, "41:7", "23.400", "KD00123", code_, kNote, "V3.12",
-                   "11A2B3CDive000000.txt"};
+            row = {id_,   "KD00123", "Dive000000.txt",       date_, "41:7", "23.400", "KD00123", code_,
+                   kNote, "V3.12",   "11A2B3CDive000000.txt"};
         } else {
             number_ = fourDigits(at_ % each);
-            row = table_ == 1
-                      ? std::vector<store::JetValue>{id_, number_, "79", "0", "660", "1\r"}
-                      : std::vector<store::JetValue>{id_, number_, "79", "0\r"};
+            row = table_ == 1 ? std::vector<store::JetValue>{id_, number_, "79", "0", "660", "1\r"}
+                              : std::vector<store::JetValue>{id_, number_, "79", "0\r"};
         }
         ++at_;
         return true;
@@ -134,15 +134,17 @@ void bareEngine(benchmark::State& state) {
     for (auto _ : state) {
         const bench::BenchFolder folder;
         bench::BareStore bare(folder.path("rb.mdb"));
-        sqlite3_stmt* const main = bare.prepare(
-            "INSERT INTO main (DiveID, UserName, Location, startdate, Duration, MaxDepth, Suit, Startcode, divenote, "
-            "Version, dbtxtname) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+        sqlite3_stmt* const main =
+            bare.prepare("INSERT INTO main (DiveID, UserName, Location, startdate, Duration, MaxDepth, Suit, "
+                         "Startcode, divenote, "
+                         "Version, dbtxtname) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
         sqlite3_stmt* const gas = bare.prepare("INSERT INTO gas VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
         sqlite3_stmt* const tissue = bare.prepare("INSERT INTO tissue VALUES (?1, ?2, ?3, ?4)");
         bare.run("BEGIN IMMEDIATE");
         for (int i = 0; i < dives; ++i) {
-            bare.run(main, {idOf(i), "KD00123", "Dive000000.txt", "2004-09-03 17:17:16", "41:7", "23.400",
-                            "KD00123", std::to_string(400000000 + i), kNote, "V3.12", "11A2B3CDive000000.txt"});
+            bare.run(main,
+                     {idOf(i), "KD00123", "Dive000000.txt", "2004-09-03 17:17:16", "41:7", "23.400",
+                      "KD00123", std::to_string(400000000 + i), kNote, "V3.12", "11A2B3CDive000000.txt"});
         }
         for (int i = 0; i < dives * kGases; ++i) {
             bare.run(gas, {idOf(i / kGases), fourDigits(i % kGases), "79", "0", "660", "1\r"});

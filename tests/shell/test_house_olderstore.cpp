@@ -51,7 +51,8 @@ public:
             QWidget* window = progressWindow();
             if (window != nullptr && window->isVisible()) {
                 seen_ = true;
-                QTest::mouseClick(window->findChild<QPushButton*>(QStringLiteral("progressstop")), Qt::LeftButton);
+                QTest::mouseClick(window->findChild<QPushButton*>(QStringLiteral("progressstop")),
+                                  Qt::LeftButton);
             }
         });
         timer_.start(10);
@@ -100,8 +101,10 @@ void TestHouseOlderStore::atTheStartItComesBeforeTheBackups() {
     const MadeReader reader(3);
     OlderStart program;
     program.passSplash();
-    QVERIFY2(program.onlyMessage().contains(QLatin1String("read without a fault")), qPrintable(program.onlyMessage()));
-    for (const char* const words : {"3 dives", "6 gas rows", "9 tissue rows", "1 buddy", "2 further tables"}) {
+    QVERIFY2(program.onlyMessage().contains(QLatin1String("read without a fault")),
+             qPrintable(program.onlyMessage()));
+    for (const char* const words :
+         {"3 dives", "6 gas rows", "9 tissue rows", "1 buddy", "2 further tables"}) {
         QVERIFY2(program.onlyMessage().contains(QLatin1String(words)), qPrintable(program.onlyMessage()));
     }
     QVERIFY(!program.onlyMessage().contains(QLatin1String("sound")));
@@ -124,7 +127,8 @@ void TestHouseOlderStore::atTheStartAFaultLeavesItAndTheStartGoesOn() {
              qPrintable(program.onlyMessage()));
     QCOMPARE(program.folder.get(QStringLiteral("rb.mdb")), jetHead());
     QCOMPARE(program.folder.get(QStringLiteral("backup.mdb")), "an earlier store");
-    QVERIFY(!program.folder.has(QStringLiteral("rb-jet.mdb")) && !program.folder.has(QStringLiteral("rb-damaged.mdb")));
+    QVERIFY(!program.folder.has(QStringLiteral("rb-jet.mdb")) &&
+            !program.folder.has(QStringLiteral("rb-damaged.mdb")));
     // The guide stays, as it does where the store says nothing of it, and the main screen says what is wrong.
     QVERIFY(shown("frmGetS"));
     loaded("frmGetS")->unload();
@@ -144,7 +148,8 @@ void TestHouseOlderStore::atTheStartAStopLeavesItAndTheStartGoesOn() {
     program.passSplash();
     QVERIFY(stopper.seen());
     QVERIFY(progressWindow() == nullptr);
-    QVERIFY2(program.onlyMessage().contains(QLatin1String("nothing was changed")), qPrintable(program.onlyMessage()));
+    QVERIFY2(program.onlyMessage().contains(QLatin1String("nothing was changed")),
+             qPrintable(program.onlyMessage()));
     QCOMPARE(program.folder.get(QStringLiteral("rb.mdb")), jetHead());
     QVERIFY(!program.folder.has(QStringLiteral("rb-jet.mdb")));
     QVERIFY(shown("frmGetS"));

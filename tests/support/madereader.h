@@ -30,11 +30,9 @@ public:
     MadeReader& operator=(const MadeReader&) = delete;
 
     /// From now on it says nothing behind the head of the stream.
-    void stall() {
-        install(frames_, "head -c 40 \"$(dirname \"$0\")/frames\"\nexec sleep 60\n");
-    }
+    void stall() { install(frames_, "head -c 40 \"$(dirname \"$0\")/frames\"\nexec sleep 60\n"); }
 
-private:
+    /// The stream of a sound store.
     static std::string streamOf(const std::vector<MadeTable>& tables) {
         FrameWriter head('J');
         head.number(store::pipe::kVersion).number(static_cast<std::uint16_t>(tables.size()));
@@ -58,6 +56,7 @@ private:
         return head.number(std::uint16_t{0}).frame() + rows + FrameWriter('Z').frame();
     }
 
+private:
     void install(const std::string& frames, const QByteArray& script) {
         frames_ = frames;
         const QString program = folder_.filePath(QStringLiteral("reader"));

@@ -7,12 +7,22 @@
 
 #include <cstdlib>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
 using namespace benthor;
 using namespace benthor::readjet;
 namespace pipe = benthor::store::pipe;
+
+/// Where the frames go. The library prints words of its own to the standard output: they are turned aside.
+std::FILE* framesOut() {
+    static std::FILE* const out = [] {
+        std::FILE* const opened = fdopen(dup(STDOUT_FILENO), "wb");
+        return opened != nullptr && dup2(STDERR_FILENO, STDOUT_FILENO) >= 0 ? opened : nullptr;
+    }();
+    return out;
+}
 
 class Frame {
 public:
@@ -36,8 +46,8 @@ public:
             head += static_cast<char>(body_.size() >> (8 * i) & 0xFF);
         }
         // Nobody listens any more: there is nobody to tell.
-        if (std::fwrite(head.data(), 1, head.size(), stdout) != head.size() ||
-            std::fwrite(body_.data(), 1, body_.size(), stdout) != body_.size()) {
+        if (std::fwrite(head.data(), 1, head.size(), framesOut()) != head.size() ||
+            std::fwrite(body_.data(), 1, body_.size(), framesOut()) != body_.size()) {
             std::exit(EXIT_FAILURE);
         }
     }
@@ -91,17 +101,21 @@ int main(int count, char** arguments) {
         std::fputs("usage: benthor-readjet <file>\n", stderr);
         return 2;
     }
+    if (framesOut() == nullptr) {
+        return EXIT_FAILURE;
+    }
     clearenv(); // the library takes letters from it
     if (!limitMyself()) {
         Frame(pipe::kFault).bytes("The program that reads Jet files could not be limited.").write();
+        std::fflush(framesOut());
         return EXIT_FAILURE;
     }
     try {
         writeFile(arguments[1]);
     } catch (const Fault& fault) {
         Frame(pipe::kFault).bytes(std::string_view(fault.what()).substr(0, pipe::kMostFault)).write();
-        std::fflush(stdout);
+        std::fflush(framesOut());
         return EXIT_FAILURE;
     }
-    return std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return std::fflush(framesOut()) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
