@@ -1,6 +1,7 @@
 // Takes pictures of every screen, in both themes and two sizes, in metres and in feet, with dives and
 // without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
 
+#include "guides/screens/comealong.h"
 #include "platform/chart/chart.h"
 #include "platform/files.h"
 #include "platform/grid/flexgrid.h"
@@ -396,13 +397,44 @@ void takeLockedStore(Album& album) {
     album.add("rbmain", QStringLiteral("rbmain-readonly"));
 }
 
+QWidget* window(const char* name) {
+    for (QWidget* one : QApplication::topLevelWidgets()) {
+        if (one->objectName() == QLatin1String(name) && one->isVisible()) {
+            return one;
+        }
+    }
+    return nullptr;
+}
+
+/// An older store comes along, and one that could not: the program that reads it is not beside this one.
+void takeOlderStore(Album& album) {
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    {
+        const store::JetProgress told = guides::comealongprogress(folder.path(u"rb.mdb"));
+        while (window("progress") == nullptr) {
+            static_cast<void>(told(1134000, 2700002));
+        }
+        album.add(window("progress"), QStringLiteral("comealong"), {QSize()});
+    }
+    if (!platform::writeFileWhole(folder.path(u"rb.mdb"),
+                                  QByteArray("\0\1\0\0", 4) + "Standard Jet DB" + QByteArray(5000, '\0'))) {
+        qFatal("the older store cannot be made");
+    }
+    shell::House house;
+    house.start();
+    control<TickTimer>("frmSplash", "Timer1")->expire();
+    screen("frmGetS")->unload();
+    settle();
+    album.add("main", QStringLiteral("main-older"));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     platform::Application application(argc, argv);
     if (argc != 3 && argc != 4) {
-        QTextStream(stderr)
-            << "usage: benthor-pictures <demonstration folder> <folder for pictures> [firmware|locked]\n";
+        QTextStream(stderr) << "usage: benthor-pictures <demonstration folder> <folder for pictures> "
+                               "[firmware|locked|older]\n";
         return 2;
     }
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
@@ -416,6 +448,8 @@ int main(int argc, char** argv) {
         Album album(pictures);
         if (QLatin1String(argv[3]) == QLatin1String("locked")) {
             takeLockedStore(album);
+        } else if (QLatin1String(argv[3]) == QLatin1String("older")) {
+            takeOlderStore(album);
         } else {
             takeFirmware(album);
         }

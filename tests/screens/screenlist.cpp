@@ -16,6 +16,7 @@
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/screen/progresswindow.h"
 #include "platform/screen/ticktimer.h"
 #include "shell/screens/main_screen.h"
 #include "tests/firmware/fakefirmwareneighbours.h"
@@ -101,7 +102,7 @@ QString toolTipOf(const QObject* object) {
     return widget == nullptr ? QString() : inCell(widget->toolTip());
 }
 
-QString section(const platform::Screen& screen) {
+QString section(const QWidget& screen) {
     std::map<QString, Row> rows;
     for (const QObject* object : screen.findChildren<QObject*>()) {
         const QString name = object->objectName();
@@ -139,6 +140,8 @@ QString screenList() {
     FakeNeighbours neighbours;
     text += section(guides::frmSplash(true));
     text += section(guides::frmGetS(true));
+    const platform::ProgressWindow progress({}, {}, {}, {});
+    text += section(progress.window());
     text += section(shell::MainScreen(neighbours));
     text += section(logbook::rbmain());
     text += section(logbook::trash());

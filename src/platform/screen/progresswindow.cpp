@@ -4,6 +4,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "platform/screen/onewindowinput.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/storewait.h"
@@ -56,10 +57,9 @@ void ProgressWindow::build(const QString& heading, const QString& words) {
     head->addStretch(1);
     down->addLayout(head);
     down->addWidget(new look::Rule);
-    auto* told = new QLabel(words);
+    auto* told = new look::WholeLabel; // a path may be longer than the window is wide
+    told->setText(words);
     told->setObjectName(QStringLiteral("progresswords"));
-    told->setTextFormat(Qt::PlainText);
-    told->setWordWrap(true);
     told->setMinimumWidth(look::scaled(kWidth));
     down->addWidget(told);
     bar_ = new QProgressBar;

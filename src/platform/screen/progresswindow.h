@@ -27,7 +27,7 @@ public:
     /// is to end.
     bool goOn(std::uint64_t done, std::uint64_t of);
 
-    QWidget& window() { return *window_; }
+    QWidget& window() const { return *window_; }
 
 private:
     void build(const QString& heading, const QString& words);
