@@ -2,7 +2,7 @@
 // is then proved; beside it the same rows through the bare engine, in one transaction too.
 
 #include "bench/store/storebench.h"
-#include "store/jet/jetconvert.h"
+#include "store/jet/readjet.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -129,6 +129,81 @@ void comesAlong(benchmark::State& state) {
     tell(state, dives);
 }
 
+/// The frames of the same rows, in a file that `cat` sends down the pipe in the reading program's stead.
+class Pipe {
+public:
+    explicit Pipe(int dives) {
+        std::FILE* const file = std::fopen(path("frames").c_str(), "wb");
+        ManyDives jet(dives);
+        std::string head = number(store::pipe::kVersion) + number(static_cast<std::uint16_t>(3));
+        for (const store::JetTable& table : jet.head().tables) {
+            head += name(table.name) + number(table.rows) +
+                    number(static_cast<std::uint16_t>(table.fields.size()));
+            for (const store::JetField& field : table.fields) {
+                head += number(static_cast<std::uint8_t>(field.kind)) + number(field.size) + name(field.name);
+            }
+        }
+        write(file, 'J', head + number(std::uint16_t{0}));
+        std::vector<store::JetValue> row;
+        for (const store::JetTable& table : jet.head().tables) {
+            while (jet.nextRow(row)) {
+                std::string body;
+                for (const store::JetValue& value : row) {
+                    body += number(static_cast<std::uint32_t>(value->size())).append(*value);
+                }
+                write(file, 'R', body);
+            }
+            write(file, 'E', number(table.rows));
+        }
+        write(file, 'Z', {});
+        std::fclose(file);
+        std::FILE* const script = std::fopen(path("reader").c_str(), "w");
+        std::fprintf(script, "#!/bin/sh\nexec cat '%s'\n", path("frames").c_str());
+        std::fclose(script);
+        QFile::setPermissions(folder_.filePath("reader"), QFile::ReadOwner | QFile::ExeOwner);
+        store::setjetreader(folder_.filePath("reader"));
+    }
+    ~Pipe() { store::setjetreader({}); }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+private:
+    std::string path(const char* name) const {
+        return folder_.filePath(QString::fromLatin1(name)).toStdString();
+    }
+    template <class Number> static std::string number(Number value) {
+        std::string bytes;
+        for (std::size_t i = 0; i < sizeof(Number); ++i) {
+            bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i) & 0xFF);
+        }
+        return bytes;
+    }
+    static std::string name(const std::string& text) {
+        return number(static_cast<std::uint16_t>(text.size())) + text;
+    }
+    static void write(std::FILE* file, char mark, const std::string& body) {
+        const std::string frame = mark + number(static_cast<std::uint32_t>(body.size())) + body;
+        if (std::fwrite(frame.data(), 1, frame.size(), file) != frame.size()) {
+            std::abort();
+        }
+    }
+
+    QTemporaryDir folder_;
+};
+
+void comesThroughThePipe(benchmark::State& state) {
+    const int dives = static_cast<int>(state.range(0));
+    const Pipe pipe(dives);
+    for (auto _ : state) {
+        const QTemporaryDir folder;
+        const auto jet = store::readjet(folder.path(), {});
+        if (store::convertjet(*jet, folder.filePath("new.mdb")).dives != static_cast<std::uint64_t>(dives)) {
+            std::abort();
+        }
+    }
+    tell(state, dives);
+}
+
 void bareEngine(benchmark::State& state) {
     const int dives = static_cast<int>(state.range(0));
     for (auto _ : state) {
@@ -161,5 +236,6 @@ void bareEngine(benchmark::State& state) {
 
 BENCHMARK(bareEngine)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(comesAlong)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(comesThroughThePipe)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 BENCHMARK_MAIN();

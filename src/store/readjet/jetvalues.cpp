@@ -65,11 +65,21 @@ std::string moneyText(std::int64_t value) {
     return text;
 }
 
+/// "{12345678-9ABC-DEF0-0123-456789ABCDEF}"; the library leaves a dash out.
 std::string identifierText(std::string_view bytes) {
-    char* const made = mdb_uuid_to_string(bytes.data(), 0);
-    std::string text(made);
-    g_free(made);
-    return text;
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr std::array kOrder{3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15};
+    std::string text = "{";
+    for (const int at : kOrder) {
+        if (at < 0) {
+            text += '-';
+        } else {
+            const auto byte = static_cast<unsigned char>(bytes[static_cast<std::size_t>(at)]);
+            text += kDigits[byte >> 4];
+            text += kDigits[byte & 0xF];
+        }
+    }
+    return text + '}';
 }
 
 } // namespace

@@ -90,6 +90,7 @@ private slots:
     void twoFieldsOfOneNameAreAFault();
     void aFaultBehindTheLastRowTakesNothing();
     void aFileThatIsThereIsNeverTouched();
+    void theProgressMovesToItsEnd();
     void aStopTakesNothing();
     void aDiskThatFailsAtAnyStepTakesNothing();
     void aDiskThatIsFullTakesNothing();
@@ -331,6 +332,19 @@ void TestJetConvert::aFileThatIsThereIsNeverTouched() {
     MadeJet jet(madeStore(2));
     QVERIFY_EXCEPTION_THROWN(store::convertjet(jet, place.path()), platform::StoreError);
     QCOMPARE(platform::readFile(place.path()), "the diver's");
+}
+
+void TestJetConvert::theProgressMovesToItsEnd() {
+    const Place place;
+    MadeJet jet(madeStore(400));
+    jet.beforeRow = [](int row) { row % 10 == 0 ? QTest::qSleep(1) : void(); };
+    std::vector<std::uint64_t> told;
+    store::convertjet(jet, place.path(), [&](std::uint64_t rows, std::uint64_t of) {
+        told.push_back(rows);
+        return of == 400U * 6 + 3;
+    });
+    QVERIFY(std::is_sorted(told.begin(), told.end()));
+    QVERIFY(told.size() >= 5 && told.front() < 1200 && told.back() > told.front() + 500);
 }
 
 void TestJetConvert::aStopTakesNothing() {
