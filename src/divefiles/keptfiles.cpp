@@ -15,6 +15,12 @@ bool isTaken(const QString& path) {
     return file.exists() || file.isSymLink();
 }
 
+/// The same bytes under a name that may be used; a file that lies in the folder itself is no copy of itself.
+bool standsThere(const QString& from, const QString& place) {
+    return QFileInfo(place).canonicalFilePath() != QFileInfo(from).canonicalFilePath() &&
+           platform::sameContents(from, place);
+}
+
 } // namespace
 
 QString numberedname(const QString& name, int number) {
@@ -26,6 +32,23 @@ QString numberedname(const QString& name, int number) {
     return name.left(end) + QLatin1Char('-') + QString::number(number) + name.mid(end);
 }
 
+KeptCopy keepcopy(const QString& from, const ProgramFolder& folder, QStringView where, const QString& name,
+                  const QSet<QString>& taken) {
+    for (int number = 1;; ++number) {
+        const QString free = numberedname(name, number);
+        const QString place = folder.path(where, free);
+        if (taken.contains(free.toCaseFolded())) {
+            continue;
+        }
+        if (!isTaken(place)) {
+            return {platform::copyFile(from, place, platform::FolderSync::Later), free, true};
+        }
+        if (standsThere(from, place)) {
+            return {{}, free, false};
+        }
+    }
+}
+
 FileResult copytofreename(const QString& from, const ProgramFolder& folder, QStringView where,
                           const QString& name, int first, const platform::BetweenBlocks& between) {
     for (int number = first;; ++number) {
@@ -33,9 +56,7 @@ FileResult copytofreename(const QString& from, const ProgramFolder& folder, QStr
         if (!isTaken(place)) {
             return platform::copyFile(from, place, platform::FolderSync::Now, {}, between);
         }
-        // A file that lies in the folder itself is no copy of itself.
-        const bool itself = QFileInfo(place).canonicalFilePath() == QFileInfo(from).canonicalFilePath();
-        if (!itself && platform::sameContents(from, place)) {
+        if (standsThere(from, place)) {
             return {};
         }
     }

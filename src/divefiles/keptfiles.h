@@ -2,6 +2,7 @@
 
 #include "platform/programfolder.h"
 
+#include <QSet>
 #include <QString>
 
 namespace benthor::divefiles {
@@ -17,6 +18,18 @@ platform::FileResult keepinold(const platform::ProgramFolder& folder, const QStr
 /// free or has the same bytes.
 platform::FileResult keepwhatisreplaced(const platform::ProgramFolder& folder, const QString& name,
                                         const platform::BetweenBlocks& between = {});
+
+/// Where the bytes of a file stand now.
+struct KeptCopy {
+    platform::FileResult result;
+    QString name;      ///< in the folder
+    bool made = false; ///< false: they stood there before
+};
+
+/// As copytofreename(), for many files: says where each stands, passes over names in `taken` (case folded)
+/// even where no file has them, and wants one platform::syncFolder() behind the last.
+KeptCopy keepcopy(const QString& from, const platform::ProgramFolder& folder, QStringView where,
+                  const QString& name, const QSet<QString>& taken);
 
 /// Makes sure that the bytes of `from` stand in a folder under `name`, or under "name-2.txt", "name-3.txt",
 /// ... where other files have the names before it. `first` is the first number that may be taken, 1 standing

@@ -30,7 +30,7 @@ QString whatOf(const Act& act) {
     case ActKind::Delete:
         return divesText("delete", act.dives);
     case ActKind::Merge:
-        return divesText("merge", act.dives);
+        return act.dives == 0 ? QStringLiteral("merge of details") : divesText("merge", act.dives);
     case ActKind::Details:
         break;
     }

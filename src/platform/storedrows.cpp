@@ -2,6 +2,8 @@
 
 #include "platform/connection.h"
 
+#include <QScopeGuard>
+
 #include <sqlite3.h>
 
 namespace benthor::platform {
@@ -51,6 +53,32 @@ public:
         if (result != SQLITE_OK) {
             fail(handle_);
         }
+    }
+
+    void bindAll(const std::vector<StoredValue>& values) {
+        for (size_t i = 0; i < values.size(); ++i) {
+            bind(static_cast<int>(i) + 1, values[i]);
+        }
+    }
+
+    /// Ready for its next use. What failed was told by step().
+    void reset() {
+        sqlite3_reset(statement_);
+        sqlite3_clear_bindings(statement_);
+    }
+
+    std::vector<StoredRow> rows() {
+        std::vector<StoredRow> rows;
+        while (step()) {
+            rows.push_back(row());
+        }
+        return rows;
+    }
+
+    int run() {
+        while (step()) {
+        }
+        return sqlite3_changes(handle_);
     }
 
     bool step() {
@@ -128,14 +156,8 @@ std::vector<StoredRow> StoredRows::read(const QByteArray& sql, const std::vector
     return asStoreError(sql, [&] {
         connection_->startWork();
         OneStatement statement(connection_->database().getHandle(), sql);
-        for (size_t i = 0; i < values.size(); ++i) {
-            statement.bind(static_cast<int>(i) + 1, values[i]);
-        }
-        std::vector<StoredRow> rows;
-        while (statement.step()) {
-            rows.push_back(statement.row());
-        }
-        return rows;
+        statement.bindAll(values);
+        return statement.rows();
     });
 }
 
@@ -144,15 +166,51 @@ int StoredRows::change(const QByteArray& sql, const std::vector<StoredValue>& va
         connection_->requireChangeable();
         passFault("change");
         connection_->startWork();
-        sqlite3* const handle = connection_->database().getHandle();
-        OneStatement statement(handle, sql);
-        for (size_t i = 0; i < values.size(); ++i) {
-            statement.bind(static_cast<int>(i) + 1, values[i]);
-        }
-        while (statement.step()) {
-        }
-        return sqlite3_changes(handle);
+        OneStatement statement(connection_->database().getHandle(), sql);
+        statement.bindAll(values);
+        return statement.run();
     });
+}
+
+class StoredStatement::Prepared : public OneStatement {
+public:
+    using OneStatement::OneStatement;
+};
+
+StoredStatement::StoredStatement(std::shared_ptr<Connection> connection, const QByteArray& sql)
+    : connection_(std::move(connection))
+    , sql_(sql) {
+    asStoreError(sql_, [&] {
+        connection_->startWork();
+        prepared_ = std::make_unique<Prepared>(connection_->database().getHandle(), sql_);
+    });
+}
+
+StoredStatement::~StoredStatement() = default;
+StoredStatement::StoredStatement(StoredStatement&&) noexcept = default;
+
+std::vector<StoredRow> StoredStatement::read(const std::vector<StoredValue>& values) {
+    return asStoreError(sql_, [&] {
+        connection_->startWork();
+        const auto ready = qScopeGuard([&] { prepared_->reset(); });
+        prepared_->bindAll(values);
+        return prepared_->rows();
+    });
+}
+
+int StoredStatement::change(const std::vector<StoredValue>& values) {
+    return asStoreError(sql_, [&] {
+        connection_->requireChangeable();
+        passFault("change");
+        connection_->startWork();
+        const auto ready = qScopeGuard([&] { prepared_->reset(); });
+        prepared_->bindAll(values);
+        return prepared_->run();
+    });
+}
+
+StoredStatement StoredRows::prepare(const QByteArray& sql) {
+    return {connection_, sql};
 }
 
 qint64 StoredRows::lastRowNumber() {

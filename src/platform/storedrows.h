@@ -38,6 +38,27 @@ struct StoredRow {
     const StoredValue& at(size_t position) const { return fields.at(position).second; }
 };
 
+class Connection;
+
+/// One text of the query language for many uses, as long as the tables keep their form. The store must stay
+/// open. As the calls of StoredRows.
+class StoredStatement {
+public:
+    ~StoredStatement();
+    StoredStatement(StoredStatement&&) noexcept;
+
+    std::vector<StoredRow> read(const std::vector<StoredValue>& values = {});
+    int change(const std::vector<StoredValue>& values);
+
+private:
+    friend class StoredRows;
+    class Prepared;
+    StoredStatement(std::shared_ptr<Connection> connection, const QByteArray& sql);
+    std::shared_ptr<Connection> connection_;
+    std::unique_ptr<Prepared> prepared_;
+    QByteArray sql_;
+};
+
 /// Rows of an open store as they lie in it, and a second file that changes in one transaction with it. Texts
 /// of the query language are literals here, or made of names that were read from the store: values are bound
 /// (?1, ?2, ...). Every failure is a StoreError.
@@ -49,6 +70,7 @@ public:
     /// Returns how many rows it changed.
     int change(const QByteArray& sql, const std::vector<StoredValue>& values = {});
     qint64 lastRowNumber();
+    StoredStatement prepare(const QByteArray& sql);
 
     /// Makes the tables of the file at `path`, which must be there and may be empty, known as name.table. No
     /// transaction may be open. What both change is changed in both or in neither, even where the process

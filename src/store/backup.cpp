@@ -179,6 +179,11 @@ void backUp(const ProgramFolder& folder) {
 
 } // namespace
 
+platform::FileResult provencopy(const ProgramFolder& folder, const QString& name) {
+    const QString store = folder.path(storename());
+    return platform::copyFileLike(store, store, folder.path(name), platform::FolderSync::Now, faultOf);
+}
+
 QString backupname(int number) {
     return number == 1 ? QStringLiteral("backup.mdb") : QStringLiteral("backup%1.mdb").arg(number);
 }

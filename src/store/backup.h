@@ -40,6 +40,10 @@ Maintenance maintainstore(const platform::ProgramFolder& folder);
 /// Copies the backup of that number to rb.mdb, for a folder without a store.
 platform::FileResult restorebackup(const platform::ProgramFolder& folder, int number = 1);
 
+/// Copies the store, which may be open but has no change under way, to `name` beside it, in the place of what
+/// stood there: a copy that was read and found sound, or the file of before.
+platform::FileResult provencopy(const platform::ProgramFolder& folder, const QString& name);
+
 /// How putting a chosen file in the store's place ended.
 struct Restore {
     bool done = false;
