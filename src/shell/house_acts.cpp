@@ -55,6 +55,33 @@ void DiveScreens::takeTurn(const logbook::TurnedAct& turned, const QString& word
     }
 }
 
+logbook::mergelogbook* DiveScreens::makeMerge() {
+    auto* screen = new logbook::mergelogbook;
+    host_.watchEnd(*screen);
+    screen->setTypedKeeper([this] { return storeTyped(); });
+    QObject::connect(screen, &logbook::mergelogbook::merged, screen,
+                     [this](const logbook::MergeResult& result) { takeMerge(result); });
+    return screen;
+}
+
+/// The list has the dives that came, the first of them chosen, and open details show what was chosen of them.
+void DiveScreens::takeMerge(const logbook::MergeResult& result) {
+    const Handover handover(host_);
+    mergelogbook.unload();
+    if (rbdetails.isLoaded()) {
+        rbdetails.get().takeStored();
+    }
+    rbmain.unload();
+    rbmain.showInFront();
+    if (!rbmain.isLoaded()) {
+        return;
+    }
+    if (!result.dives.isEmpty()) {
+        rbmain.get().chooseDive(result.dives.first());
+    }
+    platform::dialogs().message(&rbmain.get(), logbook::mergeText(result));
+}
+
 /// The trash stays in front of the list that has the dives again.
 void DiveScreens::takePutBack(const logbook::TurnedAct& turned) {
     if (!turned.back.isEmpty() && process().storepath.isEmpty()) {

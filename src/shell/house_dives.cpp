@@ -48,6 +48,7 @@ DiveScreens::DiveScreens(DiveHost& host)
     , rbdetails([this] { return makeDetails(); })
     , rbmain([this] { return makeList(); })
     , trash([this] { return makeTrash(); })
+    , mergelogbook([this] { return makeMerge(); })
     , host_(host) {}
 
 logbook::rbmain* DiveScreens::makeList() {
@@ -73,6 +74,7 @@ logbook::rbmain* DiveScreens::makeList() {
         screen, &logbook::rbmain::actTurned, screen,
         [this](const logbook::TurnedAct& turned, const QString& word) { takeTurn(turned, word); });
     QObject::connect(screen, &logbook::rbmain::trashWanted, screen, [this] { trash.showInFront(); });
+    QObject::connect(screen, &logbook::rbmain::mergeWanted, screen, [this] { mergelogbook.showInFront(); });
     QObject::connect(screen, &logbook::rbmain::linkWanted, screen, [this] { host_.showDownload(); });
     QObject::connect(screen, &logbook::rbmain::mainWanted, screen, [this] { host_.showMain(); });
     return screen;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "guides/screens/scrsavform1.h"
+#include "logbook/screens/mergelogbook.h"
 #include "logbook/screens/rbdetails.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/trash.h"
@@ -48,6 +49,7 @@ public:
     platform::ScreenSlot<logbook::rbdetails> rbdetails;
     platform::ScreenSlot<logbook::rbmain> rbmain;
     platform::ScreenSlot<logbook::trash> trash;
+    platform::ScreenSlot<logbook::mergelogbook> mergelogbook;
 
 private:
     class Handover;
@@ -56,6 +58,7 @@ private:
     viewer::rbinterface* makeDiveView();
     logbook::rbdetails* makeDetails();
     logbook::trash* makeTrash();
+    logbook::mergelogbook* makeMerge();
 
     void openDive();
     void showList();
@@ -67,6 +70,7 @@ private:
     QString closeWhatIsDeleted();
     QString storeTyped();
     void takeTurn(const logbook::TurnedAct& turned, const QString& word);
+    void takeMerge(const logbook::MergeResult& result);
     void takePutBack(const logbook::TurnedAct& turned);
     void showOtherActs();
 

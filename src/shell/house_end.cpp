@@ -30,6 +30,7 @@ void HouseEnd::unloadOthers() {
     rooms_.PC_Link_1.unload();
     rooms_.rbdetails.unload();
     rooms_.dives.trash.unload();
+    rooms_.dives.mergelogbook.unload();
     rooms_.rbmain.unload();
     rooms_.rbinterface.unload();
     rooms_.GasBlend.unload();
@@ -80,7 +81,8 @@ void HouseEnd::endWithTheLastScreen() {
         rooms_.rbdetails.isVisible() || rooms_.PC_Link_1.isVisible() || rooms_.GasBlend.isVisible() ||
         rooms_.ReProg_Link.isVisible() || rooms_.RunProg.isVisible() || rooms_.frmSplash.isVisible() ||
         rooms_.frmGetS.isVisible() || rooms_.frmTip.isVisible() || rooms_.frmAbout.isVisible() ||
-        rooms_.dives.ScrSavForm1.isVisible() || rooms_.dives.trash.isVisible();
+        rooms_.dives.ScrSavForm1.isVisible() || rooms_.dives.trash.isVisible() ||
+        rooms_.dives.mergelogbook.isVisible();
     if (!seen && handovers_ == 0) {
         endProcess();
     }

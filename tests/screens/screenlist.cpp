@@ -12,6 +12,7 @@
 #include "link/screens/pc_link_1.h"
 #include "logbook/screens/rbdetails.h"
 #include "logbook/screens/rbmain.h"
+#include "logbook/screens/mergelogbook.h"
 #include "logbook/screens/trash.h"
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
@@ -144,6 +145,7 @@ QString screenList() {
     text += section(progress.window());
     text += section(shell::MainScreen(neighbours));
     text += section(logbook::rbmain());
+    text += section(logbook::mergelogbook());
     text += section(logbook::trash());
     text += section(viewer::rbinterface());
     text += section(logbook::rbdetails());

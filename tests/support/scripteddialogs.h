@@ -125,6 +125,9 @@ private:
                          const QString& filter) override {
             return file(QStringLiteral("open"), title, folder, filter);
         }
+        QString openFolder(QWidget*, const QString& title, const QString& folder) override {
+            return file(QStringLiteral("folder"), title, folder, {});
+        }
         QString saveFile(QWidget*, const QString& title, const QString& folder,
                          const QString& filter) override {
             return file(QStringLiteral("save"), title, folder, filter);

@@ -80,6 +80,7 @@ signals:
     /// The same, behind an act that was taken back or done again; `word` is the quiet line of the new list.
     void actTurned(const TurnedAct& turned, const QString& word);
     void trashWanted();
+    void mergeWanted();
     void linkWanted();
     void mainWanted();
 
@@ -125,6 +126,7 @@ private:
     void mnuundo_click();
     void mnuredo_click();
     void mnutrash_click();
+    void mnumerge_click();
     void turnAct(bool undo);
     bool storesTyped(const ActInHand& meant, bool undo);
     void tellNotTakenBack(const ActRecord& record);
@@ -193,6 +195,7 @@ private:
     QAction* mnuundo_ = nullptr;
     QAction* mnuredo_ = nullptr;
     QAction* mnutrash_ = nullptr;
+    QAction* mnumerge_ = nullptr;
     ActsInHand acts_; ///< that the menu shows
     platform::TickTimer Timer3_;
 

@@ -42,6 +42,7 @@ void rbmain::takeActs() {
     mnuundo_->setToolTip(acts_.fault); // empty: the caption
     mnuredo_->setToolTip(acts_.fault);
     mnutrash_->setEnabled(!isElsewhere());
+    mnumerge_->setEnabled(!isElsewhere() && process().database.readOnlyReason().isEmpty());
 }
 
 void rbmain::mnuundo_click() {
@@ -50,6 +51,10 @@ void rbmain::mnuundo_click() {
 
 void rbmain::mnuredo_click() {
     turnAct(false);
+}
+
+void rbmain::mnumerge_click() {
+    emit mergeWanted();
 }
 
 void rbmain::mnutrash_click() {

@@ -82,6 +82,8 @@ void rbmain::buildMenus() {
     mnuSaveSpread_ =
         addEntry(file, "mnuSaveSpread", QStringLiteral("&Save as spreadsheet"), &rbmain::cmdSave_click);
     mnuSaveSpread_->setShortcut(QKeySequence::Save);
+    mnumerge_ = addEntry(file, "mnumerge", QStringLiteral("&Bring dives from another logbook..."),
+                         &rbmain::mnumerge_click);
     file->addSeparator();
     addEntry(file, "mnuExit", QStringLiteral("E&xit"), &rbmain::cmdclose_click)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));

@@ -80,6 +80,11 @@ public:
                                             nullptr, QFileDialog::HideNameFilterDetails);
     }
 
+    QString openFolder(QWidget* parent, const QString& title, const QString& folder) override {
+        const TickHold hold;
+        return QFileDialog::getExistingDirectory(visibleWindow(parent), title, folder);
+    }
+
     QString saveFile(QWidget* parent, const QString& title, const QString& folder,
                      const QString& filter) override {
         const TickHold hold;
@@ -112,6 +117,7 @@ public:
     bool confirm(QWidget*, const QString&, const QString&, BoxKind, bool, const QString&) override {
         return false;
     }
+    QString openFolder(QWidget*, const QString&, const QString&) override { return {}; }
     QString openFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
     QString saveFile(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
     std::shared_ptr<QPrinter> printer(QWidget*, QPageLayout::Orientation) override { return nullptr; }

@@ -39,6 +39,9 @@ public:
     virtual QString openFile(QWidget* parent, const QString& title, const QString& folder,
                              const QString& filter) = 0;
 
+    /// Path of an existing folder, or empty when cancelled. `folder`: where the search begins.
+    virtual QString openFolder(QWidget* parent, const QString& title, const QString& folder) = 0;
+
     /// Path to write to, or empty when cancelled; the box itself asks before a file that is there is taken.
     virtual QString saveFile(QWidget* parent, const QString& title, const QString& folder,
                              const QString& filter) = 0;
