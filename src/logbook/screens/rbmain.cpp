@@ -110,6 +110,7 @@ void rbmain::openstore() {
     } catch (const StoreError& error) {
         chosenStore_.close();
         process().storepath.clear();
+        process().storecopy.clear();
         refusedStore_ = error.text();
     }
     setWindowTitle(isElsewhere() ? QStringLiteral("My Dives - ") + path : QStringLiteral("My Dives"));
@@ -134,6 +135,7 @@ void rbmain::openOwnStore() {
 
 void rbmain::leaveOtherStore() {
     process().storepath.clear();
+    process().storecopy.clear();
     emit reloadWanted();
 }
 
@@ -171,6 +173,7 @@ void rbmain::Timer3_tick() {
                     "\n\nThe store that was opened is empty: %1\nMy Dives goes back to your own logbook.")
                     .arg(otherStore_);
         process().storepath.clear();
+        process().storecopy.clear();
     }
     const bool toTrash = !isElsewhere() && storeFault_.isEmpty() && hasTrash();
     if (toTrash) {
