@@ -5,7 +5,6 @@
 #include <QIODevice>
 
 #include <algorithm>
-#include <map>
 
 namespace benthor::logbook {
 
@@ -18,6 +17,7 @@ using platform::StoredValue;
 
 constexpr auto kStreamVersion = QDataStream::Qt_6_0;
 constexpr qsizetype kCheckBytes = 32; ///< before the rows: pages of a file may be damaged unseen
+constexpr qsizetype kUsualRow = 128;  // bytes of one in a digest
 constexpr const char* kIdentifier = "diveid";
 
 bool isNamed(const QByteArray& name, const QByteArray& wanted) {
@@ -46,11 +46,56 @@ QByteArray checkOf(const QByteArray& bytes) {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
-void addValue(QByteArray& bytes, const StoredValue& value) {
-    QDataStream stream(&bytes, QIODevice::WriteOnly | QIODevice::Append);
-    stream.setVersion(kStreamVersion);
-    stream << static_cast<quint8>(value.type) << value.integer << value.real << value.bytes;
+template <class Number> void addNumber(QByteArray& bytes, Number number) {
+    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
+
+/// Behind its length, so that nothing else reads the same.
+void addBytes(QByteArray& bytes, const QByteArray& text) {
+    addNumber(bytes, static_cast<quint32>(text.size()));
+    bytes += text;
+}
+
+void addValue(QByteArray& bytes, const StoredValue& value) {
+    addNumber(bytes, static_cast<quint8>(value.type));
+    switch (value.type) {
+    case StoredValue::Type::Integer:
+        addNumber(bytes, value.integer);
+        break;
+    case StoredValue::Type::Real:
+        addNumber(bytes, value.real);
+        break;
+    default:
+        addBytes(bytes, value.bytes);
+    }
+}
+
+/// The fields of rows in the order of their names, without regard to case and without the dive's number.
+/// Rows of one table come one behind the other, so that it is made once for all of them.
+class FieldOrder {
+public:
+    void take(const StoredRow& row) {
+        const auto same = [](const auto& one, const auto& other) { return one.first == other.first; };
+        if (std::equal(row.fields.begin(), row.fields.end(), last_.fields.begin(), last_.fields.end(),
+                       same)) {
+            return;
+        }
+        last_ = row;
+        fields_.clear();
+        for (size_t i = 0; i < row.fields.size(); ++i) {
+            if (const QByteArray& name = row.fields[i].first; !isNamed(name, kIdentifier)) {
+                fields_.emplace_back(i, name.toLower());
+            }
+        }
+        std::sort(fields_.begin(), fields_.end(),
+                  [](const auto& one, const auto& other) { return one.second < other.second; });
+    }
+    const std::vector<std::pair<size_t, QByteArray>>& fields() const { return fields_; }
+
+private:
+    StoredRow last_;
+    std::vector<std::pair<size_t, QByteArray>> fields_;
+};
 
 /// Which of the row's fields can be put in; one that holds something and has no place is refused.
 std::vector<std::pair<QByteArray, StoredValue>> placed(const TableRow& row, const QList<QByteArray>& fields) {
@@ -169,24 +214,21 @@ DiveKey keyof(const TableRows& rows) {
 }
 
 QByteArray digestof(const TableRows& rows) {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
+    QByteArray bytes;
+    bytes.reserve(static_cast<qsizetype>(rows.size()) * kUsualRow);
+    FieldOrder order;
     for (const TableRow& row : rows) {
-        std::map<QByteArray, const StoredValue*> fields;
-        for (const auto& [name, value] : row.row.fields) {
-            if (!value.isNull() && !isNamed(name, kIdentifier)) {
-                fields[name.toLower()] = &value;
+        order.take(row.row);
+        addBytes(bytes, row.table);
+        for (const auto& [place, name] : order.fields()) {
+            if (const StoredValue& value = row.row.at(place); !value.isNull()) {
+                addBytes(bytes, name);
+                addValue(bytes, value);
             }
         }
-        QByteArray bytes;
-        addValue(bytes, StoredValue::blob(row.table));
-        addValue(bytes, static_cast<qint64>(fields.size()));
-        for (const auto& [name, value] : fields) {
-            addValue(bytes, StoredValue::blob(name));
-            addValue(bytes, *value);
-        }
-        hash.addData(bytes);
+        addNumber(bytes, quint32{0}); // no name is that short: here the row ends
     }
-    return hash.result();
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
 QByteArray encoderows(const TableRows& rows) {

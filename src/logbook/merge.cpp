@@ -45,6 +45,11 @@ public:
 
     std::vector<StoredRow> rows(const StoredValue& of) { return read_.read({of}); }
 
+    /// All rows of a dive over there, as those of a dive here.
+    void copy(const StoredValue& from, const QString& diveid) {
+        read_.copyTo(insert_, {from}, kDiveid, StoredValue(diveid));
+    }
+
     /// `row`: as rows() gave it.
     void insert(const StoredRow& row, const QString& diveid) {
         std::vector<StoredValue> values;
@@ -119,6 +124,7 @@ public:
     void bringEntries();
 
 private:
+    void clearNumbersBehind(const QString& last);
     void bringDive(const Coming& coming, const QString& diveid, std::vector<TableBridge>& tables);
     void prepareRow(StoredRow& row, const Coming& coming);
     bool inBoth(const char* table) { return hastable(mine_, table) && hastable(theirs_, table); }
@@ -142,13 +148,25 @@ void RowMerge::bring(const std::vector<Coming>& coming, const std::function<void
     }
     store::syncserialno(store_);
     platform::Value last = mine_.read("SELECT serial_no FROM main.serialno").at(0).at(0).text();
+    clearNumbersBehind(last.text());
     for (const Coming& one : coming) {
         const QString diveid = store::nextidentifier(last);
-        store::removeleftovers(store_, diveid);
         bringDive(one, diveid, tables);
         last = diveid;
         result_.dives += diveid;
         done(++result_.came);
+    }
+}
+
+/// What deleted dives left under numbers that are given out now. A number that a dive bears is not behind the
+/// last.
+void RowMerge::clearNumbersBehind(const QString& last) {
+    for (const char* const table : {"gas", "tissue", kBuddies}) {
+        if (hastable(mine_, table)) {
+            mine_.change(QByteArray("DELETE FROM main.") + table +
+                             " WHERE diveid > ?1 AND diveid LIKE 'D_______'",
+                         {last});
+        }
     }
 }
 
@@ -163,9 +181,7 @@ void RowMerge::bringDive(const Coming& coming, const QString& diveid, std::vecto
     prepareRow(row, coming);
     tables.front().insert(row, diveid);
     for (size_t i = 1; i < tables.size(); ++i) {
-        for (const StoredRow& more : tables[i].rows(theirId)) {
-            tables[i].insert(more, diveid);
-        }
+        tables[i].copy(theirId, diveid);
     }
     act_.diveCame(diveid);
 }

@@ -4,6 +4,7 @@
 
 #include <QScopeGuard>
 
+#include <map>
 #include <sqlite3.h>
 
 namespace benthor::platform {
@@ -14,8 +15,8 @@ namespace {
     throw SQLite::Exception(handle);
 }
 
-/// A statement for one use. The shape of a table may change between two uses of a text, and a prepared one
-/// keeps the old one in mind.
+/// A text of the query language, ready for use. Where a table has changed its form since, the engine prepares
+/// it anew by itself; so the number and names of its columns are asked for with the rows.
 class OneStatement {
 public:
     OneStatement(sqlite3* handle, const QByteArray& sql)
@@ -61,6 +62,28 @@ public:
         }
     }
 
+    /// -1 where there is none.
+    int columnNamed(const char* name) const {
+        for (int i = 0; i < sqlite3_column_count(statement_); ++i) {
+            if (qstricmp(sqlite3_column_name(statement_, i), name) == 0) {
+                return i;
+            }
+        }
+        return -1;
+    }
+
+    /// The row that `from` stands on, with another value in one of its places.
+    void bindRow(const OneStatement& from, int place, const StoredValue& replaced) {
+        for (int i = 0; i < sqlite3_column_count(from.statement_); ++i) {
+            if (i == place) {
+                bind(i + 1, replaced);
+            } else if (sqlite3_bind_value(statement_, i + 1, sqlite3_column_value(from.statement_, i)) !=
+                       SQLITE_OK) {
+                fail(handle_);
+            }
+        }
+    }
+
     /// Ready for its next use. What failed was told by step().
     void reset() {
         sqlite3_reset(statement_);
@@ -69,8 +92,12 @@ public:
 
     std::vector<StoredRow> rows() {
         std::vector<StoredRow> rows;
+        std::vector<QByteArray> names; // shared by all rows
         while (step()) {
-            rows.push_back(row());
+            if (names.empty()) {
+                names = columnNames();
+            }
+            rows.push_back(row(names));
         }
         return rows;
     }
@@ -89,12 +116,19 @@ public:
         return result == SQLITE_ROW;
     }
 
-    StoredRow row() const {
+    std::vector<QByteArray> columnNames() const {
+        std::vector<QByteArray> names;
+        for (int i = 0; i < sqlite3_column_count(statement_); ++i) {
+            names.emplace_back(sqlite3_column_name(statement_, i));
+        }
+        return names;
+    }
+
+    StoredRow row(const std::vector<QByteArray>& names) const {
         StoredRow row;
-        const int width = sqlite3_column_count(statement_);
-        row.fields.reserve(static_cast<size_t>(width));
-        for (int i = 0; i < width; ++i) {
-            row.fields.emplace_back(sqlite3_column_name(statement_, i), value(i));
+        row.fields.reserve(names.size());
+        for (size_t i = 0; i < names.size(); ++i) {
+            row.fields.emplace_back(names[i], value(static_cast<int>(i)));
         }
         return row;
     }
@@ -149,13 +183,42 @@ StoredValue StoredValue::blob(const QByteArray& bytes) {
     return value;
 }
 
+/// The texts in use, prepared. Those that are made of names could be many: then all go.
+class StoredRows::Texts {
+public:
+    OneStatement& ready(sqlite3* handle, const QByteArray& sql) {
+        constexpr size_t kMost = 64;
+        if (handle != handle_ || prepared_.size() >= kMost) {
+            prepared_.clear();
+            handle_ = handle;
+        }
+        std::unique_ptr<OneStatement>& statement = prepared_[sql];
+        if (!statement) {
+            try {
+                statement = std::make_unique<OneStatement>(handle, sql);
+            } catch (...) {
+                prepared_.erase(sql);
+                throw;
+            }
+        }
+        return *statement;
+    }
+    void forget() { prepared_.clear(); }
+
+private:
+    sqlite3* handle_ = nullptr;
+    std::map<QByteArray, std::unique_ptr<OneStatement>> prepared_;
+};
+
 StoredRows::StoredRows(Database& database)
-    : connection_(database.connection_) {}
+    : connection_(database.connection_)
+    , texts_(std::make_shared<Texts>()) {}
 
 std::vector<StoredRow> StoredRows::read(const QByteArray& sql, const std::vector<StoredValue>& values) {
     return asStoreError(sql, [&] {
         connection_->startWork();
-        OneStatement statement(connection_->database().getHandle(), sql);
+        OneStatement& statement = texts_->ready(connection_->database().getHandle(), sql);
+        const auto again = qScopeGuard([&] { statement.reset(); });
         statement.bindAll(values);
         return statement.rows();
     });
@@ -166,7 +229,8 @@ int StoredRows::change(const QByteArray& sql, const std::vector<StoredValue>& va
         connection_->requireChangeable();
         passFault("change");
         connection_->startWork();
-        OneStatement statement(connection_->database().getHandle(), sql);
+        OneStatement& statement = texts_->ready(connection_->database().getHandle(), sql);
+        const auto again = qScopeGuard([&] { statement.reset(); });
         statement.bindAll(values);
         return statement.run();
     });
@@ -209,6 +273,24 @@ int StoredStatement::change(const std::vector<StoredValue>& values) {
     });
 }
 
+void StoredStatement::copyTo(StoredStatement& target, const std::vector<StoredValue>& values,
+                             const char* column, const StoredValue& replaced) {
+    asStoreError(sql_, [&] {
+        target.connection_->requireChangeable();
+        target.connection_->startWork();
+        connection_->startWork();
+        const auto ready = qScopeGuard([&] { prepared_->reset(); });
+        prepared_->bindAll(values);
+        const int place = prepared_->columnNamed(column);
+        while (prepared_->step()) {
+            passFault("change");
+            const auto again = qScopeGuard([&] { target.prepared_->reset(); });
+            target.prepared_->bindRow(*prepared_, place, replaced);
+            target.prepared_->run();
+        }
+    });
+}
+
 StoredStatement StoredRows::prepare(const QByteArray& sql) {
     return {connection_, sql};
 }
@@ -242,6 +324,7 @@ void StoredRows::attach(const QString& path, const char* name) {
 }
 
 void StoredRows::detach(const char* name) noexcept {
+    texts_->forget();
     if (connection_->isOpen()) {
         const QByteArray sql = QByteArray("DETACH DATABASE ") + name;
         sqlite3_exec(connection_->database().getHandle(), sql.constData(), nullptr, nullptr, nullptr);

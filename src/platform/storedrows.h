@@ -49,6 +49,10 @@ public:
 
     std::vector<StoredRow> read(const std::vector<StoredValue>& values = {});
     int change(const std::vector<StoredValue>& values);
+    /// Runs `target` once for each row of this text with these values: its fields are the target's values in
+    /// their order, but for `replaced` in the column of that name, as far as there is one.
+    void copyTo(StoredStatement& target, const std::vector<StoredValue>& values, const char* column,
+                const StoredValue& replaced);
 
 private:
     friend class StoredRows;
@@ -80,7 +84,9 @@ public:
     void detach(const char* name) noexcept;
 
 private:
+    class Texts;
     std::shared_ptr<Connection> connection_;
+    std::shared_ptr<Texts> texts_; ///< gone with the last copy of this, which must not outlive the open store
 };
 
 /// `name` in the quotes of the query language.

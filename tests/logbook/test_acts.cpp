@@ -323,7 +323,7 @@ void TestActs::aMergeThatTookOtherDetailsIsTakenBack() {
         process().database.execute("INSERT INTO buddylist VALUES ('D0000001', 'Theirs')");
     });
     const QByteArray merged = world.snapshot(false);
-    QCOMPARE(world.undoWords(), "merge of 0 dives");
+    QCOMPARE(world.undoWords(), "merge of details");
     world.undo();
     QCOMPARE(world.snapshot(false), before);
     world.redo();

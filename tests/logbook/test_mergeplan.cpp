@@ -1,4 +1,5 @@
 #include "tests/logbook/mergeworld.h"
+#include "tests/store/jet/jetfolder.h"
 
 using namespace benthor;
 using namespace benthor::logbook;
@@ -171,6 +172,26 @@ private slots:
         QVERIFY(refusal(world.there.path(u"nothing.mdb")).contains(QLatin1String("no file")));
         world.putThere(QStringLiteral("old"), QStringLiteral("text.mdb"), "no store");
         QVERIFY(!refusal(world.there.path(u"old", u"text.mdb")).isEmpty());
+    }
+
+    void aJetFileIsAnotherLogbook() {
+        REQUIRE_JET_FILES();
+        const tests::OurReader reader;
+        const QString jet = tests::jetFile("older-store-text.mdb");
+        MergeWorld world;
+        const QByteArray before = platform::readFile(jet).value();
+        OtherLogbook other(jet, world.storePath());
+        const auto dives = planmerge(process().database, world.folder, other);
+        QCOMPARE(countgroup(dives, MergeGroup::New), 12);
+        const MergeResult result =
+            mergedives(process().database, world.folder, other, dives, plainchoices(dives));
+        QCOMPARE(result.came, 12);
+        QCOMPARE(result.problems.filter(QStringLiteral("without a profile")).size(),
+                 12); // no files lie there
+        QCOMPARE(world.lines("SELECT COUNT(*) FROM gas"), QStringList{"120"});
+        QCOMPARE(world.lines("SELECT COUNT(*) FROM tissue"), QStringList{"192"});
+        QCOMPARE(platform::readFile(jet).value(), before);
+        QCOMPARE(countgroup(planmerge(process().database, world.folder, other), MergeGroup::New), 0);
     }
 
     void aStoreOfAnOlderFormIsRead() {

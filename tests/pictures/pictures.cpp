@@ -25,6 +25,7 @@
 #include <QMouseEvent>
 #include <QSettings>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextStream>
 #include <QTimer>
@@ -232,6 +233,37 @@ void trashScreen(Album& album, tests::ScriptedDialogs& dialogs) {
     album.add("rbmain", QStringLiteral("rbmain-undone"), {{1024, 700}});
 }
 
+/// Another logbook beside this one: dives that are not here yet, one with other details, others that are
+/// here.
+void mergeScreen(Album& album, tests::ScriptedDialogs& dialogs) {
+    const QTemporaryDir place;
+    const QString there = place.filePath(QStringLiteral("Second computer"));
+    QDir().mkdir(there);
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    const QString store = there + QStringLiteral("/rb.mdb");
+    if (!platform::copyFile(folder.path(u"rb.mdb"), store)) {
+        qFatal("the other logbook cannot be made");
+    }
+    SQLite::Database other(store.toStdString(), SQLite::OPEN_READWRITE);
+    other.exec(
+        "UPDATE main SET Startcode = Startcode || '0', Location = 'Lagoon ' || DiveID, dbtxtname = 'L' || "
+        "dbtxtname WHERE DiveID < 'D0000004'");
+    other.exec(
+        "UPDATE main SET site = 'Blue Hole', Coments = 'A shark at 40 m, and the way back along the wall in "
+        "a strong current.' WHERE DiveID = 'D0000005'");
+    control<QAction>("rbmain", "mnumerge")->trigger();
+    settle();
+    album.add("mergelogbook", QStringLiteral("mergelogbook-empty"), {{}});
+    dialogs.answerFile(there);
+    control<QAbstractButton>("mergelogbook", "cmdotherfolder")->click();
+    settle();
+    auto* tree = control<QTreeView>("mergelogbook", "treemerge");
+    tree->expand(tree->model()->index(0, 0, tree->model()->index(1, 0)));
+    album.add("mergelogbook", QStringLiteral("mergelogbook"), {{}, {640, 400}, {1024, 700}, {1920, 1080}});
+    screen("mergelogbook")->close();
+    settle();
+}
+
 /// A file that no import can read, and the card that says so.
 void unreadableFile(Album& album) {
     const QString file = platform::ProgramFolder::current().path(u"new", QStringLiteral("Silt7.txt"));
@@ -330,6 +362,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     control<QAbstractButton>("rbmain", "Picture5(0)")->click();
     deleteQuestion(album, dialogs);
     trashScreen(album, dialogs);
+    mergeScreen(album, dialogs);
     otherStore(album, dialogs);
     unreadableFile(album);
     diveScreen(album, QStringLiteral("-metres"), dialogs);

@@ -110,13 +110,15 @@ void TestHouseMerge::theEntryLeadsToAnEmptyScreen() {
 void TestHouseMerge::theDivesStandInThreeGroups() {
     TwoLogbooks program(3, 2, 5);
     // One of them is the same in every word.
-    process().database.execute(
-        "UPDATE main SET Coments = 'a shark', Location = 'theirs', Suit = 'KD00123'"
-        " WHERE DiveID = 'D0000003'");
+    process().database.execute("UPDATE main SET Coments = 'a shark', Location = 'theirs', Suit = 'KD00123'"
+                               " WHERE DiveID = 'D0000003'");
     program.chooseFolder();
     QCOMPARE(program.group(0), "Not here yet (2)");
     QCOMPARE(program.group(1), "Here with other details (1)");
     QCOMPARE(program.group(2), "Here already (1)");
+    const auto* heading = control<QLabel>("mergelogbook", "lblotherlogbook");
+    QCOMPARE(heading->text(), QFileInfo(program.other.path()).fileName());
+    QCOMPARE(heading->toolTip(), program.other.path());
     QCOMPARE(program.dive(0, 0).data().toString(), diveid(4));
     QCOMPARE(program.dive(0, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Checked));
     QCOMPARE(program.dive(1, 0).data().toString(), "D0000002, here D0000002");

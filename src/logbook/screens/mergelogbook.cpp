@@ -6,16 +6,17 @@
 #include "platform/look/widgets/card.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
-#include "platform/screen/ticktimer.h"
+#include "platform/screen/progresswindow.h"
 #include "platform/storewait.h"
 #include "session/process.h"
 
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QProgressDialog>
+#include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
 #include <QStyledItemDelegate>
@@ -27,9 +28,14 @@ using look::named;
 using platform::BoxKind;
 using platform::dialogs;
 using platform::ProgramFolder;
+using platform::ProgressWindow;
 using platform::StoreError;
 
 namespace {
+
+constexpr int kRowHeight = 28; ///< as in the dive list
+constexpr int kRoom = 8;       ///< above and below the lines of a cell, together
+constexpr int kBoxMargin = 2;
 
 /// What becomes of a difference is chosen in the line itself.
 class ChoiceDelegate : public QStyledItemDelegate {
@@ -37,6 +43,28 @@ public:
     ChoiceDelegate(const MergeModel& model, QObject* parent)
         : QStyledItemDelegate(parent)
         , model_(model) {}
+
+    /// A closed box, so that it is seen to be one.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        if (model_.offered(index).isEmpty()) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        QStyleOptionComboBox box;
+        box.initFrom(option.widget);
+        box.rect = option.rect.adjusted(0, kBoxMargin, 0, -kBoxMargin);
+        box.state = QStyle::State_Enabled;
+        box.currentText = index.data().toString();
+        QStyle* const style = option.widget->style();
+        style->drawComplexControl(QStyle::CC_ComboBox, &box, painter, option.widget);
+        style->drawControl(QStyle::CE_ComboBoxLabel, &box, painter, option.widget);
+    }
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const int lines = model_.offered(index).isEmpty() ? 1 : 2;
+        const int height = std::max(look::scaled(kRowHeight), lines * option.fontMetrics.height() + kRoom);
+        return {QStyledItemDelegate::sizeHint(option, index).width(), height};
+    }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
                           const QModelIndex& index) const override {
@@ -60,31 +88,9 @@ private:
     const MergeModel& model_;
 };
 
-int toBar(std::uint64_t number) {
-    return static_cast<int>(std::min<std::uint64_t>(number, std::numeric_limits<int>::max()));
+std::uint64_t unsignedOf(int number) {
+    return static_cast<std::uint64_t>(number);
 }
-
-/// The window of long work, which keeps the rest of the program from being touched and can end the work.
-class Waiting {
-public:
-    Waiting(QWidget* parent, const QString& words)
-        : dialog_(words, QStringLiteral("Stop"), 0, 0, parent) {
-        dialog_.setObjectName(QStringLiteral("mergewait"));
-        dialog_.setWindowTitle(QStringLiteral("Benthor"));
-        dialog_.setWindowModality(Qt::ApplicationModal);
-        dialog_.setAutoClose(false);
-        dialog_.setAutoReset(false);
-    }
-    bool goOn(int done, int of) {
-        dialog_.setMaximum(of);
-        dialog_.setValue(done); // lets events run, those of the way out too
-        return !dialog_.wasCanceled();
-    }
-
-private:
-    platform::TickHold hold_;
-    QProgressDialog dialog_;
-};
 
 } // namespace
 
@@ -174,6 +180,7 @@ void mergelogbook::loading() {
 void mergelogbook::noDives(const QString& note) {
     model_->setDives({});
     lblotherlogbook_->setText(QStringLiteral("Another logbook"));
+    lblotherlogbook_->setToolTip({});
     lblmerge_->setText(note);
 }
 
@@ -198,11 +205,12 @@ void mergelogbook::cmdotherstore_click() {
 
 /// An older store is read by a program of its own, which may take a while.
 std::unique_ptr<OtherLogbook> mergelogbook::openOther(const QString& path) {
-    Waiting waiting(this, QStringLiteral("Reading the older store"));
-    return std::make_unique<OtherLogbook>(path, ProgramFolder::current().path(u"rb.mdb"),
-                                          [&](std::uint64_t rows, std::uint64_t of) {
-                                              return waiting.goOn(toBar(rows), toBar(of)) && !isUnloaded();
-                                          });
+    ProgressWindow waiting(QStringLiteral("Another logbook"),
+                           QStringLiteral("An older store is read: ") + path, QStringLiteral("rows"),
+                           QStringLiteral("The copy is proved"));
+    return std::make_unique<OtherLogbook>(
+        path, ProgramFolder::current().path(u"rb.mdb"),
+        [&](std::uint64_t rows, std::uint64_t of) { return waiting.goOn(rows, of) && !isUnloaded(); });
 }
 
 void mergelogbook::showLogbook(const QString& path) {
@@ -212,7 +220,7 @@ void mergelogbook::showLogbook(const QString& path) {
     try {
         other_ = openOther(path);
         if (std::optional<std::vector<MergeDive>> plan = readPlan()) {
-            lblotherlogbook_->setText(path);
+            lblotherlogbook_->setText(QFileInfo(path).fileName());
             lblotherlogbook_->setToolTip(path);
             takePlan(std::move(*plan));
             return;
@@ -228,10 +236,12 @@ void mergelogbook::showLogbook(const QString& path) {
 
 /// Nothing where the user did not want to wait. StoreError.
 std::optional<std::vector<MergeDive>> mergelogbook::readPlan() {
-    Waiting waiting(this, QStringLiteral("Reading the other logbook"));
+    ProgressWindow waiting(QStringLiteral("Another logbook"),
+                           QStringLiteral("The two logbooks are compared."), QStringLiteral("dives"), {});
     try {
-        return planmerge(process().database, ProgramFolder::current(), *other_,
-                         [&](int done, int of) { return waiting.goOn(done, of) && !isUnloaded(); });
+        return planmerge(process().database, ProgramFolder::current(), *other_, [&](int done, int of) {
+            return waiting.goOn(unsignedOf(done), unsignedOf(of)) && !isUnloaded();
+        });
     } catch (const MergeStopped&) {
         return std::nullopt;
     }
@@ -315,9 +325,11 @@ void mergelogbook::cmdmerge_click() {
 void mergelogbook::doMerge() {
     MergeResult result;
     try {
-        Waiting waiting(this, QStringLiteral("Bringing the dives over"));
+        ProgressWindow waiting(QStringLiteral("Another logbook"), QStringLiteral("The dives come over."),
+                               QStringLiteral("steps"), QStringLiteral("The logbook is stored"));
         result = mergedives(process().database, ProgramFolder::current(), *other_, model_->dives(),
-                            model_->choices(), [&](int done, int of) { return waiting.goOn(done, of); });
+                            model_->choices(),
+                            [&](int done, int of) { return waiting.goOn(unsignedOf(done), unsignedOf(of)); });
     } catch (const MergeStopped&) {
         lblmerge_->setText(QStringLiteral("Stopped. Nothing was merged."));
         return;
