@@ -172,6 +172,9 @@ void DiveScreens::unitChosen() {
     if (rbmain.isLoaded()) {
         rbmain.get().takeUnit();
     }
+    if (mergelogbook.isLoaded()) {
+        mergelogbook.get().takeUnit();
+    }
     if (rbinterface.isLoaded() && profile::isFeet(process().depthunit) != rbinterface.get().feet()) {
         reloadDiveView(true);
         return;
@@ -184,6 +187,9 @@ void DiveScreens::unitChosen() {
 void DiveScreens::unitMayHaveChanged() {
     if (rbmain.isLoaded()) {
         rbmain.get().takeUnit();
+    }
+    if (mergelogbook.isLoaded()) {
+        mergelogbook.get().takeUnit();
     }
     if (rbinterface.isLoaded() && rbinterface.get().hasOtherUnit()) {
         process().unitoverride = process().depthunit;

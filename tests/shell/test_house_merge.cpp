@@ -81,6 +81,7 @@ class TestHouseMerge : public QObject {
 private slots:
     void theEntryLeadsToAnEmptyScreen();
     void theDivesStandInThreeGroups();
+    void depthsStandInTheUnitInHand();
     void whatIsTickedComesAndTheListShowsIt();
     void nothingTickedLeavesTheButtonGrey();
     void detailsAreChosenLineByLine();
@@ -125,6 +126,18 @@ void TestHouseMerge::theDivesStandInThreeGroups() {
     QCOMPARE(program.dive(1, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Unchecked));
     QVERIFY(!(program.dive(2, 0).flags() & Qt::ItemIsUserCheckable));
     QCOMPARE(program.caption(program.button("cmdmerge")), "Bring 2 dives");
+}
+
+void TestHouseMerge::depthsStandInTheUnitInHand() {
+    TwoLogbooks program(1, 2, 2);
+    platform::Database store;
+    store.open(program.other.filePath(QStringLiteral("rb.mdb")));
+    store.execute("UPDATE main SET MaxDepth = '30.000'");
+    store.close();
+    program.chooseFolder();
+    QCOMPARE(program.dive(0, 0, MergeModel::MaxDepth).data().toString(), "30m");
+    control<QAction>("main", "mnuFeet")->trigger();
+    QCOMPARE(program.dive(0, 0, MergeModel::MaxDepth).data().toString(), "98ft");
 }
 
 void TestHouseMerge::whatIsTickedComesAndTheListShowsIt() {

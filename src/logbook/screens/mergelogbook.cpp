@@ -184,6 +184,10 @@ void mergelogbook::noDives(const QString& note) {
     lblmerge_->setText(note);
 }
 
+void mergelogbook::takeUnit() {
+    treemerge_->viewport()->update();
+}
+
 void mergelogbook::cmdotherfolder_click() {
     const Routine routine(*this);
     const QString path =

@@ -25,6 +25,8 @@ public:
     /// nothing.
     void setTypedKeeper(std::function<QString()> keeper) { typedKeeper_ = std::move(keeper); }
 
+    /// Depths are shown in the unit in hand.
+    void takeUnit();
     /// Shows the dives of the logbook at `path`, a program folder or a store.
     void showLogbook(const QString& path);
 

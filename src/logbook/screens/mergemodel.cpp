@@ -1,11 +1,14 @@
 #include "logbook/screens/mergemodel.h"
 
+#include "logbook/divelist.h"
 #include "platform/textformat.h"
+#include "session/process.h"
 
 namespace benthor::logbook {
 
 namespace {
 
+constexpr int kDepthPosition = 9; // of the table main
 constexpr int kGroupBits = 2;
 constexpr int kDifferenceBits = 5;
 constexpr qsizetype kMostShown = 60; // characters of a text in a line
@@ -176,7 +179,7 @@ QVariant MergeModel::diveText(const MergeDive& dive, int column) const {
     case Duration:
         return dive.duration;
     case MaxDepth:
-        return dive.maxdepth.isEmpty() ? QString() : dive.maxdepth + QStringLiteral("m");
+        return celltext(kDepthPosition, dive.maxdepth, process().depthunit); // as in the dive list
     default:
         return dive.serial;
     }
