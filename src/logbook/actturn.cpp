@@ -36,7 +36,7 @@ DoesNotFit isThere(const QString& diveid) {
 /// Where the bytes stand now, or nothing where they could not be written.
 QString putIntoNew(const platform::ProgramFolder& folder, const ActItem& item, QString& fault) {
     for (int number = 1;; ++number) {
-        const QString name = divefiles::numberedname(item.fileName, number);
+        QString name = divefiles::numberedname(item.fileName, number);
         const QString path = folder.path(u"new", name);
         const QFileInfo place(path);
         if (place.exists() || place.isSymLink()) {

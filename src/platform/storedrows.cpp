@@ -117,8 +117,10 @@ public:
     }
 
     std::vector<QByteArray> columnNames() const {
+        const int width = sqlite3_column_count(statement_);
         std::vector<QByteArray> names;
-        for (int i = 0; i < sqlite3_column_count(statement_); ++i) {
+        names.reserve(static_cast<size_t>(width));
+        for (int i = 0; i < width; ++i) {
             names.emplace_back(sqlite3_column_name(statement_, i));
         }
         return names;
@@ -241,9 +243,9 @@ public:
     using OneStatement::OneStatement;
 };
 
-StoredStatement::StoredStatement(std::shared_ptr<Connection> connection, const QByteArray& sql)
+StoredStatement::StoredStatement(std::shared_ptr<Connection> connection, QByteArray sql)
     : connection_(std::move(connection))
-    , sql_(sql) {
+    , sql_(std::move(sql)) {
     asStoreError(sql_, [&] {
         connection_->startWork();
         prepared_ = std::make_unique<Prepared>(connection_->database().getHandle(), sql_);

@@ -57,7 +57,7 @@ public:
 private:
     friend class StoredRows;
     class Prepared;
-    StoredStatement(std::shared_ptr<Connection> connection, const QByteArray& sql);
+    StoredStatement(std::shared_ptr<Connection> connection, QByteArray sql);
     std::shared_ptr<Connection> connection_;
     std::unique_ptr<Prepared> prepared_;
     QByteArray sql_;

@@ -88,12 +88,12 @@ QString keepCopy(const ProgramFolder& folder, const QString& place, const QStrin
 /// Keeps the Jet file under a second name, which is at once and byte for byte. `made` says whether that name
 /// is new.
 QString keepJet(const ProgramFolder& folder, const QString& place, bool& made) {
-    const QString before = keptBefore(folder, place);
+    QString before = keptBefore(folder, place);
     made = before.isEmpty();
     if (!made) {
         return before;
     }
-    const QString name = freename(folder, jetbase());
+    QString name = freename(folder, jetbase());
     if (platform::linkFile(place, folder.path(name))) {
         return name;
     }

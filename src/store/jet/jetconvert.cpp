@@ -205,7 +205,7 @@ bool isjetfile(const QString& path) {
 }
 
 JetCounts convertjet(JetRowSource& source, const QString& target, const JetProgress& progress) {
-    const JetCounts counts = countsOf(source.head());
+    JetCounts counts = countsOf(source.head());
     if (QFile::exists(target)) { // not ours to remove
         throw StoreError(QStringLiteral("The file %1 is there already.").arg(target));
     }
