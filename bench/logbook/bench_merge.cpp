@@ -6,9 +6,7 @@
 #include "logbook/merge.h"
 #include "session/process.h"
 
-#include <array>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <cstdlib>
 #include <sys/resource.h>
 
@@ -30,16 +28,15 @@ void fill(const bench::BenchFolder& folder, int dives) {
     sqlite3_stmt* const tissue = store.prepare("INSERT INTO tissue VALUES (?1, ?2, ?3, ?4)");
     store.run("BEGIN IMMEDIATE");
     for (int number = 1; number <= dives; ++number) {
-        std::array<char, 16> id{};
-        std::snprintf(id.data(), id.size(), "D%07d", number);
-        store.run(main, {id.data(), "KD00123", "Dive000000.txt", "2004-09-03 10:00:00", "41:7", "23.400",
-                         "KD00123", std::to_string(400000000 + number),
+        const std::string id = bench::diveId(number);
+        store.run(main, {id, "KD00123", "Dive000000.txt", "2004-09-03 10:00:00", "41:7", "23.400", "KD00123",
+                         std::to_string(400000000 + number),
                          "Visibility 12 m; a wall, a cave and a long way back", "V3.12", "10"});
         for (int row = 0; row < kGases; ++row) {
-            store.run(gas, {id.data(), std::to_string(row), "79", "0", "660", "1\r"});
+            store.run(gas, {id, std::to_string(row), "79", "0", "660", "1\r"});
         }
         for (int row = 0; row < kTissues; ++row) {
-            store.run(tissue, {id.data(), std::to_string(row), "79", "0\r"});
+            store.run(tissue, {id, std::to_string(row), "79", "0\r"});
         }
     }
     store.run("COMMIT");

@@ -24,17 +24,7 @@ constexpr int kRowsADive = 1 + kGases + kTissues;
 
 const std::string kNote = "Visibility 12 m; a wall, a cave and a long way back \xE2\x80\x94 na\xC3\xAFve";
 
-std::string idOf(int number) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "D%07d", number);
-    return text.data();
-}
-
-std::string fourDigits(int number) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%04d", number);
-    return text.data();
-}
+using bench::fourDigits;
 
 double startOf(int dive) {
     return 38233 + dive / 16.0;
@@ -71,7 +61,7 @@ public:
             ++table_;
             return false;
         }
-        id_ = idOf(at_ / each);
+        id_ = bench::diveId(at_ / each);
         if (table_ == 0) {
             code_ = std::to_string(400000000 + at_);
             const auto bits = std::bit_cast<std::array<char, sizeof(double)>>(startOf(at_));
@@ -218,14 +208,14 @@ void bareEngine(benchmark::State& state) {
         bare.run("BEGIN IMMEDIATE");
         for (int i = 0; i < dives; ++i) {
             bare.run(main,
-                     {idOf(i), "KD00123", "Dive000000.txt", "2004-09-03 17:17:16", "41:7", "23.400",
+                     {bench::diveId(i), "KD00123", "Dive000000.txt", "2004-09-03 17:17:16", "41:7", "23.400",
                       "KD00123", std::to_string(400000000 + i), kNote, "V3.12", "11A2B3CDive000000.txt"});
         }
         for (int i = 0; i < dives * kGases; ++i) {
-            bare.run(gas, {idOf(i / kGases), fourDigits(i % kGases), "79", "0", "660", "1\r"});
+            bare.run(gas, {bench::diveId(i / kGases), fourDigits(i % kGases), "79", "0", "660", "1\r"});
         }
         for (int i = 0; i < dives * kTissues; ++i) {
-            bare.run(tissue, {idOf(i / kTissues), fourDigits(i % kTissues), "79", "0\r"});
+            bare.run(tissue, {bench::diveId(i / kTissues), fourDigits(i % kTissues), "79", "0\r"});
         }
         bare.run("COMMIT");
     }

@@ -24,6 +24,8 @@ void require(bool condition, const char* what) {
     }
 }
 
+} // namespace
+
 std::string diveId(int number) {
     std::array<char, 16> text{};
     std::snprintf(text.data(), text.size(), "D%07d", number);
@@ -35,8 +37,6 @@ std::string fourDigits(int number) {
     std::snprintf(text.data(), text.size(), "%04d", number);
     return text.data();
 }
-
-} // namespace
 
 QByteArray usualDive(int number) {
     QByteArray text =

@@ -8,6 +8,10 @@
 
 namespace benthor::bench {
 
+/// "D0000012" and "0012".
+std::string diveId(int number);
+std::string fourDigits(int number);
+
 /// A dive text of usual size: ten gases, sixteen tissues, 200 samples.
 QByteArray usualDive(int number);
 

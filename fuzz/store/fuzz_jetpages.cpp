@@ -4,8 +4,9 @@
 #include "store/readjet/jetpages.h"
 #include "store/readjet/jettext.h"
 
-#include <array>
 #include <cstdlib>
+#include <string>
+#include <sys/mman.h>
 #include <unistd.h>
 
 using namespace benthor;
@@ -30,8 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::abort();
         }
     }
-    std::array<char, 32> path{"/tmp/fuzz_jetpages.XXXXXX"};
-    const int file = mkstemp(path.data());
+    const int file = memfd_create("pages", 0); // never on a disk
+    const std::string path = "/proc/self/fd/" + std::to_string(file);
     std::string head("\0\1\0\0Standard Jet DB\0\1", 21);
     head.resize(4096);
     std::string whole = head + bytes;
@@ -39,9 +40,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (file < 0 || write(file, whole.data(), whole.size()) != static_cast<ssize_t>(whole.size())) {
         std::abort();
     }
-    close(file);
     attempt([&] {
-        readjet::JetPages pages(path.data());
+        readjet::JetPages pages(path);
         for (std::uint32_t page = 0; page < pages.count() + 1; ++page) {
             attempt([&] { pages.rowsOf(page); });
             for (std::uint32_t slot = 0; slot < 4; ++slot) {
@@ -57,6 +57,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             }
         }
     });
-    unlink(path.data());
+    close(file);
     return 0;
 }

@@ -312,10 +312,7 @@ void TestMerge::whatFailsLeavesNothing() {
             failed = true;
         }
     }
-    if (!failed) {
-        QVERIFY2(seen < at, "a step failed and nobody said so");
-        QSKIP("the merge has no such step");
-    }
+    QVERIFY2(failed, qPrintable(QStringLiteral("the step was met %1 times").arg(seen)));
     QCOMPARE(world.snapshot(), before);
     QCOMPARE(world.names(kText), QStringList());
     QCOMPARE(world.names(kOld), QStringList());

@@ -19,18 +19,9 @@ class TestMainScreen : public QObject {
     Q_OBJECT
 
 private slots:
-    void loadingBringsTheValuesToTheirStart();
-    void aMissingStoreIsAskedForAndRestoredFromTheBackup();
-    void refusingTheBackupEndsTheProgram();
-    void aBackupThatCannotBeCopiedLetsTheLoadGoOn();
-    void aMissingBackupIsToldAndOlderOnesAreOffered();
-    void withoutAnyBackupTheUserIsTold();
-    void aSecondCopyClosesItsMainScreen();
     void aCallOfASecondCopyBringsTheScreenToTheFront();
     void keysLeadToTheManualAnotherStoreAndTheEnd();
     void theScreenIsWholeAtItsLeastSize();
-    void theCounterIsAlignedAtEachStart();
-    void aStoreWithoutDivesSaysSo();
     void totalsTellCountAndLastDive();
     void feetIsReadFromTheStore();
     void anyOtherUnitBehavesAsMetresAndIsOverwritten();
@@ -57,99 +48,6 @@ private slots:
     void captionsAndToolTipsStandAsTold();
     void timersStandAsTold();
 };
-
-void TestMainScreen::loadingBringsTheValuesToTheirStart() {
-    MainStage stage;
-    process().diveviewopen = true;
-    process().importing = true;
-    process().producttype = QStringLiteral("HALV");
-    stage.main->showScreen();
-    QCOMPARE(process().diveviewopen, false);
-    QCOMPARE(process().importing, false);
-    QCOMPARE(process().producttype, "OTHER");
-    QCOMPARE(process().divesystem, "Rebrether");
-    QVERIFY(process().firststart);
-    QVERIFY(process().database.isOpen());
-    QCOMPARE(stage.neighbours.asked, QStringList{"unloadFirmware"});
-    QCOMPARE(stage.main->infochoice(), 1);
-    QVERIFY(!stage.control("Frame2")->isVisible());
-    QVERIFY(stage.dialogs.asked().isEmpty());
-}
-
-void TestMainScreen::aMissingStoreIsAskedForAndRestoredFromTheBackup() {
-    MainStage stage(TestFolder::Store::Missing);
-    benthor::store::createStore(stage.folder.path("backup.mdb"));
-    stage.dialogs.answer(true);
-    stage.main->showScreen();
-    QCOMPARE(stage.dialogs.asked().size(), 1);
-    const auto asked = stage.dialogs.asked().first();
-    QCOMPARE(asked.text, "Main Database not found, Would you like to duplicate from the backup database?");
-    QCOMPARE(asked.title, "Comfirmation");
-    QCOMPARE(asked.box, benthor::platform::BoxKind::Critical);
-    QVERIFY(asked.noIsDefault);
-    QVERIFY(stage.folder.has("rb.mdb"));
-    QVERIFY(process().database.isOpen());
-    QVERIFY(stage.main->isVisible());
-}
-
-void TestMainScreen::refusingTheBackupEndsTheProgram() {
-    MainStage stage(TestFolder::Store::Missing);
-    benthor::store::createStore(stage.folder.path("backup.mdb"));
-    stage.dialogs.answer(false);
-    stage.main->load();
-    QVERIFY(stage.main->isUnloaded());
-    QCOMPARE(stage.neighbours.asked, (QStringList{"unloadFirmware", "unloadOthers", "endProcess"}));
-    QVERIFY(!stage.folder.has("rb.mdb"));
-}
-
-void TestMainScreen::aBackupThatCannotBeCopiedLetsTheLoadGoOn() {
-    MainStage stage(TestFolder::Store::Missing);
-    stage.dialogs.answer(true);
-    stage.main->showScreen();
-    QVERIFY(stage.main->isVisible());
-    QVERIFY(!process().database.isOpen());
-    QVERIFY(!stage.folder.has("rb.mdb"));
-    QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
-}
-
-void TestMainScreen::aMissingBackupIsToldAndOlderOnesAreOffered() {
-    MainStage stage(TestFolder::Store::Missing);
-    stage.folder.put("backup2.mdb", "no store");
-    benthor::store::createStore(stage.folder.path("backup3.mdb"));
-    benthor::store::createStore(stage.folder.path("backup9.mdb"));
-    for (const bool yes : {true, false, true}) {
-        stage.dialogs.answer(yes);
-    }
-    stage.main->showScreen();
-    QCOMPARE(stage.dialogs.asked().size(), 3);
-    const QString offer = stage.dialogs.asked().at(1).text;
-    QVERIFY2(offer.startsWith(QLatin1String("There is no backup database backup.mdb")), qPrintable(offer));
-    QVERIFY(offer.contains(QLatin1String("backup3.mdb")));
-    QVERIFY(stage.dialogs.asked().at(2).text.contains(QLatin1String("backup9.mdb")));
-    QVERIFY(process().database.isOpen());
-}
-
-void TestMainScreen::withoutAnyBackupTheUserIsTold() {
-    MainStage stage(TestFolder::Store::Missing);
-    stage.dialogs.answer(true);
-    stage.main->showScreen();
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    QVERIFY(stage.dialogs.messages().first().startsWith(
-        QLatin1String("There is no backup database backup.mdb in the program folder.")));
-    QVERIFY(stage.main->isVisible());
-}
-
-void TestMainScreen::aSecondCopyClosesItsMainScreen() {
-    MainStage stage;
-    stage.neighbours.secondCopy = true;
-    stage.main->load();
-    QVERIFY(stage.main->isUnloaded());
-    QVERIFY(process().firststart);
-    QVERIFY(!process().database.isOpen());
-    QCOMPARE(stage.neighbours.asked, (QStringList{"unloadFirmware", "unloadOthers"}));
-    QCOMPARE(stage.dialogs.messages().size(), 1);
-    QVERIFY(stage.dialogs.messages().first().startsWith(QLatin1String("Benthor is already open")));
-}
 
 void TestMainScreen::aCallOfASecondCopyBringsTheScreenToTheFront() {
     MainStage stage;
@@ -198,41 +96,6 @@ void TestMainScreen::theScreenIsWholeAtItsLeastSize() {
             QVERIFY2(child->height() >= wanted, qPrintable(child->objectName()));
         }
     }
-}
-
-void TestMainScreen::theCounterIsAlignedAtEachStart() {
-    MainStage stage;
-    {
-        benthor::platform::Database database;
-        database.open(stage.folder.path("rb.mdb"));
-        database.execute("INSERT INTO main (DiveID) VALUES ('D0000041')");
-        database.execute("UPDATE serialno SET serial_no = 'D0000077'");
-    }
-    stage.main->load();
-    auto rows = process().database.openRecordset("SELECT * FROM SERIALNO");
-    QCOMPARE(rows.value(u"serial_no").text(), "D0000041");
-}
-
-void TestMainScreen::aStoreWithoutDivesSaysSo() {
-    MainStage stage;
-    stage.main->showScreen();
-    QCOMPARE(stage.control<QLabel>("Lbldetails")->text(), "\nNo dives in database system\n");
-    QVERIFY(!stage.control("lbltotaldive")->isVisible());
-    QVERIFY(stage.control<QLabel>("firstdive")->text().contains(QLatin1String("Download to PC")));
-    QVERIFY(stage.control("firstdive")->isVisible());
-    QVERIFY(stage.control("firstdownload")->isVisible());
-    QVERIFY(stage.control("firstfilefind")->isVisible());
-    // The routine ended there: what comes behind the totals was not done.
-    QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
-    stage.click("Label4");
-    QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
-    QCOMPARE(stage.control<QLabel>("lbltotaldive")->text(), "System has a total of : \n0 dives");
-    process().database.execute(
-        "INSERT INTO main (DiveID, startdate) VALUES ('D0000001', '2004-02-11 08:58:33')");
-    stage.click("Label4");
-    QCOMPARE(stage.control<QLabel>("Label7")->text(), "Setup + Gas");
-    QVERIFY(!stage.control("firstdive")->isVisible());
-    QVERIFY(!stage.control("Lbldetails")->isVisible());
 }
 
 void TestMainScreen::totalsTellCountAndLastDive() {
