@@ -1,6 +1,7 @@
 #include "logbook/actrecorder.h"
 
 #include "logbook/actfile.h"
+#include "logbook/rowsdigest.h"
 #include "platform/clock.h"
 
 #include <map>
@@ -65,13 +66,15 @@ public:
 
     void diveCame(const QString& diveid) override {
         copying([&] {
-            const TableRows rows = readdiverows(file_.store(), diveid, RowsOf::WholeDive);
-            if (hasmain(rows)) {
+            if (!digests_) {
+                digests_ = std::make_unique<DiveDigests>(file_.store());
+            }
+            if (DiveDigests::Found found = digests_->of(diveid); found.hasMain) {
                 ActItem item;
                 item.here = true;
                 item.diveid = diveid;
-                item.key = keyof(rows);
-                item.digest = digestof(rows);
+                item.key = std::move(found.key);
+                item.digest = std::move(found.digest);
                 add(item);
             }
         });
@@ -127,6 +130,7 @@ private:
     qint64& act_;
     QString label_; ///< the first dive that changes
     std::map<QString, TableRows> before_;
+    std::unique_ptr<DiveDigests> digests_; ///< of dives that came
 };
 
 } // namespace

@@ -113,7 +113,7 @@ void ActTurn::takeAway(ActItem& item, ActKind kind) {
 void ActTurn::bring(ActItem& item) {
     const TableRows kept = decoderows(item.rows);
     const TableRows rows = withoutOwed(kept);
-    if (digestof(rows) != item.digest) {
+    if (!hold(rows, item.digest)) {
         throw DoesNotFit(QStringLiteral("What was kept of the dive %1 is damaged.").arg(item.diveid));
     }
     if (isdivethere(file_.store(), item.diveid, item.key, item.digest) ||
@@ -128,7 +128,7 @@ void ActTurn::bring(ActItem& item) {
         store::removeleftovers(database_, before);
     }
     insertrows(file_.store(), rows, item.diveid);
-    if (digestof(readdiverows(file_.store(), item.diveid, RowsOf::WholeDive)) != item.digest) {
+    if (!hold(readdiverows(file_.store(), item.diveid, RowsOf::WholeDive), item.digest)) {
         throw DoesNotFit(QStringLiteral("The store does not take the dive %1 as it was.").arg(before));
     }
     bringOwedProfile(kept);
@@ -194,7 +194,7 @@ void ActTurn::turnEntry(ActItem& item) {
         return;
     }
     const auto same = std::find_if(there.rbegin(), there.rend(),
-                                   [&item](const TableRow& row) { return digestof({row}) == item.digest; });
+                                   [&item](const TableRow& row) { return hold({row}, item.digest); });
     if (same != there.rend() && !isNamedByADive(table, value)) {
         removerows(file_.store(), {*same});
     }

@@ -17,7 +17,6 @@ using platform::StoredValue;
 
 constexpr auto kStreamVersion = QDataStream::Qt_6_0;
 constexpr qsizetype kCheckBytes = 32; ///< before the rows: pages of a file may be damaged unseen
-constexpr qsizetype kUsualRow = 128;  // bytes of one in a digest
 constexpr const char* kIdentifier = "diveid";
 
 bool isNamed(const QByteArray& name, const QByteArray& wanted) {
@@ -45,57 +44,6 @@ bool hasField(const QList<QByteArray>& fields, const QByteArray& name) {
 QByteArray checkOf(const QByteArray& bytes) {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
-
-template <class Number> void addNumber(QByteArray& bytes, Number number) {
-    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
-}
-
-/// Behind its length, so that nothing else reads the same.
-void addBytes(QByteArray& bytes, const QByteArray& text) {
-    addNumber(bytes, static_cast<quint32>(text.size()));
-    bytes += text;
-}
-
-void addValue(QByteArray& bytes, const StoredValue& value) {
-    addNumber(bytes, static_cast<quint8>(value.type));
-    switch (value.type) {
-    case StoredValue::Type::Integer:
-        addNumber(bytes, value.integer);
-        break;
-    case StoredValue::Type::Real:
-        addNumber(bytes, value.real);
-        break;
-    default:
-        addBytes(bytes, value.bytes);
-    }
-}
-
-/// The fields of rows in the order of their names, without regard to case and without the dive's number.
-/// Rows of one table come one behind the other, so that it is made once for all of them.
-class FieldOrder {
-public:
-    void take(const StoredRow& row) {
-        const auto same = [](const auto& one, const auto& other) { return one.first == other.first; };
-        if (std::equal(row.fields.begin(), row.fields.end(), last_.fields.begin(), last_.fields.end(),
-                       same)) {
-            return;
-        }
-        last_ = row;
-        fields_.clear();
-        for (size_t i = 0; i < row.fields.size(); ++i) {
-            if (const QByteArray& name = row.fields[i].first; !isNamed(name, kIdentifier)) {
-                fields_.emplace_back(i, name.toLower());
-            }
-        }
-        std::sort(fields_.begin(), fields_.end(),
-                  [](const auto& one, const auto& other) { return one.second < other.second; });
-    }
-    const std::vector<std::pair<size_t, QByteArray>>& fields() const { return fields_; }
-
-private:
-    StoredRow last_;
-    std::vector<std::pair<size_t, QByteArray>> fields_;
-};
 
 /// Which of the row's fields can be put in; one that holds something and has no place is refused.
 std::vector<std::pair<QByteArray, StoredValue>> placed(const TableRow& row, const QList<QByteArray>& fields) {
@@ -174,13 +122,20 @@ TableRows readtablerows(StoredRows& store, const QByteArray& table, const QByteA
     return rows;
 }
 
-TableRows readdiverows(StoredRows& store, const QString& diveid, RowsOf which) {
-    TableRows all;
+QList<QByteArray> divetables(StoredRows& store, RowsOf which) {
+    QList<QByteArray> tables;
     for (const char* table : {"main", "gas", "tissue", "buddylist"}) {
         const bool isDetail = isNamed(table, "main") || isNamed(table, "buddylist");
-        if ((which == RowsOf::Details && !isDetail) || !hastable(store, table)) {
-            continue;
+        if ((which == RowsOf::WholeDive || isDetail) && hastable(store, table)) {
+            tables += table;
         }
+    }
+    return tables;
+}
+
+TableRows readdiverows(StoredRows& store, const QString& diveid, RowsOf which) {
+    TableRows all;
+    for (const QByteArray& table : divetables(store, which)) {
         TableRows rows = readtablerows(store, table, kIdentifier, diveid);
         std::move(rows.begin(), rows.end(), std::back_inserter(all));
     }
@@ -211,24 +166,6 @@ StoredValue fieldof(const TableRows& rows, const QByteArray& field) {
 
 DiveKey keyof(const TableRows& rows) {
     return {fieldof(rows, "Startcode"), fieldof(rows, "dbtxtname")};
-}
-
-QByteArray digestof(const TableRows& rows) {
-    QByteArray bytes;
-    bytes.reserve(static_cast<qsizetype>(rows.size()) * kUsualRow);
-    FieldOrder order;
-    for (const TableRow& row : rows) {
-        order.take(row.row);
-        addBytes(bytes, row.table);
-        for (const auto& [place, name] : order.fields()) {
-            if (const StoredValue& value = row.row.at(place); !value.isNull()) {
-                addBytes(bytes, name);
-                addValue(bytes, value);
-            }
-        }
-        addNumber(bytes, quint32{0}); // no name is that short: here the row ends
-    }
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
 QByteArray encoderows(const TableRows& rows) {
@@ -329,7 +266,7 @@ std::optional<QString> locatedive(StoredRows& store, const QString& diveid, cons
                                   const QByteArray& digest, RowsOf which) {
     const auto holds = [&](const QString& number) {
         const TableRows rows = readdiverows(store, number, which);
-        return hasmain(rows) && digestof(rows) == digest;
+        return hasmain(rows) && hold(rows, digest);
     };
     if (holds(diveid)) {
         return diveid;
@@ -348,7 +285,7 @@ int counttwins(StoredRows& store, const QString& diveid, const DiveKey& key, con
     int twins = 0;
     for (const QString& number : divesOfKey(store, key)) {
         if (number.compare(diveid, Qt::CaseInsensitive) != 0 &&
-            (isUnique || digestof(readdiverows(store, number, RowsOf::WholeDive)) == digest)) {
+            (isUnique || hold(readdiverows(store, number, RowsOf::WholeDive), digest))) {
             ++twins;
         }
     }
@@ -364,7 +301,7 @@ bool isdivethere(StoredRows& store, const QString& diveid, const DiveKey& key, c
         return divesOfKey(store, key).contains(diveid, Qt::CaseInsensitive);
     }
     const TableRows rows = readdiverows(store, diveid, RowsOf::WholeDive);
-    return hasmain(rows) && digestof(rows) == digest;
+    return hasmain(rows) && hold(rows, digest);
 }
 
 } // namespace benthor::logbook

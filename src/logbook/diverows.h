@@ -42,6 +42,8 @@ enum class RowsOf {
     Details,   ///< what the details screen writes: main, buddylist
 };
 
+/// Those of the tables above that the store has.
+QList<QByteArray> divetables(platform::StoredRows& store, RowsOf which);
 /// In the order of the tables above, and within each in the store's own. No rows where there are none.
 TableRows readdiverows(platform::StoredRows& store, const QString& diveid, RowsOf which);
 /// The rows of one table that hold `value` in `field`.
@@ -55,9 +57,10 @@ DiveKey keyof(const TableRows& rows);
 platform::StoredValue fieldof(const TableRows& rows, const QByteArray& field);
 bool hasmain(const TableRows& rows);
 
-/// Equal for rows that hold the same, whatever the dive's number and the rows' numbers. Fields that are Null
-/// do not count: a store that is given more of them holds the same as before.
+/// What they hold, as RowsDigest tells it.
 QByteArray digestof(const TableRows& rows);
+/// Whether that is their digest.
+bool hold(const TableRows& rows, const QByteArray& digest);
 
 QByteArray encoderows(const TableRows& rows);
 /// DoesNotFit where that is not what encoderows() made, whole and unchanged.

@@ -17,6 +17,7 @@ namespace {
 
 using platform::Database;
 using platform::quotedTableName;
+using platform::StoredCells;
 using platform::StoredRow;
 using platform::StoredRows;
 using platform::StoredStatement;
@@ -33,6 +34,12 @@ bool isNamed(const QByteArray& name, const char* wanted) {
     return name.compare(wanted, Qt::CaseInsensitive) == 0;
 }
 
+/// Null where there is no such field.
+StoredValue valueIn(const StoredCells& row, const char* field) {
+    const auto place = row.placeOf(field);
+    return place ? row.value(*place) : StoredValue();
+}
+
 /// One table of both stores: reads a dive's rows there and puts them in here.
 class TableBridge {
 public:
@@ -43,21 +50,20 @@ public:
                                " = ?1 ORDER BY rowid"))
         , insert_(mine.prepare(prepareInsert(theirs, store))) {}
 
-    std::vector<StoredRow> rows(const StoredValue& of) { return read_.read({of}); }
-
     /// All rows of a dive over there, as those of a dive here.
-    void copy(const StoredValue& from, const QString& diveid) {
-        read_.copyTo(insert_, {from}, kDiveid, StoredValue(diveid));
+    void copy(const StoredValue& from, const StoredValue& diveid) {
+        copy(from, diveid, [](const StoredCells&, StoredStatement::Replaced&) {});
     }
 
-    /// `row`: as rows() gave it.
-    void insert(const StoredRow& row, const QString& diveid) {
-        std::vector<StoredValue> values;
-        values.reserve(row.fields.size());
-        for (const auto& [field, value] : row.fields) {
-            values.push_back(isNamed(field, kDiveid) ? StoredValue(diveid) : value);
-        }
-        insert_.change(values);
+    /// `change`: names what else is not as it is there. Returns how many rows there were.
+    template <class Change> int copy(const StoredValue& from, const StoredValue& diveid, Change&& change) {
+        return read_.copyTo(insert_, {from},
+                            [&](const StoredCells& row, StoredStatement::Replaced& replaced) {
+                                if (const auto place = row.placeOf(kDiveid)) {
+                                    replaced.emplace_back(*place, diveid);
+                                }
+                                change(row, replaced);
+                            });
     }
 
 private:
@@ -84,15 +90,6 @@ private:
     StoredStatement read_;
     StoredStatement insert_;
 };
-
-StoredValue* fieldOf(StoredRow& row, const char* name) {
-    for (auto& [field, value] : row.fields) {
-        if (isNamed(field, name)) {
-            return &value;
-        }
-    }
-    return nullptr;
-}
 
 /// The names that the dives here have for their files, case folded.
 QSet<QString> namedFiles(StoredRows& mine) {
@@ -126,7 +123,7 @@ public:
 private:
     void clearNumbersBehind(const QString& last);
     void bringDive(const Coming& coming, const QString& diveid, std::vector<TableBridge>& tables);
-    void prepareRow(StoredRow& row, const Coming& coming);
+    void changeRow(const StoredCells& row, const Coming& coming, StoredStatement::Replaced& replaced);
     bool inBoth(const char* table) { return hastable(mine_, table) && hastable(theirs_, table); }
 
     Database& store_;
@@ -171,27 +168,30 @@ void RowMerge::clearNumbersBehind(const QString& last) {
 }
 
 void RowMerge::bringDive(const Coming& coming, const QString& diveid, std::vector<TableBridge>& tables) {
-    const std::vector<StoredRow> found = tables.front().rows(coming.dive->row);
-    if (found.size() != 1) {
+    const StoredValue id(diveid);
+    StoredValue theirId;
+    const int found = tables.front().copy(coming.dive->row, id,
+                                          [&](const StoredCells& row, StoredStatement::Replaced& replaced) {
+                                              theirId = valueIn(row, kDiveid);
+                                              changeRow(row, coming, replaced);
+                                          });
+    if (found != 1) {
         throw StoreError(
             QStringLiteral("The dive %1 is no longer in the other logbook.").arg(coming.dive->diveid));
     }
-    StoredRow row = found.front();
-    const StoredValue theirId = *fieldOf(row, kDiveid);
-    prepareRow(row, coming);
-    tables.front().insert(row, diveid);
     for (size_t i = 1; i < tables.size(); ++i) {
-        tables[i].copy(theirId, diveid);
+        tables[i].copy(theirId, id);
     }
     act_.diveCame(diveid);
 }
 
-void RowMerge::prepareRow(StoredRow& row, const Coming& coming) {
+/// The row of main names the file as it is called here, and holds no longer serial than the store takes.
+void RowMerge::changeRow(const StoredCells& row, const Coming& coming, StoredStatement::Replaced& replaced) {
     const auto problem = [&](const QString& words) {
         result_.problems += QStringLiteral("%1 (%2): %3").arg(coming.dive->diveid, coming.dive->name, words);
     };
-    if (StoredValue* const file = fieldOf(row, "dbtxtname"); file != nullptr && !file->text().isEmpty()) {
-        *file = coming.file.name;
+    if (const auto file = row.placeOf("dbtxtname"); file && !row.bytes(*file).isEmpty()) {
+        replaced.emplace_back(*file, coming.file.name);
     }
     if (!coming.file.isThere) {
         problem(coming.dive->file.isEmpty()
@@ -199,10 +199,10 @@ void RowMerge::prepareRow(StoredRow& row, const Coming& coming) {
                     : QStringLiteral("its file %1 is missing there; it came without a profile.")
                           .arg(coming.dive->file));
     }
-    if (StoredValue* const serial = fieldOf(row, "Suit");
-        serial != nullptr && serial->text().size() > kMostSerial) {
-        problem(QStringLiteral("its serial is too long and was cut: %1").arg(serial->text()));
-        *serial = serial->text().left(kMostSerial);
+    const QString serial = valueIn(row, "Suit").text();
+    if (serial.size() > kMostSerial) {
+        problem(QStringLiteral("its serial is too long and was cut: %1").arg(serial));
+        replaced.emplace_back(*row.placeOf("Suit"), serial.left(kMostSerial));
     }
 }
 
@@ -335,6 +335,7 @@ MergeResult mergedives(Database& mine, const platform::ProgramFolder& folder, Ot
     MergeResult result;
     const ActRecord record = recordact(mine, ActKind::Merge, [&](ActRecorder& act) {
         result = {}; // where the acts cannot be kept this runs a second time
+        const platform::SteadyReading steady(other.database());
         RowMerge merge(mine, other.database(), act, result);
         merge.bring(coming, [&](int came) { steps.done(static_cast<int>(coming.size()) + came); });
         for (size_t i = 0; i < dives.size(); ++i) {

@@ -118,7 +118,8 @@ void Connection::open(const QString& path, StoreAccess access) {
             const QString there = QString::fromStdString(place_);
             settleMovedJournal(there, QFileInfo(there).absolutePath());
         }
-        database_ = std::make_unique<SQLite::Database>(opened, flags);
+        // One thread has the handle, as it has everything of this: the engine need not guard each field read.
+        database_ = std::make_unique<SQLite::Database>(opened, flags | SQLite::OPEN_NOMUTEX);
         makeReady();
     } catch (const SQLite::Exception& error) {
         failed(QString::fromUtf8(error.what()), error.getErrorCode());

@@ -21,8 +21,8 @@ class OneStatement {
 public:
     OneStatement(sqlite3* handle, const QByteArray& sql)
         : handle_(handle) {
-        if (sqlite3_prepare_v2(handle, sql.constData(), static_cast<int>(sql.size()), &statement_, nullptr) !=
-            SQLITE_OK) {
+        if (sqlite3_prepare_v3(handle, sql.constData(), static_cast<int>(sql.size()),
+                               SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) != SQLITE_OK) {
             fail(handle);
         }
     }
@@ -30,6 +30,7 @@ public:
     OneStatement(const OneStatement&) = delete;
     OneStatement& operator=(const OneStatement&) = delete;
 
+    /// The value must stay until the next reset: its bytes are not copied.
     void bind(int place, const StoredValue& value) {
         const auto size = static_cast<sqlite3_uint64>(value.bytes.size());
         int result = SQLITE_OK;
@@ -44,11 +45,11 @@ public:
             result = sqlite3_bind_double(statement_, place, value.real);
             break;
         case StoredValue::Type::Text:
-            result = sqlite3_bind_text64(statement_, place, value.bytes.constData(), size, SQLITE_TRANSIENT,
+            result = sqlite3_bind_text64(statement_, place, value.bytes.constData(), size, SQLITE_STATIC,
                                          SQLITE_UTF8);
             break;
         case StoredValue::Type::Blob:
-            result = sqlite3_bind_blob64(statement_, place, value.bytes.constData(), size, SQLITE_TRANSIENT);
+            result = sqlite3_bind_blob64(statement_, place, value.bytes.constData(), size, SQLITE_STATIC);
             break;
         }
         if (result != SQLITE_OK) {
@@ -62,42 +63,35 @@ public:
         }
     }
 
-    /// -1 where there is none.
-    int columnNamed(const char* name) const {
-        for (int i = 0; i < sqlite3_column_count(statement_); ++i) {
-            if (qstricmp(sqlite3_column_name(statement_, i), name) == 0) {
-                return i;
-            }
-        }
-        return -1;
-    }
-
-    /// The row that `from` stands on, with another value in one of its places.
-    void bindRow(const OneStatement& from, int place, const StoredValue& replaced) {
-        for (int i = 0; i < sqlite3_column_count(from.statement_); ++i) {
-            if (i == place) {
-                bind(i + 1, replaced);
-            } else if (sqlite3_bind_value(statement_, i + 1, sqlite3_column_value(from.statement_, i)) !=
-                       SQLITE_OK) {
+    /// The row that `from` stands on, with other values in some of its places; good until `from` goes on.
+    void bindRow(const OneStatement& from, const StoredStatement::Replaced& replaced) {
+        const int width = sqlite3_column_count(from.statement_);
+        for (int i = 0; i < width; ++i) {
+            if (bindCell(i + 1, from.statement_, i) != SQLITE_OK) {
                 fail(handle_);
             }
+        }
+        for (const auto& [place, value] : replaced) {
+            bind(static_cast<int>(place) + 1, value);
         }
     }
 
     /// Ready for its next use. What failed was told by step().
     void reset() {
-        sqlite3_reset(statement_);
+        rewind();
         sqlite3_clear_bindings(statement_);
     }
+    void rewind() { sqlite3_reset(statement_); }
 
     std::vector<StoredRow> rows() {
         std::vector<StoredRow> rows;
-        std::vector<QByteArray> names; // shared by all rows
         while (step()) {
-            if (names.empty()) {
-                names = columnNames();
+            const StoredCells row = cells();
+            StoredRow& kept = rows.emplace_back();
+            kept.fields.reserve(row.count());
+            for (size_t i = 0; i < row.count(); ++i) {
+                kept.fields.emplace_back(row.name(i), row.value(i));
             }
-            rows.push_back(row(names));
         }
         return rows;
     }
@@ -116,56 +110,35 @@ public:
         return result == SQLITE_ROW;
     }
 
-    std::vector<QByteArray> columnNames() const {
-        const int width = sqlite3_column_count(statement_);
-        std::vector<QByteArray> names;
-        names.reserve(static_cast<size_t>(width));
-        for (int i = 0; i < width; ++i) {
-            names.emplace_back(sqlite3_column_name(statement_, i));
+    /// The row that it stands on.
+    StoredCells cells() {
+        const int times = sqlite3_stmt_status(statement_, SQLITE_STMTSTATUS_REPREPARE, 0);
+        if (names_.empty() || times != prepared_) {
+            prepared_ = times;
+            names_.clear();
+            for (int i = 0; i < sqlite3_column_count(statement_); ++i) {
+                names_.emplace_back(sqlite3_column_name(statement_, i));
+            }
         }
-        return names;
-    }
-
-    StoredRow row(const std::vector<QByteArray>& names) const {
-        StoredRow row;
-        row.fields.reserve(names.size());
-        for (size_t i = 0; i < names.size(); ++i) {
-            row.fields.emplace_back(names[i], value(static_cast<int>(i)));
-        }
-        return row;
+        return {names_, statement_};
     }
 
 private:
-    StoredValue value(int column) const {
-        StoredValue value;
-        const auto bytes = [&](const void* start) {
-            return QByteArray(static_cast<const char*>(start), sqlite3_column_bytes(statement_, column));
-        };
-        switch (sqlite3_column_type(statement_, column)) {
-        case SQLITE_INTEGER:
-            value.type = StoredValue::Type::Integer;
-            value.integer = sqlite3_column_int64(statement_, column);
-            break;
-        case SQLITE_FLOAT:
-            value.type = StoredValue::Type::Real;
-            value.real = sqlite3_column_double(statement_, column);
-            break;
-        case SQLITE_TEXT:
-            value.type = StoredValue::Type::Text;
-            value.bytes = bytes(sqlite3_column_text(statement_, column));
-            break;
-        case SQLITE_BLOB:
-            value.type = StoredValue::Type::Blob;
-            value.bytes = bytes(sqlite3_column_blob(statement_, column));
-            break;
-        default:
-            break;
+    /// Without a copy of texts, which are most of what a row holds.
+    int bindCell(int place, sqlite3_stmt* from, int column) {
+        if (sqlite3_column_type(from, column) == SQLITE_TEXT) {
+            const void* const text = sqlite3_column_text(from, column);
+            return sqlite3_bind_text64(statement_, place, static_cast<const char*>(text),
+                                       static_cast<sqlite3_uint64>(sqlite3_column_bytes(from, column)),
+                                       SQLITE_STATIC, SQLITE_UTF8);
         }
-        return value;
+        return sqlite3_bind_value(statement_, place, sqlite3_column_value(from, column));
     }
 
     sqlite3* handle_;
     sqlite3_stmt* statement_ = nullptr;
+    std::vector<QByteArray> names_; ///< of its columns, shared by all rows
+    int prepared_ = 0;              ///< how often the engine had prepared it anew when they were asked for
 };
 
 template <class Work> auto asStoreError(const QByteArray& sql, Work&& work) {
@@ -177,6 +150,67 @@ template <class Work> auto asStoreError(const QByteArray& sql, Work&& work) {
 }
 
 } // namespace
+
+std::optional<size_t> StoredCells::placeOf(QByteArrayView name) const {
+    for (size_t i = 0; i < names_.size(); ++i) {
+        if (names_[i].size() == name.size() && names_[i].compare(name, Qt::CaseInsensitive) == 0) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+StoredValue::Type StoredCells::type(size_t column) const {
+    switch (sqlite3_column_type(statement_, static_cast<int>(column))) {
+    case SQLITE_INTEGER:
+        return StoredValue::Type::Integer;
+    case SQLITE_FLOAT:
+        return StoredValue::Type::Real;
+    case SQLITE_TEXT:
+        return StoredValue::Type::Text;
+    case SQLITE_BLOB:
+        return StoredValue::Type::Blob;
+    default:
+        return StoredValue::Type::Null;
+    }
+}
+
+qint64 StoredCells::integer(size_t column) const {
+    return sqlite3_column_int64(statement_, static_cast<int>(column));
+}
+
+double StoredCells::real(size_t column) const {
+    return sqlite3_column_double(statement_, static_cast<int>(column));
+}
+
+/// Asked for as a text first where it is one: a store may hold its texts in another encoding.
+QByteArrayView StoredCells::bytes(size_t column) const {
+    const int place = static_cast<int>(column);
+    const void* const start = sqlite3_column_type(statement_, place) == SQLITE_TEXT
+                                  ? sqlite3_column_text(statement_, place)
+                                  : sqlite3_column_blob(statement_, place);
+    return {static_cast<const char*>(start), sqlite3_column_bytes(statement_, place)};
+}
+
+StoredValue StoredCells::value(size_t column) const {
+    StoredValue value;
+    value.type = type(column);
+    switch (value.type) {
+    case StoredValue::Type::Integer:
+        value.integer = integer(column);
+        break;
+    case StoredValue::Type::Real:
+        value.real = real(column);
+        break;
+    case StoredValue::Type::Text:
+    case StoredValue::Type::Blob:
+        value.bytes = bytes(column).toByteArray();
+        break;
+    case StoredValue::Type::Null:
+        break;
+    }
+    return value;
+}
 
 StoredValue StoredValue::blob(const QByteArray& bytes) {
     StoredValue value;
@@ -264,6 +298,18 @@ std::vector<StoredRow> StoredStatement::read(const std::vector<StoredValue>& val
     });
 }
 
+void StoredStatement::each(const std::vector<StoredValue>& values,
+                           const std::function<void(const StoredCells&)>& take) {
+    asStoreError(sql_, [&] {
+        connection_->startWork();
+        const auto ready = qScopeGuard([&] { prepared_->reset(); });
+        prepared_->bindAll(values);
+        while (prepared_->step()) {
+            take(prepared_->cells());
+        }
+    });
+}
+
 int StoredStatement::change(const std::vector<StoredValue>& values) {
     return asStoreError(sql_, [&] {
         connection_->requireChangeable();
@@ -275,21 +321,26 @@ int StoredStatement::change(const std::vector<StoredValue>& values) {
     });
 }
 
-void StoredStatement::copyTo(StoredStatement& target, const std::vector<StoredValue>& values,
-                             const char* column, const StoredValue& replaced) {
-    asStoreError(sql_, [&] {
+int StoredStatement::copyTo(StoredStatement& target, const std::vector<StoredValue>& values,
+                            const std::function<void(const StoredCells&, Replaced&)>& replace) {
+    return asStoreError(sql_, [&] {
         target.connection_->requireChangeable();
         target.connection_->startWork();
         connection_->startWork();
         const auto ready = qScopeGuard([&] { prepared_->reset(); });
+        const auto again = qScopeGuard([&] { target.prepared_->reset(); });
         prepared_->bindAll(values);
-        const int place = prepared_->columnNamed(column);
-        while (prepared_->step()) {
+        Replaced replaced;
+        int rows = 0;
+        for (; prepared_->step(); ++rows) {
             passFault("change");
-            const auto again = qScopeGuard([&] { target.prepared_->reset(); });
-            target.prepared_->bindRow(*prepared_, place, replaced);
+            replaced.clear();
+            replace(prepared_->cells(), replaced);
+            target.prepared_->rewind(); // each of its values is bound anew
+            target.prepared_->bindRow(*prepared_, replaced);
             target.prepared_->run();
         }
+        return rows;
     });
 }
 
@@ -310,8 +361,9 @@ void StoredRows::attach(const QString& path, const char* name) {
             throw StoreError(QStringLiteral("A second file cannot join a transaction that is under way."));
         }
         connection_->startWork();
+        const StoredValue file(path);
         OneStatement statement(connection_->database().getHandle(), sql);
-        statement.bind(1, StoredValue(path));
+        statement.bind(1, file);
         statement.step();
     });
     try {
@@ -330,6 +382,18 @@ void StoredRows::detach(const char* name) noexcept {
     if (connection_->isOpen()) {
         const QByteArray sql = QByteArray("DETACH DATABASE ") + name;
         sqlite3_exec(connection_->database().getHandle(), sql.constData(), nullptr, nullptr, nullptr);
+    }
+}
+
+SteadyReading::SteadyReading(Database& database)
+    : rows_(database) {
+    rows_.read("BEGIN");
+}
+
+SteadyReading::~SteadyReading() {
+    try {
+        rows_.read("ROLLBACK");
+    } catch (const StoreError&) { // the handle was closed, or a fault ended the reading
     }
 }
 

@@ -3,9 +3,14 @@
 #include "platform/database.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
+
+struct sqlite3_stmt;
 
 namespace benthor::platform {
 
@@ -38,6 +43,27 @@ struct StoredRow {
     const StoredValue& at(size_t position) const { return fields.at(position).second; }
 };
 
+/// The row that a query stands on, as it lies in the store, without a copy: good until the next row.
+class StoredCells {
+public:
+    StoredCells(const std::vector<QByteArray>& names, sqlite3_stmt* statement)
+        : names_(names)
+        , statement_(statement) {}
+    size_t count() const { return names_.size(); }
+    const QByteArray& name(size_t column) const { return names_[column]; }
+    /// The column of that name, without regard to case.
+    std::optional<size_t> placeOf(QByteArrayView name) const;
+    StoredValue::Type type(size_t column) const;
+    qint64 integer(size_t column) const;
+    double real(size_t column) const;
+    QByteArrayView bytes(size_t column) const;
+    StoredValue value(size_t column) const;
+
+private:
+    const std::vector<QByteArray>& names_;
+    sqlite3_stmt* statement_;
+};
+
 class Connection;
 
 /// One text of the query language for many uses, as long as the tables keep their form. The store must stay
@@ -48,11 +74,15 @@ public:
     StoredStatement(StoredStatement&&) noexcept;
 
     std::vector<StoredRow> read(const std::vector<StoredValue>& values = {});
+    /// Calls `take` with each row. It must not use this text again.
+    void each(const std::vector<StoredValue>& values, const std::function<void(const StoredCells&)>& take);
     int change(const std::vector<StoredValue>& values);
-    /// Runs `target` once for each row of this text with these values: its fields are the target's values in
-    /// their order, but for `replaced` in the column of that name, as far as there is one.
-    void copyTo(StoredStatement& target, const std::vector<StoredValue>& values, const char* column,
-                const StoredValue& replaced);
+    /// Values that stand in a copied row for its own, by column.
+    using Replaced = std::vector<std::pair<size_t, StoredValue>>;
+    /// Runs `target` once for each row of this text: the row's fields are the target's values in their order,
+    /// but for those that `replace` names. Returns how many rows there were.
+    int copyTo(StoredStatement& target, const std::vector<StoredValue>& values,
+               const std::function<void(const StoredCells& row, Replaced& replaced)>& replace);
 
 private:
     friend class StoredRows;
@@ -87,6 +117,19 @@ private:
     class Texts;
     std::shared_ptr<Connection> connection_;
     std::shared_ptr<Texts> texts_; ///< gone with the last copy of this, which must not outlive the open store
+};
+
+/// All reads of this scope see the store as it was at the first of them, and none has to ask for its file's
+/// lock again. Another program that wants to change the store waits for the end of it. StoreError.
+class SteadyReading {
+public:
+    explicit SteadyReading(Database& database);
+    ~SteadyReading();
+    SteadyReading(const SteadyReading&) = delete;
+    SteadyReading& operator=(const SteadyReading&) = delete;
+
+private:
+    StoredRows rows_;
 };
 
 /// `name` in the quotes of the query language.

@@ -5,6 +5,10 @@
 #include "tests/logbook/actworld.h"
 #include "tests/support/asnobody.h"
 
+#include <QCryptographicHash>
+
+#include <map>
+
 using namespace benthor;
 using namespace benthor::logbook;
 using platform::StoreError;
@@ -25,6 +29,44 @@ void put(const ActWorld& world, const QByteArray& bytes) {
     QFile file(world.actsFile());
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QCOMPARE(file.write(bytes), bytes.size());
+}
+
+/// As files of the first form have it: of each row its table, then name, type and value of each field that
+/// is not Null, by name; texts behind their lengths.
+QByteArray firstFormDigest(const TableRows& rows) {
+    using Type = platform::StoredValue::Type;
+    QByteArray all;
+    const auto number = [&all](auto value) {
+        all += QByteArray(reinterpret_cast<const char*>(&value), sizeof value);
+    };
+    const auto text = [&](const QByteArray& bytes) {
+        number(static_cast<quint32>(bytes.size()));
+        all += bytes;
+    };
+    for (const TableRow& row : rows) {
+        std::map<QByteArray, platform::StoredValue> byName;
+        for (const auto& [name, value] : row.row.fields) {
+            byName[name.toLower()] = value;
+        }
+        byName.erase("diveid");
+        text(row.table);
+        for (const auto& [name, value] : byName) {
+            if (value.isNull()) {
+                continue;
+            }
+            text(name);
+            number(static_cast<quint8>(value.type));
+            if (value.type == Type::Integer) {
+                number(value.integer);
+            } else if (value.type == Type::Real) {
+                number(value.real);
+            } else {
+                text(value.bytes);
+            }
+        }
+        number(quint32{0});
+    }
+    return QCryptographicHash::hash(all, QCryptographicHash::Sha256);
 }
 
 QByteArray scribbled(QByteArray bytes) {
@@ -62,6 +104,7 @@ private slots:
     void aFolderOrAFileWithoutRightsInItsPlaceEndsNoDelete();
     void anotherProgramThatHoldsTheFileEndsNoDelete();
     void aKeptRowThatWasDamagedIsNotBroughtBack();
+    void aDigestOfTheFirstFormStillTells();
     void theFileIsNotAttachedBetweenActs();
     void withinAnOpenTransactionNothingIsKept();
     void whatAWorkThrowsPassesAndNothingIsKept();
@@ -256,6 +299,28 @@ void TestActFile::aKeptRowThatWasDamagedIsNotBroughtBack() {
     QCOMPARE(undone.state, State::DoesNotFit);
     QVERIFY(undone.reason.contains(QLatin1String("damaged")));
     QCOMPARE(world.dives(), QStringList{"D0000001"});
+}
+
+void TestActFile::aDigestOfTheFirstFormStillTells() {
+    const ActWorld world;
+    world.addDive(1);
+    world.addDive(2);
+    const QByteArray before = world.snapshot();
+    for (const bool isRight : {true, false}) {
+        QVERIFY(world.del({2}).kept);
+        platform::StoredRows rows = world.rows();
+        rows.attach(world.actsFile(), "other");
+        const auto item =
+            rows.read("SELECT id, rows FROM other.rbacts_item ORDER BY id DESC LIMIT 1").front();
+        QByteArray digest = firstFormDigest(decoderows(item.at(1).bytes));
+        digest[31] = static_cast<char>(digest[31] ^ (isRight ? 0 : 1));
+        rows.change("UPDATE other.rbacts_item SET digest = ?2 WHERE id = ?1",
+                    {item.at(0), platform::StoredValue::blob(digest)});
+        rows.detach("other");
+        const TurnedAct undone = world.undo();
+        QCOMPARE(undone.state, isRight ? State::Done : State::DoesNotFit);
+        QCOMPARE(world.snapshot() == before, isRight);
+    }
 }
 
 void TestActFile::theFileIsNotAttachedBetweenActs() {
