@@ -20,6 +20,7 @@ public:
     ActError(const QString& text, int code, bool damaged = false)
         : StoreError(text, code)
         , damaged_(damaged) {}
+    static ActError of(const platform::StoreError& error); ///< of the engine, while it worked on the file
     /// Reading it again will not help: it does not hold what it should.
     bool damaged() const { return damaged_; }
 
