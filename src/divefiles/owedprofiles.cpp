@@ -139,6 +139,17 @@ QString profilepath(const ProgramFolder& folder, Database& database, const QStri
     return path;
 }
 
+QString findprofile(const ProgramFolder& folder, Database& database, const QString& dbtxtname) {
+    const QString place = folder.path(u"dbtxt", dbtxtname);
+    for (const OwedProfile& owed : owedprofiles(database)) {
+        if (owed.dbtxtname == dbtxtname && !isowed(owed, place)) {
+            const QString source = sourceOf(folder, owed);
+            return source.isEmpty() ? place : source;
+        }
+    }
+    return place;
+}
+
 void bringowedprofiles(const ProgramFolder& folder, Database& database) {
     if (!hasTable(database)) {
         return;

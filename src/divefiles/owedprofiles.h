@@ -39,6 +39,10 @@ bool isowed(const OwedProfile& owed, const QString& path);
 QString profilepath(const platform::ProgramFolder& folder, platform::Database& database,
                     const QString& dbtxtname);
 
+/// The same without putting anything anywhere: for whoever only reads.
+QString findprofile(const platform::ProgramFolder& folder, platform::Database& database,
+                    const QString& dbtxtname);
+
 /// Puts every owed profile into its place, and forgets those that no dive names any more. StoreError.
 void bringowedprofiles(const platform::ProgramFolder& folder, platform::Database& database);
 
