@@ -114,14 +114,21 @@ QStringList notedstamps(const ProgramFolder& folder) {
     return QString::fromLatin1(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-void tidydbtxt(const ProgramFolder& folder) {
+void tidydbtxt(const ProgramFolder& folder,
+               const std::function<QStringList(platform::Database&)>& alsonamed) {
     platform::skipErrors([&] {
         const QString store = folder.path(u"rb.mdb");
         platform::Database database;
         database.open(store);
         const QStringList stamps = notedstamps(folder);
-        if (!stamps.isEmpty() && removeleftovers(folder, namesinuse(database), stamps)) {
-            writestamps(folder, {});
+        if (!stamps.isEmpty()) {
+            QSet<QString> names = namesinuse(database);
+            for (const QString& name : alsonamed ? alsonamed(database) : QStringList()) {
+                names += name.toCaseFolded();
+            }
+            if (removeleftovers(folder, names, stamps)) {
+                writestamps(folder, {});
+            }
         }
         bringowedprofiles(folder, database);
     });

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/database.h"
 #include "platform/programfolder.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 namespace benthor::divefiles {
 
@@ -28,7 +31,8 @@ QStringList notedstamps(const platform::ProgramFolder& folder);
 /// What a start does for the folder dbtxt, with the store closed: removes the copies that a killed import
 /// left (names with its stamp which no dive names and whose bytes stand in `new` or `old`) and brings the
 /// profiles that are owed. Nothing else in dbtxt is touched. A store that cannot be read leaves all for the
-/// next start.
-void tidydbtxt(const platform::ProgramFolder& folder);
+/// next start. `alsonamed`: of the open store, what else names files there; its StoreError ends it, too.
+void tidydbtxt(const platform::ProgramFolder& folder,
+               const std::function<QStringList(platform::Database&)>& alsonamed = {});
 
 } // namespace benthor::divefiles

@@ -151,6 +151,17 @@ std::vector<ActItem> ActFile::owed() {
     return read("owed = 1 ORDER BY id", {}, true);
 }
 
+QStringList ActFile::awayNames() {
+    QStringList names;
+    if (!fresh_) {
+        for (const StoredRow& row :
+             rows("SELECT DISTINCT dbtxtname FROM rbacts.rbacts_item WHERE kind = 0 AND here = 0")) {
+            names += row.at(0).text();
+        }
+    }
+    return names;
+}
+
 ActItem ActFile::item(qint64 id) {
     const std::vector<ActItem> found = read("id = ?1", {id}, true);
     return found.empty() ? ActItem() : found.front();

@@ -86,6 +86,7 @@ public:
     std::vector<qint64> itemIds(qint64 act); ///< in the order in which they were done
     std::vector<ActItem> trashed();          ///< the last one first; without `rows` and `file`
     std::vector<ActItem> owed();
+    QStringList awayNames(); ///< `dbtxtname` of the dives that are away
     ActItem item(qint64 id); ///< one that is not there has the id 0
     void addItem(const ActItem& item);
     void saveItem(const ActItem& item);

@@ -148,6 +148,11 @@ std::vector<TrashedDive> trasheddives(Database& database) {
     return dives;
 }
 
+QStringList awayfiles(Database& database) {
+    const std::unique_ptr<ActFile> file = ActFile::ifThere(database);
+    return file ? file->awayNames() : QStringList();
+}
+
 TurnedAct putback(Database& database, const ProgramFolder& folder, const std::vector<qint64>& dives) {
     TurnedAct told;
     const std::unique_ptr<ActFile> file = ActFile::ifThere(database);

@@ -69,6 +69,9 @@ struct TrashedDive {
 /// The one deleted last first. StoreError.
 std::vector<TrashedDive> trasheddives(platform::Database& database);
 
+/// Names in `dbtxt` of dives that can come back into the store: they are nobody's leftovers. StoreError.
+QStringList awayfiles(platform::Database& database);
+
 /// Puts them back into the logbook, each in one transaction; no redo takes them away again. `reason` names
 /// those that do not fit; they stay in the trash. StoreError: some may be back by then.
 TurnedAct putback(platform::Database& database, const platform::ProgramFolder& folder,

@@ -1,3 +1,4 @@
+#include "divefiles/importnote.h"
 #include "logbook/actfile.h"
 #include "platform/clock.h"
 #include "platform/storefile.h"
@@ -114,6 +115,7 @@ private slots:
     void whatIsDeletedForGoodLeavesNoByteBehind();
     void undoneDeletesAreNotInTheTrash();
     void aSecondConnectionDoesNotDisturb();
+    void theFileOfADeletedDiveIsNoLeftoverOfAnImport();
 };
 
 void TestActFile::aMissingFileIsMadeAndHasTheStoresRights() {
@@ -470,6 +472,33 @@ void TestActFile::aSecondConnectionDoesNotDisturb() {
     QCOMPARE(undoact(other, world.folder, actsinhand(other).undo.id).state, State::Done);
     QCOMPARE(world.dives(), QStringList{"D0000001"});
     QCOMPARE(world.redo().state, State::Done);
+}
+
+/// A dive that an import stored before it was killed, and that was deleted before the next start.
+void TestActFile::theFileOfADeletedDiveIsNoLeftoverOfAnImport() {
+    const ActWorld world;
+    world.addDive(1);
+    const QByteArray bytes = tests::goodDive();
+    const QString dbtxt = QStringLiteral("dbtxt");
+    process().database.execute("UPDATE main SET dbtxtname = '11A2B3CDive1.txt'");
+    for (const char* const name : {"11A2B3CDive1.txt", "11A2B3CDive2.txt"}) {
+        world.put(dbtxt, QLatin1String(name), bytes);
+    }
+    world.put(QStringLiteral("old"), QStringLiteral("Dive1.txt"), bytes);
+    world.put(QString(), QStringLiteral("import.note"), "11A2B3C\n");
+    QVERIFY(world.del({1}).kept);
+    process().database.close();
+    const QByteArray acts = platform::readFile(world.actsFile()).value();
+    put(world, scribbled(acts));
+    divefiles::tidydbtxt(world.folder, awayfiles); // what is not known is left for the next start
+    QCOMPARE(world.names(dbtxt).size(), 2);
+    put(world, acts);
+    divefiles::tidydbtxt(world.folder, awayfiles);
+    QCOMPARE(world.names(dbtxt), QStringList{QStringLiteral("11A2B3CDive1.txt")});
+    QVERIFY(divefiles::notedstamps(world.folder).isEmpty());
+    world.openStore();
+    QCOMPARE(world.undo().state, State::Done);
+    QCOMPARE(world.bytesOf(dbtxt, QStringLiteral("11A2B3CDive1.txt")), bytes);
 }
 
 QTEST_GUILESS_MAIN(TestActFile)

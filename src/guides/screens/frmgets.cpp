@@ -4,6 +4,7 @@
 #include "guides/screens/comealong.h"
 #include "guides/screens/guidecard.h"
 #include "guides/screens/manual.h"
+#include "logbook/acts.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/programfolder.h"
@@ -146,7 +147,7 @@ void frmGetS::maintainStore() {
     }
     skipErrors([&] { store::addmissingfields(folder.path(u"rb.mdb"), tell); });
     store::makedbtxt(folder);
-    divefiles::tidydbtxt(folder);
+    divefiles::tidydbtxt(folder, logbook::awayfiles);
 }
 
 void frmGetS::showStep() {
