@@ -3,8 +3,10 @@
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/usersettings.h"
+#include "store/summary.h"
 #include "store/units.h"
 #include "tests/shell/mainstage.h"
+#include "tests/store/jet/jetfolder.h"
 
 #include <QAction>
 #include <QLabel>
@@ -22,6 +24,8 @@ class TestMainScreenStart : public QObject {
 private slots:
     void loadingBringsTheValuesToTheirStart();
     void aMissingStoreIsAskedForAndRestoredFromTheBackup();
+    void aBackupOfAnOlderFormComesAlong_data();
+    void aBackupOfAnOlderFormComesAlong();
     void refusingTheBackupEndsTheProgram();
     void aBackupThatCannotBeCopiedLetsTheLoadGoOn();
     void aMissingBackupIsToldAndOlderOnesAreOffered();
@@ -62,6 +66,36 @@ void TestMainScreenStart::aMissingStoreIsAskedForAndRestoredFromTheBackup() {
     QVERIFY(asked.noIsDefault);
     QVERIFY(stage.folder.has("rb.mdb"));
     QVERIFY(process().database.isOpen());
+    QVERIFY(stage.main->isVisible());
+}
+
+void TestMainScreenStart::aBackupOfAnOlderFormComesAlong_data() {
+    QTest::addColumn<QString>("backup");
+    QTest::addColumn<int>("questions");
+    QTest::newRow("the newest") << "backup.mdb" << 1;
+    QTest::newRow("an older one") << "backup3.mdb" << 2;
+}
+
+void TestMainScreenStart::aBackupOfAnOlderFormComesAlong() {
+    REQUIRE_JET_FILES();
+    QFETCH(QString, backup);
+    QFETCH(int, questions);
+    const benthor::tests::OurReader reader;
+    MainStage stage(TestFolder::Store::Missing);
+    const QByteArray bytes = benthor::tests::jetBytes("older-store-dates.mdb");
+    QVERIFY(benthor::platform::writeFileWhole(stage.folder.path(backup), bytes));
+    for (int i = 0; i < questions; ++i) {
+        stage.dialogs.answer(true);
+    }
+    stage.main->showScreen();
+    QCOMPARE(stage.dialogs.asked().size(), questions + 1);
+    QVERIFY2(stage.dialogs.asked().last().text.startsWith("The older dive store came along. It was read "
+                                                          "without a fault"),
+             qPrintable(stage.dialogs.asked().last().text));
+    QVERIFY(process().database.isOpen());
+    QVERIFY(benthor::store::countdives(process().database) > 0);
+    QCOMPARE(stage.folder.get("rb-jet.mdb"), bytes);
+    QCOMPARE(stage.folder.get(backup), bytes);
     QVERIFY(stage.main->isVisible());
 }
 

@@ -84,6 +84,7 @@ void MainScreen::loading() {
         unload();
         return;
     }
+    skipErrors([this] { bringOlderBackup(); });
     skipErrors([this] { openStore(); });
     skipErrors([] { store::syncserialno(); });
     skipErrors([this] { readUnits(); });

@@ -110,7 +110,8 @@ private:
     void buildTimers();
     // main_screen_store.cpp
     bool storeIsThere();
-    void offerOlderBackups(const QString& reason);
+    void bringOlderBackup();
+    bool offerOlderBackups(const QString& reason);
     void openStore();
     std::unique_ptr<QTemporaryDir> copyOlderStore(const QString& path);
     static QString copiedStore(const QTemporaryDir& folder);
@@ -178,7 +179,8 @@ private:
     QLabel* Picture12_ = nullptr;
     look::NoticeBand* storenote_ = nullptr;
     UnsavedNote* unsavednote_ = nullptr;
-    bool storeHeld_ = false; ///< another program holds the store: it is looked at again
+    bool fromBackup_ = false; ///< the load has put a backup in the missing store's place
+    bool storeHeld_ = false;  ///< another program holds the store: it is looked at again
     QLabel* Label7_ = nullptr;
     QLabel* Label9_ = nullptr;
     QLabel* Lbldetails_ = nullptr;

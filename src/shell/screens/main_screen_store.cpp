@@ -16,6 +16,8 @@
 #include <QLabel>
 #include <QTemporaryDir>
 
+#include <utility>
+
 namespace benthor::shell {
 
 using platform::ProgramFolder;
@@ -46,16 +48,15 @@ bool MainScreen::storeIsThere() {
         QStringLiteral("Main Database not found, Would you like to duplicate from the backup database?"),
         QStringLiteral("Comfirmation"), platform::BoxKind::Critical, true);
     if (yes) {
-        if (const platform::FileResult copied = store::restorebackup(folder); !copied) {
-            offerOlderBackups(copied.error);
-        }
+        const platform::FileResult copied = store::restorebackup(folder);
+        fromBackup_ = copied.ok() || offerOlderBackups(copied.error);
     }
     return yes;
 }
 
 /// The newest backup is not there or cannot be copied: the older ones are offered, the newest of them first.
-/// Without any of them the load goes on, and the store can't be opened.
-void MainScreen::offerOlderBackups(const QString& reason) {
+/// Without any of them the load goes on, and the store can't be opened. Whether one was copied.
+bool MainScreen::offerOlderBackups(const QString& reason) {
     const ProgramFolder& folder = ProgramFolder::current();
     QString happened = QFile::exists(folder.path(store::backupname(1)))
                            ? QStringLiteral("The backup database could not be duplicated. ") + reason
@@ -63,7 +64,7 @@ void MainScreen::offerOlderBackups(const QString& reason) {
     bool offered = false;
     for (int number = 2; number <= store::kBackups; ++number) {
         const QString path = folder.path(store::backupname(number));
-        if (!store::examinestore(path).sound()) {
+        if (!store::isjetfile(path) && !store::examinestore(path).sound()) {
             continue;
         }
         offered = true;
@@ -77,7 +78,7 @@ void MainScreen::offerOlderBackups(const QString& reason) {
         }
         const platform::FileResult copied = store::restorebackup(folder, number);
         if (copied) {
-            return;
+            return true;
         }
         happened =
             QStringLiteral("%1 could not be duplicated. %2").arg(store::backupname(number), copied.error);
@@ -90,6 +91,15 @@ void MainScreen::offerOlderBackups(const QString& reason) {
                                "either. The program goes on without a dive store; every dive file that "
                                "ever came in is in the folder \"old\"."),
             platform::BoxKind::Warning);
+    }
+    return false;
+}
+
+/// A backup from before the program's own stores comes along like any older store, though the start has
+/// looked for one already.
+void MainScreen::bringOlderBackup() {
+    if (std::exchange(fromBackup_, false) && store::isjetfile(ProgramFolder::current().path(u"rb.mdb"))) {
+        guides::bringolderstore(this);
     }
 }
 
