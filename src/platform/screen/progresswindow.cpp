@@ -5,8 +5,6 @@
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/wholelabel.h"
-#include "platform/screen/onewindowinput.h"
-#include "platform/screen/ticktimer.h"
 #include "platform/storewait.h"
 
 #include <QHBoxLayout>
@@ -34,19 +32,13 @@ ProgressWindow::ProgressWindow(const QString& heading, const QString& words, con
                                const QString& last)
     : things_(things)
     , last_(last)
+    , window_(QStringLiteral("progress"), look::spaceBase)
     , began_(Clock::now()) {
     build(heading, words);
 }
 
-ProgressWindow::~ProgressWindow() = default;
-
 void ProgressWindow::build(const QString& heading, const QString& words) {
-    window_ = std::make_unique<QWidget>(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    window_->setObjectName(QStringLiteral("progress"));
-    window_->setWindowTitle(QStringLiteral("Benthor"));
-    auto* down = new QVBoxLayout(window_.get());
-    down->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceWide);
-    down->setSpacing(look::spaceBase);
+    QVBoxLayout& rows = window_.rows();
     auto* head = new QHBoxLayout;
     auto* icon = new look::ClickableLabel;
     icon->setIconName(QStringLiteral("database"), 22);
@@ -55,20 +47,20 @@ void ProgressWindow::build(const QString& heading, const QString& words) {
     head->addWidget(icon);
     head->addWidget(look::makeHeading(heading));
     head->addStretch(1);
-    down->addLayout(head);
-    down->addWidget(new look::Rule);
+    rows.addLayout(head);
+    rows.addWidget(new look::Rule);
     auto* told = new look::WholeLabel; // a path may be longer than the window is wide
     told->setText(words);
     told->setObjectName(QStringLiteral("progresswords"));
     told->setMinimumWidth(look::scaled(kWidth));
-    down->addWidget(told);
+    rows.addWidget(told);
     bar_ = new QProgressBar;
     bar_->setObjectName(QStringLiteral("progressbar"));
     bar_->setAccessibleName(QStringLiteral("How far it is"));
     bar_->setRange(0, kBarEnd);
     bar_->setValue(0);
     bar_->setFormat(QStringLiteral("%p %"));
-    down->addWidget(bar_);
+    rows.addWidget(bar_);
     auto* foot = new QHBoxLayout;
     count_ = look::makeCaption(QString());
     count_->setObjectName(QStringLiteral("progresscount"));
@@ -76,9 +68,9 @@ void ProgressWindow::build(const QString& heading, const QString& words) {
     stop_ = new QPushButton(look::icon("stop"), QStringLiteral("Stop"));
     stop_->setObjectName(QStringLiteral("progressstop"));
     stop_->setToolTip(QStringLiteral("Ends this; nothing is changed then"));
-    QObject::connect(stop_, &QPushButton::clicked, window_.get(), [this] { stopped_ = true; });
+    QObject::connect(stop_, &QPushButton::clicked, &window_.widget(), [this] { stopped_ = true; });
     foot->addWidget(stop_);
-    down->addLayout(foot);
+    rows.addLayout(foot);
 }
 
 void ProgressWindow::showCount(std::uint64_t done, std::uint64_t of) {
@@ -95,17 +87,12 @@ bool ProgressWindow::goOn(std::uint64_t done, std::uint64_t of) {
     const Clock::time_point now = Clock::now();
     if (!stopped_ && now - began_ >= kPatience && now - painted_ >= kBetweenPaints) {
         showCount(done, of);
-        if (!window_->isVisible()) {
-            window_->adjustSize();
-            window_->show();
-            window_->raise();
-            window_->activateWindow();
+        if (!window_.isVisible()) {
+            window_.show(true);
         }
-        const TickHold hold;
-        const OneWindowInput filter(window_.get());
-        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+        window_.serve();
         painted_ = Clock::now();
-        stopped_ = stopped_ || !window_->isVisible(); // the desktop may close what it shows
+        stopped_ = stopped_ || !window_.isVisible(); // the desktop may close what it shows
     }
     stopped_ = stopped_ || allWaitsEnd();
     return !stopped_;

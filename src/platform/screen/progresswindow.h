@@ -1,14 +1,14 @@
 #pragma once
 
+#include "platform/screen/waitwindow.h"
+
 #include <QString>
 #include <chrono>
 #include <cstdint>
-#include <memory>
 
 class QLabel;
 class QProgressBar;
 class QPushButton;
-class QWidget;
 
 namespace benthor::platform {
 
@@ -19,7 +19,6 @@ class ProgressWindow {
 public:
     /// `things`: what is counted ("rows"); `last`: what is said when all of them are done and work goes on.
     ProgressWindow(const QString& heading, const QString& words, const QString& things, const QString& last);
-    ~ProgressWindow();
     ProgressWindow(const ProgressWindow&) = delete;
     ProgressWindow& operator=(const ProgressWindow&) = delete;
 
@@ -27,7 +26,7 @@ public:
     /// is to end.
     bool goOn(std::uint64_t done, std::uint64_t of);
 
-    QWidget& window() const { return *window_; }
+    QWidget& window() const { return window_.widget(); }
 
 private:
     void build(const QString& heading, const QString& words);
@@ -35,7 +34,7 @@ private:
 
     QString things_;
     QString last_;
-    std::unique_ptr<QWidget> window_;
+    WaitWindow window_;
     QProgressBar* bar_ = nullptr;
     QLabel* count_ = nullptr;
     QPushButton* stop_ = nullptr;

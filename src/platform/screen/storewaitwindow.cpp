@@ -1,8 +1,6 @@
 #include "platform/screen/storewaitwindow.h"
 
 #include "platform/look/look.h"
-#include "platform/screen/onewindowinput.h"
-#include "platform/screen/ticktimer.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -32,25 +30,21 @@ StoreWaitWindow::StoreWaitWindow()
 StoreWaitWindow::~StoreWaitWindow() = default;
 
 void StoreWaitWindow::build() {
-    window_ = std::make_unique<QWidget>(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    window_->setObjectName(QStringLiteral("storewait"));
-    window_->setWindowTitle(QStringLiteral("Benthor"));
-    auto* down = new QVBoxLayout(window_.get());
-    down->setContentsMargins(look::spaceRoom, look::spaceRoom, look::spaceRoom, look::spaceWide);
-    down->setSpacing(look::spaceWide);
+    window_ = std::make_unique<WaitWindow>(QStringLiteral("storewait"), look::spaceWide);
+    QVBoxLayout& rows = window_->rows();
     words_ = new QLabel;
     words_->setObjectName(QStringLiteral("storewaitwords"));
     words_->setTextFormat(Qt::PlainText);
     words_->setWordWrap(true);
     words_->setMinimumWidth(look::scaled(kWordsWidth));
-    down->addWidget(words_);
+    rows.addWidget(words_);
     auto* across = new QHBoxLayout;
     across->addStretch(1);
     stop_ = new QPushButton(QStringLiteral("Stop waiting"));
     stop_->setObjectName(QStringLiteral("storewaitstop"));
     across->addWidget(stop_);
-    down->addLayout(across);
-    QObject::connect(stop_, &QPushButton::clicked, window_.get(), [this] { stopped_ = true; });
+    rows.addLayout(across);
+    QObject::connect(stop_, &QPushButton::clicked, &window_->widget(), [this] { stopped_ = true; });
 }
 
 void StoreWaitWindow::show(StoreWait why) {
@@ -63,17 +57,15 @@ void StoreWaitWindow::show(StoreWait why) {
                              "seconds at most.")
             : QStringLiteral("The dive store is being read. That takes longer than it should."));
     if (!window_->isVisible()) {
-        window_->adjustSize();
-        window_->show();
-        window_->raise();
+        window_->show(false);
     }
 }
 
 /// Whoever waits does not say when the wait is over: it is when events run and nobody has asked again.
 void StoreWaitWindow::hideSoon() {
-    QTimer::singleShot(0ms, window_.get(), [this, turn = turn_] {
+    QTimer::singleShot(0ms, &window_->widget(), [this, turn = turn_] {
         if (turn == turn_) {
-            window_->hide();
+            window_->widget().hide();
             stopped_ = false;
         }
     });
@@ -87,11 +79,7 @@ bool StoreWaitWindow::asked(StoreWait why, std::chrono::milliseconds waited) {
     asking_ = true;
     ++turn_;
     show(why);
-    {
-        const TickHold hold;
-        const OneWindowInput filter(window_.get());
-        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
-    }
+    window_->serve();
     hideSoon();
     painted_ = Clock::now();
     asking_ = false;

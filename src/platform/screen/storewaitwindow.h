@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/screen/waitwindow.h"
 #include "platform/storewait.h"
 
 #include <memory>
 
 class QLabel;
 class QPushButton;
-class QWidget;
 
 namespace benthor::platform {
 
@@ -26,7 +26,7 @@ private:
     void show(StoreWait why);
     void hideSoon();
 
-    std::unique_ptr<QWidget> window_;
+    std::unique_ptr<WaitWindow> window_; ///< made when it is first needed
     QLabel* words_ = nullptr;
     QPushButton* stop_ = nullptr;
     std::chrono::steady_clock::time_point painted_;
