@@ -81,7 +81,12 @@ QString keepCopy(const ProgramFolder& folder, const QString& place, const QStrin
         return platform::sameContents(draft, place) ? QString()
                                                     : QStringLiteral("The copy is not like the file.");
     };
-    requireOk(platform::copyFileLike(place, place, folder.path(name), platform::FolderSync::Now, check));
+    const FileResult copied =
+        platform::copyFileLike(place, place, folder.path(name), platform::FolderSync::Now, check);
+    if (!copied) {
+        QFile::remove(folder.path(name)); // a copy may stand there whose name could not be put on the disk
+    }
+    requireOk(copied);
     return name;
 }
 

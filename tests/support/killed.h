@@ -13,15 +13,16 @@ namespace benthor::tests {
 
 /// Runs `work` in a process of its own that is killed (SIGKILL) at its step number `last`, counted from 1
 /// over the points at which the disk may fail. False when it came to its end. No store may be open here.
-inline bool isKilledAt(int last, const std::function<void()>& work) {
+/// `fault`: what else is wrong with that disk.
+inline bool isKilledAt(int last, const std::function<void()>& work, const platform::FaultHook& fault = {}) {
     const pid_t child = fork();
     if (child == 0) {
         int step = 0;
-        const platform::FaultInjection kill([&](std::string_view) {
+        const platform::FaultInjection kill([&](std::string_view name) {
             if (++step == last) {
                 raise(SIGKILL);
             }
-            return 0;
+            return fault ? fault(name) : 0;
         });
         work();
         _exit(0);
