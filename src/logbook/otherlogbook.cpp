@@ -35,6 +35,7 @@ OtherLogbook::OtherLogbook(const QString& path, const QString& own, const store:
     QString read = path_;
     if (store::isjetfile(path_)) {
         copy_ = std::make_unique<QTemporaryDir>();
+        copied_ = stampOf(path_);
         read = copy_->filePath(QStringLiteral("rb.mdb"));
         store::copyjet(path_, read, progress);
     }
@@ -43,5 +44,14 @@ OtherLogbook::OtherLogbook(const QString& path, const QString& own, const store:
 }
 
 OtherLogbook::~OtherLogbook() = default;
+
+OtherLogbook::Stamp OtherLogbook::stampOf(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() ? Stamp{file.size(), file.lastModified()} : Stamp();
+}
+
+bool OtherLogbook::isCopyOfWhatLiesThere() const {
+    return copy_ != nullptr && copied_.size >= 0 && stampOf(path_) == copied_;
+}
 
 } // namespace benthor::logbook

@@ -4,6 +4,7 @@
 #include "platform/programfolder.h"
 #include "store/olderstore.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -29,11 +30,23 @@ public:
     QString path() const { return path_; }
     /// Where its folders `dbtxt` and `old` are, if it has any.
     const platform::ProgramFolder& folder() const { return folder_; }
+    /// Whether what is read is a copy, made of the file that still lies there. Any other store may have
+    /// become another since: a file that was replaced is read on as long as it is open.
+    bool isCopyOfWhatLiesThere() const;
 
 private:
+    /// What tells a file from the one that replaces it.
+    struct Stamp {
+        qint64 size = -1; ///< -1: there is none
+        QDateTime written;
+        bool operator==(const Stamp&) const = default;
+    };
+    static Stamp stampOf(const QString& path);
+
     QString path_;
     platform::ProgramFolder folder_;
     std::unique_ptr<QTemporaryDir> copy_; ///< holds what is read in a Jet file's stead; outlives database_
+    Stamp copied_;                        ///< of the Jet file
     platform::Database database_;
 };
 

@@ -5,6 +5,8 @@
 #include "platform/files.h"
 #include "tests/shell/divesstage.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QComboBox>
 #include <QDirIterator>
 #include <QLabel>
@@ -87,6 +89,9 @@ private slots:
     void detailsAreChosenLineByLine();
     void whatIsTypedInOpenDetailsIsStoredFirst();
     void aLogbookThatHasChangedIsShownBeforeAnythingIsMerged();
+    void aStoreThatWasReplacedIsReadAnew();
+    void aStoreThatKeepsItsChangesBesideItIsReadAnew();
+    void aLogbookThatIsGoneBringsNothing();
     void aMergeIsTakenBackFromTheMenu();
     void whatIsNoLogbookIsSaidInTheScreen();
     void whileDivesAreImportedNothingIsMerged();
@@ -221,6 +226,63 @@ void TestHouseMerge::aLogbookThatHasChangedIsShownBeforeAnythingIsMerged() {
     QCOMPARE(listed().size(), 1);
     QVERIFY(program.dialogs.messages().join(u'\n').contains(QLatin1String("have changed")));
     QCOMPARE(program.group(0), "Not here yet (2)");
+    program.button("cmdmerge").click();
+    QCOMPARE(listed().size(), 3);
+}
+
+/// Copied there anew from the other computer, say: the file that was opened is another one by then.
+void TestHouseMerge::aStoreThatWasReplacedIsReadAnew() {
+    TwoLogbooks program(1, 2, 3);
+    program.chooseFolder();
+    const QString there = program.other.filePath(QStringLiteral("rb.mdb"));
+    const QString fresh = program.other.filePath(QStringLiteral("fresh"));
+    QVERIFY(QFile::copy(there, fresh));
+    {
+        platform::Database store;
+        store.open(fresh);
+        store.execute("DELETE FROM main WHERE DiveID = 'D0000003'");
+    }
+    QVERIFY(platform::moveFile(fresh, there));
+    program.dialogs.clear();
+    program.button("cmdmerge").click();
+    QCOMPARE(listed().size(), 1);
+    QVERIFY(program.dialogs.messages().join(u'\n').contains(QLatin1String("have changed")));
+    QCOMPARE(program.group(0), "Not here yet (1)");
+    program.button("cmdmerge").click();
+    QCOMPARE(listed(), (QStringList{diveid(1), diveid(2)}));
+    QCOMPARE(program.field(2, u"Startcode"), QString::number(382352313 + 86400LL * 2));
+}
+
+/// What is read of such a store is a copy of our own.
+void TestHouseMerge::aStoreThatKeepsItsChangesBesideItIsReadAnew() {
+    TwoLogbooks program(1, 2, 2);
+    SQLite::Database open(program.other.filePath(QStringLiteral("rb.mdb")).toStdString(),
+                          SQLite::OPEN_READWRITE);
+    open.exec("PRAGMA journal_mode = WAL");
+    program.chooseFolder();
+    QCOMPARE(program.group(0), "Not here yet (1)");
+    open.exec("INSERT INTO main (DiveID, Startcode) VALUES ('D0000007', '7')");
+    program.dialogs.clear();
+    program.button("cmdmerge").click();
+    QCOMPARE(listed().size(), 1);
+    QVERIFY(program.dialogs.messages().join(u'\n').contains(QLatin1String("have changed")));
+    QCOMPARE(program.group(0), "Not here yet (2)");
+}
+
+/// Else its dives would come without their files, which are gone as well.
+void TestHouseMerge::aLogbookThatIsGoneBringsNothing() {
+    TwoLogbooks program(1, 2, 3);
+    program.chooseFolder();
+    const QString there = program.other.path();
+    const QString elsewhere = there + QStringLiteral("-gone");
+    QVERIFY(QDir().rename(there, elsewhere));
+    program.dialogs.clear();
+    program.button("cmdmerge").click();
+    QCOMPARE(listed().size(), 1);
+    QVERIFY2(program.dialogs.messages().join(u'\n').startsWith(QLatin1String("Nothing was merged.")),
+             qPrintable(program.dialogs.messages().join(u'\n')));
+    QVERIFY(shown("mergelogbook"));
+    QVERIFY(QDir().rename(elsewhere, there)); // the stick is back
     program.button("cmdmerge").click();
     QCOMPARE(listed().size(), 3);
 }

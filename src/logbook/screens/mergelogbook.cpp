@@ -217,6 +217,13 @@ std::unique_ptr<OtherLogbook> mergelogbook::openOther(const QString& path) {
         [&](std::uint64_t rows, std::uint64_t of) { return waiting.goOn(rows, of) && !isUnloaded(); });
 }
 
+/// As it lies there by now. StoreError where it is gone.
+void mergelogbook::reopenOther() {
+    if (!other_->isCopyOfWhatLiesThere()) {
+        other_ = openOther(other_->path());
+    }
+}
+
 void mergelogbook::showLogbook(const QString& path) {
     const Routine routine(*this);
     other_.reset();
@@ -309,7 +316,8 @@ void mergelogbook::cmdmerge_click() {
         return;
     }
     try {
-        std::optional<std::vector<MergeDive>> fresh = readPlan();
+        reopenOther();
+        std::optional<std::vector<MergeDive>> fresh = isUnloaded() ? std::nullopt : readPlan();
         if (!fresh || isUnloaded()) {
             return;
         }
@@ -321,6 +329,8 @@ void mergelogbook::cmdmerge_click() {
             return;
         }
         doMerge();
+    } catch (const store::JetStopped&) {
+        lblmerge_->setText(QStringLiteral("Stopped. Nothing was merged."));
     } catch (const StoreError& error) {
         dialogs().message(this, QStringLiteral("Nothing was merged.\n\n") + error.text(), BoxKind::Warning);
     }

@@ -47,6 +47,7 @@ private:
     void cmdclosemerge_click();
     bool mayMerge();
     std::unique_ptr<OtherLogbook> openOther(const QString& path);
+    void reopenOther();
     std::optional<std::vector<MergeDive>> readPlan();
     void takePlan(std::vector<MergeDive> dives);
     void doMerge();
