@@ -84,6 +84,7 @@ DiveFigures figuresOf(const StoreFields& row) {
     DiveFigures figures;
     figures.id = fieldOf(row, u"DiveID").value_or(QString());
     figures.name = fieldOf(row, u"Location");
+    figures.site = fieldOf(row, u"site");
     figures.serial = fieldOf(row, u"Suit");
     figures.version = fieldOf(row, u"Version");
     figures.start = momentOf(row, u"startdate");

@@ -23,6 +23,7 @@ namespace benthor::exports {
 struct DiveFigures {
     QString id;
     std::optional<QString> name;    ///< field Location as it stands
+    std::optional<QString> site;    ///< as it stands
     std::optional<QString> serial;  ///< field Suit as it stands
     std::optional<QString> version; ///< of the device's software, as it stands
     QDateTime start, end;           ///< device's clock; invalid where there is none

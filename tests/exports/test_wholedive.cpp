@@ -99,10 +99,12 @@ void TestWholeDive::allOfADiveIsRead() {
     const World world;
     world.set("INSERT INTO buddylist VALUES ('D0000001', 'Anna')");
     world.set("INSERT INTO buddylist VALUES ('D0000001', 'Ben')");
+    world.set("UPDATE main SET site = 'Blue Hole'");
     const std::optional<WholeDive> dive = world.read();
     QVERIFY(dive.has_value());
     QCOMPARE(dive->figures.id, QStringLiteral("D0000001"));
     QCOMPARE(dive->figures.name, QStringLiteral("Dive000001.txt"));
+    QCOMPARE(dive->figures.site, QStringLiteral("Blue Hole"));
     QCOMPARE(dive->figures.serial, QStringLiteral("KD00123"));
     QCOMPARE(dive->figures.version, QStringLiteral("V3.12"));
     // 812345678 and 812348145 seconds from the start of 31 December 1991
