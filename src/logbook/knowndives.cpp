@@ -34,6 +34,11 @@ bool areOfOneDevice(const Facts& one, const Facts& other) {
     return (haveSuit && one.suit == other.suit) || (haveName && one.username == other.username);
 }
 
+/// 0 for no file, too.
+qint64 sizeOf(const QString& place) {
+    return place.isEmpty() ? 0 : QFileInfo(place).size();
+}
+
 /// Of what the file holds; empty where it cannot be read.
 QByteArray digestOf(const QString& place) {
     QFile file(place);
@@ -107,7 +112,7 @@ QString filePlace(const ProgramFolder& folder, const QString& name) {
     return platform::isFile(place) ? place : QString();
 }
 
-void KnownDives::add(const Facts& facts, const QString& place) {
+void KnownDives::add(const Facts& facts, const std::optional<QString>& place) {
     const int number = static_cast<int>(dives_.size());
     dives_.push_back({facts, place});
     if (!facts.startcode.isEmpty()) {
@@ -144,11 +149,11 @@ std::optional<int> KnownDives::find(const Facts& facts, const QString& place) {
 
 void KnownDives::addSize(int number) {
     Known& dive = dives_[static_cast<size_t>(number)];
-    if (dive.place.isEmpty()) {
+    if (!dive.place) {
         dive.place = filePlace(folder_, dive.facts.file);
     }
-    if (!dive.place.isEmpty()) {
-        bySize_[QFileInfo(dive.place).size()].unread.push_back(number);
+    if (const qint64 size = sizeOf(*dive.place); size > 0) {
+        bySize_[size].unread.push_back(number);
     }
 }
 
@@ -159,12 +164,12 @@ std::optional<int> KnownDives::findByFile(const QString& place) {
             addSize(static_cast<int>(i));
         }
     }
-    const auto bucket = bySize_.find(QFileInfo(place).size());
+    const auto bucket = bySize_.find(sizeOf(place));
     if (bucket == bySize_.end()) {
         return std::nullopt;
     }
     for (const int number : std::exchange(bucket->unread, {})) {
-        addFirst(bucket->byDigest, digestOf(dives_[static_cast<size_t>(number)].place), number);
+        addFirst(bucket->byDigest, digestOf(*dives_[static_cast<size_t>(number)].place), number);
     }
     const QByteArray wanted = digestOf(place);
     const auto same = bucket->byDigest.constFind(wanted);

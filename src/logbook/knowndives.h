@@ -70,8 +70,9 @@ public:
     explicit KnownDives(const platform::ProgramFolder& folder)
         : folder_(folder) {}
 
-    /// `place`: of its file; where it is not told it is looked up in the folder when it is first needed.
-    void add(const Facts& facts, const QString& place = {});
+    /// `place`: of its file, empty for none. Nothing for a dive of the folder: it is looked up there when it
+    /// is first needed. A file there that has the name of one that is missing elsewhere is another dive's.
+    void add(const Facts& facts, const std::optional<QString>& place);
     /// The first that is the same dive, or nothing. `place`: of its file.
     std::optional<int> find(const Facts& facts, const QString& place);
     const Facts& facts(int number) const { return dives_[static_cast<size_t>(number)].facts; }
@@ -79,9 +80,10 @@ public:
 private:
     struct Known {
         Facts facts;
-        QString place;
+        std::optional<QString> place; ///< nothing: not looked up yet
     };
-    /// Files of one size. What they hold is read when there is one to be compared with, and once.
+    /// Files of one size, which is above 0: what holds nothing makes no two dives the same. What they hold is
+    /// read when there is one to be compared with, and once.
     struct Bucket {
         std::vector<int> unread;
         QHash<QByteArray, int> byDigest; ///< the first of each

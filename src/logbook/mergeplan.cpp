@@ -87,7 +87,7 @@ std::vector<MergeDive> planmerge(Database& mine, const ProgramFolder& folder, Ot
     const FactReader here(rows);
     for (; !rows.eof(); rows.moveNext()) {
         goOn(done++, all);
-        known.add(here.facts());
+        known.add(here.facts(), std::nullopt);
     }
     const qsizetype ownDives = done;
     const QHash<QString, QString> myBuddies = readBuddies(mine);

@@ -87,6 +87,20 @@ private slots:
         QCOMPARE(static_cast<int>(dives[1].group), static_cast<int>(MergeGroup::New));
     }
 
+    /// A file here that has its name is another dive's, of one that was deleted, say.
+    void aFileThatIsMissingThereIsNotLookedForHere() {
+        MergeWorld world;
+        world.addHere(1, with(MergeWorld::dive(5), {{kFile, "B.txt"}}));
+        world.put(QStringLiteral("dbtxt"), QStringLiteral("B.txt"), "of the first one here");
+        world.put(QStringLiteral("dbtxt"), QStringLiteral("A1.txt"), "of the second");
+        world.addThere(1, MergeWorld::dive(1));
+        world.addThere(2, MergeWorld::dive(2));
+        world.putThere(QStringLiteral("dbtxt"), QStringLiteral("A2.txt"), "of the second");
+        const auto dives = world.plan();
+        QCOMPARE(countgroup(dives, MergeGroup::New), 2);
+        QCOMPARE(dives[1].mine, "");
+    }
+
     void aNameThatLeadsElsewhereIsNoFile() {
         MergeWorld world;
         world.put(QStringLiteral("dbtxt"), QStringLiteral("A1.txt"), "secret");
