@@ -59,8 +59,9 @@ struct MergeDive {
 ///
 /// Two dives are the same when `Startcode` is and `Suit` or `UserName` is (blanks at the ends and case do not
 /// count; where neither dive has one of the two, the code alone decides), or when the bytes of their files
-/// are; one without a `Startcode` is another when start, duration and depth are. Of several such dives here
-/// the first counts; of several over there the first can come, and the others are here already.
+/// are, those of empty files aside; one without a `Startcode` is another when start, duration and depth are.
+/// Of several such dives here the first counts, and one whose words agree before one whose file does; of
+/// several over there the first can come, and the others are here already.
 ///
 /// StoreError where a store cannot be read. MergeStopped.
 std::vector<MergeDive> planmerge(platform::Database& mine, const platform::ProgramFolder& folder,

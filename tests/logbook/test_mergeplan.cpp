@@ -87,6 +87,16 @@ private slots:
         QCOMPARE(static_cast<int>(dives[1].group), static_cast<int>(MergeGroup::New));
     }
 
+    /// A full disk left nothing of either; they are two dives.
+    void emptyFilesAreNotTheSame() {
+        MergeWorld world;
+        world.addHere(1, MergeWorld::dive(1));
+        world.put(QStringLiteral("dbtxt"), QStringLiteral("A1.txt"), "");
+        world.addThere(1, MergeWorld::dive(2));
+        world.putThere(QStringLiteral("dbtxt"), QStringLiteral("A2.txt"), "");
+        QCOMPARE(static_cast<int>(world.plan()[0].group), static_cast<int>(MergeGroup::New));
+    }
+
     /// A file here that has its name is another dive's, of one that was deleted, say.
     void aFileThatIsMissingThereIsNotLookedForHere() {
         MergeWorld world;
