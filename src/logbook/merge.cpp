@@ -206,6 +206,19 @@ void RowMerge::changeRow(const StoredCells& row, const Coming& coming, StoredSta
     }
 }
 
+/// Both, one behind the other. Lines that stand there already are not added again, so the same merge once
+/// more changes nothing.
+QString joined(const QString& mine, const QString& theirs) {
+    const auto lines = [](QString text) {
+        text = text.replace(QLatin1String("\r\n"), QLatin1String("\n")).trimmed();
+        return QString(u'\n' + text + u'\n');
+    };
+    if (mine.trimmed().isEmpty()) {
+        return theirs;
+    }
+    return lines(mine).contains(lines(theirs)) ? mine : mine + QStringLiteral("\r\n") + theirs;
+}
+
 /// Of several rows with the identifier the first is the dive's, as everywhere.
 void RowMerge::takeDetails(const MergeDive& dive, const std::vector<TakeDetail>& choices) {
     const std::vector<StoredRow> row =
@@ -231,14 +244,20 @@ void RowMerge::takeDetails(const MergeDive& dive, const std::vector<TakeDetail>&
             }
             continue;
         }
-        const bool both = choices[i] == TakeDetail::Both && difference.joins && !difference.mine.isEmpty();
-        QString text =
-            both ? difference.mine + QStringLiteral("\r\n") + difference.theirs : difference.theirs;
+        const StoredValue& number = row.front().at(0);
+        const QByteArray field = quotedTableName(difference.field);
+        QString text = difference.theirs;
+        if (choices[i] == TakeDetail::Both && difference.joins) {
+            text = joined(mine_.read("SELECT " + field + " FROM main.main WHERE rowid = ?1", {number})
+                              .at(0)
+                              .at(0)
+                              .text(),
+                          text);
+        }
         if (isNamed(difference.field, "Suit")) {
             text.truncate(kMostSerial);
         }
-        mine_.change("UPDATE main.main SET " + quotedTableName(difference.field) + " = ?1 WHERE rowid = ?2",
-                     {StoredValue(text), row.front().at(0)});
+        mine_.change("UPDATE main.main SET " + field + " = ?1 WHERE rowid = ?2", {StoredValue(text), number});
     }
     result_.details += changed ? 1 : 0;
 }

@@ -60,6 +60,8 @@ private slots:
     void detailsAreTakenAsChosen();
     void aSerialThatIsTooLongIsCutAndNamed();
     void theSameMergeAgainBringsNothing();
+    void bothTextsAgainAddNothing();
+    void bothOfTwoDivesThatAreOneHereStandThere();
     void theOtherLogbookStaysByteForByte();
     void aProvenBackupIsMadeFirst();
     void withoutABackupNothingIsMerged();
@@ -241,6 +243,42 @@ void TestMerge::theSameMergeAgainBringsNothing() {
     QCOMPARE(world.snapshot(), store);
     QCOMPARE(world.filesBelow(world.folder.root() + QStringLiteral("/dbtxt")), files);
     QCOMPARE(world.undoWords(), "merge of 1 dive"); // the first one
+}
+
+void TestMerge::bothTextsAgainAddNothing() {
+    MergeWorld world;
+    MainRow mine = MergeWorld::dive(1);
+    mine[QStringLiteral("Coments")] = QStringLiteral("a ray\r\n");
+    world.addHere(4, mine);
+    MainRow theirs = MergeWorld::dive(1);
+    theirs[QStringLiteral("Coments")] = QStringLiteral("a shark\nand a seal\n");
+    world.addThere(1, theirs);
+    world.merge(taking(TakeDetail::Both));
+    const QString both = world.field("D0000004", "Coments");
+    QCOMPARE(both, "a ray\r\n\r\na shark\nand a seal\n");
+    world.merge(taking(TakeDetail::Both));
+    QCOMPARE(world.field("D0000004", "Coments"), both);
+    QCOMPARE(world.undoWords(), "merge of details"); // the first one: the second did nothing
+    world.undo();
+    QCOMPARE(world.undoWords(), "");
+    // A part of a line is not the same line.
+    world.runThere("UPDATE main SET Coments = 'a ra'");
+    world.merge(taking(TakeDetail::Both));
+    QCOMPARE(world.field("D0000004", "Coments"), "a ray\r\n\r\na ra");
+}
+
+/// Imported twice over there, and written on twice.
+void TestMerge::bothOfTwoDivesThatAreOneHereStandThere() {
+    MergeWorld world;
+    MainRow dive = MergeWorld::dive(1);
+    dive[QStringLiteral("Coments")] = QStringLiteral("mine");
+    world.addHere(4, dive);
+    dive[QStringLiteral("Coments")] = QStringLiteral("first");
+    world.addThere(1, dive);
+    dive[QStringLiteral("Coments")] = QStringLiteral("second");
+    world.addThere(2, dive);
+    world.merge(taking(TakeDetail::Both));
+    QCOMPARE(world.field("D0000004", "Coments"), "mine\r\nfirst\r\nsecond");
 }
 
 void TestMerge::theOtherLogbookStaysByteForByte() {
