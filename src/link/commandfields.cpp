@@ -13,17 +13,17 @@ constexpr const char* kSeconds = " secs";
 constexpr const char* kNameTrailer = "B*@ CCCCCCCCCCCCCCCCCCCCCCCCCCCCCC\r\n"; // thirty letters C
 
 constexpr std::array<CommandFields, 11> choices{{
-    {0, "L", "l", "", "", 1, "", "", 0, true},
-    {1, "R", "", "", "", 1, "", "r", 3, false},
-    {2, "S", "s", "", "005", 3, "F\r\n", "+^+", 5, false},
-    {3, "M", "", "", "", 1, "", "", 0, false},
-    {4, "C", "", "", "", 1, "", "", 0, false},
-    {5, "G", "g", "", "", 1, "", "", 0, false},
-    {6, "B", "b", std::nullopt, "", 1, "", "", 0, true},
+    {kChoiceLogo, "L", "l", "", "", 1, "", "", 0, true},
+    {kChoiceIntervalGet, "R", "", "", "", 1, "", "r", 3, false},
+    {kChoiceIntervalSend, "S", "s", "", "005", 3, "F\r\n", "+^+", 5, false},
+    {kChoiceSummaries, "M", "", "", "", 1, "", "", 0, false},
+    {kChoiceSummaryLast, "C", "", "", "", 1, "", "", 0, false},
+    {kChoiceSetup, "G", "g", "", "", 1, "", "", 0, false},
+    {kChoiceBook, "B", "b", std::nullopt, "", 1, "", "", 0, true},
     {kChoiceUserId, "A", "a", "^", "", 32, kNameTrailer, "", 0, false},
     {kChoiceOther, "", "", "", "", 100, "", "", 0, true},
-    {10, "Q", "", "", "", 1, "", "", 0, false},
-    {11, "J", "", "", "", 1, "", "R", 3, false},
+    {kChoiceQuit, "Q", "", "", "", 1, "", "", 0, false},
+    {kChoiceReadings, "J", "", "", "", 1, "", "R", 3, false},
 }};
 
 void hidereply(Console& console) {

@@ -15,21 +15,21 @@ QString optionCaption(int index) {
 
 QString listCaption(int index) {
     switch (index) {
-    case 0:
+    case kChoiceLogo:
         return QStringLiteral("Screen Saver");
-    case 1:
+    case kChoiceIntervalGet:
         return QStringLiteral("Get Record Interval secs");
-    case 2:
+    case kChoiceIntervalSend:
         return QStringLiteral("Send Record Interval secs");
-    case 5:
+    case kChoiceSetup:
         return QStringLiteral("Setup + Gas");
-    case 6:
+    case kChoiceBook:
         return QStringLiteral("Book Send");
-    case 8:
+    case kChoiceUserId:
         return QStringLiteral("Personal Details");
-    case 10:
+    case kChoiceQuit:
         return QStringLiteral("Restart Morvalien");
-    case 11:
+    case kChoiceReadings:
         return QStringLiteral("Get Readings");
     default:
         return optionCaption(index);
@@ -38,37 +38,37 @@ QString listCaption(int index) {
 
 const std::vector<CommandEntry>& commandEntries() {
     static const std::vector<CommandEntry> entries{
-        {QStringLiteral("mnuLogo"), 0, QStringLiteral("Logo Send"),
+        {QStringLiteral("mnuLogo"), kChoiceLogo, QStringLiteral("Logo Send"),
          QStringLiteral("Select Logo file name and check it appears in File Name box. Make sure KD is in PC "
                         "Link and Connected appears in com port window. Then Click Logo Send.")},
-        {QStringLiteral("mnuIntget"), 1, QStringLiteral("Interval Get"),
+        {QStringLiteral("mnuIntget"), kChoiceIntervalGet, QStringLiteral("Interval Get"),
          QStringLiteral(
              "Click Interval Get. Response Box then shows the current recording interval for dive profile "
              "data. The values of the HUD and of the PO2 alarms come with it, where their frame is open. "
              "(Make sure KD is in PC Link and IR connection chows 'Connected')")},
-        {QStringLiteral("mnuIntSend"), 2, QStringLiteral("Interval Send"),
+        {QStringLiteral("mnuIntSend"), kChoiceIntervalSend, QStringLiteral("Interval Send"),
          QStringLiteral(
              "Choose the required interval in the range 001 to 240 seconds. Click Interval Send to send to "
              "KD. Response Box then shows updated value. Make sure KD is in PC Link and Connected appears in "
              "com port window. To see what the recording interval is currently set to use Interval Get "
              "command.")},
-        {QStringLiteral("mnuDiveSum"), 3, QStringLiteral("Dive Summary"), {}},
-        {QStringLiteral("mnuSumLast"), 4, QStringLiteral("Summary Last"), {}},
-        {QStringLiteral("mnuGasUp"), 5, QStringLiteral("Gas Upload"),
+        {QStringLiteral("mnuDiveSum"), kChoiceSummaries, QStringLiteral("Dive Summary"), {}},
+        {QStringLiteral("mnuSumLast"), kChoiceSummaryLast, QStringLiteral("Summary Last"), {}},
+        {QStringLiteral("mnuGasUp"), kChoiceSetup, QStringLiteral("Gas Upload"),
          QStringLiteral(
              "Modify Gas list as required. Make sure KD is in PC Link and Connected appears in com "
              "port window. Then Click Gas Upload.")},
-        {QStringLiteral("mnuBookUp"), 6, QStringLiteral("Book Send"),
+        {QStringLiteral("mnuBookUp"), kChoiceBook, QStringLiteral("Book Send"),
          QStringLiteral(
              "Select Book file name and check it appears in File Name box. Maximum size of file is 20K "
              "bytes. Make sure KD is in PC Link and Connected appears in com port window. Then Click Book "
              "Send.")},
-        {QStringLiteral("mnuPersSend"), 8, QStringLiteral("Info Send"),
+        {QStringLiteral("mnuPersSend"), kChoiceUserId, QStringLiteral("Info Send"),
          QStringLiteral("Type appropriate personal details into Text box. Maximum length is 32 characters. "
                         "Make sure KD is in PC Link and Connected appears in com port window. Then Click "
                         "Info Send.")},
-        {QStringLiteral("mnuOther"), 9, QStringLiteral("Other"), {}},
-        {QStringLiteral("mnuQuitKD"), 10, QStringLiteral("Quit KD"),
+        {QStringLiteral("mnuOther"), kChoiceOther, QStringLiteral("Other"), {}},
+        {QStringLiteral("mnuQuitKD"), kChoiceQuit, QStringLiteral("Quit KD"),
          QStringLiteral("Quit KD brings the KD out of PC link mode and stores data to EE memory. The KD may "
                         "take upto 30 seconds to come out of PC Link.")},
     };

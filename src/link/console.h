@@ -13,6 +13,7 @@ inline constexpr int kChoiceLogo = 0;
 inline constexpr int kChoiceIntervalGet = 1;
 inline constexpr int kChoiceIntervalSend = 2;
 inline constexpr int kChoiceSummaries = 3;
+inline constexpr int kChoiceSummaryLast = 4;
 inline constexpr int kChoiceSetup = 5;
 inline constexpr int kChoiceBook = 6;
 inline constexpr int kChoiceUserId = 8;

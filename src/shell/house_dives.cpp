@@ -26,6 +26,12 @@ bool isGone(const DiveIdentity& dive) {
     return gone;
 }
 
+void tellGone(viewer::rbinterface& screen, const DiveIdentity& dive) {
+    platform::dialogs().message(
+        &screen, QStringLiteral("The dive %1 that is shown here is no longer in the store.").arg(dive.diveid),
+        platform::BoxKind::Warning);
+}
+
 /// As the list puts a dive in hand that is opened from it.
 void takeInHand(const DiveIdentity& dive) {
     process().currentdiveid = dive.diveid;
@@ -210,10 +216,7 @@ void DiveScreens::showDetails() {
         return;
     }
     if (isGone(dive)) {
-        platform::dialogs().message(
-            &rbinterface.get(),
-            QStringLiteral("The dive %1 that is shown here is no longer in the store.").arg(dive.diveid),
-            platform::BoxKind::Warning);
+        tellGone(rbinterface.get(), dive);
         return;
     }
     if (rbdetails.isLoaded() && !(rbdetails.get().dive() == dive)) {
@@ -279,7 +282,8 @@ QString DiveScreens::storeDetailsOf(const QStringList& dives) {
 QString DiveScreens::closeWhatIsDeleted() {
     QString word;
     if (rbdetails.isLoaded() && isGone(rbdetails.get().dive())) {
-        word = QStringLiteral("The details of %1 were stored and closed").arg(rbdetails.get().dive().diveid);
+        word = QStringLiteral("The details of %1 were stored and closed").arg(rbdetails.get().dive().diveid) +
+               rbdetails.get().besides();
         rbdetails.get().closeForDeletion();
     }
     if (rbinterface.isLoaded() && isGone(rbinterface.get().dive())) {

@@ -275,14 +275,21 @@ void TestRbdetails::aSingleQuoteIsToldInOneLine() {
 }
 
 void TestRbdetails::aSingleQuoteIsToldOnEveryWayOut() {
-    for (const char* const way : {"close", "Cmdcancel", "keep"}) {
+    for (const char* const way : {"close", "Cmdcancel", "keep", "quietly"}) {
         DetailsWorld world;
         world.screen().showScreen();
         connect(&world.screen(), &rbdetails::diveViewWanted, &world.screen(),
                 [&world] { world.slot.unload(); });
         world.on<QComboBox>("Cbodepartment").setEditText(QStringLiteral("O'Hara's"));
-        if (QLatin1String(way) == QLatin1String("keep")) {
-            world.screen().keep();
+        const bool isQuiet = QLatin1String(way) == QLatin1String("quietly");
+        if (isQuiet || QLatin1String(way) == QLatin1String("keep")) {
+            if (isQuiet) { // its dive is deleted, say, or an act taken back
+                QCOMPARE(world.screen().saveQuietly(), QString());
+                QCOMPARE(world.screen().besides(),
+                         "; with its single quote not kept for choosing again: O'Hara's");
+            } else {
+                world.screen().keep();
+            }
             QCOMPARE(world.dialogs.asked().size(), 0);
             const QList<QLabel*> labels = world.screen().findChildren<QLabel*>();
             QVERIFY(std::any_of(labels.begin(), labels.end(), [](QLabel* label) {

@@ -331,6 +331,7 @@ void TestHouseDives::detailsOfADeletedDiveAreStoredAndClosed() {
     program.open(2);
     program.openDetails();
     control<QComboBox>("rbdetails", "Cbosite")->setEditText(QStringLiteral("Blue hole"));
+    control<QComboBox>("rbdetails", "Cbodepartment")->setEditText(QStringLiteral("O'Hara's"));
     control<QAction>("rbinterface", "mnudiveexit")->trigger();
     program.dialogs.clear();
     program.remove(2);
@@ -342,6 +343,8 @@ void TestHouseDives::detailsOfADeletedDiveAreStoredAndClosed() {
     QCOMPARE(DivesProgram::text("SELECT Site FROM site"), "Blue hole");
     QVERIFY(QDir(program.folder.path("jpg")).entryList(QDir::Files).isEmpty());
     QVERIFY(listSays(diveid(2)));
+    QVERIFY(listSays(QStringLiteral("stored and closed; with its single quote not kept for choosing again: "
+                                    "O'Hara's")));
     QVERIFY(program.ended->isEmpty());
 }
 

@@ -1,5 +1,7 @@
 #include "link/screens/commandlist.h"
 
+#include "link/console.h"
+
 #include "link/commandmenu.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
@@ -17,25 +19,23 @@ namespace benthor::link {
 
 namespace {
 
-constexpr int kRestart = 10;
-constexpr int kOther = 9;
 constexpr int kSaverPicture = 24;
 
 const char* iconOf(int index) {
     switch (index) {
-    case 0:
+    case kChoiceLogo:
         return "picture";
-    case 1:
+    case kChoiceIntervalGet:
         return "interval";
-    case 2:
+    case kChoiceIntervalSend:
         return "interval-send";
-    case 5:
+    case kChoiceSetup:
         return "cylinder";
-    case 6:
+    case kChoiceBook:
         return "book";
-    case 8:
+    case kChoiceUserId:
         return "person";
-    case kRestart:
+    case kChoiceQuit:
         return "power";
     default:
         return "gauge";
@@ -86,7 +86,7 @@ CommandList::CommandList(QWidget* parent)
         row->setMinimumWidth(row->layout()->minimumSize().width());
         row->setChosen(false);
     }
-    redden(*rows_.value(kRestart));
+    redden(*rows_.value(kChoiceQuit));
 }
 
 look::EntryRow* CommandList::addRow(QWidget* column, int index) {
@@ -124,7 +124,7 @@ QWidget* CommandList::buildRestart() {
     auto* frame = new RedFrame;
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(1, 1, 1, 1);
-    look::EntryRow* row = addRow(frame, kRestart);
+    look::EntryRow* row = addRow(frame, kChoiceQuit);
     row->caption()->setToolTip(QStringLiteral("Ends PC Link mode; the device stores its data and restarts"));
     layout->addWidget(row);
     return frame;
@@ -132,7 +132,7 @@ QWidget* CommandList::buildRestart() {
 
 void CommandList::sync(const Console& console) {
     for (auto it = rows_.cbegin(); it != rows_.cend(); ++it) {
-        const bool chosen = it.key() == console.option && it.key() != kRestart;
+        const bool chosen = it.key() == console.option && it.key() != kChoiceQuit;
         if (it.value()->isChosen() != chosen) {
             it.value()->setChosen(chosen);
         }
@@ -141,7 +141,7 @@ void CommandList::sync(const Console& console) {
     if (option != nullptr && !option->isChecked()) {
         option->setChecked(true);
     }
-    showVisible(options_->button(kOther), console.Option1_9Visible);
+    showVisible(options_->button(kChoiceOther), console.Option1_9Visible);
 }
 
 void CommandList::setSaverPicture(const QImage& picture) {

@@ -1,5 +1,7 @@
 #include "logbook/screens/listtoolbar.h"
 
+#include "logbook/divelist.h"
+
 #include "logbook/screens/picturebutton.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -67,10 +69,10 @@ ListToolBar::ListToolBar(QWidget* parent)
     close_->setProperty("quiet", true);
     remove_->setObjectName(QStringLiteral("cmdelete"));
     remove_->setProperty("danger", true);
-    sort_->addChoice(QStringLiteral("Date"), 3);
-    sort_->addChoice(QStringLiteral("MaxDepth"), 2);
-    sort_->addChoice(QStringLiteral("Dive Name"), 1);
-    sort_->addChoice(QStringLiteral("Site"), 4);
+    sort_->addChoice(QStringLiteral("Date"), kSortByDate);
+    sort_->addChoice(QStringLiteral("MaxDepth"), kSortByMaxDepth);
+    sort_->addChoice(QStringLiteral("Dive Name"), kSortByName);
+    sort_->addChoice(QStringLiteral("Site"), kSortBySite);
     arrange();
     measure();
 }

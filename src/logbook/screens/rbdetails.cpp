@@ -26,9 +26,9 @@ using platform::StoreError;
 
 namespace {
 
-/// What a save says: also of the values that no list of choices takes, and where it is for good.
-QString wordOf(const SavedDetails& done) {
-    QString word = QStringLiteral("Saved");
+/// Of the values that no list of choices takes, and where a save is for good.
+QString besidesOf(const SavedDetails& done) {
+    QString word;
     if (!done.refused.isEmpty()) {
         word += QStringLiteral("; with its single quote not kept for choosing again: %1")
                     .arg(done.refused.join(QStringLiteral(", ")));
@@ -37,6 +37,10 @@ QString wordOf(const SavedDetails& done) {
         word += QStringLiteral("; this save cannot be taken back: %1").arg(done.notTakenBack);
     }
     return word;
+}
+
+QString wordOf(const SavedDetails& done) {
+    return QStringLiteral("Saved") + besidesOf(done);
 }
 
 void setItems(QComboBox& box, const QStringList& items) {
@@ -78,10 +82,15 @@ QString rbdetails::saveQuietly() {
     if (dive_.isEmpty()) {
         return {};
     }
+    besides_.clear();
     takeTypedBuddy();
     try {
-        savedetails(process().database, dive_, edited());
+        const SavedDetails done = savedetails(process().database, dive_, edited());
         noteSaved();
+        besides_ = besidesOf(done);
+        if (!besides_.isEmpty()) {
+            tell(wordOf(done));
+        }
         return {};
     } catch (const StoreError& error) {
         return error.text();

@@ -32,6 +32,8 @@ public:
     /// Its dive is about to be deleted: stores what was typed, without a box. Returns why that failed; empty
     /// when it did not.
     QString saveQuietly();
+    /// What the last quiet save told beside "Saved": "; with its single quote not kept ...".
+    const QString& besides() const { return besides_; }
     /// Whether something was typed that is not stored.
     bool hasTyped() const;
     /// Shows what the store has of its dive by now, in the place of what stood there.
@@ -83,6 +85,7 @@ private:
     void takeInHand() const;
     void tell(const QString& quietLine);
 
+    QString besides_;
     store::DiveIdentity dive_;
     DiverAdds stored_;        ///< what the store has of it, as it stands on the screen
     QString rescued_;         ///< name of the text that holds what could not be stored; empty: there is none

@@ -9,6 +9,7 @@
 
 class QAction;
 class QBoxLayout;
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QMenu;
@@ -95,6 +96,7 @@ private:
     QWidget* buildFirstDive();
     QWidget* buildLinkCard();
     QWidget* buildImportCard();
+    QHBoxLayout* makeProgressHead();
     void buildProgress(QWidget* area);
 
     // main_screen_menus.cpp

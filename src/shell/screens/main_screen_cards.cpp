@@ -196,11 +196,8 @@ QWidget* MainScreen::buildImportCard() {
     return card;
 }
 
-void MainScreen::buildProgress(QWidget* area) {
-    Frame2_ = named(new look::OverlayCard(area), "Frame2");
-    QVBoxLayout* down = Frame2_->body();
-    down->setSpacing(look::spaceBase);
-
+/// "Database Update", and which file of how many.
+QHBoxLayout* MainScreen::makeProgressHead() {
     auto* head = new QHBoxLayout;
     auto* icon = new look::ClickableLabel;
     icon->setIconName(QStringLiteral("database"), 22);
@@ -216,7 +213,14 @@ void MainScreen::buildProgress(QWidget* area) {
     lbltotalfiles_ = named(look::makeCaption(QString()), "lbltotalfiles");
     head->addWidget(lbltotalfiles_, 0, Qt::AlignBaseline);
     head->addWidget(look::makeCaption(QStringLiteral("files")), 0, Qt::AlignBaseline);
-    down->addLayout(head);
+    return head;
+}
+
+void MainScreen::buildProgress(QWidget* area) {
+    Frame2_ = named(new look::OverlayCard(area), "Frame2");
+    QVBoxLayout* down = Frame2_->body();
+    down->setSpacing(look::spaceBase);
+    down->addLayout(makeProgressHead());
     down->addWidget(new look::Rule);
 
     auto* file = new QHBoxLayout;

@@ -18,6 +18,8 @@
 #include <QStyleOption>
 #include <QTabBar>
 
+#include <optional>
+
 namespace benthor::look {
 
 LookStyle::LookStyle()
@@ -62,6 +64,43 @@ bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
     return QProxyStyle::eventFilter(watched, event);
 }
 
+namespace {
+
+/// The room between things; nothing for what is none.
+std::optional<int> spaceOf(QStyle::PixelMetric metric) {
+    switch (metric) {
+    case QStyle::PM_ButtonShiftHorizontal:
+    case QStyle::PM_ButtonShiftVertical:
+    case QStyle::PM_ScrollView_ScrollBarSpacing:
+    case QStyle::PM_ScrollView_ScrollBarOverlap:
+    case QStyle::PM_MenuBarHMargin:
+    case QStyle::PM_MenuBarVMargin:
+    case QStyle::PM_MenuBarItemSpacing:
+    case QStyle::PM_MenuHMargin:
+    case QStyle::PM_TabBarTabShiftVertical:
+    case QStyle::PM_TabBarTabShiftHorizontal:
+    case QStyle::PM_TabBarBaseOverlap:
+        return 0;
+    case QStyle::PM_MenuVMargin:
+        return spaceTight;
+    case QStyle::PM_LayoutLeftMargin:
+    case QStyle::PM_LayoutTopMargin:
+    case QStyle::PM_LayoutRightMargin:
+    case QStyle::PM_LayoutBottomMargin:
+        return spaceBase;
+    case QStyle::PM_LayoutHorizontalSpacing:
+    case QStyle::PM_LayoutVerticalSpacing:
+        return spaceSmall;
+    case QStyle::PM_HeaderMargin:
+    case QStyle::PM_FocusFrameHMargin: // the room beside the words of a cell
+        return 4;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
     case PM_ButtonIconSize:
@@ -78,15 +117,6 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return scaled(8);
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-    case PM_ScrollView_ScrollBarSpacing:
-    case PM_ScrollView_ScrollBarOverlap:
-    case PM_MenuBarHMargin:
-    case PM_TabBarTabShiftVertical:
-    case PM_TabBarTabShiftHorizontal:
-    case PM_TabBarBaseOverlap:
-        return 0;
     case PM_ScrollBarExtent:
         return scaled(12);
     case PM_ScrollBarSliderMin:
@@ -101,34 +131,18 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         return 2;
     case PM_ComboBoxFrameWidth:
         return 1;
-    case PM_MenuHMargin:
-        return 0;
-    case PM_MenuVMargin:
-        return spaceTight;
     case PM_MenuPanelWidth:
+        return 1;
     case PM_ToolTipLabelFrameWidth:
-        return metric == PM_MenuPanelWidth ? 1 : 6;
-    case PM_MenuBarItemSpacing:
-        return 0;
-    case PM_MenuBarVMargin:
-        return 0;
+        return 6;
     case PM_TabBarTabHSpace:
         return scaled(28);
     case PM_TabBarTabVSpace:
         return scaled(14);
-    case PM_LayoutLeftMargin:
-    case PM_LayoutTopMargin:
-    case PM_LayoutRightMargin:
-    case PM_LayoutBottomMargin:
-        return spaceBase;
-    case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing:
-        return spaceSmall;
-    case PM_HeaderMargin:
-    case PM_FocusFrameHMargin: // the room beside the words of a cell
-        return 4;
-    default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
+    default: {
+        const std::optional<int> space = spaceOf(metric);
+        return space ? *space : QProxyStyle::pixelMetric(metric, option, widget);
+    }
     }
 }
 

@@ -61,6 +61,18 @@ bool isInHand(const QStyleOption& option) {
     return option.state & (QStyle::State_MouseOver | QStyle::State_HasFocus);
 }
 
+/// Menus, tips and the line below tabs.
+void drawMenuPart(QStyle::PrimitiveElement element, const QRect& rect, QPainter* painter) {
+    const Tokens& token = tokens();
+    if (element == QStyle::PE_FrameTabWidget) {
+        painter->fillRect(QRect(rect.x(), rect.y(), rect.width(), 1), token.line);
+    } else if (element == QStyle::PE_FrameMenu || element == QStyle::PE_PanelTipLabel) {
+        drawPanel(painter, rect, element == QStyle::PE_FrameMenu ? QColor() : token.surface, token.edge, 0);
+    } else {
+        painter->fillRect(rect, token.surface);
+    }
+}
+
 } // namespace
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -105,21 +117,15 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                                                    : (isWritable(widget) ? token.edge : token.line),
                   4, (option->state & State_HasFocus) ? focusWidth : 1);
         return;
-    case PE_FrameTabWidget:
-        painter->fillRect(QRect(option->rect.x(), option->rect.y(), option->rect.width(), 1), token.line);
-        return;
     case PE_FrameFocusRect:
         drawFocusRing(painter, option->rect, 4);
         return;
+    case PE_FrameTabWidget:
     case PE_PanelMenu:
-        painter->fillRect(option->rect, token.surface);
-        return;
+    case PE_PanelMenuBar:
     case PE_FrameMenu:
     case PE_PanelTipLabel:
-        drawPanel(painter, option->rect, element == PE_FrameMenu ? QColor() : token.surface, token.edge, 0);
-        return;
-    case PE_PanelMenuBar:
-        painter->fillRect(option->rect, token.surface);
+        drawMenuPart(element, option->rect, painter);
         return;
     case PE_IndicatorArrowUp:
     case PE_IndicatorArrowDown:
