@@ -34,7 +34,8 @@ const QString kWarning =
                    "KEYBOARD WHEN UNIT IS PROGRAMMING.");
 
 struct Stage {
-    explicit Stage(int imageLength = 7040, const QString& port = QStringLiteral("3")) {
+    explicit Stage(int imageLength = 7040, const QString& port = QStringLiteral("3"),
+                   const QString& refusal = {}) {
         QDir::setCurrent(folder.root());
         QByteArray image(imageLength, 'x');
         image[0] = '*';
@@ -45,11 +46,15 @@ struct Stage {
             link::writecomport(port);
         }
         link::LinkLines lines;
-        lines.make = [this](QObject*, const std::function<void()>&) {
+        lines.make = [this, refusal](QObject*, const std::function<void()>&) {
             auto made = std::make_unique<FakeLine>();
             line = made.get();
+            if (!refusal.isEmpty()) {
+                line->portExists = [](int) { return false; };
+            }
             return made;
         };
+        lines.portHint = [refusal] { return refusal; };
         screen = new ReProg_Link(neighbours, lines);
         screen->showScreen();
     }
@@ -81,6 +86,12 @@ struct Stage {
     QString text(const char* name) const { return control<QLineEdit>(name)->text(); }
     QString lamp(int index) const {
         return control<QLabel>(qPrintable(QStringLiteral("Label4(%1)").arg(index)))->text();
+    }
+    /// Whether some line of the screen says so.
+    bool says(const QString& words) const {
+        const QList<QLabel*> labels = screen->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&words](const QLabel* label) { return label->text().contains(words); });
     }
     /// The device tells the right sum as soon as the image is through.
     void answerSum() {
@@ -121,6 +132,7 @@ private slots:
 
     void theScreenTellsItsWarningAndOpensThePort();
     void theControlsShowTheSession();
+    void aPortThatCannotBeOpenedSaysWhy();
     void theKeysSendTheirBytes();
     void sendIsOpenInTheModeAlone();
     void aFileIsChosenByDialogListAndMenu();
@@ -176,6 +188,16 @@ void TestReprogLink::theControlsShowTheSession() {
     QCOMPARE(stage.control<QLabel>("Label10")->text(), QStringLiteral("%1 characters").arg(page.size() + 35));
     QCOMPARE(stage.control<look::ToldButton>("SendCh(6)")->toldBackground(), QColor(255, 255, 0));
     QVERIFY(!stage.control("SendCh(2)")->isEnabled());
+}
+
+void TestReprogLink::aPortThatCannotBeOpenedSaysWhy() {
+    const QString why = QStringLiteral("Join the group of the ports.");
+    Stage shut(7040, QStringLiteral("3"), why);
+    shut.tick();
+    QVERIFY(shut.says(why));
+    Stage open(7040);
+    open.tick();
+    QVERIFY(!open.says(why));
 }
 
 void TestReprogLink::theKeysSendTheirBytes() {
@@ -349,6 +371,10 @@ void TestReprogLink::aWholeSendIsPaintedAndProved() {
     QCOMPARE(stage.control<QProgressBar>("ProgressBar2")->maximum(), 62);
     QCOMPARE(stage.control<QProgressBar>("ProgressBar2")->value(), 3);
     QCOMPARE(stage.control<QProgressBar>("ProgressBar1")->value(), 128 * 120);
+    const int sent = static_cast<int>(stage.screen->state().sent);
+    QVERIFY(sent != stage.screen->state().counted); // what was looked at is not what was sent
+    const QString digits = QString::number(sent);
+    QVERIFY(stage.says(digits.chopped(3) + QChar(0x202F) + digits.right(3) + QStringLiteral(" bytes sent")));
 }
 
 void TestReprogLink::whatTheUserDoesWhileASendRunsIsLost() {

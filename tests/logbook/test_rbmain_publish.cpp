@@ -103,6 +103,7 @@ private slots:
 
     void theListIsSavedAsASpreadsheet_data();
     void theListIsSavedAsASpreadsheet();
+    void theSpreadsheetHasTheNameThatWasChosen();
     void aCancelledSpreadsheetSaysSo();
     void aSpreadsheetThatCannotBeWrittenSaysSo();
 };
@@ -348,6 +349,18 @@ void TestRbmainPublish::theListIsSavedAsASpreadsheet() {
              "DiveID,Duration,MaxDepth,startdate,Dive Name,site,Usage hours,User Name,\r\n"
              "D0000001,41mins,22m,Jul/27/2017 09:50:02,Dive01.txt,Harbour mole,5mins,KD00123,\r\n"
              "D0000002,41mins,22m,Jul/27/2017 09:50:02,Dive02.txt,NA,5mins,KD00123,\r\n");
+}
+
+void TestRbmainPublish::theSpreadsheetHasTheNameThatWasChosen() {
+    PublishWorld world;
+    world.show();
+    for (const char* const name : {"list", "list.txt"}) {
+        world.dialogs.answerFile(world.folder.path(QString::fromLatin1(name)));
+        world.trigger("mnuSaveSpread");
+        QVERIFY(QFile::exists(world.folder.path(QString::fromLatin1(name))));
+    }
+    QVERIFY(!QFile::exists(world.folder.path(u"list.csv")));
+    QVERIFY(!QFile::exists(world.folder.path(u"list.txt.csv")));
 }
 
 void TestRbmainPublish::aCancelledSpreadsheetSaysSo() {

@@ -1,4 +1,5 @@
 #include "link/screens/pc_link_1.h"
+#include "platform/grid/flexgrid.h"
 #include "platform/instancelock.h"
 #include "platform/look/look.h"
 #include "store/units.h"
@@ -24,6 +25,8 @@ private slots:
     void theMaintenanceMakesTheFolderOfTexts();
     void anOlderStoreGetsItsMissingFields();
     void aSecondCopyLeavesTheStoreAloneAndEnds();
+    void theFirstCopyHearsTheSecond();
+    void anImportScrollsTheListInSight();
     void withoutAStoreTheGuideStaysAndTheQuestionFollows();
     void theLinkScreenIsLoadedHiddenByTheFirstTick();
     void theDiveListOpensTwoSecondsAfterTheStart();
@@ -140,6 +143,41 @@ void TestHouse::aSecondCopyLeavesTheStoreAloneAndEnds() {
     QCOMPARE(dialogs.messages().size(), 1);
     QVERIFY(dialogs.messages().first().startsWith(QLatin1String("Benthor is already open")));
     QVERIFY(folder.has(".benthor.front")); // what the first copy looks for
+}
+
+void TestHouse::theFirstCopyHearsTheSecond() {
+    Program program;
+    program.passSplash();
+    loaded("main")->showMinimized();
+    expire("main", "Timer1");
+    QVERIFY(loaded("main")->isMinimized());
+    program.folder.put(".benthor.front", "");
+    expire("main", "Timer1");
+    QVERIFY(!loaded("main")->isMinimized());
+    QVERIFY(!program.folder.has(".benthor.front"));
+}
+
+void TestHouse::anImportScrollsTheListInSight() {
+    Program program;
+    program.passSplash();
+    for (int number = 1; number <= 200; ++number) {
+        process().database.execute(platform::sqlWith(
+            "INSERT INTO main (DiveID, Location, startdate, dbtxtname) VALUES ('",
+            QStringLiteral("D%1").arg(number, 7, 10, QLatin1Char('0')), "', 'x', '2001-01-01', 'x.txt')"));
+    }
+    expire("main", "Timer4");
+    control<QAction>("rbmain", "mnusdiveid")->trigger();
+    auto* grid = control<platform::FlexGrid>("rbmain", "MSFlexGrid1");
+    const auto lastIsInSight = [](const platform::FlexGrid* list) {
+        const int last = list->rows() - 1;
+        return list->viewport()->rect().contains(QPoint(8, list->rowViewportPosition(last - 1) + 10));
+    };
+    QVERIFY(!lastIsInSight(grid));
+    program.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    expire("main", "Timer1");
+    grid = control<platform::FlexGrid>("rbmain", "MSFlexGrid1");
+    QCOMPARE(grid->text(grid->rows() - 1, 0), "D0000201");
+    QVERIFY(lastIsInSight(grid));
 }
 
 void TestHouse::withoutAStoreTheGuideStaysAndTheQuestionFollows() {

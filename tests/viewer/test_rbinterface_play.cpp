@@ -5,10 +5,13 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/ticktimer.h"
 #include "tests/profile/divetext.h"
+#include "viewer/screens/samplekeys.h"
 #include "viewer/screens/tipbox.h"
 
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
 #include <QtTest>
 
 using namespace benthor;
@@ -268,6 +271,18 @@ private slots:
         };
         QVERIFY(!walked("txtinterval", Qt::MouseFocusReason, Qt::Key_Left));
         QVERIFY(!walked("Alarm_Text", Qt::MouseFocusReason, Qt::Key_Down));
+        QSlider slider(stage.screen);
+        QListWidget list(stage.screen);
+        QPushButton button(stage.screen);
+        for (QWidget* const one : std::initializer_list<QWidget*>{&slider, &list, &button}) {
+            one->installEventFilter(stage.screen->findChild<SampleKeys*>());
+            one->show();
+            one->setFocus(Qt::MouseFocusReason);
+            QTest::keyClick(one, Qt::Key_End);
+            QCOMPARE(stage.grid->row() != before, one == &button);
+        }
+        stage.grid->setRow(before);
+        QVERIFY(walked("MSChart1", Qt::TabFocusReason, Qt::Key_Right)); // nothing in it needs the keys
         QVERIFY(!walked("Check3", Qt::TabFocusReason, Qt::Key_Right));
         QVERIFY(!walked("PlayDive", Qt::BacktabFocusReason, Qt::Key_End));
         QVERIFY(walked("Check3", Qt::MouseFocusReason, Qt::Key_Right));

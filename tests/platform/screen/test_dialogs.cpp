@@ -24,6 +24,7 @@ private slots:
     void aScriptAnswersInPlaceOfTheBoxes();
     void filtersGoOverInTheToolkitsForm();
     void aFileDialogShowsItsFiltersAsTheyRead();
+    void aSaveDialogShowsItsFiltersAsTheyRead();
 
 private:
     /// Acts on the box once it is up.
@@ -132,6 +133,32 @@ void TestDialogs::aFileDialogShowsItsFiltersAsTheyRead() {
                                               QStringLiteral("Text Files (*.txt)|*.txt|All Files (*.*)|*.*"));
     QCOMPARE(shown, (QStringList{"Text Files (*.txt)", "All Files (*.*)"}));
     QCOMPARE(chosen, directory.filePath(QStringLiteral("noending")));
+}
+
+void TestDialogs::aSaveDialogShowsItsFiltersAsTheyRead() {
+    const QTemporaryDir directory;
+    const QString filter = QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*");
+    for (const bool withType : {false, true}) {
+        QStringList shown;
+        QTimer::singleShot(0, [&shown] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog != nullptr);
+            auto* box = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            for (int i = 0; i < box->count(); ++i) {
+                shown += box->itemText(i);
+            }
+            QMetaObject::invokeMethod(dialog, "reject");
+        });
+        if (withType) {
+            QVERIFY(dialogs()
+                        .saveFileAs(nullptr, QStringLiteral("Save as"), directory.path(), filter)
+                        .path.isEmpty());
+        } else {
+            QVERIFY(
+                dialogs().saveFile(nullptr, QStringLiteral("Save as"), directory.path(), filter).isEmpty());
+        }
+        QCOMPARE(shown, (QStringList{"Text Files (*.csv)", "All Files (*.*)"}));
+    }
 }
 
 QTEST_MAIN(TestDialogs)
