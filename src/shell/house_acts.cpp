@@ -65,18 +65,22 @@ logbook::mergelogbook* DiveScreens::makeMerge() {
 }
 
 /// The list has the dives that came, the first of them chosen, and open details show what was chosen of them.
+/// A list that shows another store by then has none of them, and stays as it is.
 void DiveScreens::takeMerge(const logbook::MergeResult& result) {
     const Handover handover(host_);
     mergelogbook.unload();
     if (rbdetails.isLoaded()) {
         rbdetails.get().takeStored();
     }
-    rbmain.unload();
+    const bool isOwn = process().storepath.isEmpty();
+    if (isOwn) {
+        rbmain.unload();
+    }
     rbmain.showInFront();
     if (!rbmain.isLoaded()) {
         return;
     }
-    if (!result.dives.isEmpty()) {
+    if (isOwn && !result.dives.isEmpty()) {
         rbmain.get().chooseDive(result.dives.first());
     }
     platform::dialogs().message(&rbmain.get(), logbook::mergeText(result));

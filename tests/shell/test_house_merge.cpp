@@ -96,6 +96,7 @@ private slots:
     void whatIsNoLogbookIsSaidInTheScreen();
     void whileDivesAreImportedNothingIsMerged();
     void anotherStoreThatIsShownOffersNoMerge();
+    void aListThatShowsAnotherStoreStaysAsItIs();
     void theScreenKeepsTheProgramOpenAndGoesWithIt();
 };
 
@@ -333,6 +334,30 @@ void TestHouseMerge::anotherStoreThatIsShownOffersNoMerge() {
     QVERIFY(!control<QAction>("rbmain", "mnumerge")->isEnabled());
     control<QPushButton>("rbmain", "cmdownlogbook")->click();
     QVERIFY(control<QAction>("rbmain", "mnumerge")->isEnabled());
+}
+
+/// The dives came into the own logbook: one of that number over there is another one.
+void TestHouseMerge::aListThatShowsAnotherStoreStaysAsItIs() {
+    TwoLogbooks program(1, 2, 3);
+    program.chooseFolder();
+    const QString another = program.folder.path(QStringLiteral("another.mdb"));
+    QVERIFY(QFile::copy(program.folder.path(QStringLiteral("rb.mdb")), another));
+    {
+        platform::Database store;
+        store.open(another);
+        store.execute("INSERT INTO main (DiveID, Startcode) VALUES ('D0000002', '7')");
+        store.execute("INSERT INTO main (DiveID, Startcode) VALUES ('D0000003', '8')");
+    }
+    program.dialogs.answerFile(another);
+    control<QAction>("main", "mnuOpen")->trigger();
+    program.choose(3);
+    program.button("cmdmerge").click();
+    QCOMPARE(listed().size(), 3);
+    QCOMPARE(program.list().row(), 3);
+    QCOMPARE(process().storepath, another);
+    control<QPushButton>("rbmain", "cmdownlogbook")->click();
+    QCOMPARE(listed(), (QStringList{diveid(1), diveid(2), diveid(3)}));
+    QCOMPARE(program.field(2, u"Startcode"), QString::number(382352313 + 86400LL * 2));
 }
 
 void TestHouseMerge::theScreenKeepsTheProgramOpenAndGoesWithIt() {
