@@ -1,4 +1,5 @@
 #include "platform/look/look.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "tests/logbook/detailsworld.h"
 
 #include <QAction>
@@ -18,6 +19,7 @@ class TestRbdetails : public QObject {
 private slots:
     void controlsAreThereByName_data();
     void controlsAreThereByName();
+    void messageLinesAreNeverCut();
     void theDiveIsShown();
     void inFeetTheCaptionSaysSo();
     void picksAreOfferedAndTheDivesOwnValueShows();
@@ -64,6 +66,19 @@ void TestRbdetails::controlsAreThereByName() {
     QFETCH(QString, name);
     DetailsWorld world;
     QCOMPARE(world.screen().findChildren<QObject*>(name).size(), 1);
+}
+
+void TestRbdetails::messageLinesAreNeverCut() {
+    DetailsWorld world;
+    world.screen().showScreen();
+    const QString word(300, u'x'); // a serial, say: nothing in it to break at
+    for (const char* const name : {"quietline"}) {
+        auto* line = world.screen().findChild<look::WholeLabel*>(QLatin1String(name));
+        QVERIFY2(line != nullptr, name);
+        line->setText(word);
+        QCOMPARE(line->linesAt(200).join(QString()), word);
+        QVERIFY(line->heightForWidth(200) >= 5 * line->fontMetrics().height());
+    }
 }
 
 void TestRbdetails::theDiveIsShown() {

@@ -1,4 +1,5 @@
 #include "platform/look/widgets/segmentedchoice.h"
+#include "platform/look/widgets/wholelabel.h"
 #include "tests/logbook/listworld.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -22,6 +23,7 @@ private slots:
     void timer3IsDisabledAtDesignAndTicksEverySecond();
     void loadingSetsLabel16ToT();
     void loadingShowsTheSpreadsheetControls();
+    void messageLinesAreNeverCut();
     void loadingChoosesTheFirstDive();
     void emptyStoreSaysSoAndTheListClosesItself();
     void emptyStoreSaysInTheGridHowTheFirstDiveGetsIn();
@@ -83,6 +85,20 @@ void TestRbmainLoad::loadingSetsLabel16ToT() {
     ListWorld::addDive(diveNumber(1));
     QCOMPARE(world.labelText("Label16"), QStringLiteral("t"));
     QVERIFY(world.control<QWidget>("Frame2")->isHidden());
+}
+
+void TestRbmainLoad::messageLinesAreNeverCut() {
+    ListWorld world;
+    ListWorld::addDive(QStringLiteral("D0000001"));
+    world.show();
+    const QString word(300, u'x'); // a serial, say: nothing in it to break at
+    for (const char* const name : {"quietline", "Label16"}) {
+        auto* line = world.list.get().findChild<look::WholeLabel*>(QLatin1String(name));
+        QVERIFY2(line != nullptr, name);
+        line->setText(word);
+        QCOMPARE(line->linesAt(200).join(QString()), word);
+        QVERIFY(line->heightForWidth(200) >= 5 * line->fontMetrics().height());
+    }
 }
 
 void TestRbmainLoad::loadingShowsTheSpreadsheetControls() {
