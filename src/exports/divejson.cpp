@@ -2,12 +2,11 @@
 
 #include "exports/numbertext.h"
 #include "exports/samplecolumns.h"
+#include "exports/samplerows.h"
 #include "platform/textformat.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-
-#include <cmath>
 
 namespace benthor::exports {
 
@@ -55,38 +54,6 @@ QJsonArray columnsArray() {
     return columns;
 }
 
-char* writeText(char* at, QByteArrayView text) {
-    return std::copy(text.begin(), text.end(), at);
-}
-
-/// The numbers of a row, from its bracket on: all but the alarms.
-class NumberRows {
-public:
-    explicit NumberRows(const WholeDive& dive)
-        : dive_(dive) {
-        for (const SampleColumn& column : sampleColumns()) {
-            columns_.push_back(isRecorded(dive, column) ? &(dive.profile.*column.array) : nullptr);
-        }
-        row_.resize(kLongestNumber * (sampleColumns().size() + 1));
-    }
-    QByteArrayView row(int sample) {
-        char* at = row_.data();
-        *at++ = '[';
-        const std::optional<double> time = dive_.timeOf(sample);
-        at = time && std::isfinite(*time) ? writeNumber(at, *time) : writeText(at, "null");
-        for (const profile::SampleArray* const column : columns_) {
-            *at++ = ',';
-            at = column != nullptr ? writeNumber(at, (*column)[sample - 1]) : writeText(at, "null");
-        }
-        return {row_.data(), at};
-    }
-
-private:
-    const WholeDive& dive_;
-    std::vector<const profile::SampleArray*> columns_; ///< null where nothing is recorded
-    std::vector<char> row_;
-};
-
 } // namespace
 
 QString momentText(const QDateTime& moment) {
@@ -125,12 +92,13 @@ QByteArray samplesJson(const WholeDive& dive) {
     QByteArray json = "{\"id\":" + jsonText(dive.figures.id) + ",\"interval_s\":" +
                       (dive.figures.interval ? numberText(*dive.figures.interval) : QByteArray("null")) +
                       ",\"columns\":" + columns + ",\"rows\":[";
-    NumberRows numbers(dive);
+    SampleRows rows(dive, "null");
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         if (sample != profile::kFirstSample) {
             json += ',';
         }
-        json += numbers.row(sample);
+        json += '[';
+        json += rows.row(sample);
         const QStringList tokens = alarmTokens(dive.profile, sample);
         json += ',';
         json += tokens.isEmpty() ? QByteArrayLiteral("[]") : compact(QJsonArray::fromStringList(tokens));
