@@ -1,0 +1,36 @@
+#pragma once
+
+#include "exports/wholedive.h"
+#include "exports/zxusegments.h"
+
+#include <QIODevice>
+#include <QTemporaryFile>
+
+namespace benthor::exports {
+
+/// Dives in one DL7 file: the head, one table of warnings for all of them, and a group from ZDH to ZDT a
+/// dive.
+///
+/// The head comes first and needs the warnings of the last dive, so that the groups wait in a file in the
+/// system's folder for such until end(). A single dive gives the file that fullZxu() makes of it.
+class ZxuLogbook {
+public:
+    /// `written`: the moment of the export.
+    ZxuLogbook(QIODevice& device, const QDateTime& written)
+        : device_(device)
+        , written_(written) {}
+    /// In this order, add() for each dive. ExportError where the device or the waiting file does not take
+    /// all.
+    void begin();
+    void add(const WholeDive& dive);
+    void end();
+
+private:
+    QIODevice& device_;
+    QDateTime written_;
+    QTemporaryFile groups_;
+    ZxuWarnings warnings_;
+    int dives_ = 0;
+};
+
+} // namespace benthor::exports

@@ -1,0 +1,221 @@
+#include "exports/zxusegments.h"
+
+#include "exports/numbertext.h"
+#include "platform/textformat.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace benthor::exports {
+
+namespace {
+
+const QByteArray kLineEnd = QByteArrayLiteral("\r\n");
+constexpr double kBarPerAta = 1.01325;
+constexpr double kFastAscent = 10; ///< metres a minute
+
+QByteArray danMoment(const QDateTime& moment) {
+    return platform::formatDate(moment, u"yyyymmddhhnnss").toLatin1();
+}
+
+/// Two decimals at most.
+float hundredths(double value) {
+    const auto number = static_cast<float>(platform::roundToEven(value * 100) / 100);
+    return std::isfinite(number) ? number : 0.0F;
+}
+
+double setpointAt(const FullDive& dive, int sample) {
+    return dive.profile.setpoint[sample - 1];
+}
+
+bool everAtConstantPo2(const FullDive& dive) {
+    for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
+        if (setpointAt(dive, sample) > 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int gasOf(const FullDive& dive, int sample) {
+    return platform::toWhole(dive.profile.gasnum[sample - 1]);
+}
+
+/// What may stand in a segment: printable letters without the delimiters that the header declares.
+QString segmentText(const QString& text) {
+    QString plain;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(plain), [](QChar letter) {
+        return letter >= u' ' && letter <= u'~' && !QStringView(u"|^~<>{}\\").contains(letter);
+    });
+    return plain.trimmed();
+}
+
+char* writeText(char* at, QByteArrayView text) {
+    return std::copy(text.begin(), text.end(), at);
+}
+
+/// As danMinutes(). Of most samples the text follows from whole ten-thousandths; where these are not certain,
+/// that function decides.
+char* writeMinutes(char* at, double minutes) {
+    constexpr double kMostMinutes = 100000;
+    constexpr double kCertain = 0.001;
+    constexpr qsizetype kMostCharacters = 6;
+    const double scaled = minutes * 10000;
+    const double whole = std::floor(scaled + 0.5);
+    if (!(minutes >= 0 && minutes < kMostMinutes) || std::abs(scaled - whole) > 0.5 - kCertain) {
+        return writeText(at, danMinutes(minutes).toLatin1());
+    }
+    const auto parts = static_cast<int>(whole);
+    char* const begin = at;
+    at = std::to_chars(at, at + kLongestNumber, parts / 10000).ptr;
+    *at++ = '.';
+    int part = parts % 10000;
+    for (int unit = 1000; unit == 1000 || part > 0; unit /= 10) {
+        *at++ = static_cast<char>('0' + part / unit);
+        part %= unit;
+    }
+    return std::min(at, begin + kMostCharacters);
+}
+
+/// The fields of one sample line, from the third on written only where the device recorded them.
+class ZxuLines {
+public:
+    ZxuLines(const FullDive& dive, ZxuWarnings& warnings)
+        : dive_(dive)
+        , warnings_(warnings)
+        , withPo2_(dive.profile.enabled.test(3))
+        , withTemperature_(dive.profile.enabled.test(5))
+        , withSupplies_(dive.profile.enabled.test(8)) {}
+
+    void append(QByteArray& text, int sample) {
+        const profile::DiveProfile& profile = dive_.profile;
+        const int place = sample - 1;
+        const double depth = profile.depthpos[place];
+        const double ceiling = -static_cast<double>(profile.ceilingneg[place]);
+        const int warning = warnings_.number(profile, sample);
+        char* at = line_.data();
+        *at++ = '|';
+        at = writeMinutes(at, (sample - profile::kFirstSample) * dive_.interval / 60);
+        *at++ = '|';
+        at = field(at, true, hundredths(depth));
+        at = writeGas(at, sample);
+        at = field(at, withPo2_, withPo2_ ? hundredths(profile.po2[place] / kBarPerAta) : 0);
+        at = writeText(at, isFast(sample, depth) ? "T|" : "F|");
+        at = writeText(at, ceiling > 0 && depth < ceiling ? "T|" : "F|");
+        at = field(at, ceiling > 0, hundredths(ceiling));
+        at = field(at, withTemperature_, profile.temp[place]);
+        at = warning > 0 ? std::to_chars(at, at + kLongestNumber, warning).ptr : at;
+        *at++ = '|';
+        at = field(at, withSupplies_, profile.hpo2[place]);
+        at = field(at, withSupplies_, profile.hpdil[place]);
+        at = writeText(at, "||||\r\n");
+        text.append(line_.data(), at - line_.data());
+    }
+
+private:
+    static char* field(char* at, bool isThere, float value) {
+        at = isThere ? writeNumber(at, value) : at;
+        *at++ = '|';
+        return at;
+    }
+
+    /// The gas where it or the setpoint changes.
+    char* writeGas(char* at, int sample) {
+        const int number = gasOf(dive_, sample);
+        const double setpoint = setpointAt(dive_, sample);
+        if (number != number_ || setpoint != setpoint_ || sample == profile::kFirstSample) {
+            number_ = number;
+            setpoint_ = setpoint;
+            const QByteArray gas = danGas(dive_.gases, number, setpoint).toLatin1();
+            at = gas == gas_ ? at : writeText(at, gas);
+            gas_ = gas;
+        }
+        *at++ = '|';
+        return at;
+    }
+
+    bool isFast(int sample, double depth) const {
+        if (sample == profile::kFirstSample || dive_.interval <= 0) {
+            return false;
+        }
+        const double before = dive_.profile.depthpos[sample - 2];
+        return (before - depth) / (dive_.interval / 60) > kFastAscent;
+    }
+
+    static constexpr size_t kFields = 15;
+
+    const FullDive& dive_;
+    ZxuWarnings& warnings_;
+    bool withPo2_, withTemperature_, withSupplies_;
+    int number_ = 0;
+    double setpoint_ = 0;
+    QByteArray gas_;
+    std::array<char, kFields*(kLongestNumber + 1)> line_{};
+};
+
+QByteArray closingSegment(const FullDive& dive, const QByteArray& number) {
+    double deepest = 0;
+    double coldest = 0;
+    for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
+        const double temperature = dive.profile.temp[sample - 1];
+        deepest = std::max<double>(deepest, dive.profile.depthpos[sample - 1]);
+        coldest = sample == profile::kFirstSample ? temperature : std::min(coldest, temperature);
+    }
+    const QByteArray temperature =
+        dive.profile.enabled.test(5) ? numberText(static_cast<float>(coldest)) : QByteArray();
+    return "ZDT|" + number + "|" + danNumber(dive.diveid).toLatin1() + "|" + numberText(hundredths(deepest)) +
+           "|" + danMoment(dive.finish) + "|" + temperature + "|" + kLineEnd;
+}
+
+} // namespace
+
+int ZxuWarnings::number(const profile::DiveProfile& profile, int sample) {
+    constexpr qsizetype kLongestWord = 80;
+    if (!profile.alarmpoint(sample)) {
+        return 0;
+    }
+    QStringList words;
+    for (const QString& word : profile.alarms.words(sample, kLongestWord)) {
+        words += segmentText(word);
+    }
+    words.removeAll(QString());
+    if (words.isEmpty()) {
+        return 0;
+    }
+    const auto [entry, isNew] = numbers_.try_emplace(words, static_cast<int>(numbers_.size()) + 1);
+    if (isNew) {
+        entries_ += (entries_.isEmpty() ? "" : "~") + QByteArray::number(entry->second) + '^' +
+                    words.join(u'^').toLatin1();
+    }
+    return entry->second;
+}
+
+QByteArray ZxuWarnings::segment() const {
+    return "ZAR{" + entries_ + "}" + kLineEnd;
+}
+
+QByteArray zxuHead(const QDateTime& written) {
+    return "FSH|^~<>{}|KDBN01|ZXU|" + danMoment(written) + "|" + kLineEnd +
+           "ZRH|^~<>{}|KD32RB|000000000000|MSWG|ThM|C|bar|L|" + kLineEnd;
+}
+
+QByteArray zxuDive(const FullDive& dive, int number, ZxuWarnings& warnings) {
+    const QByteArray place = QByteArray::number(number);
+    const QByteArray diluent = dive.lastsample >= profile::kFirstSample
+                                   ? danGas(dive.gases, gasOf(dive, profile::kFirstSample), 0).toLatin1()
+                                   : QByteArray();
+    QByteArray text = "ZDH|" + place + "|" + danNumber(dive.diveid).toLatin1() + "|I|Q" +
+                      platform::floatText(static_cast<float>(dive.interval)).toLatin1() + "S|" +
+                      danMoment(dive.start) + "|||" +
+                      (everAtConstantPo2(dive) ? "PO2|" + diluent : QByteArray("|")) + "|" + kLineEnd;
+    text += "ZDP{" + kLineEnd;
+    ZxuLines lines(dive, warnings);
+    for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
+        lines.append(text, sample);
+    }
+    return text + "ZDP}" + kLineEnd + closingSegment(dive, place);
+}
+
+} // namespace benthor::exports
