@@ -109,19 +109,22 @@ FolderPlaces folderPlaces() {
             QDir::cleanPath(executable + QStringLiteral("/../share/benthor"))};
 }
 
-ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error) {
-    error = {};
+ProgramFolder findProgramFolder(const FolderPlaces& places) {
     const ProgramFolder beside(places.executable);
     // A store beside the program is the diver's even where nothing can be written: it is shown, not passed
     // over.
-    if (beside.listFiles(QString(), storename()).contains(storename()) ||
-        QFileInfo(places.executable).isWritable()) {
-        return beside;
-    }
-    if (!QFileInfo(places.data).isDir()) {
+    const bool isBeside = beside.listFiles(QString(), storename()).contains(storename()) ||
+                          QFileInfo(places.executable).isWritable();
+    return isBeside ? beside : ProgramFolder(places.data);
+}
+
+ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error) {
+    error = {};
+    const ProgramFolder folder = findProgramFolder(places);
+    if (folder.root() == places.data && !QFileInfo(places.data).isDir()) {
         error = makeDataFolder(places);
     }
-    return ProgramFolder(places.data);
+    return folder;
 }
 
 } // namespace benthor::platform

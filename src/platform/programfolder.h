@@ -46,6 +46,10 @@ struct FolderPlaces {
 /// The places of this process.
 FolderPlaces folderPlaces();
 
+/// Where the program folder is or would be: the executable's own where it holds a store or can be written,
+/// otherwise the data folder. Nothing is made.
+ProgramFolder findProgramFolder(const FolderPlaces& places);
+
 /// The program folder: the executable's own where it holds a store or can be written; otherwise the data
 /// folder, which is made and filled as a whole, for its owner alone, on its first use. `error` says why it
 /// could not be made; the folder is then returned all the same, and nothing stands in its place.

@@ -40,6 +40,7 @@ private slots:
     void aFolderThatIsNotThereHasNoFiles();
     void theExecutablesFolderIsTakenWhenItCanBeWritten();
     void theDataFolderIsFilledOnItsFirstUse();
+    void aFolderThatIsOnlyLookedForIsNotMade();
     void aDataFolderInUseIsNotFilledAgain();
     void aFillThatFailsLeavesNoDataFolder();
 
@@ -242,6 +243,14 @@ void TestFiles::theDataFolderIsFilledOnItsFirstUse() {
     QCOMPARE(bytes("home/Benthor/rb.mdb"), "store");
     QCOMPARE(bytes("home/Benthor/Reprog/chklst.txt"), "list");
     QVERIFY(QFileInfo(path("home/Benthor/new")).isDir());
+}
+
+void TestFiles::aFolderThatIsOnlyLookedForIsNotMade() {
+    make("share/rb.mdb", "store");
+    const FolderPlaces places{path("no executable"), path("home/Benthor"), path("share")};
+    QCOMPARE(findProgramFolder(places).root(), path("home/Benthor"));
+    QVERIFY(!QFile::exists(path("home")));
+    QCOMPARE(findProgramFolder({directory_->path(), path("data"), path("share")}).root(), directory_->path());
 }
 
 void TestFiles::aDataFolderInUseIsNotFilledAgain() {
