@@ -61,13 +61,23 @@ private:
     ImportScreen& screen_;
 };
 
+WaitingFiles wantedfiles(const platform::ProgramFolder& folder, const QString& only) {
+    WaitingFiles found = waitingfiles(folder);
+    if (!only.isEmpty()) {
+        found.names = found.names.contains(only) ? QStringList{only} : QStringList();
+        found.passedby.clear(); // nobody asked for those
+    }
+    return found;
+}
+
 class ImportRun {
 public:
-    ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen)
+    ImportRun(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen,
+              const QString& only)
         : folder_(folder)
         , state_(state)
         , screen_(screen)
-        , found_(waitingfiles(folder))
+        , found_(wantedfiles(folder, only))
         , names_(found_.names)
         , copies_(folder, names_, [this] { screen_.paint(); }) {}
 
@@ -275,12 +285,13 @@ private:
 
 } // namespace
 
-ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen) {
+ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen,
+                      const QString& only) {
     if (process().importing) {
         return ImportEnd::AlreadyRunning;
     }
     const RunEnd end(screen);
-    return ImportRun(folder, state, screen).run();
+    return ImportRun(folder, state, screen, only).run();
 }
 
 QString takemanualfile(const platform::ProgramFolder& folder, const QString& path) {

@@ -60,8 +60,10 @@ enum class ImportEnd {
 /// transaction, and the file leaves `new` only when they are committed and they and its copy in `old` read
 /// back: whatever kills the program, each dive is in the store, or its file is still in `new`. (Killed
 /// between the two, it is in both, and the next run makes a second dive of it.) What was removed stays so
-/// before a next run begins.
-ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen);
+/// before a next run begins. `only`: the file of `new` that is moved, where the others are to go on waiting;
+/// empty for all.
+ImportEnd importdives(const platform::ProgramFolder& folder, ImportState& state, ImportScreen& screen,
+                      const QString& only = {});
 
 /// The file that the user picked by hand is copied into `new` under its name. A file with other contents that
 /// waits there under that name is first copied to `old`, under a free name. Returns the message to show, or

@@ -21,6 +21,8 @@ private slots:
     void filesAreTakenByNameWithoutRegardToCase();
     void aFileThatArrivesDuringARunWaitsForTheNext();
 
+    void oneFileAloneIsTakenAndTheOthersWait();
+
     void whatIsNoRegularFileIsPassedByAndTold();
     void theFirstPassPaintsWithinALongFileAndBetweenFiles();
     void closingWithinTheFirstPassStoresNothing();
@@ -51,6 +53,21 @@ void TestImportWaiting::aFileThatArrivesDuringARunWaitsForTheNext() {
     QCOMPARE(divefiles::importdives(program_->folder, state_, screen), ImportEnd::Done);
     QCOMPARE(newFiles(), QStringList("b.txt"));
     QCOMPARE(locations(), QStringList("a.txt"));
+}
+
+void TestImportWaiting::oneFileAloneIsTakenAndTheOthersWait() {
+    program_->putWaiting(QStringLiteral("a.txt"), "Start,1\r\n"); // no import of all comes past this one
+    program_->putWaiting(QStringLiteral("b.txt"), goodDive());
+    program_->putWaiting(QStringLiteral("c.txt"), goodDive());
+    QVERIFY(QDir(program_->folder.root()).mkpath(QStringLiteral("new/folder.txt")));
+    screen_.clear();
+    QCOMPARE(importdives(program_->folder, state_, screen_, QStringLiteral("b.txt")), ImportEnd::Done);
+    QCOMPARE(locations(), QStringList{QStringLiteral("b.txt")});
+    QCOMPARE(newFiles(), QStringList({"a.txt", "c.txt"}));
+    QCOMPARE(program_->names(QStringLiteral("old")), QStringList{QStringLiteral("b.txt")});
+    QCOMPARE(screen_.belows, QStringList{QString()});
+
+    QCOMPARE(importdives(program_->folder, state_, screen_, QStringLiteral("none.txt")), ImportEnd::NoFiles);
 }
 
 void TestImportWaiting::whatIsNoRegularFileIsPassedByAndTold() {
