@@ -1,0 +1,40 @@
+#pragma once
+
+#include "exports/uddfgases.h"
+#include "exports/uddfparts.h"
+#include "exports/uddfxml.h"
+#include "exports/wholedive.h"
+
+#include <array>
+#include <set>
+
+namespace benthor::exports {
+
+/// Kinds of what one dive has and the format has no place for.
+using LostKinds = std::set<QString>;
+
+/// What must be known of a profile before its samples are written. Readings that cannot be are passed over:
+/// damaged files tell pressures below zero, and numbers of thirty digits.
+struct UddfProfile {
+    struct Pressures {
+        float first = 0, last = 0; ///< bar; 0: not recorded
+    };
+
+    explicit UddfProfile(const WholeDive& dive);
+
+    std::array<bool, UddfParts::kCells> cells{};      ///< recorded
+    std::array<Pressures, UddfParts::kTanks> tanks{}; ///< oxygen, diluent
+    bool temperature = false;                         ///< recorded
+    std::optional<float> coldest;                     ///< degrees C
+    float highestPo2 = 0;                             ///< bar; 0: not recorded
+    GasesWithoutRow withoutRow;
+    bool impossible = false; ///< there are readings that were passed over
+};
+
+/// The element samples of a dive that has some: the zero lead as one waypoint at 0 m and 0 s, and one
+/// waypoint for each record. A value that is 0 counts as not recorded, depth and temperature excepted.
+/// `name`: the dive's in the file; `interval`: seconds, above 0.
+void writeUddfSamples(UddfXml& xml, const WholeDive& dive, const UddfProfile& profile, const QString& name,
+                      double interval, LostKinds& lost);
+
+} // namespace benthor::exports
