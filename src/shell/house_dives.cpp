@@ -1,5 +1,6 @@
 #include "shell/house_dives.h"
 
+#include "exports/screens/exportbox.h"
 #include "platform/look/widgets/passingnote.h"
 #include "platform/screen/dialogs.h"
 #include "platform/skiperrors.h"
@@ -81,6 +82,8 @@ logbook::rbmain* DiveScreens::makeList() {
         [this](const logbook::TurnedAct& turned, const QString& word) { takeTurn(turned, word); });
     QObject::connect(screen, &logbook::rbmain::trashWanted, screen, [this] { trash.showInFront(); });
     QObject::connect(screen, &logbook::rbmain::mergeWanted, screen, [this] { mergelogbook.showInFront(); });
+    QObject::connect(screen, &logbook::rbmain::exportWanted, screen,
+                     [this, screen](const QStringList& dives) { exportDives(*screen, dives); });
     QObject::connect(screen, &logbook::rbmain::linkWanted, screen, [this] { host_.showDownload(); });
     QObject::connect(screen, &logbook::rbmain::mainWanted, screen, [this] { host_.showMain(); });
     return screen;
@@ -98,6 +101,7 @@ viewer::rbinterface* DiveScreens::makeDiveView() {
     QObject::connect(screen, &rbinterface::detailsWanted, screen, [this] { showDetails(); });
     QObject::connect(screen, &rbinterface::gasWanted, screen, [this] { host_.showGas(); });
     QObject::connect(screen, &rbinterface::captureWanted, screen, [this] { captureDiveView(); });
+    QObject::connect(screen, &rbinterface::exportWanted, screen, [this] { exportShownDive(); });
     return screen;
 }
 
@@ -181,7 +185,8 @@ void DiveScreens::unitChosen() {
     if (mergelogbook.isLoaded()) {
         mergelogbook.get().takeUnit();
     }
-    if (rbinterface.isLoaded() && profile::isFeet(process().depthunit) != rbinterface.get().feet()) {
+    if (rbinterface.isLoaded() &&
+        profile::isFeet(process().depthunit) != rbinterface.get().session().feet()) {
         reloadDiveView(true);
         return;
     }
@@ -227,6 +232,26 @@ void DiveScreens::showDetails() {
     rbdetails.showInFront();
 }
 
+/// What is typed in open details belongs to the dive that goes out.
+void DiveScreens::exportDives(platform::Screen& from, const QStringList& dives) {
+    if (const QString stays = storeTyped(); !stays.isEmpty()) {
+        platform::dialogs().message(&from, QStringLiteral("Nothing was exported.\n\n") + stays,
+                                    platform::BoxKind::Warning);
+        return;
+    }
+    exports::exportwithbox(&from, process().database, dives,
+                           dives.size() == 1 ? dives.first() : QStringLiteral("dives"));
+}
+
+void DiveScreens::exportShownDive() {
+    const DiveIdentity dive = rbinterface.get().dive();
+    if (isGone(dive)) {
+        tellGone(rbinterface.get(), dive);
+        return;
+    }
+    exportDives(rbinterface.get(), {dive.diveid});
+}
+
 /// Back to the dive of the details. A dive screen that shows it stays as it is; any other makes way, and so
 /// does the list.
 void DiveScreens::leaveDetails() {
@@ -253,7 +278,8 @@ void DiveScreens::captureDiveView() {
     if (rbinterface.isLoaded()) {
         const Handover handover(host_);
         look::PassingNote::clear(rbinterface.get());
-        ScrSavForm1.get().setDiveScreen(&rbinterface.get(), rbinterface.get().divefilename());
+        ScrSavForm1.get().setDiveScreen(&rbinterface.get(),
+                                        rbinterface.get().session().header().divefilename);
         ScrSavForm1.get().cmdCapture_click();
         const QString savedAs = ScrSavForm1.isLoaded() ? ScrSavForm1.get().savedAs() : QString();
         ScrSavForm1.unload();

@@ -69,6 +69,8 @@ private:
     QString storeDetailsOf(const QStringList& dives);
     QString closeWhatIsDeleted();
     QString storeTyped();
+    void exportDives(platform::Screen& from, const QStringList& dives);
+    void exportShownDive();
     void takeTurn(const logbook::TurnedAct& turned, const QString& word);
     void takeMerge(const logbook::MergeResult& result);
     void takePutBack(const logbook::TurnedAct& turned);

@@ -136,8 +136,8 @@ QString Model::checkViewer(const Snapshot& now) {
     savedForDan_ = (savedForDan_ && viewer_.screen == screen) || !expected.danFile.isEmpty();
     viewer_ = {screen, diveid, stored->startcode};
     const auto* view = qobject_cast<viewer::rbinterface*>(screen);
-    if (view->divefilename() != stored->dbtxtname) {
-        return QStringLiteral("the dive screen of %1 shows the file %2").arg(diveid, view->divefilename());
+    if (view->session().header().divefilename != stored->dbtxtname) {
+        return QStringLiteral("the dive screen of %1 shows the file %2").arg(diveid, view->session().header().divefilename);
     }
     return checkProfile(now);
 }

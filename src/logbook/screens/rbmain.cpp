@@ -232,6 +232,15 @@ QStringList rbmain::chosenDives() const {
     return dives;
 }
 
+/// Of all rows.
+QStringList rbmain::dives() const {
+    QStringList all;
+    for (int row = 1; row <= divecount_; ++row) {
+        all += MSFlexGrid1_->text(row, 0);
+    }
+    return all;
+}
+
 /// What goes, by name; a dive without one by its identifier.
 QString rbmain::chosenNames() const {
     QStringList names;

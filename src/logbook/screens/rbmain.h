@@ -81,6 +81,7 @@ signals:
     void actTurned(const TurnedAct& turned, const QString& word);
     void trashWanted();
     void mergeWanted();
+    void exportWanted(const QStringList& dives); ///< these are to leave in an open format
     void linkWanted();
     void mainWanted();
 
@@ -127,6 +128,9 @@ private:
     void mnuredo_click();
     void mnutrash_click();
     void mnumerge_click();
+    void mnuexport_click();
+    void mnuexportall_click();
+    void exportDives(const QStringList& dives);
     void turnAct(bool undo);
     bool storesTyped(const ActInHand& meant, bool undo);
     void tellNotTakenBack(const ActRecord& record);
@@ -176,6 +180,7 @@ private:
     void refreshStrip();
     platform::RowSign signOf(int row) const;
     QStringList chosenDives() const;
+    QStringList dives() const;
     QString chosenNames() const;
 
     ListToolBar* bar_ = nullptr;
@@ -196,6 +201,8 @@ private:
     QAction* mnuredo_ = nullptr;
     QAction* mnutrash_ = nullptr;
     QAction* mnumerge_ = nullptr;
+    QAction* mnuexport_ = nullptr;
+    QAction* mnuexportall_ = nullptr;
     ActsInHand acts_; ///< that the menu shows
     platform::TickTimer Timer3_;
 

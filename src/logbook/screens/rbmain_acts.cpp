@@ -42,6 +42,8 @@ void rbmain::takeActs() {
     mnuundo_->setToolTip(acts_.fault); // empty: the caption
     mnuredo_->setToolTip(acts_.fault);
     mnutrash_->setEnabled(!isElsewhere());
+    mnuexport_->setEnabled(!isElsewhere());
+    mnuexportall_->setEnabled(!isElsewhere());
     mnumerge_->setEnabled(!isElsewhere() && process().database.readOnlyReason().isEmpty());
 }
 

@@ -82,6 +82,10 @@ void rbmain::buildMenus() {
     mnuSaveSpread_ =
         addEntry(file, "mnuSaveSpread", QStringLiteral("&Save as spreadsheet"), &rbmain::cmdSave_click);
     mnuSaveSpread_->setShortcut(QKeySequence::Save);
+    mnuexport_ = addEntry(file, "mnuexport", QStringLiteral("&Export the blue dives (UDDF, JSON)..."),
+                          &rbmain::mnuexport_click);
+    mnuexportall_ = addEntry(file, "mnuexportall", QStringLiteral("Export &all dives (UDDF, JSON)..."),
+                             &rbmain::mnuexportall_click);
     mnumerge_ = addEntry(file, "mnumerge", QStringLiteral("&Bring dives from another logbook..."),
                          &rbmain::mnumerge_click);
     file->addSeparator();

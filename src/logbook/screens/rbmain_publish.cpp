@@ -51,6 +51,26 @@ void rbmain::foldPublish(bool open) {
     resize(width(), height() + grownBy_);
 }
 
+void rbmain::mnuexport_click() {
+    exportDives(chosenDives());
+}
+
+void rbmain::mnuexportall_click() {
+    exportDives(dives());
+}
+
+void rbmain::exportDives(const QStringList& dives) {
+    const Routine routine(*this); // the dialog lets events run
+    if (refuseElsewhere(QStringLiteral("No dive is exported from there."))) {
+        return;
+    }
+    if (dives.isEmpty()) {
+        platform::dialogs().message(this, QStringLiteral("No dive is blue. A click on a row makes it so."));
+        return;
+    }
+    emit exportWanted(dives);
+}
+
 void rbmain::publishDive() {
     const Routine routine(*this);
     if (refuseElsewhere(QStringLiteral("No dive is sent from there."))) {

@@ -12,6 +12,7 @@ enum class DiveAct {
     SaveDan,
     SaveFullZxu,
     SaveFullCsv,
+    SaveOpen,
     SaveChart,
     PrintScreen,
     PrintGrid,

@@ -40,6 +40,7 @@ void DiveMenus::makeFileMenu(QMenu* menu) {
     menu->addSeparator();
     add(menu, "mnufullzxu", "Export full profile (.&zxu)...", DiveAct::SaveFullZxu);
     add(menu, "mnufullcsv", "Export &full profile (.csv)...", DiveAct::SaveFullCsv);
+    add(menu, "mnuexportopen", "Export in an &open format (UDDF, JSON)...", DiveAct::SaveOpen);
     add(menu, "mnusavechart", "Save c&hart...", DiveAct::SaveChart);
     menu->addSeparator();
     add(menu, "mnudiveprint", "&Print screen...", DiveAct::PrintScreen)

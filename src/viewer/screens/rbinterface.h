@@ -44,15 +44,12 @@ public:
     rbinterface();
     ~rbinterface() override;
 
-    /// Name of the dive's text file.
-    QString divefilename() const { return session_.header().divefilename; }
-
+    /// What is shown of the dive, and in which unit.
+    const DiveSession& session() const { return session_; }
     /// The dive that is shown. One that the store does not have has its identifier alone.
     const store::DiveIdentity& dive() const { return dive_; }
     /// The system that the dive was opened with.
     QString divesystem() const { return divesystem_; }
-    /// Whether the samples were read in feet.
-    bool feet() const { return session_.feet(); }
     /// The unit in force is no longer the one that the screen shows, and the screen has not changed it.
     bool hasOtherUnit() const;
 
@@ -69,6 +66,8 @@ signals:
     void gasWanted();
     /// A picture of this screen is to be saved beside the dive.
     void captureWanted();
+    /// The dive is to leave in an open format.
+    void exportWanted();
 
 protected:
     void loading() override;

@@ -34,6 +34,10 @@ void rbinterface::act(DiveAct act) {
         return handOver(&rbinterface::gasWanted);
     case DiveAct::Capture:
         return handOver(&rbinterface::captureWanted);
+    case DiveAct::SaveOpen: {
+        const Routine routine(*this); // the dialog lets events run
+        return handOver(&rbinterface::exportWanted);
+    }
     case DiveAct::Zoom:
         return Command2_click(ZoomButton::Zoom);
     case DiveAct::PanBack:
