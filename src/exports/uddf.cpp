@@ -11,8 +11,7 @@ namespace {
 constexpr double kStandInInterval = 10; ///< as the importer has it for a file that tells none
 constexpr double kShortestInterval = 0.001;
 constexpr double kLongestInterval = 86400;
-constexpr double kPascalPerBar = 100000;
-constexpr double kPascalPerMillibar = 100;
+constexpr double kMillibarPerBar = 1000;
 
 QString textOf(const WholeDive& dive, QStringView field) {
     return fieldOf(dive.store, field).value_or(QString()).trimmed();
@@ -169,7 +168,7 @@ void UddfWriter::writeBefore(DiveInHand& hand) {
     xml_.leaf(QStringLiteral("apparatus"), QStringLiteral("rebreather"));
     const double millibar = plainNumber(textOf(dive, u"datmos")).value_or(0);
     if (isUddfPressure(millibar)) {
-        xml_.leaf(QStringLiteral("surfacepressure"), pascalText(millibar * kPascalPerMillibar));
+        xml_.leaf(QStringLiteral("surfacepressure"), pascalText(millibar / kMillibarPerBar));
     }
     xml_.close();
 }
@@ -219,8 +218,8 @@ void UddfWriter::writeTanks(const DiveInHand& hand) {
         if (pressures.first > 0) {
             xml_.open(QStringLiteral("tankdata"));
             xml_.link(UddfParts::tankId(tank));
-            xml_.leaf(QStringLiteral("tankpressurebegin"), pascalText(pressures.first * kPascalPerBar));
-            xml_.leaf(QStringLiteral("tankpressureend"), pascalText(pressures.last * kPascalPerBar));
+            xml_.leaf(QStringLiteral("tankpressurebegin"), pascalText(pressures.first));
+            xml_.leaf(QStringLiteral("tankpressureend"), pascalText(pressures.last));
             xml_.close();
         }
     }
@@ -233,7 +232,7 @@ void UddfWriter::writeAfter(DiveInHand& hand) {
         if (!isThere) {
             report_.addMust(hand.id(), QStringLiteral("no %1; 0 stands for it").arg(QLatin1String(what)));
         }
-        xml_.leaf(element, isThere ? decimalText(*value) : QStringLiteral("0"));
+        xml_.leaf(element, decimalText(isThere ? *value : 0));
     };
     xml_.open(QStringLiteral("informationafterdive"));
     if (hand.profile.coldest) {
@@ -243,7 +242,7 @@ void UddfWriter::writeAfter(DiveInHand& hand) {
     writeNotes(hand);
     must(QStringLiteral("diveduration"), figures.duration, "duration");
     if (hand.profile.highestPo2 > 0) {
-        xml_.leaf(QStringLiteral("highestpo2"), pascalText(hand.profile.highestPo2 * kPascalPerBar));
+        xml_.leaf(QStringLiteral("highestpo2"), pascalText(hand.profile.highestPo2));
     }
     xml_.close();
 }

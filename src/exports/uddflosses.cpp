@@ -8,27 +8,34 @@ namespace benthor::exports {
 
 namespace {
 
-struct LostColumns {
-    const char* names; ///< of columns, each between blanks
-    const char* kind;
-};
+/// What a column of the profile is counted as; nothing for one that the file holds.
+QString lostKind(QLatin1String column) {
+    static const QHash<QString, QString> kinds = [] {
+        const std::pair<const char*, const char*> all[]{
+            {"filter", "filterpct"},
+            {"battery volts", "bat1 bat2"},
+            {"CO2", "co2 co2adjust1 co2adjust2"},
+            {"thermistors", "tpm1 tpm2 tpm3 tpm4 tpm5 tpm6 tpm7 tpm8 tpmpcta tpmpctb"},
+            {"extra columns", "extrao extrap extraq extrar extrav extrat extraf"}};
+        QHash<QString, QString> byColumn;
+        for (const auto& [kind, columns] : all) {
+            for (const QString& name : QString::fromLatin1(columns).split(u' ')) {
+                byColumn.insert(name, QLatin1String(kind));
+            }
+        }
+        return byColumn;
+    }();
+    return kinds.value(column);
+}
 
-constexpr std::array<LostColumns, 5> kLostColumns{{
-    {" filterpct ", "filter"},
-    {" bat1 bat2 ", "battery volts"},
-    {" co2 co2adjust1 co2adjust2 ", "CO2"},
-    {" tpm1 tpm2 tpm3 tpm4 tpm5 tpm6 tpm7 tpm8 tpmpcta tpmpctb ", "thermistors"},
-    {" extrao extrap extraq extrar extrav extrat extraf ", "extra columns"},
-}};
-
-/// Fields of the table main that the file holds, wholly or as far as they can be read; the file's own name is
-/// no fact of a dive.
-constexpr QStringView kHeldFields =
-    u" diveid site startdate duration maxdepth suit divenote sitenote coments "
-    u"version interval systemid datmos dbtxtname ";
-
-bool isAmong(QStringView names, QStringView name) {
-    return names.contains(QString(u' ' + name.toString().toLower() + u' '));
+/// Fields of the table main that the file holds, wholly or as far as they can be read.
+bool isHeld(QStringView field) {
+    static constexpr std::array<const char*, 13> kHeld{
+        "DiveID",   "site",    "startdate", "Duration", "MaxDepth", "Suit",  "divenote",
+        "sitenote", "Coments", "Version",   "Interval", "systemid", "datmos"};
+    return std::any_of(kHeld.begin(), kHeld.end(), [field](const char* held) {
+        return field.compare(QLatin1String(held), Qt::CaseInsensitive) == 0;
+    });
 }
 
 bool isTold(const std::optional<QString>& value) {
@@ -42,6 +49,9 @@ QDateTime endOf(const DiveFigures& figures) {
 /// What another field, or the format, says just as well.
 bool isRepeated(const WholeDive& dive, QStringView field, const QString& value) {
     const DiveFigures& figures = dive.figures;
+    if (field.compare(u"dbtxtname", Qt::CaseInsensitive) == 0) {
+        return true; // the program's own name for the file
+    }
     if (field.compare(u"UserName", Qt::CaseInsensitive) == 0) {
         return value == figures.serial;
     }
@@ -59,7 +69,7 @@ bool isRepeated(const WholeDive& dive, QStringView field, const QString& value) 
 
 void addLostFields(const WholeDive& dive, LostKinds& lost) {
     for (const auto& [field, value] : dive.store) {
-        if (isTold(value) && !isAmong(kHeldFields, field) && !isRepeated(dive, field, *value)) {
+        if (isTold(value) && !isHeld(field) && !isRepeated(dive, field, *value)) {
             lost.insert(QStringLiteral("field ") + field);
         }
     }
@@ -78,11 +88,9 @@ bool isUddfPressure(double millibar) {
 
 void addUddfLosses(const WholeDive& dive, LostKinds& lost) {
     for (const SampleColumn& column : sampleColumns()) {
-        for (const LostColumns& none : kLostColumns) {
-            const QString name = QLatin1String(column.name);
-            if (isAmong(QString::fromLatin1(none.names), name) && isRecorded(dive, column)) {
-                lost.insert(QLatin1String(none.kind));
-            }
+        const QString kind = lostKind(QLatin1String(column.name));
+        if (!kind.isEmpty() && isRecorded(dive, column)) {
+            lost.insert(kind);
         }
     }
     addLostFields(dive, lost);

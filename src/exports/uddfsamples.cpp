@@ -13,7 +13,6 @@ using profile::DiveProfile;
 using profile::kFirstSample;
 using profile::SampleArray;
 
-constexpr double kPascalPerBar = 100000;
 constexpr double kZeroKelvin = -273.15; ///< degrees C
 constexpr qsizetype kWholeToken = 255;  ///< characters of a token that alarmTokens() gives
 
@@ -48,10 +47,6 @@ float depthAt(const DiveProfile& profile, int at) {
     return std::clamp(profile.depthpos[at], 0.0F, static_cast<float>(kMostOfAll));
 }
 
-QString barText(float bar) {
-    return pascalText(bar * kPascalPerBar);
-}
-
 /// One of the format's nine words for an alarm; empty for a token that is none of them.
 QString alarmWord(const QString& token) {
     static const QStringList words{
@@ -60,6 +55,39 @@ QString alarmWord(const QString& token) {
         QStringLiteral("rbt"),    QStringLiteral("skincooling"), QStringLiteral("surface")};
     const qsizetype at = words.indexOf(token.trimmed().toLower());
     return at < 0 ? QString() : words[at];
+}
+
+/// The elements of a waypoint, made once.
+struct Forms {
+    const UddfForm waypoint = UddfForm::waypoint();
+    const UddfForm alarm = UddfForm::leaf(QStringLiteral("alarm"));
+    const UddfForm ceiling = UddfForm::ceiling();
+    const UddfForm po2 = UddfForm::leaf(QStringLiteral("calculatedpo2"));
+    const UddfForm depth = UddfForm::leaf(QStringLiteral("depth"));
+    const UddfForm time = UddfForm::leaf(QStringLiteral("divetime"));
+    const UddfForm setpoint =
+        UddfForm::leaf(QStringLiteral("setpo2"), QStringLiteral("setby"), QStringLiteral("computer"));
+    const UddfForm gas = UddfForm::mark(QStringLiteral("switchmix"), QStringLiteral("ref"));
+    const UddfForm temperature = UddfForm::leaf(QStringLiteral("temperature"));
+    const UddfForm mode = UddfForm::mark(QStringLiteral("divemode"), QStringLiteral("type"));
+    std::array<UddfForm, UddfParts::kCells> cells;
+    std::array<UddfForm, UddfParts::kTanks> tanks;
+
+    Forms() {
+        for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+            cells[cell] =
+                UddfForm::leaf(QStringLiteral("measuredpo2"), QStringLiteral("ref"), UddfParts::cellId(cell));
+        }
+        for (std::size_t tank = 0; tank < tanks.size(); ++tank) {
+            tanks[tank] = UddfForm::leaf(QStringLiteral("tankpressure"), QStringLiteral("ref"),
+                                         UddfParts::tankId(tank));
+        }
+    }
+};
+
+const Forms& forms() {
+    static const Forms all;
+    return all;
 }
 
 class Waypoints {
@@ -72,14 +100,7 @@ public:
         , told_(told)
         , name_(name)
         , interval_(interval)
-        , lost_(lost) {
-        for (std::size_t cell = 0; cell < cellIds_.size(); ++cell) {
-            cellIds_[cell] = UddfParts::cellId(cell);
-        }
-        for (std::size_t tank = 0; tank < tankIds_.size(); ++tank) {
-            tankIds_[tank] = UddfParts::tankId(tank);
-        }
-    }
+        , lost_(lost) {}
 
     void writeAll() {
         writeLead();
@@ -91,38 +112,42 @@ public:
 private:
     /// Breathed at the start is what the first record tells.
     void writeLead() {
+        const int gas = gasOf(profile_, kFirstSample);
+        const bool closed = isBar(profile_.setpoint[kFirstSample - 1]);
+        // The library's own, so that the element around it is finished and forms can follow.
         xml_.open(QStringLiteral("waypoint"));
         xml_.leaf(QStringLiteral("depth"), QStringLiteral("0"));
         xml_.leaf(QStringLiteral("divetime"), QStringLiteral("0"));
-        writeGas(kFirstSample);
-        writeMode(kFirstSample);
+        xml_.mark(QStringLiteral("switchmix"), QStringLiteral("ref"), UddfGases::id(name_, gas));
+        xml_.mark(QStringLiteral("divemode"), QStringLiteral("type"), QLatin1String(modeOf(closed)));
         xml_.close();
+        gas_ = gas;
+        closed_ = closed;
     }
 
     /// The format has an order for the elements of a waypoint.
     void write(int sample) {
         const int at = sample - 1;
-        xml_.open(QStringLiteral("waypoint"));
+        xml_.before(forms_.waypoint);
         const QString marker = writeAlarms(sample);
-        writeCeiling(-profile_.ceilingneg[at]);
-        writeBar(QStringLiteral("calculatedpo2"), profile_.po2[at]);
-        xml_.leaf(QStringLiteral("depth"), decimalText(depthAt(profile_, at)));
-        xml_.leaf(QStringLiteral("divetime"), decimalText(sample * interval_));
+        if (const float ceiling = -profile_.ceilingneg[at]; isCeiling(ceiling)) {
+            xml_.fill(forms_.ceiling, decimalText(ceiling));
+        }
+        writeBar(forms_.po2, profile_.po2[at]);
+        xml_.fill(forms_.depth, decimalText(depthAt(profile_, at)));
+        xml_.fill(forms_.time, decimalText(sample * interval_));
         if (!marker.isEmpty()) {
             xml_.text(QStringLiteral("setmarker"), marker);
         }
-        if (isBar(profile_.setpoint[at])) {
-            xml_.leaf(QStringLiteral("setpo2"), QStringLiteral("setby"), QStringLiteral("computer"),
-                      barText(profile_.setpoint[at]));
-        }
+        writeBar(forms_.setpoint, profile_.setpoint[at]);
         writeGas(sample);
-        writeRefs(QStringLiteral("tankpressure"), kTanks, tankIds_, at);
+        writeBars(forms_.tanks, kTanks, at);
         if (told_.temperature && isTemperature(profile_.temp[at])) {
-            xml_.leaf(QStringLiteral("temperature"), kelvinText(profile_.temp[at]));
+            xml_.fill(forms_.temperature, kelvinText(profile_.temp[at]));
         }
         writeMode(sample);
-        writeRefs(QStringLiteral("measuredpo2"), kCells, cellIds_, at);
-        xml_.close();
+        writeBars(forms_.cells, kCells, at);
+        xml_.behind(forms_.waypoint);
     }
 
     /// The text of the marker: marks, and alarms that the format has no word for.
@@ -137,7 +162,7 @@ private:
         for (const QString& token : alarmTokens(profile_, sample)) {
             const QString word = alarmWord(token);
             if (!word.isEmpty()) {
-                xml_.leaf(QStringLiteral("alarm"), word);
+                xml_.fill(forms_.alarm, word.toLatin1());
             } else if (token.isEmpty()) {
                 lost_.insert(QStringLiteral("alarms without a text"));
             } else {
@@ -156,49 +181,39 @@ private:
                            [](const QString& token) { return token.size() > kWholeToken; });
     }
 
-    void writeCeiling(float ceiling) {
-        if (isCeiling(ceiling)) {
-            xml_.open(QStringLiteral("decostop"));
-            xml_.attribute(QStringLiteral("kind"), QStringLiteral("mandatory"));
-            xml_.attribute(QStringLiteral("decodepth"), decimalText(ceiling));
-            xml_.attribute(QStringLiteral("duration"), QStringLiteral("0")); // not recorded
-            xml_.close();
-        }
-    }
-
-    void writeBar(const QString& element, float bar) {
+    void writeBar(const UddfForm& form, float bar) {
         if (isBar(bar)) {
-            xml_.leaf(element, barText(bar));
+            xml_.fill(form, pascalText(bar));
         }
     }
 
     template <std::size_t N>
-    void writeRefs(const QString& element, const std::array<SampleArray DiveProfile::*, N>& arrays,
-                   const std::array<QString, N>& ids, int at) {
+    void writeBars(const std::array<UddfForm, N>& forms,
+                   const std::array<SampleArray DiveProfile::*, N>& arrays, int at) {
         for (std::size_t k = 0; k < N; ++k) {
-            if (const float bar = (profile_.*arrays[k])[at]; isBar(bar)) {
-                xml_.leaf(element, QStringLiteral("ref"), ids[k], barText(bar));
-            }
+            writeBar(forms[k], (profile_.*arrays[k])[at]);
         }
     }
 
     void writeGas(int sample) {
         const int gas = gasOf(profile_, sample);
         if (gas != gas_) {
-            xml_.mark(QStringLiteral("switchmix"), QStringLiteral("ref"), UddfGases::id(name_, gas));
+            xml_.fill(forms_.gas, UddfGases::id(name_, gas).toLatin1());
             gas_ = gas;
         }
     }
 
+    static const char* modeOf(bool closed) { return closed ? "closedcircuit" : "opencircuit"; }
+
     void writeMode(int sample) {
         const bool closed = isBar(profile_.setpoint[sample - 1]);
         if (closed != closed_) {
-            xml_.mark(QStringLiteral("divemode"), QStringLiteral("type"),
-                      closed ? QStringLiteral("closedcircuit") : QStringLiteral("opencircuit"));
+            xml_.fill(forms_.mode, modeOf(closed));
             closed_ = closed;
         }
     }
 
+    const Forms& forms_ = forms();
     UddfXml& xml_;
     const WholeDive& dive_;
     const DiveProfile& profile_;
@@ -206,10 +221,8 @@ private:
     const QString& name_;
     const double interval_;
     LostKinds& lost_;
-    std::array<QString, UddfParts::kCells> cellIds_;
-    std::array<QString, UddfParts::kTanks> tankIds_;
-    std::optional<int> gas_;
-    std::optional<bool> closed_;
+    int gas_ = 0;         ///< of the waypoint before
+    bool closed_ = false; ///< its mode
 };
 
 } // namespace

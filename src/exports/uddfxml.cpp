@@ -3,25 +3,43 @@
 #include "exports/wholewrite.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 
 namespace benthor::exports {
 
 namespace {
 
 constexpr qsizetype kPiece = 64 * 1024;
-template <typename Number, typename... Form> QString numberText(Number value, Form... form) {
-    constexpr std::size_t kMostDigits = 64;
-    std::array<char, kMostDigits> digits;
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value, form...);
-    return error == std::errc() ? QString::fromLatin1(digits.data(), end - digits.data())
-                                : QStringLiteral("0");
+const QString kOpen = QStringLiteral("#"); ///< where the value goes
+
+/// Indented as the elements of a waypoint are.
+void format(QXmlStreamWriter& writer) {
+    writer.setAutoFormatting(true);
+    writer.setAutoFormattingIndent(1);
 }
 
-template <typename Number> QString shortest(Number value) {
-    constexpr double kLeast = 1e-6;
-    return std::abs(value) < kLeast ? QStringLiteral("0") : numberText(value, std::chars_format::fixed);
+/// A waypoint that holds what `write` writes, from the line end in front of it.
+template <typename Write> QByteArray waypointOf(const Write& write) {
+    QString text;
+    QXmlStreamWriter writer(&text);
+    format(writer);
+    for (const char* const name : {"uddf", "profiledata", "repetitiongroup", "dive", "samples", "waypoint"}) {
+        writer.writeStartElement(QLatin1String(name));
+    }
+    write(writer);
+    writer.writeEndElement();
+    return text.mid(text.indexOf(u'>', text.indexOf(QLatin1String("<samples"))) + 1).toUtf8();
+}
+
+UddfForm formAround(const QByteArray& bytes) {
+    const qsizetype at = bytes.indexOf(kOpen.toUtf8());
+    return {bytes.first(at), bytes.sliced(at + kOpen.size())};
+}
+
+template <typename Write> UddfForm formOf(const Write& write) {
+    QByteArray bytes = waypointOf(write);
+    bytes.remove(0, bytes.indexOf('>') + 1); // the waypoint's own tags
+    bytes.truncate(bytes.lastIndexOf('\n'));
+    return formAround(bytes);
 }
 
 bool isPlain(QChar letter) {
@@ -52,28 +70,46 @@ QString xmlText(const QString& text, bool& replaced) {
     return plain;
 }
 
-QString decimalText(double value) {
-    return shortest(value);
+UddfForm UddfForm::leaf(const QString& name) {
+    return formOf([&](QXmlStreamWriter& writer) { writer.writeTextElement(name, kOpen); });
 }
 
-QString decimalText(float value) {
-    return shortest(value);
+UddfForm UddfForm::leaf(const QString& name, const QString& attribute, const QString& of) {
+    return formOf([&](QXmlStreamWriter& writer) {
+        writer.writeStartElement(name);
+        writer.writeAttribute(attribute, of);
+        writer.writeCharacters(kOpen);
+        writer.writeEndElement();
+    });
 }
 
-QString pascalText(double pascal) {
-    return numberText(std::round(pascal), std::chars_format::fixed);
+UddfForm UddfForm::mark(const QString& name, const QString& attribute) {
+    return formOf([&](QXmlStreamWriter& writer) {
+        writer.writeEmptyElement(name);
+        writer.writeAttribute(attribute, kOpen);
+    });
 }
 
-QString kelvinText(double celsius) {
-    constexpr double kZeroCelsius = 273.15;
-    return numberText(celsius + kZeroCelsius, std::chars_format::fixed, 2);
+UddfForm UddfForm::ceiling() {
+    return formOf([](QXmlStreamWriter& writer) {
+        writer.writeEmptyElement(QStringLiteral("decostop"));
+        writer.writeAttribute(QStringLiteral("kind"), QStringLiteral("mandatory"));
+        writer.writeAttribute(QStringLiteral("decodepth"), kOpen);
+        writer.writeAttribute(QStringLiteral("duration"), QStringLiteral("0"));
+    });
+}
+
+UddfForm UddfForm::waypoint() {
+    QByteArray bytes = waypointOf([](QXmlStreamWriter& writer) { writer.writeEmptyElement(kOpen); });
+    const qsizetype from = bytes.indexOf('>') + 1;
+    return formAround(bytes.replace(from, bytes.lastIndexOf('\n') - from, kOpen.toUtf8()));
 }
 
 UddfXml::UddfXml(QIODevice& device)
     : device_(device)
     , writer_(&text_) {
-    writer_.setAutoFormatting(true);
-    writer_.setAutoFormattingIndent(1);
+    format(writer_);
+    bytes_.reserve(2 * kPiece);
 }
 
 void UddfXml::begin() {
@@ -86,29 +122,19 @@ void UddfXml::begin() {
 
 void UddfXml::end() {
     writer_.writeEndDocument();
+    take();
     drain();
     flushWhole(device_);
 }
 
 void UddfXml::close() {
     writer_.writeEndElement();
-    if (text_.size() >= kPiece) {
-        drain();
-    }
+    take();
 }
 
 void UddfXml::text(const QString& name, const QString& value) {
     leaf(name, xmlText(value, replaced_));
-    if (text_.size() >= kPiece) {
-        drain();
-    }
-}
-
-void UddfXml::leaf(const QString& name, const QString& attribute, const QString& of, const QString& value) {
-    writer_.writeStartElement(name);
-    writer_.writeAttribute(attribute, of);
-    writer_.writeCharacters(value);
-    writer_.writeEndElement();
+    take();
 }
 
 void UddfXml::mark(const QString& name, const QString& attribute, const QString& of) {
@@ -116,13 +142,45 @@ void UddfXml::mark(const QString& name, const QString& attribute, const QString&
     writer_.writeAttribute(attribute, of);
 }
 
-void UddfXml::drain() {
-    writeWhole(device_, text_.toUtf8());
+void UddfXml::fill(const UddfForm& form, QByteArrayView value) {
+    put(form.before);
+    bytes_.append(value);
+    bytes_.append(form.behind);
+}
+
+void UddfXml::put(QByteArrayView bytes) {
+    if (!text_.isEmpty()) {
+        take();
+    }
+    bytes_.append(bytes);
+    if (bytes_.size() >= kPiece) {
+        drain();
+    }
+}
+
+/// What the library has written until now goes behind the bytes.
+void UddfXml::take() {
+    constexpr qsizetype kSome = 4096;
     constexpr qsizetype kMostKept = 4 * kPiece; // a note of megabytes is not to stay in memory
+    bytes_ += text_.toUtf8();
     if (text_.capacity() > kMostKept) {
         text_ = QString();
+        text_.reserve(kSome);
     } else {
         text_.resize(0);
+    }
+    if (bytes_.size() >= kPiece) {
+        drain();
+    }
+}
+
+void UddfXml::drain() {
+    writeWhole(device_, bytes_);
+    if (bytes_.capacity() > 4 * kPiece) {
+        bytes_ = QByteArray();
+        bytes_.reserve(2 * kPiece);
+    } else {
+        bytes_.resize(0);
     }
 }
 

@@ -1,10 +1,30 @@
 #pragma once
 
+#include "exports/uddfnumbers.h"
+
 #include <QIODevice>
 #include <QString>
 #include <QXmlStreamWriter>
 
 namespace benthor::exports {
+
+/// An element of a waypoint as the library writes it, around a place that is left open for a value. The
+/// samples are nearly all of a file, and each of their elements the same again and again but for its digits.
+struct UddfForm {
+    QByteArray before, behind;
+
+    /// <name>value</name>
+    static UddfForm leaf(const QString& name);
+    /// <name attribute="of">value</name>
+    static UddfForm leaf(const QString& name, const QString& attribute, const QString& of);
+    /// <name attribute="value"/>
+    static UddfForm mark(const QString& name, const QString& attribute);
+    /// <decostop kind="mandatory" decodepth="value" duration="0"/>: how long a stop is to last is not
+    /// recorded
+    static UddfForm ceiling();
+    /// <waypoint>value</waypoint>
+    static UddfForm waypoint();
+};
 
 /// The elements of a UDDF file as bytes, handed on in pieces of some tens of kilobytes. Every function throws
 /// ExportError when the device does not take them.
@@ -23,22 +43,32 @@ public:
 
     /// An element of nothing but `value`, which holds nothing that XML does not.
     void leaf(const QString& name, const QString& value) { writer_.writeTextElement(name, value); }
+    void leaf(const QString& name, const NumberText& value) { leaf(name, value.text()); }
     /// The same with any text whatever: characters that XML cannot hold stand as U+FFFD.
     void text(const QString& name, const QString& value);
-    /// The same with an attribute, and an element that has nothing but one.
-    void leaf(const QString& name, const QString& attribute, const QString& of, const QString& value);
+    /// An element that has nothing but an attribute.
     void mark(const QString& name, const QString& attribute, const QString& of);
     /// <link ref="...">
     void link(const QString& ref) { mark(QStringLiteral("link"), QStringLiteral("ref"), ref); }
+
+    /// A form with a value of digits, or of letters that need no escape. Not right behind open() and mark():
+    /// what they write is finished by the next element of the library's only.
+    void fill(const UddfForm& form, QByteArrayView value);
+    /// The two parts of a form, with elements between them.
+    void before(const UddfForm& form) { put(form.before); }
+    void behind(const UddfForm& form) { put(form.behind); }
 
     /// Whether text() replaced characters since the last call.
     bool takeReplaced() { return std::exchange(replaced_, false); }
 
 private:
+    void put(QByteArrayView bytes);
+    void take();
     void drain();
 
     QIODevice& device_;
-    QString text_; ///< not yet handed on
+    QByteArray bytes_; ///< not yet handed on
+    QString text_;     ///< of the library, behind these bytes
     QXmlStreamWriter writer_;
     bool replaced_ = false;
 };
@@ -47,17 +77,5 @@ private:
 /// U+FFFF; `replaced` is set then. Tabs and line feeds stay, and a carriage return becomes a line feed, as
 /// any reader would have it.
 QString xmlText(const QString& text, bool& replaced);
-
-/// What is more than this is no measure of anything, and not every reader takes so many digits.
-constexpr double kMostOfAll = 1e9;
-
-/// The shortest decimal that reads back as the same number, without an exponent; what is less than a
-/// millionth is 0. The value is kMostOfAll at most.
-QString decimalText(double value);
-QString decimalText(float value);
-/// Whole pascals.
-QString pascalText(double pascal);
-/// Kelvin to a hundredth.
-QString kelvinText(double celsius);
 
 } // namespace benthor::exports
