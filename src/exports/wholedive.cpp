@@ -10,6 +10,8 @@
 #include <QSet>
 
 #include <cmath>
+#include <malloc.h>
+#include <mutex>
 
 namespace benthor::exports {
 
@@ -19,6 +21,14 @@ using platform::sqlWith;
 namespace {
 
 constexpr qsizetype kLongestToken = 255;
+
+/// The arrays of a profile take and free one or two megabytes a dive. The heap would hand them back to the
+/// system each time, and to get and clear them anew took most of the time in which many dives are read.
+void keepFreedMemory() {
+    constexpr int kKept = 32 * 1024 * 1024;
+    static std::once_flag once;
+    std::call_once(once, [] { mallopt(M_TRIM_THRESHOLD, kKept); });
+}
 
 StoreFields fieldsOfRow(const Recordset& rows) {
     StoreFields fields;
@@ -105,6 +115,7 @@ QStringList alarmTokens(const profile::DiveProfile& profile, int sample) {
 DiveReader::DiveReader(platform::Database& database, const platform::ProgramFolder& folder)
     : database_(database)
     , folder_(folder) {
+    keepFreedMemory();
     Recordset tables = database.openRecordset("SELECT lower(name) FROM sqlite_master WHERE type = 'table'");
     for (; !tables.eof(); tables.moveNext()) {
         tables_ += tables.value(0).text();
