@@ -2,6 +2,7 @@
 
 #include "platform/faultpoint.h"
 #include "platform/files.h"
+#include "platform/storewait.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -36,13 +37,14 @@ private:
     void (*before_)(int);
 };
 
-/// Runs a call of the system, unless a test's hook lets it fail. Returns 0 or the error's number.
+/// Runs a call of the system, unless a test's hook lets it fail. Returns 0 or the error's number. One that a
+/// signal broke off goes on, unless that asked the process to end.
 template <typename Call> int attempt(const char* step, Call call) {
     if (const int number = platform::faultAt(step)) {
         return number;
     }
     while (call() < 0) {
-        if (errno != EINTR) {
+        if (errno != EINTR || platform::allWaitsEnd()) {
             return errno;
         }
     }
@@ -256,6 +258,8 @@ private:
             if (number_ == 0) {
                 bytes += sent;
                 count -= sent;
+                // A pipe took a part and waits for its reader, who may never come.
+                number_ = count > 0 && platform::allWaitsEnd() ? EINTR : 0;
             }
         }
     }
