@@ -117,8 +117,9 @@ standard output): {"dives", "lost", "without_samples", "musts"}.
      R"(Writes DIR/dives/logbook=NAME/year=YYYY/dives.csv and
 DIR/samples/logbook=NAME/year=YYYY/DIVEID.csv, which engines that know Hive
 partitions read in place. Where --logbook is not given, NAME is the first serial
-in the store. A second run writes only what is new or has changed, and files of
-dives that are gone, or not selected any more, go.
+in the store. A second run writes only what is new or has changed; dives that
+are not selected keep their files, and the files of dives that are gone from
+the store go.
 
 With --json: {"written": number, "unchanged": number}.
 )",
