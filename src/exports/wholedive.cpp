@@ -114,20 +114,13 @@ QStringList alarmTokens(const profile::DiveProfile& profile, int sample) {
 
 DiveReader::DiveReader(platform::Database& database, const platform::ProgramFolder& folder)
     : database_(database)
+    , bound_(database)
     , folder_(folder) {
     keepFreedMemory();
     Recordset tables = database.openRecordset("SELECT lower(name) FROM sqlite_master WHERE type = 'table'");
     for (; !tables.eof(); tables.moveNext()) {
         tables_ += tables.value(0).text();
     }
-}
-
-std::vector<StoreFields> DiveReader::rows(const platform::Query& query) {
-    std::vector<StoreFields> all;
-    for (Recordset rows = database_.openRecordset(query); !rows.eof(); rows.moveNext()) {
-        all.push_back(fieldsOfRow(rows));
-    }
-    return all;
 }
 
 QStringList DiveReader::identifiers() {
@@ -144,50 +137,76 @@ QStringList DiveReader::identifiers() {
     return all;
 }
 
-/// As the list of dives checks them, table by table.
-QStringList DiveReader::faultsOf(const QString& id) {
-    Recordset main = database_.openRecordset(sqlWith("SELECT * FROM main  where DiveID = '", id, "'"));
-    QStringList faults = divefiles::mainfaults(main);
-    if (hasTable("gas")) {
-        Recordset gas = database_.openRecordset(sqlWith("SELECT * FROM GAS  where DiveID = '", id, "'"));
-        faults += divefiles::gasfaults(gas);
+/// The number of the dive's row in main; a text, as queries take values. Every other row of the dive is found
+/// from there: an identifier of a damaged store may be a text that no query takes.
+std::optional<QString> DiveReader::rowOf(const QString& id) {
+    const auto found =
+        bound_.read("SELECT rowid FROM main.main WHERE DiveID = ?1 ORDER BY rowid LIMIT 1", {id});
+    return found.empty() ? std::nullopt : std::optional(QString::number(found.front().at(0).integer));
+}
+
+Recordset DiveReader::rowsOf(const char* select, const QString& row) {
+    return database_.openRecordset(sqlWith(select, " = (SELECT DiveID FROM main WHERE rowid = '", row, "')"));
+}
+
+DiveFigures DiveReader::figuresAt(const StoreFields& main, const QString& row) {
+    DiveFigures figures = figuresOf(main);
+    Recordset all = rowsOf("SELECT * FROM main WHERE DiveID", row);
+    figures.faults = divefiles::mainfaults(all);
+    return figures;
+}
+
+std::vector<StoreFields> DiveReader::checkedRows(const char* table, const QString& row, QStringList& faults) {
+    std::vector<StoreFields> all;
+    const bool isGas = qstrcmp(table, "gas") == 0;
+    if (!hasTable(table)) {
+        return all;
     }
-    if (hasTable("tissue")) {
-        Recordset tissue =
-            database_.openRecordset(sqlWith("SELECT * FROM tissue  where DiveID = '", id, "'"));
-        faults += divefiles::tissuefaults(tissue);
+    Recordset rows =
+        rowsOf(isGas ? "SELECT * FROM gas WHERE diveid" : "SELECT * FROM tissue WHERE diveid", row);
+    for (; !rows.eof(); rows.moveNext()) {
+        all.push_back(fieldsOfRow(rows));
     }
-    return faults;
+    if (!all.empty()) {
+        rows.moveFirst();
+    }
+    faults += isGas ? divefiles::gasfaults(rows) : divefiles::tissuefaults(rows);
+    return all;
+}
+
+std::optional<StoreFields> DiveReader::mainAt(const QString& row) {
+    const Recordset main = database_.openRecordset(sqlWith("SELECT * FROM main WHERE rowid = '", row, "'"));
+    return main.eof() ? std::nullopt : std::optional(fieldsOfRow(main));
 }
 
 std::optional<DiveFigures> DiveReader::figures(const QString& id) {
-    const Recordset row = database_.openRecordset(sqlWith("SELECT * FROM main where DiveID = '", id, "'"));
-    if (row.eof()) {
+    const std::optional<QString> row = rowOf(id);
+    const std::optional<StoreFields> main = row ? mainAt(*row) : std::nullopt;
+    if (!main) {
         return std::nullopt;
     }
-    DiveFigures figures = figuresOf(fieldsOfRow(row));
-    figures.faults = faultsOf(id);
+    DiveFigures figures = figuresAt(*main, *row);
+    for (const char* const table : {"gas", "tissue"}) {
+        checkedRows(table, *row, figures.faults);
+    }
     return figures;
 }
 
 std::optional<WholeDive> DiveReader::read(const QString& id) {
-    const Recordset row = database_.openRecordset(sqlWith("SELECT * FROM main where DiveID = '", id, "'"));
-    if (row.eof()) {
+    const std::optional<QString> row = rowOf(id);
+    std::optional<StoreFields> main = row ? mainAt(*row) : std::nullopt;
+    if (!main) {
         return std::nullopt;
     }
     WholeDive dive;
-    dive.store = fieldsOfRow(row);
-    dive.figures = figuresOf(dive.store);
-    dive.figures.faults = faultsOf(id);
-    if (hasTable("gas")) {
-        dive.gases = rows(sqlWith("SELECT * FROM gas where diveid = '", id, "'"));
-    }
-    if (hasTable("tissue")) {
-        dive.tissues = rows(sqlWith("SELECT * FROM tissue where diveid = '", id, "'"));
-    }
+    dive.store = std::move(*main);
+    dive.figures = figuresAt(dive.store, *row);
+    dive.gases = checkedRows("gas", *row, dive.figures.faults);
+    dive.tissues = checkedRows("tissue", *row, dive.figures.faults);
     if (hasTable("buddylist")) {
-        for (const StoreFields& buddy : rows(sqlWith("SELECT * FROM buddylist where diveid = '", id, "'"))) {
-            dive.buddies += fieldOf(buddy, u"buddylist").value_or(QString());
+        Recordset buddies = rowsOf("SELECT * FROM buddylist WHERE diveid", *row);
+        for (; !buddies.eof(); buddies.moveNext()) {
+            dive.buddies += buddies.value(u"buddylist").text();
         }
     }
     profile::readgaslist(gasRowsOf(dive.gases), false, dive.gasArrays);

@@ -2,6 +2,7 @@
 
 #include "platform/database.h"
 #include "platform/programfolder.h"
+#include "platform/storedrows.h"
 #include "profile/diveprofile.h"
 #include "profile/gaslist.h"
 
@@ -81,12 +82,16 @@ public:
     std::optional<WholeDive> read(const QString& id);
 
 private:
-    std::vector<StoreFields> rows(const platform::Query& query);
+    std::optional<QString> rowOf(const QString& id);
+    std::optional<StoreFields> mainAt(const QString& row);
+    platform::Recordset rowsOf(const char* select, const QString& row);
+    DiveFigures figuresAt(const StoreFields& main, const QString& row);
+    std::vector<StoreFields> checkedRows(const char* table, const QString& row, QStringList& faults);
     bool hasTable(const char* table) const { return tables_.contains(QLatin1String(table)); }
-    QStringList faultsOf(const QString& id);
     void readFile(WholeDive& dive);
 
     platform::Database& database_;
+    platform::StoredRows bound_;
     const platform::ProgramFolder& folder_;
     QStringList tables_; ///< of the store, in small letters
 };

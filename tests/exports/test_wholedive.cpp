@@ -42,6 +42,7 @@ private slots:
     void nullStaysNullAndNoNumberIsNone();
     void theFirstOfTwoRowsIsTheDives();
     void aDiveThatIsNotThere();
+    void anIdentifierMayBeAnyText();
     void aMissingFileAndOneWithoutSamplesAreTold();
     void aNameThatLeadsElsewhereIsNoFile();
     void anOwedProfileIsReadWhereItLies();
@@ -157,6 +158,23 @@ void TestWholeDive::aDiveThatIsNotThere() {
     const World world;
     QVERIFY(!world.read(QStringLiteral("D0000002")).has_value());
     QVERIFY(!DiveReader(process().database, world.folder).figures(QString()).has_value());
+}
+
+void TestWholeDive::anIdentifierMayBeAnyText() {
+    const World world;
+    world.set("UPDATE main SET DiveID = 'O''Hara'");
+    world.set("UPDATE gas SET diveid = 'O''Hara'");
+    world.set("INSERT INTO buddylist VALUES ('o''hara', 'Anna')");
+    const std::optional<WholeDive> dive = world.read(QStringLiteral("O'HARA"));
+    QVERIFY(dive.has_value());
+    QCOMPARE(dive->figures.id, QStringLiteral("O'Hara"));
+    QCOMPARE(dive->gases.size(), size_t{2});
+    QCOMPARE(dive->buddies, QStringList{"Anna"});
+    QCOMPARE(dive->samples(), 1);
+    QCOMPARE(dive->figures.faults.first(), QStringLiteral("Main Profile - Error in Main DiveID format !"));
+    QCOMPARE(dive->figures.faults.last(), QStringLiteral("Tissue Profile not found !"));
+    QCOMPARE(DiveReader(process().database, world.folder).figures(QStringLiteral("O'Hara"))->faults,
+             dive->figures.faults);
 }
 
 void TestWholeDive::aMissingFileAndOneWithoutSamplesAreTold() {
