@@ -187,14 +187,8 @@ private:
     }
 
     static ExportFormat formatOf(const QString& text) {
-        constexpr std::array<std::pair<const char*, ExportFormat>, 4> kFormats{{{"uddf", ExportFormat::Uddf},
-                                                                                {"json", ExportFormat::Json},
-                                                                                {"csv", ExportFormat::Csv},
-                                                                                {"zxu", ExportFormat::Zxu}}};
-        for (const auto& [name, format] : kFormats) {
-            if (text == QLatin1String(name)) {
-                return format;
-            }
+        if (const std::optional<ExportFormat> format = exports::formatNamed(text)) {
+            return *format;
         }
         throw Wrong{QStringLiteral("There is no format %1: uddf, json, csv or zxu.").arg(quoted(text))};
     }

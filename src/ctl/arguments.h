@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ctl/selection.h"
+#include "exports/exportdives.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,7 +13,7 @@ namespace benthor::ctl {
 // What was typed behind `benthorctl`, understood or refused.
 
 /// The formats of the command `export`.
-enum class ExportFormat { Uddf, Json, Csv, Zxu };
+using ExportFormat = exports::DiveFormat;
 
 struct Arguments {
     bool help = false;

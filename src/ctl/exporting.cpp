@@ -4,65 +4,16 @@
 #include "ctl/looking.h"
 #include "ctl/table.h"
 #include "exports/dataset.h"
-#include "exports/logbookjson.h"
-#include "exports/lossreport.h"
+#include "exports/exportdives.h"
 #include "exports/outputfile.h"
-#include "exports/samplescsv.h"
-#include "exports/uddf.h"
-#include "exports/zxulogbook.h"
-#include "platform/clock.h"
 
 #include <QJsonDocument>
 
 namespace benthor::ctl {
 
 using exports::LossReport;
-using exports::WholeDive;
 
 namespace {
-
-/// One dive after the other: no more than one is in memory.
-template <typename Writer>
-LossReport writeDives(Writer& writer, ReadLogbook& logbook, const QStringList& ids) {
-    LossReport report;
-    Progress progress(QStringLiteral("Dives"));
-    writer.begin();
-    for (const QString& id : ids) {
-        goOnUnlessInterrupted();
-        progress.show(report.dives, ids.size());
-        if (const std::optional<WholeDive> dive = logbook.reader().read(id)) {
-            writer.add(*dive);
-            ++report.dives;
-            if (!dive->withoutSamples.isEmpty()) {
-                report.addWithoutSamples(dive->figures.id, dive->withoutSamples);
-            }
-        }
-    }
-    writer.end();
-    return report;
-}
-
-LossReport writeAs(ExportFormat format, QIODevice& device, ReadLogbook& logbook, const QStringList& ids) {
-    switch (format) {
-    case ExportFormat::Uddf: {
-        exports::UddfWriter writer(device, QStringLiteral(BENTHOR_VERSION), platform::now());
-        static_cast<void>(writeDives(writer, logbook, ids));
-        return writer.report();
-    }
-    case ExportFormat::Csv: {
-        exports::SamplesCsv writer(device, exports::SampleIds::First);
-        return writeDives(writer, logbook, ids);
-    }
-    case ExportFormat::Zxu: {
-        exports::ZxuLogbook writer(device, platform::now());
-        return writeDives(writer, logbook, ids);
-    }
-    case ExportFormat::Json:
-        break;
-    }
-    exports::LogbookJson writer(device);
-    return writeDives(writer, logbook, ids);
-}
 
 /// On standard output where it was asked for as a document and the dives do not go there.
 void tellReport(const LossReport& report, const Arguments& arguments, Output& output) {
@@ -99,7 +50,13 @@ Status runExport(const Arguments& arguments, Output& output) {
         return status;
     }
     exports::OutputFile file(arguments.output, arguments.force);
-    const LossReport report = writeAs(arguments.format, file.device(), logbook, selected.ids);
+    Progress progress(QStringLiteral("Dives"));
+    const LossReport report = exports::exportdives(arguments.format, file.device(), logbook.reader(),
+                                                   selected.ids, [&progress](int done, int of) {
+                                                       goOnUnlessInterrupted();
+                                                       progress.show(done, of);
+                                                       return true;
+                                                   });
     goOnUnlessInterrupted();
     file.commit();
     tellReport(report, arguments, output);
