@@ -9,9 +9,9 @@ namespace {
 constexpr int kModTenthsPerMetre = 10;
 constexpr double kDeepest = 100000;
 
-void leafShare(UddfXml& xml, const QString& name, double perCent) {
+void writeShare(QXmlStreamWriter& xml, const QString& name, double perCent) {
     if (perCent >= 0 && perCent <= 100) {
-        xml.leaf(name, decimalText(perCent / 100));
+        xml.writeTextElement(name, decimalText(perCent / 100).text());
     }
 }
 
@@ -58,46 +58,55 @@ void UddfGases::add(const QString& name, const WholeDive& dive, const GasesWitho
     dives_.push_back({name, &table->first, withoutRow});
 }
 
-void UddfGases::writeMix(UddfXml& xml, const QString& id, const Mix& mix) {
+UddfForm UddfGases::formOf(const Mix& mix) {
     profile::GasArrays gases;
     gases.gaso2[0] = mix.oxygen;
     gases.gasn2[0] = mix.nitrogen;
     gases.gashe[0] = mix.helium;
-    xml.open(QStringLiteral("mix"));
-    xml.attribute(QStringLiteral("id"), id);
-    xml.leaf(QStringLiteral("name"), profile::gasName(gases, 0));
-    leafShare(xml, QStringLiteral("o2"), mix.oxygen);
-    leafShare(xml, QStringLiteral("n2"), mix.nitrogen);
-    leafShare(xml, QStringLiteral("he"), mix.helium);
-    if (mix.depth > 0 && mix.depth <= kDeepest) {
-        xml.leaf(QStringLiteral("maximumoperationdepth"), decimalText(mix.depth));
-    }
-    xml.close();
+    return UddfForm::withId(
+        QStringLiteral("gasdefinitions"), QStringLiteral("mix"), [&](QXmlStreamWriter& xml) {
+            xml.writeTextElement(QStringLiteral("name"), profile::gasName(gases, 0));
+            writeShare(xml, QStringLiteral("o2"), mix.oxygen);
+            writeShare(xml, QStringLiteral("n2"), mix.nitrogen);
+            writeShare(xml, QStringLiteral("he"), mix.helium);
+            if (mix.depth > 0 && mix.depth <= kDeepest) {
+                xml.writeTextElement(QStringLiteral("maximumoperationdepth"), decimalText(mix.depth).text());
+            }
+        });
+}
+
+UddfForm UddfGases::formOf(const QString& name) {
+    return UddfForm::withId(
+        QStringLiteral("gasdefinitions"), QStringLiteral("mix"),
+        [&name](QXmlStreamWriter& xml) { xml.writeTextElement(QStringLiteral("name"), name); });
 }
 
 void UddfGases::write(UddfXml& xml) const {
     if (dives_.empty()) {
         return;
     }
-    const auto writeNamed = [&xml](const QString& id, const QString& name) {
-        xml.open(QStringLiteral("mix"));
-        xml.attribute(QStringLiteral("id"), id);
-        xml.leaf(QStringLiteral("name"), name);
-        xml.close();
-    };
     xml.open(QStringLiteral("gasdefinitions"));
+    xml.settle();
+    const std::vector<Mix>* rows = nullptr; // of the dive before: mostly the same
+    std::vector<UddfForm> forms;
     for (const OfDive& dive : dives_) {
+        if (dive.rows != rows) {
+            rows = dive.rows;
+            forms.clear();
+            std::transform(rows->begin(), rows->end(), std::back_inserter(forms),
+                           [](const Mix& mix) { return formOf(mix); });
+        }
         int gas = 0;
-        for (const Mix& mix : *dive.rows) {
-            writeMix(xml, id(dive.name, gas++), mix);
+        for (const UddfForm& form : forms) {
+            xml.fill(form, id(dive.name, gas++).toLatin1());
         }
         for (; gas < profile::kMostGases; ++gas) {
             if (dive.withoutRow.numbers.test(static_cast<std::size_t>(gas))) {
-                writeNamed(id(dive.name, gas), QStringLiteral("Gas %1").arg(gas));
+                xml.fill(formOf(QStringLiteral("Gas %1").arg(gas)), id(dive.name, gas).toLatin1());
             }
         }
         if (dive.withoutRow.beyond) {
-            writeNamed(id(dive.name, -1), QStringLiteral("Unknown gas"));
+            xml.fill(formOf(QStringLiteral("Unknown gas")), id(dive.name, -1).toLatin1());
         }
     }
     xml.close();

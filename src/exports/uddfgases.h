@@ -46,7 +46,8 @@ private:
     };
 
     static Mix mixOf(const WholeDive& dive, int row);
-    static void writeMix(UddfXml& xml, const QString& id, const Mix& mix);
+    static UddfForm formOf(const Mix& mix);
+    static UddfForm formOf(const QString& name);
 
     std::map<std::vector<Mix>, int> tables_; ///< and how many dives have them; its nodes stay where they are
     std::vector<OfDive> dives_;

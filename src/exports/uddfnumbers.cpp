@@ -27,13 +27,18 @@ private:
 
 namespace {
 
+/// Of a number that is not below 0.
+long long nearest(double value) {
+    return static_cast<long long>(value + 0.5);
+}
+
 template <typename Number> NumberText shortest(Number value) {
     constexpr double kLeast = 1e-6;
     if (std::abs(value) < kLeast) {
         return NumberWriter().put('0').text();
     }
     if (value == std::floor(value)) {
-        return NumberWriter().put(std::llround(value)).text(); // the same digits, sooner
+        return NumberWriter().put(static_cast<long long>(value)).text(); // the same digits, sooner
     }
     return NumberWriter().put(value, std::chars_format::fixed).text();
 }
@@ -50,14 +55,14 @@ NumberText decimalText(float value) {
 
 NumberText pascalText(double bar) {
     constexpr double kPascalPerBar = 100000;
-    return NumberWriter().put(std::llround(bar * kPascalPerBar)).text();
+    return NumberWriter().put(nearest(bar * kPascalPerBar)).text();
 }
 
 NumberText kelvinText(double celsius) {
     constexpr double kZeroCelsius = 273.15;
     constexpr long long kHundredths = 100;
     constexpr long long kTen = 10;
-    const long long hundredths = std::llround((celsius + kZeroCelsius) * kHundredths);
+    const long long hundredths = nearest((celsius + kZeroCelsius) * kHundredths);
     return NumberWriter()
         .put(hundredths / kHundredths)
         .put('.')

@@ -3,6 +3,7 @@
 #include "exports/wholewrite.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace benthor::exports {
 
@@ -17,17 +18,21 @@ void format(QXmlStreamWriter& writer) {
     writer.setAutoFormattingIndent(1);
 }
 
-/// A waypoint that holds what `write` writes, from the line end in front of it.
-template <typename Write> QByteArray waypointOf(const Write& write) {
+using Write = std::function<void(QXmlStreamWriter&)>;
+
+/// What `write` writes within these elements, from the line end in front of it, and the end of the innermost
+/// of them, which is to have nothing else in it.
+QByteArray within(std::initializer_list<const char*> elements, const Write& write) {
     QString text;
     QXmlStreamWriter writer(&text);
     format(writer);
-    for (const char* const name : {"uddf", "profiledata", "repetitiongroup", "dive", "samples", "waypoint"}) {
+    for (const char* const name : elements) {
         writer.writeStartElement(QLatin1String(name));
     }
+    const qsizetype from = text.size() + 1; // the bracket comes with what is next
     write(writer);
     writer.writeEndElement();
-    return text.mid(text.indexOf(u'>', text.indexOf(QLatin1String("<samples"))) + 1).toUtf8();
+    return text.mid(from).toUtf8();
 }
 
 UddfForm formAround(const QByteArray& bytes) {
@@ -35,11 +40,13 @@ UddfForm formAround(const QByteArray& bytes) {
     return {bytes.first(at), bytes.sliced(at + kOpen.size())};
 }
 
-template <typename Write> UddfForm formOf(const Write& write) {
-    QByteArray bytes = waypointOf(write);
-    bytes.remove(0, bytes.indexOf('>') + 1); // the waypoint's own tags
-    bytes.truncate(bytes.lastIndexOf('\n'));
-    return formAround(bytes);
+UddfForm formOf(std::initializer_list<const char*> elements, const Write& write) {
+    const QByteArray bytes = within(elements, write);
+    return formAround(bytes.first(bytes.lastIndexOf('\n')));
+}
+
+UddfForm formOf(const Write& write) {
+    return formOf({"uddf", "profiledata", "repetitiongroup", "dive", "samples", "waypoint"}, write);
 }
 
 bool isPlain(QChar letter) {
@@ -100,16 +107,32 @@ UddfForm UddfForm::ceiling() {
 }
 
 UddfForm UddfForm::waypoint() {
-    QByteArray bytes = waypointOf([](QXmlStreamWriter& writer) { writer.writeEmptyElement(kOpen); });
+    QByteArray bytes =
+        within({"uddf", "profiledata", "repetitiongroup", "dive", "samples"}, [](QXmlStreamWriter& writer) {
+            writer.writeStartElement(QStringLiteral("waypoint"));
+            writer.writeEmptyElement(QStringLiteral("none"));
+            writer.writeEndElement();
+        });
+    bytes.truncate(bytes.lastIndexOf('\n'));
     const qsizetype from = bytes.indexOf('>') + 1;
     return formAround(bytes.replace(from, bytes.lastIndexOf('\n') - from, kOpen.toUtf8()));
 }
 
+UddfForm UddfForm::withId(const QString& parent, const QString& name, const Write& write) {
+    const QByteArray parentName = parent.toUtf8();
+    return formOf({"uddf", parentName.constData()}, [&](QXmlStreamWriter& writer) {
+        writer.writeStartElement(name);
+        writer.writeAttribute(QStringLiteral("id"), kOpen);
+        write(writer);
+        writer.writeEndElement();
+    });
+}
+
 UddfXml::UddfXml(QIODevice& device)
     : device_(device)
+    , bytes_(kPiece, Qt::Uninitialized)
     , writer_(&text_) {
     format(writer_);
-    bytes_.reserve(2 * kPiece);
 }
 
 void UddfXml::begin() {
@@ -144,44 +167,40 @@ void UddfXml::mark(const QString& name, const QString& attribute, const QString&
 
 void UddfXml::fill(const UddfForm& form, QByteArrayView value) {
     put(form.before);
-    bytes_.append(value);
-    bytes_.append(form.behind);
+    put(value);
+    put(form.behind);
 }
 
 void UddfXml::put(QByteArrayView bytes) {
     if (!text_.isEmpty()) {
         take();
     }
-    bytes_.append(bytes);
-    if (bytes_.size() >= kPiece) {
+    if (size_ + bytes.size() > bytes_.size()) {
         drain();
+        if (bytes.size() > bytes_.size()) {
+            writeWhole(device_, bytes);
+            return;
+        }
     }
+    std::memcpy(bytes_.data() + size_, bytes.data(), static_cast<std::size_t>(bytes.size()));
+    size_ += bytes.size();
 }
 
 /// What the library has written until now goes behind the bytes.
 void UddfXml::take() {
-    constexpr qsizetype kSome = 4096;
     constexpr qsizetype kMostKept = 4 * kPiece; // a note of megabytes is not to stay in memory
-    bytes_ += text_.toUtf8();
+    const QByteArray bytes = text_.toUtf8();
     if (text_.capacity() > kMostKept) {
         text_ = QString();
-        text_.reserve(kSome);
     } else {
         text_.resize(0);
     }
-    if (bytes_.size() >= kPiece) {
-        drain();
-    }
+    put(bytes);
 }
 
 void UddfXml::drain() {
-    writeWhole(device_, bytes_);
-    if (bytes_.capacity() > 4 * kPiece) {
-        bytes_ = QByteArray();
-        bytes_.reserve(2 * kPiece);
-    } else {
-        bytes_.resize(0);
-    }
+    writeWhole(device_, QByteArrayView(bytes_).first(size_));
+    size_ = 0;
 }
 
 } // namespace benthor::exports

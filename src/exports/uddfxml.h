@@ -6,12 +6,20 @@
 #include <QString>
 #include <QXmlStreamWriter>
 
+#include <functional>
+
 namespace benthor::exports {
 
-/// An element of a waypoint as the library writes it, around a place that is left open for a value. The
-/// samples are nearly all of a file, and each of their elements the same again and again but for its digits.
+/// An element as the library writes it, around a place that is left open for a value. Samples and mixes are
+/// nearly all of a file, and their elements the same again and again but for a few digits.
 struct UddfForm {
     QByteArray before, behind;
+
+    /// <name id="value"> in that parent of the root's, and in it what `write` writes.
+    static UddfForm withId(const QString& parent, const QString& name,
+                           const std::function<void(QXmlStreamWriter&)>& write);
+
+    // Elements of a waypoint.
 
     /// <name>value</name>
     static UddfForm leaf(const QString& name);
@@ -52,11 +60,13 @@ public:
     void link(const QString& ref) { mark(QStringLiteral("link"), QStringLiteral("ref"), ref); }
 
     /// A form with a value of digits, or of letters that need no escape. Not right behind open() and mark():
-    /// what they write is finished by the next element of the library's only.
+    /// what they write is finished by what the library writes next, settle() at the least.
     void fill(const UddfForm& form, QByteArrayView value);
     /// The two parts of a form, with elements between them.
     void before(const UddfForm& form) { put(form.before); }
     void behind(const UddfForm& form) { put(form.behind); }
+
+    void settle() { writer_.writeCharacters(QString()); }
 
     /// Whether text() replaced characters since the last call.
     bool takeReplaced() { return std::exchange(replaced_, false); }
@@ -67,8 +77,9 @@ private:
     void drain();
 
     QIODevice& device_;
-    QByteArray bytes_; ///< not yet handed on
-    QString text_;     ///< of the library, behind these bytes
+    QByteArray bytes_;   ///< a piece
+    qsizetype size_ = 0; ///< of it not yet handed on
+    QString text_;       ///< of the library, behind these bytes
     QXmlStreamWriter writer_;
     bool replaced_ = false;
 };
