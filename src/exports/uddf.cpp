@@ -70,7 +70,8 @@ void UddfWriter::add(const WholeDive& dive) {
     ++report_.dives;
     if (hand.name != hand.id()) {
         report_.addMust(hand.id(),
-                        QStringLiteral("an identifier of its own; d-%1 stands for it").arg(hand.name));
+                        QStringLiteral("no identifier of its own that the file can hold; d-%1 stands for it")
+                            .arg(hand.name));
     }
     openGroup(hand);
     xml_.open(QStringLiteral("dive"));

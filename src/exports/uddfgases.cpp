@@ -85,8 +85,8 @@ void UddfGases::write(UddfXml& xml) const {
     if (dives_.empty()) {
         return;
     }
-    xml.open(QStringLiteral("gasdefinitions"));
-    xml.settle();
+    const UddfForm all = UddfForm::around({"uddf", "gasdefinitions"});
+    xml.before(all);
     const std::vector<Mix>* rows = nullptr; // of the dive before: mostly the same
     std::vector<UddfForm> forms;
     for (const OfDive& dive : dives_) {
@@ -109,7 +109,7 @@ void UddfGases::write(UddfXml& xml) const {
             xml.fill(formOf(QStringLiteral("Unknown gas")), id(dive.name, -1).toLatin1());
         }
     }
-    xml.close();
+    xml.behind(all);
 }
 
 } // namespace benthor::exports

@@ -59,12 +59,14 @@ QString alarmWord(const QString& token) {
 
 /// The elements of a waypoint, made once.
 struct Forms {
-    const UddfForm waypoint = UddfForm::waypoint();
+    const UddfForm waypoint =
+        UddfForm::around({"uddf", "profiledata", "repetitiongroup", "dive", "samples", "waypoint"});
     const UddfForm alarm = UddfForm::leaf(QStringLiteral("alarm"));
     const UddfForm ceiling = UddfForm::ceiling();
     const UddfForm po2 = UddfForm::leaf(QStringLiteral("calculatedpo2"));
     const UddfForm depth = UddfForm::leaf(QStringLiteral("depth"));
     const UddfForm time = UddfForm::leaf(QStringLiteral("divetime"));
+    const UddfForm marker = UddfForm::leaf(QStringLiteral("setmarker"));
     const UddfForm setpoint =
         UddfForm::leaf(QStringLiteral("setpo2"), QStringLiteral("setby"), QStringLiteral("computer"));
     const UddfForm gas = UddfForm::mark(QStringLiteral("switchmix"), QStringLiteral("ref"));
@@ -137,7 +139,7 @@ private:
         xml_.fill(forms_.depth, decimalText(depthAt(profile_, at)));
         xml_.fill(forms_.time, decimalText(sample * interval_));
         if (!marker.isEmpty()) {
-            xml_.text(QStringLiteral("setmarker"), marker);
+            xml_.fillText(forms_.marker, marker);
         }
         writeBar(forms_.setpoint, profile_.setpoint[at]);
         writeGas(sample);

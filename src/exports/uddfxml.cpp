@@ -22,7 +22,7 @@ using Write = std::function<void(QXmlStreamWriter&)>;
 
 /// What `write` writes within these elements, from the line end in front of it, and the end of the innermost
 /// of them, which is to have nothing else in it.
-QByteArray within(std::initializer_list<const char*> elements, const Write& write) {
+QByteArray within(const std::vector<const char*>& elements, const Write& write) {
     QString text;
     QXmlStreamWriter writer(&text);
     format(writer);
@@ -40,7 +40,7 @@ UddfForm formAround(const QByteArray& bytes) {
     return {bytes.first(at), bytes.sliced(at + kOpen.size())};
 }
 
-UddfForm formOf(std::initializer_list<const char*> elements, const Write& write) {
+UddfForm formOf(const std::vector<const char*>& elements, const Write& write) {
     const QByteArray bytes = within(elements, write);
     return formAround(bytes.first(bytes.lastIndexOf('\n')));
 }
@@ -106,13 +106,12 @@ UddfForm UddfForm::ceiling() {
     });
 }
 
-UddfForm UddfForm::waypoint() {
-    QByteArray bytes =
-        within({"uddf", "profiledata", "repetitiongroup", "dive", "samples"}, [](QXmlStreamWriter& writer) {
-            writer.writeStartElement(QStringLiteral("waypoint"));
-            writer.writeEmptyElement(QStringLiteral("none"));
-            writer.writeEndElement();
-        });
+UddfForm UddfForm::around(std::initializer_list<const char*> elements) {
+    QByteArray bytes = within({elements.begin(), elements.end() - 1}, [&](QXmlStreamWriter& writer) {
+        writer.writeStartElement(QLatin1String(*(elements.end() - 1)));
+        writer.writeEmptyElement(QStringLiteral("none"));
+        writer.writeEndElement();
+    });
     bytes.truncate(bytes.lastIndexOf('\n'));
     const qsizetype from = bytes.indexOf('>') + 1;
     return formAround(bytes.replace(from, bytes.lastIndexOf('\n') - from, kOpen.toUtf8()));
@@ -169,6 +168,10 @@ void UddfXml::fill(const UddfForm& form, QByteArrayView value) {
     put(form.before);
     put(value);
     put(form.behind);
+}
+
+void UddfXml::fillText(const UddfForm& form, const QString& value) {
+    fill(form, xmlText(value, replaced_).toHtmlEscaped().toUtf8());
 }
 
 void UddfXml::put(QByteArrayView bytes) {

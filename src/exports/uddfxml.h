@@ -15,6 +15,8 @@ namespace benthor::exports {
 struct UddfForm {
     QByteArray before, behind;
 
+    /// An element that holds others, the last of these; the ones before it are those that it stands in.
+    static UddfForm around(std::initializer_list<const char*> elements);
     /// <name id="value"> in that parent of the root's, and in it what `write` writes.
     static UddfForm withId(const QString& parent, const QString& name,
                            const std::function<void(QXmlStreamWriter&)>& write);
@@ -30,8 +32,6 @@ struct UddfForm {
     /// <decostop kind="mandatory" decodepth="value" duration="0"/>: how long a stop is to last is not
     /// recorded
     static UddfForm ceiling();
-    /// <waypoint>value</waypoint>
-    static UddfForm waypoint();
 };
 
 /// The elements of a UDDF file as bytes, handed on in pieces of some tens of kilobytes. Every function throws
@@ -59,14 +59,15 @@ public:
     /// <link ref="...">
     void link(const QString& ref) { mark(QStringLiteral("link"), QStringLiteral("ref"), ref); }
 
-    /// A form with a value of digits, or of letters that need no escape. Not right behind open() and mark():
-    /// what they write is finished by what the library writes next, settle() at the least.
+    // Not right behind open() and mark(): what they write is finished by the library's next element only.
+
+    /// A form with a value of digits, or of letters that need no escape.
     void fill(const UddfForm& form, QByteArrayView value);
-    /// The two parts of a form, with elements between them.
+    /// A form with any text whatever, as text() has it.
+    void fillText(const UddfForm& form, const QString& value);
+    /// The two parts of a form, with others between them.
     void before(const UddfForm& form) { put(form.before); }
     void behind(const UddfForm& form) { put(form.behind); }
-
-    void settle() { writer_.writeCharacters(QString()); }
 
     /// Whether text() replaced characters since the last call.
     bool takeReplaced() { return std::exchange(replaced_, false); }
