@@ -27,7 +27,7 @@ Commands:
   export --format FORMAT --output FILE [--force] SELECTION
                          writes dives to a file: uddf, json, csv or zxu
   dataset DIR [--logbook NAME] SELECTION
-                         writes dives as files for engines that read Hive partitions
+                         writes dives as files for engines like DuckDB or Spark
   merge PATH [--dry-run] brings the new dives of another logbook
   verify [FILE ...]      reads the store and its backups through
   stats                  totals, by year and by month

@@ -6,6 +6,7 @@
 #include "ctl/table.h"
 #include "exports/divejson.h"
 #include "exports/numbertext.h"
+#include "exports/samplescsv.h"
 
 #include <QJsonArray>
 
@@ -210,7 +211,9 @@ Status runSamples(const Arguments& arguments, Output& output) {
     if (!dive->withoutSamples.isEmpty()) {
         tell(QStringLiteral("benthorctl: ") + dive->withoutSamples);
     }
-    output.bytes(arguments.json ? exports::samplesJson(*dive) + '\n' : QByteArray());
+    output.bytes(arguments.json ? exports::samplesJson(*dive) + '\n'
+                                : exports::samplesCsvHeader(exports::SampleIds::None) +
+                                      exports::samplesCsvLines(*dive, exports::SampleIds::None));
     return kDone;
 }
 

@@ -21,13 +21,13 @@ void writeAll(const QByteArray& bytes) {
     while (written < bytes.size()) {
         const ssize_t count =
             ::write(STDOUT_FILENO, bytes.constData() + written, static_cast<size_t>(bytes.size() - written));
-        if (count < 0 && errno == EINTR) {
-            goOnUnlessInterrupted();
-        } else if (count < 0) {
+        if (count < 0 && errno != EINTR) {
             throw Failure(kFault, QStringLiteral("Cannot write to standard output: ") +
                                       QString::fromLocal8Bit(std::strerror(errno)));
-        } else {
-            written += count;
+        }
+        written += std::max<ssize_t>(count, 0);
+        if (written < bytes.size()) {
+            goOnUnlessInterrupted(); // it waited for its reader, and took a part or nothing
         }
     }
 }

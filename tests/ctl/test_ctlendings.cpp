@@ -1,0 +1,382 @@
+#include "platform/instancelock.h"
+#include "tests/ctl/ctlstage.h"
+#include "tests/support/asnobody.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace benthor;
+using tests::goodDive;
+using tests::Ran;
+using tests::ToolFolder;
+
+namespace {
+
+constexpr int kPatience = 60000;
+
+/// A dive with so many samples that no pipe holds them.
+QByteArray longDive() {
+    QByteArray dive = goodDive();
+    constexpr int kSamples = 20000;
+    return dive.replace(",10,0,70,M0,T20,A500\r\n",
+                        QByteArray(",10,0,70,M0,T20,A500\r\n").repeated(kSamples));
+}
+
+/// What a child does so that its files cannot grow beyond `most` bytes.
+std::function<void()> smallDisk(rlim_t most) {
+    return [most] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{most, most};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+}
+
+/// Standard output that the test reads, or does not.
+class Pipe {
+public:
+    Pipe() {
+        path_ = folder_.filePath(QStringLiteral("pipe"));
+        if (::mkfifo(QFile::encodeName(path_).constData(), 0600) != 0) {
+            qFatal("no pipe");
+        }
+        open_ = ::open(QFile::encodeName(path_).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+    ~Pipe() { closeReader(); }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    QString path() const { return path_; }
+    int waiting() const {
+        int bytes = 0;
+        return ::ioctl(open_, FIONREAD, &bytes) == 0 ? bytes : -1;
+    }
+    void closeReader() {
+        if (open_ >= 0) {
+            ::close(std::exchange(open_, -1));
+        }
+    }
+
+private:
+    QTemporaryDir folder_;
+    QString path_;
+    int open_ = -1;
+};
+
+/// Runs the tool until its output, which nobody reads, takes no more; then `act`.
+Ran runUntilFull(const QStringList& words, const std::function<void(QProcess&, Pipe&)>& act) {
+    Pipe pipe;
+    QProcess process;
+    process.setStandardOutputFile(pipe.path());
+    tests::startTool(process, words);
+    constexpr int kFull = 65536;
+    if (!process.waitForStarted() || !QTest::qWaitFor([&] { return pipe.waiting() >= kFull; }, kPatience)) {
+        qFatal("the pipe was not filled");
+    }
+    act(process, pipe);
+    return tests::resultOf(process);
+}
+
+} // namespace
+
+/// How the tool ends: every exit status, and what is left behind.
+class TestCtlEndings : public QObject {
+    Q_OBJECT
+
+private slots:
+    void wrongUsage();
+    void aFolderThatIsNotThere();
+    void aFolderWithoutAStore();
+    void theFolderIsTheProgramsOwn();
+    void aDamagedStore();
+    void aFolderThatCannotBeWritten();
+    void aStoreThatAnotherProgramHolds();
+    void aMergeOfWhatIsNoLogbook();
+    void aFullDiskAtAnImport();
+    void aFullDiskAtAMerge();
+    void aFullDiskAtTheOutput();
+    void aClosedOutput();
+    void aReaderThatGoesAway();
+    void anInterruptionOfAWrite();
+    void anInterruptionOfAWait();
+    void anInterruptionOfAnImport();
+};
+
+void TestCtlEndings::wrongUsage() {
+    for (const QStringList& words : {QStringList(), {"lsit"}, {"list", "--color"}, {"show"}}) {
+        const Ran ran = tests::runTool(words);
+        QCOMPARE(ran.status, 2);
+        QCOMPARE(ran.out, QByteArray());
+        QVERIFY(ran.err.startsWith("benthorctl: "));
+        QVERIFY(ran.err.endsWith(" Try benthorctl --help.\n"));
+    }
+}
+
+void TestCtlEndings::aFolderThatIsNotThere() {
+    const QTemporaryDir folder;
+    const QString none = folder.filePath(QStringLiteral("none"));
+    for (const char* const command : {"list", "check", "stats", "verify", "show 1", "samples 1",
+                                      "import a.txt", "merge a", "merge a --dry-run"}) {
+        const Ran ran = tests::runTool(QStringList{"--json", "--folder", none} +
+                                       QString::fromLatin1(command).split(QLatin1Char(' ')));
+        QCOMPARE(ran.status, 3);
+        QCOMPARE(ran.out, QByteArray());
+        QCOMPARE(ran.err, "benthorctl: There is no program folder " + none.toUtf8() + ".\n");
+    }
+    QVERIFY(!QFileInfo::exists(none));
+}
+
+void TestCtlEndings::aFolderWithoutAStore() {
+    const QTemporaryDir folder;
+    for (const char* const command : {"list", "import a.txt"}) {
+        const Ran ran = tests::runTool(QStringList{"--folder", folder.path()} +
+                                       QString::fromLatin1(command).split(QLatin1Char(' ')));
+        QCOMPARE(ran.status, 3);
+        QVERIFY(ran.err.startsWith("benthorctl: There is no dive store rb.mdb in the folder "));
+    }
+    QVERIFY(QDir(folder.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+/// As the program finds it, but nothing is made: a tool in a folder that can be written has that one.
+void TestCtlEndings::theFolderIsTheProgramsOwn() {
+    const ToolFolder world;
+    world.close();
+    const QString tool = world.folder.path(u"benthorctl");
+    QVERIFY(QFile::copy(QStringLiteral(BENTHORCTL), tool));
+    QProcess process;
+    process.setProgram(tool);
+    process.setArguments({QStringLiteral("list")});
+    process.setWorkingDirectory(QDir::tempPath());
+    process.start();
+    const Ran ran = tests::resultOf(process);
+    QCOMPARE(ran.status, 0);
+    QCOMPARE(ran.lines().size(), 4);
+
+    // A relative folder is one of the working directory.
+    QProcess relative;
+    relative.setWorkingDirectory(QFileInfo(world.folder.root()).absolutePath());
+    tests::startTool(relative, {"--folder", QFileInfo(world.folder.root()).fileName(), "list"});
+    QCOMPARE(tests::resultOf(relative).lines().size(), 4);
+}
+
+void TestCtlEndings::aDamagedStore() {
+    const ToolFolder world;
+    world.close();
+    QByteArray bytes = platform::readFile(world.storePath()).value();
+    constexpr qsizetype kPage = 4096;
+    bytes.replace(kPage, kPage, QByteArray(kPage, '\x5a')); // behind the head of the file
+    for (const QByteArray& damaged : {bytes, QByteArray("no store at all"), QByteArray()}) {
+        QVERIFY(platform::writeFileWhole(world.storePath(), damaged).ok());
+        for (const char* const command : {"list", "stats", "check", "show 1", "import a.txt", "merge a"}) {
+            const Ran ran = world.run(QString::fromLatin1(command).split(QLatin1Char(' ')));
+            QVERIFY2(ran.status == 3, command);
+            QCOMPARE(ran.out, QByteArray());
+            QVERIFY(ran.err.startsWith("benthorctl: The dive store "));
+        }
+        QCOMPARE(world.run({"verify"}).status, 1);
+        QCOMPARE(platform::readFile(world.storePath()).value(), damaged);
+    }
+}
+
+void TestCtlEndings::aFolderThatCannotBeWritten() {
+    const ToolFolder world;
+    world.close();
+    const QTemporaryDir elsewhere;
+    const QString file = elsewhere.filePath(QStringLiteral("a.txt"));
+    QVERIFY(platform::writeFileWhole(file, goodDive()).ok());
+    for (const QString& path : {elsewhere.path(), world.folder.root()}) {
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                QFile::ExeOther));
+    }
+    QVERIFY(QFile::setPermissions(world.storePath(), QFile::ReadOwner | QFile::ReadOther));
+    const QStringList before = world.snapshot();
+    const auto asNobody = [] { tests::becomeNobody(); };
+    QCOMPARE(world.run({"list"}, asNobody).status, 0);
+    QCOMPARE(world.run({"samples", "1"}, asNobody).status, 0);
+    const Ran import = world.run({"import", file}, asNobody);
+    QCOMPARE(import.status, 3);
+    QVERIFY2(import.err.contains("cannot be written"), import.err.constData());
+    QCOMPARE(world.run({"merge", elsewhere.path()}, asNobody).status, 3);
+    QCOMPARE(world.snapshot(), before);
+    QVERIFY(
+        QFile::setPermissions(world.folder.root(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+void TestCtlEndings::aStoreThatAnotherProgramHolds() {
+    const ToolFolder world;
+    const platform::Transaction transaction(process().database); // BEGIN IMMEDIATE
+    const QString file = QStringLiteral(BENTHOR_TEST_DATA "/dives/typical.txt");
+    QProcess process;
+    const Ran ran = world.run({"import", file});
+    QCOMPARE(ran.status, 3);
+    QVERIFY2(ran.err.contains("Another program holds") || ran.err.contains("locked"), ran.err.constData());
+    QCOMPARE(world.names(QStringLiteral("new")), QStringList());
+    QCOMPARE(world.run({"list"}).status, 0);
+}
+
+void TestCtlEndings::aMergeOfWhatIsNoLogbook() {
+    const ToolFolder world;
+    world.close();
+    const QTemporaryDir empty;
+    for (const QString& path : {empty.path(), empty.filePath(QStringLiteral("none")), world.folder.root(),
+                                QStringLiteral(BENTHOR_TEST_DATA "/dives/typical.txt")}) {
+        const Ran ran = world.run({"merge", path});
+        QCOMPARE(ran.status, 3);
+        QCOMPARE(ran.out, QByteArray());
+    }
+    QVERIFY(!QFile::exists(world.folder.path(u"rb-before-merge.mdb")));
+}
+
+/// Wherever the disk is full, a dive is in the store as a whole or not at all, and nothing waits in `new`.
+void TestCtlEndings::aFullDiskAtAnImport() {
+    const ToolFolder world;
+    world.close();
+    const QTemporaryDir elsewhere;
+    const QString file = elsewhere.filePath(QStringLiteral("a.txt"));
+    QVERIFY(platform::writeFileWhole(file, longDive()).ok());
+    const qint64 size = QFileInfo(file).size();
+    for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, static_cast<rlim_t>(size) - 1}) {
+        const Ran ran = world.run({"import", "--json", file}, smallDisk(most));
+        QVERIFY2(ran.status == 4 || (most == 0 && ran.status == 3), ran.err.constData());
+        QVERIFY(!ran.err.isEmpty());
+        QCOMPARE(world.names(QStringLiteral("new")), QStringList());
+        QVERIFY(!QFile::exists(world.folder.path(u"new", u".benthor.part")));
+        QCOMPARE(world.names(QStringLiteral("dbtxt")).size(), 3);
+        QCOMPARE(world.run({"list"}).lines().size(), 4);
+        QCOMPARE(world.run({"verify"}).status, 0);
+    }
+    QCOMPARE(world.run({"import", file}).status, 0);
+}
+
+void TestCtlEndings::aFullDiskAtAMerge() {
+    const ToolFolder other({"700000000"});
+    other.close();
+    const ToolFolder world;
+    world.close();
+    const qint64 size = QFileInfo(world.storePath()).size();
+    for (const qint64 most : {qint64{100}, size - 1, size}) {
+        const Ran ran = world.run({"merge", other.folder.root()}, smallDisk(static_cast<rlim_t>(most)));
+        if (ran.status == 0) {
+            continue; // the rows found room in the pages that are there
+        }
+        QVERIFY2(ran.status == 4 || ran.status == 3, ran.err.constData());
+        QCOMPARE(world.names(QStringLiteral("dbtxt")).size(), 3);
+        QCOMPARE(world.run({"list"}).lines().size(), 4);
+        QCOMPARE(world.run({"verify"}).status, 0);
+    }
+}
+
+void TestCtlEndings::aFullDiskAtTheOutput() {
+    const ToolFolder world;
+    world.close();
+    for (const char* const command :
+         {"list", "list --json", "stats", "stats --json", "show 1", "samples 1", "samples 1 --json",
+          "check --json", "verify", "verify --json", "--help", "--version"}) {
+        QProcess process;
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+        tests::startTool(process, world.words(QString::fromLatin1(command).split(QLatin1Char(' '))));
+        const Ran ran = tests::resultOf(process);
+        QVERIFY2(ran.status == 4, command);
+        QCOMPARE(ran.err,
+                 QByteArray("benthorctl: Cannot write to standard output: No space left on device\n"));
+    }
+}
+
+/// What is opened meanwhile is not written into in its stead.
+void TestCtlEndings::aClosedOutput() {
+    const ToolFolder world;
+    world.close();
+    const QStringList before = world.snapshot();
+    QCOMPARE(world.run({"list"}, [] { ::close(STDOUT_FILENO); }).status, 4);
+    QCOMPARE(world
+                 .run({"list", "9"},
+                      [] {
+                          ::close(STDOUT_FILENO);
+                          ::close(STDERR_FILENO);
+                      })
+                 .status,
+             4);
+    QCOMPARE(world.snapshot(), before);
+}
+
+void TestCtlEndings::aReaderThatGoesAway() {
+    const ToolFolder world(ToolFolder::kNoDives);
+    world.putWaiting(QStringLiteral("a.txt"), longDive());
+    divefiles::ImportState state;
+    divefiles::ImportScreen screen;
+    QCOMPARE(divefiles::importdives(world.folder, state, screen), divefiles::ImportEnd::Done);
+    world.close();
+    const QStringList before = world.snapshot();
+    for (const QStringList& form : {QStringList(), QStringList{"--json"}}) {
+        const Ran ran = runUntilFull(world.words(QStringList{"samples", "1"} + form),
+                                     [](QProcess&, Pipe& pipe) { pipe.closeReader(); });
+        QCOMPARE(ran.status, 4);
+        QCOMPARE(ran.err, QByteArray("benthorctl: Cannot write to standard output: Broken pipe\n"));
+    }
+    QCOMPARE(world.snapshot(), before);
+}
+
+void TestCtlEndings::anInterruptionOfAWrite() {
+    const ToolFolder world(ToolFolder::kNoDives);
+    world.putWaiting(QStringLiteral("a.txt"), longDive());
+    divefiles::ImportState state;
+    divefiles::ImportScreen screen;
+    QCOMPARE(divefiles::importdives(world.folder, state, screen), divefiles::ImportEnd::Done);
+    world.close();
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        const Ran ran = runUntilFull(world.words({"samples", "1"}), [&](QProcess& process, Pipe&) {
+            ::kill(static_cast<pid_t>(process.processId()), number);
+        });
+        QCOMPARE(ran.status, 4);
+        QCOMPARE(ran.err, QByteArray("benthorctl: Interrupted.\n"));
+    }
+}
+
+void TestCtlEndings::anInterruptionOfAWait() {
+    const ToolFolder world;
+    const QStringList before = world.names(QStringLiteral("old"));
+    const platform::Transaction transaction(process().database);
+    QProcess tool;
+    tests::startTool(tool, world.words({"import", QStringLiteral(BENTHOR_TEST_DATA "/dives/typical.txt")}));
+    // It has the folder's lock before it waits for the store.
+    QVERIFY(QTest::qWaitFor([&] { return !platform::InstanceLock(world.folder.root()).held(); }, kPatience));
+    ::kill(static_cast<pid_t>(tool.processId()), SIGINT);
+    const Ran ran = tests::resultOf(tool);
+    QCOMPARE(ran.status, 4);
+    QCOMPARE(ran.err, QByteArray("benthorctl: Interrupted.\n"));
+    QCOMPARE(world.names(QStringLiteral("old")), before);
+    QCOMPARE(world.names(QStringLiteral("new")), QStringList());
+}
+
+/// Each file is imported as a whole or not at all, and what was imported is told.
+void TestCtlEndings::anInterruptionOfAnImport() {
+    const ToolFolder world(ToolFolder::kNoDives);
+    world.close();
+    const QTemporaryDir elsewhere;
+    QStringList files;
+    constexpr int kFiles = 3000;
+    for (int i = 0; i < kFiles; ++i) {
+        files += elsewhere.filePath(QStringLiteral("%1.txt").arg(i, 4, 10, QLatin1Char('0')));
+        QFile file(files.last());
+        QVERIFY(file.open(QIODevice::WriteOnly) &&
+                file.write(goodDive(QByteArray::number(700000000 + i))) > 0);
+    }
+    QProcess tool;
+    tests::startTool(tool, world.words(QStringList{"import", "--json"} + files));
+    QVERIFY(QTest::qWaitFor([&] { return world.names(QStringLiteral("dbtxt")).size() >= 5; }, kPatience));
+    ::kill(static_cast<pid_t>(tool.processId()), SIGINT);
+    const Ran ran = tests::resultOf(tool);
+    QCOMPARE(ran.status, 4);
+    QCOMPARE(ran.err, QByteArray("benthorctl: Interrupted.\n"));
+    const qsizetype imported = ran.json().value(QLatin1String("imported")).toArray().size();
+    QVERIFY(imported >= 4 && imported < kFiles);
+    QCOMPARE(world.names(QStringLiteral("new")), QStringList());
+    QCOMPARE(world.names(QStringLiteral("dbtxt")).size(), imported);
+    QCOMPARE(world.run({"list"}).lines().size(), imported + 1);
+    QVERIFY(!QFile::exists(world.folder.path(u"import.note")));
+}
+
+QTEST_GUILESS_MAIN(TestCtlEndings)
+#include "test_ctlendings.moc"
