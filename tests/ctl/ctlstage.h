@@ -88,12 +88,11 @@ public:
         for (const QByteArray& code : startcodes) {
             putWaiting(QStringLiteral("Dive%1.txt").arg(++number, 3, 10, QLatin1Char('0')), diveOf(code));
         }
-        divefiles::ImportState state;
-        divefiles::ImportScreen screen;
-        if (!startcodes.isEmpty() &&
-            divefiles::importdives(folder, state, screen) != divefiles::ImportEnd::Done) {
-            qFatal("the dives of the test were not imported");
-        }
+        importWaiting();
+    }
+    void importDive(const QByteArray& text) const {
+        putWaiting(QStringLiteral("dive.txt"), text);
+        importWaiting();
     }
     /// A dive of an hour.
     static QByteArray diveOf(const QByteArray& startcode) {
@@ -112,6 +111,15 @@ public:
         return runTool(words(more), before);
     }
     QStringList snapshot() const { return snapshotOf(folder.root()); }
+
+private:
+    void importWaiting() const {
+        divefiles::ImportState state;
+        divefiles::ImportScreen screen;
+        if (divefiles::importdives(folder, state, screen) == divefiles::ImportEnd::Failed) {
+            qFatal("the dives of the test were not imported");
+        }
+    }
 };
 
 } // namespace benthor::tests

@@ -1,83 +1,20 @@
 #include "platform/instancelock.h"
+#include "tests/ctl/ctlpipe.h"
 #include "tests/ctl/ctlstage.h"
 #include "tests/support/asnobody.h"
 
 #include <csignal>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace benthor;
 using tests::goodDive;
+using tests::Pipe;
 using tests::Ran;
 using tests::ToolFolder;
 
 namespace {
 
 constexpr int kPatience = 60000;
-
-/// A dive with so many samples that no pipe holds them.
-QByteArray longDive() {
-    QByteArray dive = goodDive();
-    constexpr int kSamples = 20000;
-    return dive.replace(",10,0,70,M0,T20,A500\r\n",
-                        QByteArray(",10,0,70,M0,T20,A500\r\n").repeated(kSamples));
-}
-
-/// What a child does so that its files cannot grow beyond `most` bytes.
-std::function<void()> smallDisk(rlim_t most) {
-    return [most] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{most, most};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    };
-}
-
-/// Standard output that the test reads, or does not.
-class Pipe {
-public:
-    Pipe() {
-        path_ = folder_.filePath(QStringLiteral("pipe"));
-        if (::mkfifo(QFile::encodeName(path_).constData(), 0600) != 0) {
-            qFatal("no pipe");
-        }
-        open_ = ::open(QFile::encodeName(path_).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    }
-    ~Pipe() { closeReader(); }
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    QString path() const { return path_; }
-    int waiting() const {
-        int bytes = 0;
-        return ::ioctl(open_, FIONREAD, &bytes) == 0 ? bytes : -1;
-    }
-    void closeReader() {
-        if (open_ >= 0) {
-            ::close(std::exchange(open_, -1));
-        }
-    }
-
-private:
-    QTemporaryDir folder_;
-    QString path_;
-    int open_ = -1;
-};
-
-/// Runs the tool until its output, which nobody reads, takes no more; then `act`.
-Ran runUntilFull(const QStringList& words, const std::function<void(QProcess&, Pipe&)>& act) {
-    Pipe pipe;
-    QProcess process;
-    process.setStandardOutputFile(pipe.path());
-    tests::startTool(process, words);
-    constexpr int kFull = 65536;
-    if (!process.waitForStarted() || !QTest::qWaitFor([&] { return pipe.waiting() >= kFull; }, kPatience)) {
-        qFatal("the pipe was not filled");
-    }
-    act(process, pipe);
-    return tests::resultOf(process);
-}
 
 } // namespace
 
@@ -235,10 +172,10 @@ void TestCtlEndings::aFullDiskAtAnImport() {
     world.close();
     const QTemporaryDir elsewhere;
     const QString file = elsewhere.filePath(QStringLiteral("a.txt"));
-    QVERIFY(platform::writeFileWhole(file, longDive()).ok());
+    QVERIFY(platform::writeFileWhole(file, tests::longDive()).ok());
     const qint64 size = QFileInfo(file).size();
     for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, static_cast<rlim_t>(size) - 1}) {
-        const Ran ran = world.run({"import", "--json", file}, smallDisk(most));
+        const Ran ran = world.run({"import", "--json", file}, tests::smallDisk(most));
         QVERIFY2(ran.status == 4 || (most == 0 && ran.status == 3), ran.err.constData());
         QVERIFY(!ran.err.isEmpty());
         QCOMPARE(world.names(QStringLiteral("new")), QStringList());
@@ -257,7 +194,8 @@ void TestCtlEndings::aFullDiskAtAMerge() {
     world.close();
     const qint64 size = QFileInfo(world.storePath()).size();
     for (const qint64 most : {qint64{100}, size - 1, size}) {
-        const Ran ran = world.run({"merge", other.folder.root()}, smallDisk(static_cast<rlim_t>(most)));
+        const Ran ran =
+            world.run({"merge", other.folder.root()}, tests::smallDisk(static_cast<rlim_t>(most)));
         if (ran.status == 0) {
             continue; // the rows found room in the pages that are there
         }
@@ -303,15 +241,12 @@ void TestCtlEndings::aClosedOutput() {
 
 void TestCtlEndings::aReaderThatGoesAway() {
     const ToolFolder world(ToolFolder::kNoDives);
-    world.putWaiting(QStringLiteral("a.txt"), longDive());
-    divefiles::ImportState state;
-    divefiles::ImportScreen screen;
-    QCOMPARE(divefiles::importdives(world.folder, state, screen), divefiles::ImportEnd::Done);
+    world.importDive(tests::longDive());
     world.close();
     const QStringList before = world.snapshot();
     for (const QStringList& form : {QStringList(), QStringList{"--json"}}) {
-        const Ran ran = runUntilFull(world.words(QStringList{"samples", "1"} + form),
-                                     [](QProcess&, Pipe& pipe) { pipe.closeReader(); });
+        const Ran ran = tests::runUntilFull(world.words(QStringList{"samples", "1"} + form),
+                                            [](QProcess&, Pipe& pipe) { pipe.closeReader(); });
         QCOMPARE(ran.status, 4);
         QCOMPARE(ran.err, QByteArray("benthorctl: Cannot write to standard output: Broken pipe\n"));
     }
@@ -320,13 +255,10 @@ void TestCtlEndings::aReaderThatGoesAway() {
 
 void TestCtlEndings::anInterruptionOfAWrite() {
     const ToolFolder world(ToolFolder::kNoDives);
-    world.putWaiting(QStringLiteral("a.txt"), longDive());
-    divefiles::ImportState state;
-    divefiles::ImportScreen screen;
-    QCOMPARE(divefiles::importdives(world.folder, state, screen), divefiles::ImportEnd::Done);
+    world.importDive(tests::longDive());
     world.close();
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        const Ran ran = runUntilFull(world.words({"samples", "1"}), [&](QProcess& process, Pipe&) {
+        const Ran ran = tests::runUntilFull(world.words({"samples", "1"}), [&](QProcess& process, Pipe&) {
             ::kill(static_cast<pid_t>(process.processId()), number);
         });
         QCOMPARE(ran.status, 4);
@@ -356,7 +288,7 @@ void TestCtlEndings::anInterruptionOfAnImport() {
     world.close();
     const QTemporaryDir elsewhere;
     QStringList files;
-    constexpr int kFiles = 3000;
+    constexpr int kFiles = 1000;
     for (int i = 0; i < kFiles; ++i) {
         files += elsewhere.filePath(QStringLiteral("%1.txt").arg(i, 4, 10, QLatin1Char('0')));
         QFile file(files.last());
