@@ -183,7 +183,10 @@ void TestActKills::killedAtAnyStepStoreAndActsAreBothAsBeforeOrBothBehind_data()
 
 void TestActKills::killedAtAnyStepStoreAndActsAreBothAsBeforeOrBothBehind() {
     QFETCH(int, number);
-    killAtEveryStep(deeds()[static_cast<size_t>(number)], &tests::isKilledAt, 3);
+    const Killer killer = [](int step, const std::function<void()>& work) {
+        return tests::isKilledAt(step, work);
+    };
+    killAtEveryStep(deeds()[static_cast<size_t>(number)], killer, 3);
 }
 
 void TestActKills::killedWithinACommitStoreAndActsAreBothAsBeforeOrBothBehind_data() {
