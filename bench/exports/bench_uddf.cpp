@@ -19,7 +19,7 @@ using namespace benthor;
 
 namespace {
 
-constexpr qsizetype kPiece = 64 * 1024;
+constexpr qsizetype kPiece = 65536;
 
 void add(exports::StoreFields& row, const char* field, const QString& value) {
     row.emplace_back(QLatin1String(field), value);
@@ -147,7 +147,7 @@ void sameBytes(benchmark::State& state) {
         QFile file(folder.filePath(QStringLiteral("dives.uddf")));
         open(file);
         for (qint64 left = counter.bytes; left > 0;) {
-            const qint64 size = std::min<qint64>({left, kPiece, some.size()});
+            const auto size = std::min<qint64>({left, kPiece, some.size()});
             if (file.write(some.constData(), size) != size) {
                 std::abort();
             }

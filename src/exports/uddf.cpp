@@ -46,10 +46,10 @@ struct UddfWriter::DiveInHand {
     const QString& id() const { return dive.figures.id; }
 };
 
-UddfWriter::UddfWriter(QIODevice& device, const QString& version, const QDateTime& written)
+UddfWriter::UddfWriter(QIODevice& device, QString version, QDateTime written)
     : xml_(device)
-    , version_(version)
-    , written_(written) {}
+    , version_(std::move(version))
+    , written_(std::move(written)) {}
 
 void UddfWriter::begin() {
     xml_.begin();

@@ -27,7 +27,7 @@ namespace benthor::exports {
 class UddfWriter {
 public:
     /// `version`: of the program. `written`: the moment of the export.
-    UddfWriter(QIODevice& device, const QString& version, const QDateTime& written);
+    UddfWriter(QIODevice& device, QString version, QDateTime written);
 
     void begin();
     /// Dives of one day share a group when they come one behind the other, as they do by their start. A day

@@ -47,6 +47,7 @@ UddfGases::Mix UddfGases::mixOf(const WholeDive& dive, int row) {
 
 void UddfGases::add(const QString& name, const WholeDive& dive, const GasesWithoutRow& withoutRow) {
     std::vector<Mix> rows;
+    rows.reserve(static_cast<std::size_t>(rowsOf(dive)));
     for (int row = 0; row < rowsOf(dive); ++row) {
         rows.push_back(mixOf(dive, row));
     }

@@ -36,8 +36,8 @@ private:
     struct Mix {
         int16_t oxygen = 0, nitrogen = 0; ///< per cent
         double helium = 0;
-        double depth = 0; ///< deepest, metres; 0: not known
-        auto operator<=>(const Mix&) const = default;
+        double depth = 0;                             ///< deepest, metres; 0: not known
+        auto operator<=>(const Mix&) const = default; // NOLINT(modernize-use-nullptr): not ours
     };
     struct OfDive {
         QString name;

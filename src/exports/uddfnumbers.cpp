@@ -27,9 +27,9 @@ private:
 
 namespace {
 
-/// Of a number that is not below 0.
+/// Of a number that is not below 0, without a call into the library for each reading.
 long long nearest(double value) {
-    return static_cast<long long>(value + 0.5);
+    return static_cast<long long>(value + 0.5); // NOLINT(bugprone-incorrect-roundings)
 }
 
 template <typename Number> NumberText shortest(Number value) {

@@ -9,7 +9,7 @@ namespace benthor::exports {
 
 namespace {
 
-constexpr qsizetype kPiece = 64 * 1024;
+constexpr qsizetype kPiece = 65536;
 const QString kOpen = QStringLiteral("#"); ///< where the value goes
 
 /// Indented as the elements of a waypoint are.
@@ -136,7 +136,7 @@ UddfXml::UddfXml(QIODevice& device)
 
 void UddfXml::begin() {
     // Into a text the library writes a declaration that does not tell the encoding.
-    text_ += QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    text_ += QLatin1String(R"(<?xml version="1.0" encoding="UTF-8"?>)");
     open(QStringLiteral("uddf"));
     writer_.writeDefaultNamespace(QStringLiteral("http://www.streit.cc/uddf/3.2/"));
     attribute(QStringLiteral("version"), QStringLiteral("3.2.3"));

@@ -122,7 +122,7 @@ private:
             }
         }
         static const QByteArrayList words{"PREDIVE", "LOW CELL", "ASCENT", "DECO", "CELL A FAIL",  "surface",
-                                          "HIGH",    " deco ",  "<&>",    "a; b", "CELL \xE4 \"'"};
+                                          "HIGH",    " deco ",   "<&>",    "a; b", "CELL \xE4 \"'"};
         for (; below(4) == 0;) {
             line += ',' + words[below(static_cast<int>(words.size()))];
         }
