@@ -126,6 +126,16 @@ void TestUddfHostile::whatXmlHoldsStays() {
     const QString line = QStringLiteral("\ttab <&>\"' ]]> \U0001F420 ä\u0085\u2028\uFEFF end ");
     const Written written(smallDive().set("divenote", line));
     QCOMPARE(written.dive()["informationafterdive"]["notes"]["para"].text, line);
+    for (int code = 0; code <= 0xFFFF; ++code) {
+        // What the definition of XML 1.0 names, one half of a pair alone being none of them.
+        const bool holds = code == 0x9 || code == 0xA || (code >= 0x20 && code <= 0xD7FF) ||
+                           (code >= 0xE000 && code <= 0xFFFD);
+        bool changed = false;
+        const QString text(QChar(static_cast<char16_t>(code)));
+        const QString expected = holds ? text : QString(code == 0xD ? u'\n' : QChar(0xFFFD));
+        QCOMPARE(xmlText(text, changed), expected);
+        QCOMPARE(changed, !holds && code != 0xD);
+    }
     bool replaced = false;
     QCOMPARE(xmlText(QStringLiteral("a\r\nb"), replaced), QStringLiteral("a\n\nb"));
     QVERIFY(!replaced);
