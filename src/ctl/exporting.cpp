@@ -32,7 +32,7 @@ void tellReport(const LossReport& report, const Arguments& arguments, Output& ou
 QString firstSerial(platform::Database& database) {
     platform::Recordset rows = database.openRecordset("SELECT Suit FROM main ORDER BY rowid");
     for (; !rows.eof(); rows.moveNext()) {
-        if (const QString serial = rows.value(0).text().trimmed(); !serial.isEmpty()) {
+        if (QString serial = rows.value(0).text().trimmed(); !serial.isEmpty()) {
             return serial;
         }
     }

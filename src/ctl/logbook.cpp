@@ -57,9 +57,9 @@ QString storeOf(const ProgramFolder& folder) {
 }
 
 ProgramFolder requireFolder(const QString& given) {
-    const ProgramFolder folder =
-        given.isEmpty() ? platform::findProgramFolder(platform::folderPlaces())
-                        : ProgramFolder(QDir::cleanPath(QDir::current().absoluteFilePath(given)));
+    ProgramFolder folder = given.isEmpty()
+                               ? platform::findProgramFolder(platform::folderPlaces())
+                               : ProgramFolder(QDir::cleanPath(QDir::current().absoluteFilePath(given)));
     if (!QFileInfo(folder.root()).isDir()) {
         throw Failure(kUnusable, QStringLiteral("There is no program folder %1.").arg(folder.root()));
     }

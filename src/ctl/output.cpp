@@ -2,6 +2,7 @@
 
 #include "ctl/interruption.h"
 #include "ctl/outcome.h"
+#include "ctl/table.h"
 
 #include <QJsonDocument>
 
@@ -73,7 +74,9 @@ void JsonList::end() {
 }
 
 void tell(const QString& text) {
-    writeError(text.toUtf8() + '\n');
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        writeError(shownText(line).toUtf8() + '\n'); // names of files and dives may come from anyone
+    }
 }
 
 Progress::Progress(QString what)

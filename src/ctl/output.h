@@ -34,7 +34,7 @@ private:
     bool any_ = false;
 };
 
-/// A line on standard error.
+/// Lines on standard error, as they can be shown.
 void tell(const QString& text);
 
 /// One line on standard error that changes as the work goes on; nothing where that is no terminal. Gone with

@@ -36,6 +36,8 @@ private slots:
     void aFullDiskAtTheOutput();
     void aClosedOutput();
     void aReaderThatGoesAway();
+    void onATerminalLinesAreCutAndTheWorkIsShown();
+    void whatIsToldMovesNoCursor();
     void anInterruptionOfAWrite();
     void anInterruptionOfAWait();
     void anInterruptionOfAnImport();
@@ -251,6 +253,50 @@ void TestCtlEndings::aReaderThatGoesAway() {
         QCOMPARE(ran.err, QByteArray("benthorctl: Cannot write to standard output: Broken pipe\n"));
     }
     QCOMPARE(world.snapshot(), before);
+}
+
+void TestCtlEndings::onATerminalLinesAreCutAndTheWorkIsShown() {
+    const ToolFolder world;
+    process().database.execute("UPDATE main SET Location = 'a name that no narrow terminal has room for'");
+    world.close();
+    const int end = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(end >= 0 && ::grantpt(end) == 0 && ::unlockpt(end) == 0);
+    const QByteArray name = ::ptsname(end);
+    const auto onTerminal = [&] {
+        const int terminal = ::open(name.constData(), O_RDWR | O_NOCTTY);
+        const winsize size{24, 50, 0, 0};
+        ::ioctl(terminal, TIOCSWINSZ, &size);
+        ::dup2(terminal, STDOUT_FILENO);
+        ::dup2(terminal, STDERR_FILENO);
+    };
+    // What it writes stays for the test as long as somebody has the terminal open.
+    const int open = ::open(name.constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    const auto shown = [&] {
+        QByteArray bytes(65536, '\0');
+        const ssize_t count = ::read(end, bytes.data(), static_cast<size_t>(bytes.size()));
+        return QString::fromUtf8(bytes.first(std::max<ssize_t>(count, 0)));
+    };
+    QCOMPARE(world.run({"list"}, onTerminal).status, 0);
+    const QStringList lines = shown().split(QStringLiteral("\r\n"));
+    QCOMPARE(lines.size(), 5); // the last one empty
+    for (const QString& line : lines.mid(0, 4)) {
+        QVERIFY2(line.size() == 50 && line.endsWith(QChar(0x2026)), qPrintable(line));
+    }
+    QCOMPARE(world.run({"verify"}, onTerminal).status, 0);
+    const QString verified = shown();
+    QVERIFY2(verified.startsWith(QStringLiteral("\rStores: 0 of 1\033[K\r\033[KFile")), qPrintable(verified));
+    ::close(open);
+    ::close(end);
+}
+
+void TestCtlEndings::whatIsToldMovesNoCursor() {
+    const ToolFolder world;
+    world.close();
+    const Ran ran = world.run({"show", QStringLiteral("a\x1b[2J\rb")});
+    QCOMPARE(ran.status, 1);
+    QCOMPARE(ran.err, QByteArray("benthorctl: There is no dive a [2J b.\n"));
+    QCOMPARE(tests::runTool({QStringLiteral("\x1b]0;x\a")}).err,
+             QByteArray("benthorctl: There is no command \" ]0;x \". Try benthorctl --help.\n"));
 }
 
 void TestCtlEndings::anInterruptionOfAWrite() {
