@@ -157,7 +157,8 @@ void TestArguments::everyCommandHasAHelpOfItsOwn() {
                  qPrintable(name));
     }
     // Terminals have 80 columns.
-    for (const QString& name : commandNames() << QString()) {
+    const QStringList topics = commandNames() + QStringList{QString()};
+    for (const QString& name : topics) {
         for (const QString& line : helpText(name).split(QLatin1Char('\n'))) {
             QVERIFY2(line.size() <= 80, qPrintable(line));
         }
