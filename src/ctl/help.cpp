@@ -33,7 +33,7 @@ Commands:
   stats                  totals, by year and by month
 
 Options:
-  --folder DIR  the program folder; where it is not given, the one that benthor uses
+  --folder DIR  the program folder; without it, the one that benthor uses
   --json        data as JSON instead of text for people
   --help        this text; behind a command, what it does
   --version     the version
@@ -159,9 +159,9 @@ With --json: {"dives", "seconds", "max_depth_m", "otu", "years": [{"year",
 QString helpText(const QString& command) {
     for (const Topic& topic : kTopics) {
         if (command == QLatin1String(topic.command)) {
-            return QStringLiteral("Usage: benthorctl [--folder DIR] [--json] ") +
-                   QLatin1String(topic.syntax) + QStringLiteral("\n\n") + QLatin1String(topic.text) +
-                   QLatin1String(topic.selects ? kSelection : "");
+            return QStringLiteral("Usage: benthorctl ") + QLatin1String(topic.syntax) +
+                   QStringLiteral("\nOptions of all commands: --folder DIR, --json, --help\n\n") +
+                   QLatin1String(topic.text) + QLatin1String(topic.selects ? kSelection : "");
         }
     }
     return QLatin1String(kProgram);
