@@ -1,8 +1,10 @@
 #include "logbook/merge.h"
 
+#include "logbook/actfile.h"
 #include "logbook/actrecorder.h"
 #include "logbook/diverows.h"
 #include "logbook/mergefiles.h"
+#include "platform/skiperrors.h"
 #include "platform/storedrows.h"
 #include "store/backup.h"
 #include "store/identifiers.h"
@@ -91,12 +93,20 @@ private:
     StoredStatement insert_;
 };
 
-/// The names that the dives here have for their files, case folded.
-QSet<QString> namedFiles(StoredRows& mine) {
+/// The names that the dives here have for their files, case folded; those in the trash, too, which may come
+/// back.
+QSet<QString> namedFiles(Database& mine) {
     QSet<QString> names;
-    for (const StoredRow& row : mine.read("SELECT DISTINCT dbtxtname FROM main.main")) {
+    for (const StoredRow& row : StoredRows(mine).read("SELECT DISTINCT dbtxtname FROM main.main")) {
         names += row.at(0).text().toCaseFolded();
     }
+    platform::skipErrors([&] { // a trash that cannot be read gives no dive back either
+        if (const std::unique_ptr<ActFile> acts = ActFile::ifThere(mine)) {
+            for (const ActItem& dive : acts->trashed()) {
+                names += dive.key.dbtxtname.text().toCaseFolded();
+            }
+        }
+    });
     return names;
 }
 
@@ -337,8 +347,7 @@ MergeResult mergedives(Database& mine, const platform::ProgramFolder& folder, Ot
         throw StoreError(QStringLiteral("No backup of this logbook can be made, so nothing was merged.\n") +
                          copied.error);
     }
-    StoredRows rows(mine);
-    MergeFiles files(folder, other.folder(), namedFiles(rows));
+    MergeFiles files(folder, other.folder(), namedFiles(mine));
     std::vector<Coming> coming;
     for (size_t i = 0; i < dives.size(); ++i) {
         if (choices.at(i).comes && dives[i].group == MergeGroup::New) {

@@ -55,6 +55,7 @@ private slots:
     void listEntriesThatAreMissingCome();
     void aFileNameThatIsTakenGetsAFreeOne();
     void theNameOfADiveWhoseFileIsMissingHereIsTaken();
+    void theNameOfADiveInTheTrashIsTaken();
     void theSameBytesAreNotCopiedAgain();
     void aDiveWithoutItsFileComesAndIsNamed();
     void detailsAreTakenAsChosen();
@@ -146,6 +147,26 @@ void TestMerge::theNameOfADiveWhoseFileIsMissingHereIsTaken() {
     world.merge();
     QCOMPARE(world.names(kText), QStringList{"A5-2.txt"});
     QCOMPARE(world.field("D0000002", "dbtxtname"), "A5-2.txt");
+}
+
+/// It may come back, and would show the other dive's profile.
+void TestMerge::theNameOfADiveInTheTrashIsTaken() {
+    MergeWorld world;
+    world.addThere(1, MergeWorld::dive(1)); // its file A1.txt is missing there
+    world.merge();
+    QCOMPARE(world.field("D0000001", "dbtxtname"), "A1.txt");
+    world.del({1});
+    MainRow another = MergeWorld::dive(2);
+    another[QStringLiteral("dbtxtname")] = QStringLiteral("A1.txt");
+    world.runThere("DELETE FROM main");
+    world.addThere(2, another);
+    world.putThere(kText, QStringLiteral("A1.txt"), "of the other dive");
+    world.merge();
+    QCOMPARE(world.field("D0000001", "Startcode"), "810000002");
+    QCOMPARE(world.field("D0000001", "dbtxtname"), "A1-2.txt");
+    QCOMPARE(world.names(kText), QStringList{"A1-2.txt"});
+    putback(process().database, world.folder, {trasheddives(process().database).front().id});
+    QCOMPARE(world.field("D0000002", "dbtxtname"), "A1.txt");
 }
 
 void TestMerge::theSameBytesAreNotCopiedAgain() {
