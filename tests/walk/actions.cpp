@@ -1,5 +1,8 @@
 #include "tests/walk/actions.h"
 
+#include "tests/walk/actions_merge.h"
+
+#include "platform/faultpoint.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
 #include "session/process.h"
@@ -46,11 +49,11 @@ void timePasses(World& world, Model& model, const Step& step) {
 }
 
 void myDives(World&, Model&, const Step&) {
-    World::click("main", "lblodl");
+    World::click("main", "lblodl(0)");
 }
 
 void databaseUpdate(World&, Model&, const Step&) {
-    World::click("main", "lblmdu");
+    World::click("main", "lblmdu(1)");
 }
 
 void theFileInTheWayIsMovedAside(World&, Model&, const Step&) {
@@ -77,6 +80,7 @@ void feetOnMain(World&, Model&, const Step&) {
 
 void theProgramIsLeftAndStarted(World& world, Model& model, const Step&) {
     model.expected.viewer = QString();
+    model.expected.mergeLeft = true;
     world.leave();
     world.start();
 }
@@ -111,11 +115,13 @@ bool opensFromTheList(const Model& model, const QString& diveid) {
         return model.opens(diveid);
     }
     platform::Database other;
-    other.open(process().storepath);
+    const bool isCopy = !process().storecopy.isEmpty();
+    other.open(isCopy ? process().storecopy : process().storepath, platform::StoreAccess::Look);
     const platform::Recordset row =
         other.openRecordset(platform::sqlWith("SELECT * FROM main WHERE DiveID = '", diveid, "'"));
     const StoredDive own = model.last().dives.value(diveid);
-    return model.opens(diveid) && row.value(u"Startcode").text() == own.startcode &&
+    const bool isKnown = !own.startcode.isEmpty() || !own.dbtxtname.isEmpty();
+    return model.opens(diveid) && isKnown && row.value(u"Startcode").text() == own.startcode &&
            row.value(u"dbtxtname").text() == own.dbtxtname;
 }
 
@@ -130,9 +136,12 @@ void aDiveIsDoubleClicked(World&, Model& model, const Step& step) {
     }
 }
 
+/// Where the current row is no longer blue another one counts, the one clicked last.
 void theChosenDiveIsOpened(World&, Model& model, const Step&) {
     const QStringList chosen = World::chosen();
-    if (chosen.size() == 1 && World::reach<QWidget>("rbmain", "cmdgo") != nullptr) {
+    const platform::FlexGrid* grid = World::list();
+    if (chosen.size() == 1 && grid->text(grid->row(), 0) == chosen.first() &&
+        World::reach<QWidget>("rbmain", "cmdgo") != nullptr) {
         if (opensFromTheList(model, chosen.first())) {
             model.expected.viewer = chosen.first();
         }
@@ -163,8 +172,9 @@ void theListIsSorted(World&, Model&, const Step& step) {
 }
 
 void turn(Model& model, const char* entry) {
-    if (World::trigger("rbmain", entry)) {
-        model.expected.turned = true;
+    if (auto* action = World::reach<QAction>("rbmain", entry)) {
+        model.expectTurn(entry == std::string_view("mnuundo"), action->text());
+        action->trigger();
     }
 }
 
@@ -186,6 +196,7 @@ void aDiveIsPutBack(World&, Model& model, const Step& step) {
         rows->setCurrentItem(
             rows->topLevelItem(static_cast<int>(step.a % static_cast<quint32>(rows->topLevelItemCount()))));
         model.expected.turned = World::click("trash", "cmdputback");
+        model.expected.detailsStay = true;
     }
 }
 
@@ -198,6 +209,9 @@ void theListIsLeft(World&, Model&, const Step&) {
 /// A store as it was a while ago: some of its dives are those of now, some are not.
 void theStoreIsCopied(World& world, Model&, const Step&) {
     const QString copy = world.folder.path(QStringLiteral("elsewhere.mdb"));
+    if (process().storepath == copy) {
+        return; // the list goes on with what it was opened for
+    }
     QFile::remove(copy);
     QFile::copy(world.folder.path(QStringLiteral("rb.mdb")), copy);
 }
@@ -267,16 +281,6 @@ void thePlayRuns(World&, Model&, const Step& step) {
 }
 
 // --- the details
-
-QString words(quint32 number) {
-    static const QStringList texts{QStringLiteral("Anna"),
-                                   QStringLiteral("Bo"),
-                                   QStringLiteral("The mole, north side"),
-                                   QStringLiteral("O'Neil"),
-                                   QString(),
-                                   QStringLiteral("Zo\u00eb")};
-    return texts[static_cast<qsizetype>(number) % texts.size()] + QString::number(number % 97);
-}
 
 void detailsAreTyped(World&, Model& model, const Step& step) {
     if (!model.detailsOpen() || !World::isShown("rbdetails")) {
@@ -379,6 +383,17 @@ void theDirectoryIsRefreshed(World&, Model&, const Step&) {
 
 void divesAreFetched(World& world, Model& model, const Step& step) {
     constexpr std::array<const char*, 3> kButtons{"cmddownloadall", "cmddownloadnew", "cmddownload"};
+    constexpr int kBeats = 30; // until the device has answered
+    if (!World::isShown("PC_Link_1")) {
+        World::click("main", "lbllo");
+        for (int beat = 0; beat < kBeats && World::isShown("PC_Link_1"); ++beat) {
+            world.pass();
+        }
+        World::click("PC_Link_1", "cmdstore");
+        for (int beat = 0; beat < kBeats && World::isShown("PC_Link_1"); ++beat) {
+            world.pass();
+        }
+    }
     if (!World::click("PC_Link_1", kButtons[step.a % kButtons.size()])) {
         return;
     }
@@ -400,74 +415,91 @@ void theCableIsPulledOrPut(World& world, Model&, const Step&) {
 
 // --- two things at once
 
-/// The next import meets another action at its first yield.
+/// The next import meets another action where it yields to the user first.
 void anImportMeetsAnotherAction(World& world, Model& model, const Step& step) {
-    const Step inner{static_cast<int>(step.a % 12), step.b, step.a / 12};
-    static constexpr std::array<void (*)(World&, Model&, const Step&), 12> kMeanwhile{
-        metresOnMain,    feetOnMain,         myDives,         gasIsTyped,
-        theSetupIsSent,  aKeyMovesInTheList, feetOnTheDive,   gasIsClosed,
-        detailsAreTyped, detailsAreSaved,    theListIsSorted, theDirectoryIsRefreshed};
-    QMetaObject::invokeMethod(
-        qApp,
-        [&world, &model, inner] { kMeanwhile[static_cast<std::size_t>(inner.action)](world, model, inner); },
-        Qt::QueuedConnection);
-    World::click("main", "lblmdu");
+    static constexpr std::array<void (*)(World&, Model&, const Step&), 13> kMeanwhile{
+        metresOnMain,     feetOnMain,         myDives,         gasIsTyped,
+        theSetupIsSent,   aKeyMovesInTheList, feetOnTheDive,   gasIsClosed,
+        detailsAreTyped,  detailsAreSaved,    theListIsSorted, theDirectoryIsRefreshed,
+        whatIsTickedComes};
+    const auto kinds = static_cast<quint32>(kMeanwhile.size());
+    const bool merges = World::isShown("mergelogbook") && step.a % 2 == 0;
+    const Step inner{merges ? static_cast<int>(kinds) - 1 : static_cast<int>(step.a % kinds), step.b,
+                     step.a / kinds};
+    if (model.last().waiting.isEmpty()) {
+        aFileComes(world, model, step);
+        model.expected.arrived = {fileName(step.a)};
+    }
+    bool met = false;
+    const platform::FaultInjection meeting([&](std::string_view at) {
+        if (at == "file" && !std::exchange(met, true)) {
+            kMeanwhile[static_cast<std::size_t>(inner.action)](world, model, inner);
+        }
+        return 0;
+    });
+    World::click("main", "lblmdu(1)");
     world.settle();
+    world.mainTick(); // it waits for the end of an import
 }
 
 } // namespace
 
 const std::vector<Action>& actions() {
-    static const std::vector<Action> all{
-        {"a file comes", 14, aFileComes},
-        {"time passes", 20, timePasses},
-        {"My Dives", 8, myDives},
-        {"Database Update", 3, databaseUpdate},
-        {"the file in the way is moved aside", 4, theFileInTheWayIsMovedAside},
-        {"a file is found by hand", 2, aFileIsFoundByHand},
-        {"metres on main", 2, metresOnMain},
-        {"feet on main", 2, feetOnMain},
-        {"the program is left and started", 2, theProgramIsLeftAndStarted},
-        {"a row is clicked", 5, aRowIsClicked},
-        {"a key moves in the list", 3, aKeyMovesInTheList},
-        {"a dive is double-clicked", 8, aDiveIsDoubleClicked},
-        {"the chosen dive is opened", 6, theChosenDiveIsOpened},
-        {"the chosen dives are deleted", 9, theChosenDivesAreDeleted},
-        {"what was done is taken back", 8, whatWasDoneIsTakenBack},
-        {"it is done again", 5, itIsDoneAgain},
-        {"the trash is opened", 2, theTrashIsOpened},
-        {"a dive is put back", 5, aDiveIsPutBack},
-        {"errors are asked for", 2, errorsAreAskedFor},
-        {"the list is sorted", 2, theListIsSorted},
-        {"the list is left", 1, theListIsLeft},
-        {"the store is copied", 2, theStoreIsCopied},
-        {"another store is opened", 2, anotherStoreIsOpened},
-        {"the own logbook comes back", 2, theOwnLogbookComesBack},
-        {"the dive is left", 3, theDiveIsLeft},
-        {"the dive window is closed", 1, theDiveWindowIsClosed},
-        {"details are opened", 7, detailsAreOpened},
-        {"feet on the dive", 2, feetOnTheDive},
-        {"metres on the dive", 2, metresOnTheDive},
-        {"the gases are saved", 3, theGasesAreSaved},
-        {"the dive is saved for DAN", 2, theDiveIsSavedForDan},
-        {"a picture is taken", 1, aPictureIsTaken},
-        {"the play runs", 1, thePlayRuns},
-        {"details are typed", 10, detailsAreTyped},
-        {"details are saved", 3, detailsAreSaved},
-        {"details lead to the dive", 3, detailsLeadToTheDive},
-        {"the details window is closed", 2, theDetailsWindowIsClosed},
-        {"gas is opened", 2, gasIsOpened},
-        {"gas is typed", 4, gasIsTyped},
-        {"a gas is switched", 2, aGasIsSwitched},
-        {"the setup is sent", 4, theSetupIsSent},
-        {"gas is closed", 1, gasIsClosed},
-        {"the link is opened", 3, theLinkIsOpened},
-        {"the directory is refreshed", 2, theDirectoryIsRefreshed},
-        {"dives are fetched", 6, divesAreFetched},
-        {"the link is left", 5, theLinkIsLeft},
-        {"the cable is pulled or put", 2, theCableIsPulledOrPut},
-        {"an import meets another action", 4, anImportMeetsAnotherAction},
-    };
+    static const std::vector<Action> all = [] {
+        std::vector<Action> made{
+            {"a file comes", 14, aFileComes},
+            {"time passes", 20, timePasses},
+            {"My Dives", 8, myDives},
+            {"Database Update", 3, databaseUpdate},
+            {"the file in the way is moved aside", 4, theFileInTheWayIsMovedAside},
+            {"a file is found by hand", 2, aFileIsFoundByHand},
+            {"metres on main", 2, metresOnMain},
+            {"feet on main", 2, feetOnMain},
+            {"the program is left and started", 2, theProgramIsLeftAndStarted},
+            {"a row is clicked", 5, aRowIsClicked},
+            {"a key moves in the list", 3, aKeyMovesInTheList},
+            {"a dive is double-clicked", 8, aDiveIsDoubleClicked},
+            {"the chosen dive is opened", 6, theChosenDiveIsOpened},
+            {"the chosen dives are deleted", 9, theChosenDivesAreDeleted},
+            {"what was done is taken back", 8, whatWasDoneIsTakenBack},
+            {"it is done again", 5, itIsDoneAgain},
+            {"the trash is opened", 2, theTrashIsOpened},
+            {"a dive is put back", 5, aDiveIsPutBack},
+            {"errors are asked for", 2, errorsAreAskedFor},
+            {"the list is sorted", 2, theListIsSorted},
+            {"the list is left", 1, theListIsLeft},
+            {"the store is copied", 2, theStoreIsCopied},
+            {"another store is opened", 2, anotherStoreIsOpened},
+            {"the own logbook comes back", 2, theOwnLogbookComesBack},
+            {"the dive is left", 3, theDiveIsLeft},
+            {"the dive window is closed", 1, theDiveWindowIsClosed},
+            {"details are opened", 7, detailsAreOpened},
+            {"feet on the dive", 2, feetOnTheDive},
+            {"metres on the dive", 2, metresOnTheDive},
+            {"the gases are saved", 3, theGasesAreSaved},
+            {"the dive is saved for DAN", 2, theDiveIsSavedForDan},
+            {"a picture is taken", 1, aPictureIsTaken},
+            {"the play runs", 1, thePlayRuns},
+            {"details are typed", 10, detailsAreTyped},
+            {"details are saved", 3, detailsAreSaved},
+            {"details lead to the dive", 3, detailsLeadToTheDive},
+            {"the details window is closed", 2, theDetailsWindowIsClosed},
+            {"gas is opened", 2, gasIsOpened},
+            {"gas is typed", 4, gasIsTyped},
+            {"a gas is switched", 2, aGasIsSwitched},
+            {"the setup is sent", 4, theSetupIsSent},
+            {"gas is closed", 1, gasIsClosed},
+            {"the link is opened", 3, theLinkIsOpened},
+            {"the directory is refreshed", 2, theDirectoryIsRefreshed},
+            {"dives are fetched", 6, divesAreFetched},
+            {"the link is left", 5, theLinkIsLeft},
+            {"the cable is pulled or put", 2, theCableIsPulledOrPut},
+            {"an import meets another action", 4, anImportMeetsAnotherAction},
+        };
+        const std::vector<Action> merge = mergeActions();
+        made.insert(made.end(), merge.begin(), merge.end());
+        return made;
+    }();
     return all;
 }
 

@@ -1,5 +1,7 @@
 #include "tests/walk/madedives.h"
 
+#include <QDateTime>
+
 #include <algorithm>
 
 namespace benthor::tests {
@@ -28,20 +30,27 @@ QByteArray profile(simulator::Random& random, int samples, int gases) {
     return text + "End\r\n";
 }
 
-} // namespace
+QString moment(int code) {
+    return QDateTime(QDate(1991, 12, 31), QTime(0, 0), Qt::UTC)
+        .addSecs(code)
+        .toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+}
 
-MadeDive makeDive(simulator::Random& random, int number, MadeKind kind) {
+MadeDive madeDive(simulator::Random& random, int number, int start, MadeKind kind) {
     MadeDive dive;
-    const int start = 810000000 + number * 86400 + random.whole(0, 40000);
     const int seconds = random.whole(600, 5400);
+    const QByteArray depth = QByteArray::number(random.whole(100, 899) / 10.0, 'f', 1);
+    dive.started = moment(start);
+    dive.finished = moment(start + seconds);
+    dive.duration = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60);
+    dive.depth = QString::fromLatin1(depth + "00");
     dive.startcode = QString::number(start);
     dive.serial = QStringLiteral("KD%1").arg(10000 + number);
     const QByteArray names = "ver=V2.31\r\n" + line("Recint=", kind == MadeKind::Unreadable ? "12.5" : "10");
     dive.text = (kind == MadeKind::Nameless ? QByteArray() : names) + line("SN=", dive.serial.toLatin1()) +
                 field("Start", QByteArray::number(start)) +
                 field("Finish", QByteArray::number(start + seconds)) + field("Status", "0") +
-                "Descend,3\r\nDAtmos,1013\r\nDStack,360\r\nDUsage,5400\r\n" +
-                field("MaxD", QByteArray::number(random.whole(100, 899) / 10.0, 'f', 1)) +
+                "Descend,3\r\nDAtmos,1013\r\nDStack,360\r\nDUsage,5400\r\n" + field("MaxD", depth) +
                 field("OTU", QByteArray::number(random.whole(1, 99))) + "HPCylinder, 200 bar\r\n";
     const int gases = random.whole(1, 4);
     for (int gas = 0; gas < gases && kind != MadeKind::NoGas; ++gas) {
@@ -62,6 +71,17 @@ MadeDive makeDive(simulator::Random& random, int number, MadeKind kind) {
     dive.text += profile(random, random.whole(3, 60), gases);
     dive.opens = kind != MadeKind::Unreadable;
     return dive;
+}
+
+} // namespace
+
+MadeDive makeDive(simulator::Random& random, int number, MadeKind kind) {
+    const int start = 810000000 + number * 86400 + random.whole(0, 40000);
+    return madeDive(random, number, start, kind);
+}
+
+MadeDive makeTwin(simulator::Random& random, int number, const MadeDive& of) {
+    return madeDive(random, number, of.startcode.toInt(), MadeKind::Good);
 }
 
 } // namespace benthor::tests

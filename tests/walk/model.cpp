@@ -14,11 +14,6 @@ namespace {
 
 constexpr qsizetype kLongName = 30; ///< from here on the store's name of the file is not that of its copy
 
-QString nextIdentifier(const QMap<QString, StoredDive>& dives) {
-    const int last = dives.isEmpty() ? 0 : dives.lastKey().mid(1).toInt();
-    return QStringLiteral("D%1").arg(last + 1, 7, 10, QLatin1Char('0'));
-}
-
 /// Whether `old` has a file of that dive; one that the link wrote has a line end more.
 bool isKept(const Snapshot& now, const QByteArray& text) {
     return std::any_of(now.kept.begin(), now.kept.end(),
@@ -33,13 +28,14 @@ Model::Model(World& world)
     QString fault;
     last_ = readSnapshot(world.folder.root(), fault);
     for (const StoredDive& dive : std::as_const(last_.dives)) {
-        imported_.insert(dive.startcode);
-        seen_[dive.startcode] += dive;
+        imported_.insert(dive.key());
+        seen_[dive.key()] += dive;
     }
 }
 
 void Model::begin() {
     expected = {};
+    world_.dialogs.clear();
 }
 
 void Model::typed(const QString& field, const QString& text) {
@@ -52,11 +48,24 @@ void Model::setBuddies(const QStringList& buddies) {
 
 bool Model::opens(const QString& diveid) const {
     const auto dive = last_.dives.constFind(diveid);
-    const MadeDive* made = dive == last_.dives.constEnd() ? nullptr : world_.made(dive->startcode);
-    return made != nullptr && made->opens;
+    if (dive == last_.dives.constEnd()) {
+        return false;
+    }
+    const MadeDive* made = world_.made(dive->key()); // the dives of the Jet files are sound
+    return made == nullptr || made->opens;
+}
+
+void Model::beginSecondPart() {
+    faultBefore_ = check();
+    begin();
+    world_.dialogs.forgetAnswers();
 }
 
 QString Model::check() {
+    return faultBefore_.isEmpty() ? look() : faultBefore_;
+}
+
+QString Model::look() {
     QString fault;
     const Snapshot now = readSnapshot(world_.folder.root(), fault);
     if (!fault.isEmpty()) {
@@ -67,16 +76,32 @@ QString Model::check() {
     if (fault.isEmpty()) {
         fault = difference(dives, now.dives);
     }
-    for (const StoredDive& dive : now.dives) {
-        imported_.insert(dive.startcode);
-        if (!wasSeen(dive)) {
-            seen_[dive.startcode] += dive;
+    const bool merged = expected.merge && expected.merge->kind == MergeEnd::Kind::Merged;
+    const auto before = expected.restored ? expected.restored->byId()
+                        : merged          ? expected.merge->merged.after.dives
+                                          : last_.dives;
+    QMap<QString, int> together;
+    for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
+        together_[dive->key()] = std::max(together_.value(dive->key()), ++together[dive->key()]);
+        if (!wasSeen(*dive)) {
+            seen_[dive->key()] += *dive;
+        }
+        if (!expected.turned && before.value(dive.key()).key() != dive->key()) {
+            imported_.insert(dive->key());
         }
     }
     const std::initializer_list<std::function<QString()>> looks{
-        [&] { return checkFiles(now); },   [&] { return checkGasTable(now); },
-        [&] { return checkDanFile(now); }, [&] { return checkDetails(now); },
-        [&] { return checkViewer(now); },  [&] { return checkList(now); },
+        [this] { return world_.others.whatChanged(); },
+        [&] { return checkMerge(now); },
+        [&] { return checkTurn(now); },
+        [this] { return checkMergeScreen(); },
+        [this] { return checkRestored(); },
+        [&] { return checkFiles(now); },
+        [&] { return checkGasTable(now); },
+        [&] { return checkDanFile(now); },
+        [&] { return checkDetails(now); },
+        [&] { return checkViewer(now); },
+        [&] { return checkList(now); },
         [this] { return checkSetup(); }};
     for (const auto& look : looks) {
         fault = fault.isEmpty() ? look() : fault;
@@ -91,9 +116,11 @@ void Model::count(const Snapshot& now) {
         const StoredDive before = last_.dives.value(dive.key());
         if (expected.turned) {
             met_[QStringLiteral("taken back")] += before == *dive ? 0 : 1;
-        } else if (before.startcode != dive->startcode) {
+        } else if (expected.merge || expected.restored) {
+            continue; // counted below
+        } else if (before.key() != dive->key()) {
             ++met_[QStringLiteral("imported")];
-            met_[QStringLiteral("downloaded")] += world_.deviceStarts().contains(dive->startcode) ? 1 : 0;
+            met_[QStringLiteral("downloaded")] += world_.deviceDives().contains(dive->key()) ? 1 : 0;
             met_[QStringLiteral("number used again")] += freed_.contains(dive.key()) ? 1 : 0;
         } else if (before.diver != dive->diver || before.buddies != dive->buddies) {
             ++met_[QStringLiteral("details stored")];
@@ -108,6 +135,7 @@ void Model::count(const Snapshot& now) {
     met_[QStringLiteral("another store shown")] += process().storepath.isEmpty() ? 0 : 1;
     met_[QStringLiteral("set aside")] += now.setAside.size() > last_.setAside.size() ? 1 : 0;
     met_[QStringLiteral("details with the list")] += detailsOpen() && World::list() != nullptr ? 1 : 0;
+    countMerge();
 }
 
 /// What the store must hold: what it held, what the details that went took along, without what was deleted,
@@ -115,6 +143,12 @@ void Model::count(const Snapshot& now) {
 QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) const {
     QMap<QString, StoredDive> dives = last_.dives;
     takeDetails(dives);
+    if (expected.restored) {
+        dives = expected.restored->byId();
+    }
+    if (expected.merge && expected.merge->kind == MergeEnd::Kind::Merged) {
+        dives = expected.merge->merged.after.dives;
+    }
     for (const QString& diveid : expected.deleted) {
         dives.remove(diveid);
     }
@@ -124,7 +158,7 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
     std::set<QString> came;
     for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
         const auto before = dives.constFind(dive.key());
-        if (before != dives.constEnd() && before->startcode == dive->startcode) {
+        if (before != dives.constEnd() && before->key() == dive->key()) {
             continue;
         }
         if (dive.key() != nextIdentifier(dives)) {
@@ -134,15 +168,14 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
         if (const QString wrong = checkNewDive(dive.key(), *dive, now); !wrong.isEmpty()) {
             fault = wrong;
         }
-        came.insert(dive->startcode);
+        came.insert(dive->key());
         dives.insert(dive.key(), *dive);
     }
     for (auto file = last_.waiting.begin();
          file != last_.waiting.end() && expected.deleted.isEmpty() && !expected.turned; ++file) {
         const bool stays = now.waiting.value(file.key()) == *file;
-        const bool taken = std::any_of(came.begin(), came.end(), [&](const QString& startcode) {
-            return world_.made(startcode) != nullptr &&
-                   world_.made(startcode)->text.trimmed() == file->trimmed();
+        const bool taken = std::any_of(came.begin(), came.end(), [&](const QString& key) {
+            return world_.made(key) != nullptr && world_.made(key)->text.trimmed() == file->trimmed();
         });
         // One of the same name that arrives takes its place; it is kept then.
         const bool replaced = expected.arrived.contains(file.key()) && isKept(now, *file);
@@ -158,7 +191,7 @@ QMap<QString, StoredDive> Model::predicted(const Snapshot& now, QString& fault) 
 /// deleted, say.
 void Model::noteTyped() {
     StoredDive dive = last_.dives.value(details_.diveid);
-    if (dive.startcode != details_.startcode || details_.diveid.isEmpty()) {
+    if (dive.key() != details_.key || details_.diveid.isEmpty()) {
         return;
     }
     for (auto field = details_.edited.begin(); field != details_.edited.end(); ++field) {
@@ -166,12 +199,12 @@ void Model::noteTyped() {
     }
     dive.buddies = details_.buddies;
     if (!wasSeen(dive)) {
-        seen_[dive.startcode] += dive;
+        seen_[dive.key()] += dive;
     }
 }
 
 bool Model::wasSeen(const StoredDive& dive) const {
-    return seen_.value(dive.startcode).contains(dive);
+    return seen_.value(dive.key()).contains(dive);
 }
 
 /// What was taken back is what it was: a dive that comes, or changes, is one that was there before, to the
@@ -179,15 +212,17 @@ bool Model::wasSeen(const StoredDive& dive) const {
 void Model::takeTurn(QMap<QString, StoredDive>& dives, const Snapshot& now, QString& fault) const {
     QMap<QString, int> before, behind;
     for (const StoredDive& dive : std::as_const(dives)) {
-        ++before[dive.startcode];
+        ++before[dive.key()];
     }
     for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
         if (!wasSeen(*dive)) {
             fault = QStringLiteral("%1 is what no dive ever was").arg(dive.key());
         }
-        if (++behind[dive->startcode] > std::max(1, before.value(dive->startcode))) {
-            // A file that was imported once more makes a second dive, which may be deleted and come back.
-            const auto made = seen_.value(dive->startcode);
+        const int most = std::max({1, before.value(dive->key()), together_.value(dive->key())});
+        if (++behind[dive->key()] > most) {
+            // A file that was imported once more makes a second dive, which may be deleted and come back; so
+            // does one that came from another logbook while this one lay in the trash.
+            const auto made = seen_.value(dive->key());
             const bool isCopy = std::any_of(made.begin(), made.end(), [&dive](const StoredDive& one) {
                 return one.dbtxtname != dive->dbtxtname;
             });
@@ -200,7 +235,7 @@ void Model::takeTurn(QMap<QString, StoredDive>& dives, const Snapshot& now, QStr
 void Model::takeDetails(QMap<QString, StoredDive>& dives) const {
     const bool gone = details_.screen.isNull() || details_.screen->isUnloaded();
     const auto dive = dives.find(details_.diveid);
-    if (details_.diveid.isEmpty() || dive == dives.end() || dive->startcode != details_.startcode ||
+    if (details_.diveid.isEmpty() || dive == dives.end() || dive->key() != details_.key ||
         (!gone && !expected.detailsSaved)) {
         return;
     }
@@ -211,17 +246,18 @@ void Model::takeDetails(QMap<QString, StoredDive>& dives) const {
 }
 
 QString Model::checkNewDive(const QString& diveid, const StoredDive& dive, const Snapshot& now) const {
-    const MadeDive* made = world_.made(dive.startcode);
+    const MadeDive* made = world_.made(dive.key());
     if (made == nullptr) {
-        return QStringLiteral("%1 has the start %2, which no file held").arg(diveid, dive.startcode);
+        return QStringLiteral("%1 is %2, which no file held").arg(diveid, dive.key());
     }
     const QString name = dive.diver.value(QStringLiteral("Location"));
     const bool waited =
         last_.waiting.value(name).trimmed() == made->text.trimmed() || expected.arrived.contains(name) ||
-        (world_.deviceStarts().contains(dive.startcode) && name.startsWith(QLatin1String("MyLatest")));
-    StoredDive fresh{.startcode = dive.startcode,
+        (world_.deviceDives().contains(dive.key()) && name.startsWith(QLatin1String("MyLatest")));
+    StoredDive fresh{.startcode = made->startcode,
                      .dbtxtname = dive.dbtxtname,
                      .diver = {},
+                     .device = dive.device,
                      .buddies = {},
                      .gases = made->gases,
                      .tissues = made->tissues};
@@ -240,20 +276,31 @@ QString Model::checkNewDive(const QString& diveid, const StoredDive& dive, const
                       : difference({{diveid, fresh}}, {{diveid, dive}});
 }
 
-/// Nothing is lost: the file of every dive that the store ever held stands in `old`, and that of each dive of
-/// now where the dive screen reads it.
+/// Nothing is lost: the file of every dive that was ever imported stands in `old`, as does all that stood
+/// there and in `dbtxt` before; and where the dive screen reads a file of a dive, it is the dive's own.
 QString Model::checkFiles(const Snapshot& now) const {
-    for (const QString& startcode : imported_) {
-        const QByteArray& text = world_.made(startcode)->text;
-        if (!isKept(now, text)) {
-            return QStringLiteral("the file of the dive with the start %1 is not in old").arg(startcode);
+    for (const QString& key : imported_) {
+        if (!isKept(now, world_.made(key)->text)) {
+            return QStringLiteral("the file of the dive %1 is not in old").arg(key);
+        }
+    }
+    const QList<QByteArray> kept = now.kept.values();
+    for (auto file = last_.kept.begin(); file != last_.kept.end(); ++file) {
+        if (!kept.contains(*file)) {
+            return QStringLiteral("what stood in old as %1 is lost").arg(file.key());
+        }
+    }
+    for (auto file = last_.forviewer.begin(); file != last_.forviewer.end(); ++file) {
+        if (now.forviewer.value(file.key()) != *file) {
+            return QStringLiteral("%1 in dbtxt is not what it was").arg(file.key());
         }
     }
     for (auto dive = now.dives.begin(); dive != now.dives.end(); ++dive) {
-        const bool hasCopy =
-            last_.forviewer.contains(dive->dbtxtname) || now.forviewer.contains(dive->dbtxtname);
-        if (hasCopy && !now.forviewer.value(dive->dbtxtname).startsWith(world_.made(dive->startcode)->text)) {
-            return QStringLiteral("%1 has lost its profile %2").arg(dive.key(), dive->dbtxtname);
+        const MadeDive* made = world_.made(dive->key());
+        if (now.forviewer.contains(dive->dbtxtname) &&
+            (made == nullptr || !now.forviewer.value(dive->dbtxtname).startsWith(made->text))) {
+            return QStringLiteral("%1 shows the profile of another dive, %2")
+                .arg(dive.key(), dive->dbtxtname);
         }
     }
     return {};
@@ -289,9 +336,11 @@ QString Model::checkDanFile(const Snapshot& now) const {
     }
     const QStringList lines = QString::fromUtf8(platform::readFile(expected.danFile).value_or(""))
                                   .split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
-    const bool hasGases = !now.dives.value(viewer_.diveid).gases.isEmpty();
+    const StoredDive dive = now.dives.value(viewer_.diveid);
+    const QString interval = dive.device.value(QStringLiteral("interval"));
+    const bool hasGases = !dive.gases.isEmpty();
     const bool good = lines.size() >= 5 &&
-                      lines[3].startsWith(QStringLiteral("ZDH|1|%1|I|Q10S|").arg(viewer_.diveid)) &&
+                      lines[3].startsWith(QStringLiteral("ZDH|1|%1|I|Q%2S|").arg(viewer_.diveid, interval)) &&
                       lines[4] == QLatin1String("ZDP{") && (lines.size() == 5 || !hasGases);
     return good ? QString()
                 : QStringLiteral("the file for DAN of %1 is\n%2").arg(viewer_.diveid, lines.join(u'\n'));
@@ -316,7 +365,8 @@ QString Model::checkSetup() {
         };
         const int helium = now.mid(16 * row + 5, 3).toInt();
         const int oxygen = 100 - helium - now.mid(16 * row + 1, 3).toInt();
-        if (QString::number(oxygen) != cell("Text1") || QString::number(helium) != cell("Text2")) {
+        // A cell that was typed in may say "00".
+        if (oxygen != cell("Text1").toInt() || helium != cell("Text2").toInt()) {
             return QStringLiteral("gas %1 shows %2/%3 and went out as %4/%5")
                 .arg(row)
                 .arg(cell("Text1"), cell("Text2"))

@@ -68,6 +68,8 @@ QString Model::takeDetailsScreen(const Snapshot& now, const platform::Screen& sc
         details_.edited.insert(field, shown);
     }
     details_.buddies = buddiesOn(screen);
+    details_.storedEdits = details_.edited;
+    details_.storedBuddies = details_.buddies;
     return details_.buddies == now.dives.value(diveid).buddies
                ? QString()
                : QStringLiteral("details of %1 show the buddies %2").arg(diveid, details_.buddies.join(u'|'));
@@ -89,15 +91,20 @@ QString Model::checkDetails(const Snapshot& now) {
         details_ = {};
         details_.screen = screen;
         details_.diveid = diveid;
-        details_.startcode = now.dives.value(diveid).startcode;
+        details_.key = now.dives.value(diveid).key();
         return takeDetailsScreen(now, *screen);
     }
-    if (expected.turned) {
+    if ((expected.turned && !expected.detailsStay) ||
+        (expected.merge && expected.merge->kind == MergeEnd::Kind::Merged)) {
         return takeDetailsScreen(now, *screen);
     }
-    if (diveid != details_.diveid || now.dives.value(diveid).startcode != details_.startcode) {
-        return QStringLiteral("the details of %1 stand for %2, start %3")
-            .arg(details_.diveid, diveid, now.dives.value(diveid).startcode);
+    if (diveid != details_.diveid || now.dives.value(diveid).key() != details_.key) {
+        return QStringLiteral("the details of %1 stand for %2, %3")
+            .arg(details_.diveid, diveid, now.dives.value(diveid).key());
+    }
+    if (expected.detailsSaved) {
+        details_.storedEdits = details_.edited;
+        details_.storedBuddies = details_.buddies;
     }
     for (const Box& box : kBoxes) {
         const QString typed = details_.edited.value(QLatin1String(box.field));
@@ -130,11 +137,11 @@ QString Model::checkViewer(const Snapshot& now) {
     if (stored == now.dives.constEnd()) {
         return QStringLiteral("the dive screen shows %1, which is not in the store").arg(diveid);
     }
-    if (!expected.viewer && stored->startcode != viewer_.startcode) {
+    if (!expected.viewer && stored->key() != viewer_.key) {
         return QStringLiteral("the dive screen of %1 became that of another dive").arg(diveid);
     }
     savedForDan_ = (savedForDan_ && viewer_.screen == screen) || !expected.danFile.isEmpty();
-    viewer_ = {screen, diveid, stored->startcode};
+    viewer_ = {screen, diveid, stored->key()};
     const auto* view = qobject_cast<viewer::rbinterface*>(screen);
     if (view->session().header().divefilename != stored->dbtxtname) {
         return QStringLiteral("the dive screen of %1 shows the file %2").arg(diveid, view->session().header().divefilename);

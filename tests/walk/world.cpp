@@ -30,7 +30,7 @@ World::World(std::uint64_t seed)
     for (int i = 0; i < kDeviceDives; ++i) {
         const MadeDive& dive = makeDive(MadeKind::Good);
         dives.push_back(dive.text);
-        deviceStarts_ += dive.startcode;
+        deviceDives_ += dive.key();
     }
     bench.device() = simulator::Kd(std::move(dives));
     QDir::setCurrent(folder.root());
@@ -43,10 +43,15 @@ World::~World() {
     QDir::setCurrent(QDir::tempPath());
 }
 
-void World::start() {
+void World::start(const QString& restored) {
     process() = Process();
     house_ = std::make_unique<shell::House>(bench.lines());
     house_->start();
+    if (!restored.isEmpty()) {
+        dialogs.answer(true);
+        dialogs.answerFile(restored);
+        click("frmSplash", "Command1");
+    }
     tick("frmSplash", {"Timer1"});
     settle();
 }
@@ -104,6 +109,9 @@ QObject* World::reachable(const char* screenName, const char* name) {
         return nullptr;
     }
     QObject* found = screen(screenName)->findChild<QObject*>(QLatin1String(name));
+    if (found == nullptr) {
+        qFatal("%s has no control %s", screenName, name); // a step that could never do anything
+    }
     if (auto* widget = qobject_cast<QWidget*>(found)) {
         return widget->isVisible() && widget->isEnabled() ? widget : nullptr;
     }
@@ -166,14 +174,19 @@ bool World::clickRow(int row, Qt::KeyboardModifiers modifiers, bool twice) {
     return true;
 }
 
-const MadeDive* World::made(const QString& startcode) const {
-    const auto found = made_.constFind(startcode);
+const MadeDive* World::made(const QString& key) const {
+    const auto found = made_.constFind(key);
     return found == made_.constEnd() ? nullptr : &*found;
 }
 
 const MadeDive& World::makeDive(MadeKind kind) {
-    MadeDive dive = tests::makeDive(random_, ++number_, kind);
-    return *made_.insert(dive.startcode, dive);
+    const MadeDive dive = tests::makeDive(random_, ++number_, kind);
+    return *made_.insert(dive.key(), dive);
+}
+
+const MadeDive& World::makeTwin(const MadeDive& of) {
+    const MadeDive dive = tests::makeTwin(random_, ++number_, of);
+    return *made_.insert(dive.key(), dive);
 }
 
 void World::putFirstDives() {

@@ -5,7 +5,7 @@
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"
 #include "tests/walk/devicebench.h"
-#include "tests/walk/madedives.h"
+#include "tests/walk/otherbooks.h"
 
 #include <QMap>
 #include <QPointer>
@@ -28,12 +28,15 @@ public:
 
     // --- the program
 
-    void start();
+    /// `restored`: a file that FIX DATABASE is told to put in the place of the store; empty for none.
+    void start(const QString& restored = {});
     /// Leaves it by the entry Exit, and waits until all of it is gone.
     void leave();
     bool runs() const { return house_ != nullptr; }
     /// Half a second of the device's time and one tick of every timer that is on.
     void pass();
+    /// The tick at which the main screen looks what other screens have made of the unit.
+    void mainTick() { tick("main", {"Timer2"}); }
     /// Lets what was put off happen: queued work, screens that are to die.
     void settle();
 
@@ -44,8 +47,11 @@ public:
     static bool isShown(const char* name);
     /// A control of a screen that is shown; null where a user could not get at it.
     template <class T = QWidget> static T* reach(const char* screenName, const char* name) {
-        auto* found = qobject_cast<T*>(reachable(screenName, name));
-        return found;
+        QObject* found = reachable(screenName, name);
+        if (found != nullptr && qobject_cast<T*>(found) == nullptr) {
+            qFatal("%s of %s is another control", name, screenName); // nor is that a step
+        }
+        return qobject_cast<T*>(found);
     }
     /// The text of a control, shown or not.
     static QString textOf(const char* screenName, const char* name);
@@ -58,16 +64,19 @@ public:
 
     // --- dives
 
-    /// A dive of the walk by its start code; null when it made none of that code.
-    const MadeDive* made(const QString& startcode) const;
+    /// A dive of the walk by its key; null when it made none of that key.
+    const MadeDive* made(const QString& key) const;
     const MadeDive& makeDive(MadeKind kind);
+    /// One that began in the same second.
+    const MadeDive& makeTwin(const MadeDive& of);
     /// Three dive files that wait before the program is started.
     void putFirstDives();
-    const QStringList& deviceStarts() const { return deviceStarts_; }
+    const QStringList& deviceDives() const { return deviceDives_; }
 
     TestSettings settings;
     TestFolder folder;
     ScriptedDialogs dialogs;
+    OtherBooks others;
 
 private:
     static QObject* reachable(const char* screenName, const char* name);
@@ -76,7 +85,7 @@ private:
     simulator::Random random_;
     QMap<QString, MadeDive> made_;
     int number_ = 0;
-    QStringList deviceStarts_;
+    QStringList deviceDives_;
     std::unique_ptr<shell::House> house_;
 
 public:
