@@ -1,6 +1,7 @@
 // Takes pictures of every screen, in both themes and two sizes, in metres and in feet, with dives and
 // without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
 
+#include "exports/screens/exportbox.h"
 #include "guides/screens/comealong.h"
 #include "platform/chart/chart.h"
 #include "platform/files.h"
@@ -18,6 +19,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QBuffer>
 #include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
@@ -233,6 +235,24 @@ void trashScreen(Album& album, tests::ScriptedDialogs& dialogs) {
     album.add("rbmain", QStringLiteral("rbmain-undone"), {{1024, 700}});
 }
 
+/// How dives leave in an open format: the entries, and the box behind it.
+void exportScreens(Album& album, tests::ScriptedDialogs& dialogs) {
+    QMenu* const menu = control<QAction>("rbmain", "mnuFile")->menu();
+    menu->popup(screen("rbmain")->mapToGlobal(QPoint(10, 30)));
+    settle();
+    album.add(menu, QStringLiteral("rbmain-file"), {{}});
+    menu->close();
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    exports::DiveReader reader(process().database, folder);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    const exports::LossReport losses =
+        exports::exportdives(exports::DiveFormat::Uddf, file, reader, reader.identifiers());
+    box(album, QStringLiteral("rbmain-exported"), dialogs, [&losses] {
+        exports::tellexported(screen("rbmain"), QStringLiteral("/home/anna/dives.uddf"), losses);
+    });
+}
+
 /// Another logbook beside this one: dives that are not here yet, one with other details, others that are
 /// here.
 void mergeScreen(Album& album, tests::ScriptedDialogs& dialogs) {
@@ -260,6 +280,11 @@ void mergeScreen(Album& album, tests::ScriptedDialogs& dialogs) {
     auto* tree = control<QTreeView>("mergelogbook", "treemerge");
     tree->expand(tree->model()->index(0, 0, tree->model()->index(1, 0)));
     album.add("mergelogbook", QStringLiteral("mergelogbook"), {{}, {640, 400}, {1024, 700}, {1920, 1080}});
+    control<QAction>("main", "mnuFeet")->trigger();
+    settle();
+    album.add("mergelogbook", QStringLiteral("mergelogbook-feet"), {{}});
+    control<QAction>("main", "mnuMeters")->trigger();
+    settle();
     screen("mergelogbook")->close();
     settle();
 }
@@ -363,6 +388,7 @@ void takeAll(Album& album, tests::ScriptedDialogs& dialogs) {
     deleteQuestion(album, dialogs);
     trashScreen(album, dialogs);
     mergeScreen(album, dialogs);
+    exportScreens(album, dialogs);
     otherStore(album, dialogs);
     unreadableFile(album);
     diveScreen(album, QStringLiteral("-metres"), dialogs);

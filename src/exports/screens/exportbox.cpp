@@ -52,11 +52,19 @@ LossReport writeTo(const QString& path, DiveFormat format, platform::Database& d
 QString exportedText(const QString& path, const LossReport& losses) {
     QStringList lines = losses.lines();
     const qsizetype more = lines.size() - kMostLines;
-    if (more > 0) {
+    if (more > 1) {
         lines.resize(kMostLines);
         lines += QStringLiteral("and %1 more").arg(more);
     }
     return QStringLiteral("%1\n\n%2").arg(QDir::toNativeSeparators(path), lines.join(u'\n'));
+}
+
+void tellexported(QWidget* parent, const QString& path, const LossReport& losses) {
+    dialogs().message(parent,
+                      losses.isEmpty() ? QStringLiteral("The export is complete: nothing was left out.")
+                                       : QStringLiteral("The export is complete. What is listed below is not "
+                                                        "in it as the logbook has it."),
+                      BoxKind::Information, {}, exportedText(path, losses));
 }
 
 void exportwithbox(QWidget* parent, platform::Database& database, const QStringList& ids,
@@ -80,13 +88,7 @@ void exportwithbox(QWidget* parent, platform::Database& database, const QStringL
                           BoxKind::Warning);
     };
     try {
-        const LossReport losses = writeTo(path, *format, database, ids);
-        dialogs().message(parent,
-                          losses.isEmpty()
-                              ? QStringLiteral("The export is complete: nothing was left out.")
-                              : QStringLiteral("The export is complete. What is listed below is not in it as "
-                                               "the logbook has it."),
-                          BoxKind::Information, {}, exportedText(path, losses));
+        tellexported(parent, path, writeTo(path, *format, database, ids));
     } catch (const ExportStopped&) {
         dialogs().message(parent, QStringLiteral("The export was stopped; no file was written."));
     } catch (const ExportError& error) {

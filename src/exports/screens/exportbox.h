@@ -15,6 +15,8 @@ namespace benthor::exports {
 void exportwithbox(QWidget* parent, platform::Database& database, const QStringList& ids,
                    const QString& suggested);
 
+/// Tells that the export to `path` is done.
+void tellexported(QWidget* parent, const QString& path, const LossReport& losses);
 /// What is told behind it. More than a dozen lines are counted and not shown.
 QString exportedText(const QString& path, const LossReport& losses);
 
