@@ -4,6 +4,7 @@
 #include "logbook/actrecorder.h"
 #include "logbook/diverows.h"
 #include "logbook/mergefiles.h"
+#include "platform/filename.h"
 #include "platform/skiperrors.h"
 #include "platform/storedrows.h"
 #include "store/backup.h"
@@ -93,17 +94,19 @@ private:
     StoredStatement insert_;
 };
 
-/// The names that the dives here have for their files, case folded; those in the trash, too, which may come
-/// back.
-QSet<QString> namedFiles(Database& mine) {
+/// The names that the dives here have for their files, case folded. Those of dives in the trash whose file is
+/// missing, too: they may come back, and would show what has the name by then.
+QSet<QString> namedFiles(Database& mine, const platform::ProgramFolder& folder) {
     QSet<QString> names;
     for (const StoredRow& row : StoredRows(mine).read("SELECT DISTINCT dbtxtname FROM main.main")) {
         names += row.at(0).text().toCaseFolded();
     }
     platform::skipErrors([&] { // a trash that cannot be read gives no dive back either
-        if (const std::unique_ptr<ActFile> acts = ActFile::ifThere(mine)) {
-            for (const ActItem& dive : acts->trashed()) {
-                names += dive.key.dbtxtname.text().toCaseFolded();
+        const std::unique_ptr<ActFile> acts = ActFile::ifThere(mine);
+        for (const ActItem& dive : acts ? acts->trashed() : std::vector<ActItem>()) {
+            const QString name = dive.key.dbtxtname.text();
+            if (platform::isFileName(name) && !platform::isFile(folder.path(u"dbtxt", name))) {
+                names += name.toCaseFolded();
             }
         }
     });
@@ -347,7 +350,7 @@ MergeResult mergedives(Database& mine, const platform::ProgramFolder& folder, Ot
         throw StoreError(QStringLiteral("No backup of this logbook can be made, so nothing was merged.\n") +
                          copied.error);
     }
-    MergeFiles files(folder, other.folder(), namedFiles(mine));
+    MergeFiles files(folder, other.folder(), namedFiles(mine, folder));
     std::vector<Coming> coming;
     for (size_t i = 0; i < dives.size(); ++i) {
         if (choices.at(i).comes && dives[i].group == MergeGroup::New) {

@@ -56,6 +56,7 @@ private slots:
     void aFileNameThatIsTakenGetsAFreeOne();
     void theNameOfADiveWhoseFileIsMissingHereIsTaken();
     void theNameOfADiveInTheTrashIsTaken();
+    void aDiveInTheTrashThatComesOnceMoreKeepsItsName();
     void theSameBytesAreNotCopiedAgain();
     void aDiveWithoutItsFileComesAndIsNamed();
     void detailsAreTakenAsChosen();
@@ -167,6 +168,20 @@ void TestMerge::theNameOfADiveInTheTrashIsTaken() {
     QCOMPARE(world.names(kText), QStringList{"A1-2.txt"});
     putback(process().database, world.folder, {trasheddives(process().database).front().id});
     QCOMPARE(world.field("D0000002", "dbtxtname"), "A1.txt");
+}
+
+/// Its file is there already; and the trash has nothing more to put back.
+void TestMerge::aDiveInTheTrashThatComesOnceMoreKeepsItsName() {
+    MergeWorld world;
+    addWholeDive(world);
+    world.merge();
+    world.del({1});
+    QCOMPARE(world.merge().came, 1);
+    QCOMPARE(world.field("D0000001", "dbtxtname"), "A5.txt");
+    QCOMPARE(world.names(kText), QStringList{"A5.txt"});
+    QVERIFY(!putback(process().database, world.folder, {trasheddives(process().database).front().id})
+                 .reason.isEmpty());
+    QCOMPARE(world.dives(), QStringList{"D0000001"});
 }
 
 void TestMerge::theSameBytesAreNotCopiedAgain() {
