@@ -85,10 +85,11 @@ void insertRow(StoredRows& store, const TableRow& row, const QList<QByteArray>& 
     store.change("INSERT INTO " + stored(row.table) + " (" + names + ") VALUES (" + places + ")", values);
 }
 
-/// Numbers of the dives of that key; none where the store knows no keys.
-QStringList divesOfKey(StoredRows& store, const DiveKey& key) {
+/// Numbers of the dives with that start code and file name, which may both be missing; none where the store
+/// knows neither.
+QStringList divesWith(StoredRows& store, const DiveKey& key) {
     const QList<QByteArray> fields = fieldsOf(store, "main");
-    if (!key.isKnown() || !hasField(fields, "Startcode") || !hasField(fields, "dbtxtname")) {
+    if (!hasField(fields, "Startcode") || !hasField(fields, "dbtxtname")) {
         return {};
     }
     QStringList dives;
@@ -98,6 +99,11 @@ QStringList divesOfKey(StoredRows& store, const DiveKey& key) {
         dives += row.at(0).text();
     }
     return dives;
+}
+
+/// Of the dives of which nothing is known none is the other.
+QStringList divesOfKey(StoredRows& store, const DiveKey& key) {
+    return key.isKnown() ? divesWith(store, key) : QStringList();
 }
 
 } // namespace
@@ -272,7 +278,7 @@ std::optional<QString> locatedive(StoredRows& store, const QString& diveid, cons
         return diveid;
     }
     QStringList found;
-    for (const QString& number : divesOfKey(store, key)) {
+    for (const QString& number : divesWith(store, key)) {
         if (holds(number)) {
             found += number;
         }

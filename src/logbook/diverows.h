@@ -78,7 +78,8 @@ void rewritemain(platform::StoredRows& store, const TableRows& current, const Ta
 TableRows rowsin(const TableRows& rows, const QByteArray& table);
 
 /// The identifier under which the store has exactly these rows: `diveid` or, where it is another dive's, that
-/// of the only dive of that key that holds them. Nothing where there is none.
+/// of the only dive of that key that holds them; where nothing is known of it, of the only such dive. Nothing
+/// where there is none.
 std::optional<QString> locatedive(platform::StoredRows& store, const QString& diveid, const DiveKey& key,
                                   const QByteArray& digest, RowsOf which);
 /// How many dives beside `diveid` are that dive once more: they are of its key, and hold its rows where no

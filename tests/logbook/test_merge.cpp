@@ -71,6 +71,7 @@ private slots:
     void whatFailsLeavesNothing();
     void aMergeCanBeStopped();
     void aMergeIsTakenBackAndDoneAgain();
+    void aDiveThatNothingIsKnownOfIsTakenBackUnderItsNewNumber();
     void whereNoActCanBeKeptItMergesAllTheSame();
     void killedAtAnyStepTheStoreIsThatOfBeforeOrOfAfter();
     void theWordsTellWhatHappened();
@@ -434,6 +435,25 @@ void TestMerge::aMergeIsTakenBackAndDoneAgain() {
     world.undo();
     QCOMPARE(world.merge().came, 1); // a merge in its place brings the same
     QCOMPARE(world.snapshot(false), merged);
+}
+
+/// No device has said anything of it, and it names no file: its rows are all that tells it.
+void TestMerge::aDiveThatNothingIsKnownOfIsTakenBackUnderItsNewNumber() {
+    MergeWorld world;
+    MainRow dive = MergeWorld::dive(1);
+    dive.remove(QStringLiteral("Startcode"));
+    dive.remove(QStringLiteral("dbtxtname"));
+    world.addThere(1, dive);
+    world.merge();
+    world.del({1});
+    world.addHere(1, MergeWorld::dive(9)); // its number is another dive's by now
+    QCOMPARE(static_cast<int>(world.undo().state), static_cast<int>(State::Done));
+    QCOMPARE(world.dives(), (QStringList{"D0000001", "D0000002"}));
+    QCOMPARE(world.undoWords(), "merge of 1 dive");
+    const TurnedAct back = world.undo();
+    QVERIFY2(back.state == State::Done, qPrintable(back.reason));
+    QCOMPARE(world.dives(), QStringList{"D0000001"});
+    QCOMPARE(world.field("D0000001", "Startcode"), "810000009");
 }
 
 void TestMerge::whereNoActCanBeKeptItMergesAllTheSame() {

@@ -109,7 +109,9 @@ public:
             named_ += dive.dbtxtname.toCaseFolded();
         }
         for (const QString& name : merged.after.trashNames) {
-            named_ += name.toCaseFolded();
+            if (!merged.after.forviewer.contains(name)) {
+                named_ += name.toCaseFolded();
+            }
         }
     }
 

@@ -144,7 +144,8 @@ QString Model::checkViewer(const Snapshot& now) {
     viewer_ = {screen, diveid, stored->key()};
     const auto* view = qobject_cast<viewer::rbinterface*>(screen);
     if (view->session().header().divefilename != stored->dbtxtname) {
-        return QStringLiteral("the dive screen of %1 shows the file %2").arg(diveid, view->session().header().divefilename);
+        return QStringLiteral("the dive screen of %1 shows the file %2")
+            .arg(diveid, view->session().header().divefilename);
     }
     return checkProfile(now);
 }
