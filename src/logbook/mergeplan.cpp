@@ -69,6 +69,21 @@ MergeDive shown(const Recordset& rows, const Facts& facts) {
     return dive;
 }
 
+/// A dive here that several over there are stays known by its serial and its diver.
+void keepWhatTellsDives(std::vector<MergeDive>& dives) {
+    QHash<QString, int> times;
+    for (const MergeDive& dive : dives) {
+        ++times[dive.mine];
+    }
+    for (MergeDive& dive : dives) {
+        if (times.value(dive.mine) > 1) {
+            std::erase_if(dive.differences, [](const DetailDifference& difference) {
+                return difference.field == "Suit" || difference.field == "UserName";
+            });
+        }
+    }
+}
+
 } // namespace
 
 std::vector<MergeDive> planmerge(Database& mine, const ProgramFolder& folder, OtherLogbook& other,
@@ -111,10 +126,13 @@ std::vector<MergeDive> planmerge(Database& mine, const ProgramFolder& folder, Ot
                     differencesOf(own, myBuddies.value(own.diveid), facts, theirBuddies.value(facts.diveid));
             }
         }
+        dives.push_back(std::move(dive));
+    }
+    keepWhatTellsDives(dives);
+    for (MergeDive& dive : dives) {
         if (!dive.differences.empty()) {
             dive.group = MergeGroup::OtherDetails;
         }
-        dives.push_back(std::move(dive));
     }
     return dives;
 }

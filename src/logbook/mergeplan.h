@@ -61,7 +61,9 @@ struct MergeDive {
 /// count; where neither dive has one of the two, the code alone decides), or when the bytes of their files
 /// are, those of empty files aside; one without a `Startcode` is another when start, duration and depth are.
 /// Of several such dives here the first counts, and one whose words agree before one whose file does; of
-/// several over there the first can come, and the others are here already.
+/// several over there the first can come, and the others are here already. Where several over there are one
+/// here, none of them offers its serial or its diver: with those of one, the dive here would no longer be the
+/// others.
 ///
 /// StoreError where a store cannot be read. MergeStopped.
 std::vector<MergeDive> planmerge(platform::Database& mine, const platform::ProgramFolder& folder,

@@ -64,6 +64,7 @@ private slots:
     void theSameMergeAgainBringsNothing();
     void bothTextsAgainAddNothing();
     void bothOfTwoDivesThatAreOneHereStandThere();
+    void twoDivesThatAreOneHereStayThatDive();
     void theOtherLogbookStaysByteForByte();
     void aProvenBackupIsMadeFirst();
     void withoutABackupNothingIsMerged();
@@ -316,6 +317,31 @@ void TestMerge::bothOfTwoDivesThatAreOneHereStandThere() {
     world.addThere(2, dive);
     world.merge(taking(TakeDetail::Both));
     QCOMPARE(world.field("D0000004", "Coments"), "mine\r\nfirst\r\nsecond");
+}
+
+/// One by its serial, the other by its diver: what tells them is not given away for the one's sake.
+void TestMerge::twoDivesThatAreOneHereStayThatDive() {
+    MergeWorld world;
+    MainRow dive = MergeWorld::dive(1);
+    dive[QStringLiteral("Suit")] = QStringLiteral("KD1");
+    dive[QStringLiteral("UserName")] = QStringLiteral("Anna");
+    world.addHere(4, dive);
+    dive[QStringLiteral("UserName")] = QStringLiteral("Ben");
+    dive[QStringLiteral("Coments")] = QStringLiteral("first");
+    world.addThere(1, dive);
+    dive[QStringLiteral("UserName")] = QStringLiteral("Anna");
+    dive[QStringLiteral("Suit")] = QStringLiteral("KD2");
+    world.addThere(2, dive);
+    for (const MergeDive& planned : world.plan()) {
+        QCOMPARE(planned.mine, "D0000004");
+        for (const DetailDifference& difference : planned.differences) {
+            QVERIFY(difference.field != "Suit" && difference.field != "UserName");
+        }
+    }
+    world.merge(taking(TakeDetail::Theirs));
+    QCOMPARE(world.field("D0000004", "Coments"), "first");
+    QCOMPARE(world.merge(taking(TakeDetail::Theirs)).came, 0);
+    QCOMPARE(world.dives(), QStringList{"D0000004"});
 }
 
 void TestMerge::theOtherLogbookStaysByteForByte() {

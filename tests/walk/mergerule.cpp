@@ -109,7 +109,7 @@ public:
             named_ += dive.dbtxtname.toCaseFolded();
         }
         for (const QString& name : merged.after.trashNames) {
-            if (!merged.after.forviewer.contains(name)) {
+            if (isPlainName(name) && !merged.after.forviewer.contains(name)) {
                 named_ += name.toCaseFolded();
             }
         }
@@ -251,11 +251,23 @@ MergePlan planOf(const Snapshot& own, const OtherContents& other) {
             planned.mine = same->mine;
             planned.differences =
                 same->mine.isEmpty() ? std::vector<Difference>() : differencesOf(*same->dive, row.dive);
-            planned.standing = planned.differences.empty() ? Standing::Here : Standing::OtherDetails;
+            planned.standing = Standing::Here;
         } else {
             known.push_back({&row.dive, file, {}});
         }
         plan.push_back(planned);
+    }
+    for (PlannedDive& planned : plan) {
+        const auto isOneHere = [&planned](const PlannedDive& one) { return one.mine == planned.mine; };
+        if (!planned.mine.isEmpty() && std::count_if(plan.begin(), plan.end(), isOneHere) > 1) {
+            std::erase_if(planned.differences, [](const Difference& difference) {
+                return difference.field == QLatin1String("Suit") ||
+                       difference.field == QLatin1String("UserName");
+            });
+        }
+        if (!planned.differences.empty()) {
+            planned.standing = Standing::OtherDetails;
+        }
     }
     return plan;
 }

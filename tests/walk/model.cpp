@@ -224,7 +224,7 @@ void Model::takeTurn(QMap<QString, StoredDive>& dives, const Snapshot& now, QStr
             // does one that came from another logbook while this one lay in the trash.
             const auto made = seen_.value(dive->key());
             const bool isCopy = std::any_of(made.begin(), made.end(), [&dive](const StoredDive& one) {
-                return one.dbtxtname != dive->dbtxtname;
+                return one.dbtxtname != dive->dbtxtname || dive->dbtxtname.isEmpty();
             });
             fault = isCopy ? fault : QStringLiteral("%1 stands there twice").arg(dive.key());
         }
