@@ -37,12 +37,6 @@ bool isNamed(const QByteArray& name, const char* wanted) {
     return name.compare(wanted, Qt::CaseInsensitive) == 0;
 }
 
-/// Null where there is no such field.
-StoredValue valueIn(const StoredCells& row, const char* field) {
-    const auto place = row.placeOf(field);
-    return place ? row.value(*place) : StoredValue();
-}
-
 /// One table of both stores: reads a dive's rows there and puts them in here.
 class TableBridge {
 public:
@@ -185,7 +179,7 @@ void RowMerge::bringDive(const Coming& coming, const QString& diveid, std::vecto
     StoredValue theirId;
     const int found = tables.front().copy(coming.dive->row, id,
                                           [&](const StoredCells& row, StoredStatement::Replaced& replaced) {
-                                              theirId = valueIn(row, kDiveid);
+                                              theirId = row.valueOf(kDiveid);
                                               changeRow(row, coming, replaced);
                                           });
     if (found != 1) {
@@ -212,7 +206,7 @@ void RowMerge::changeRow(const StoredCells& row, const Coming& coming, StoredSta
                     : QStringLiteral("its file %1 is missing there; it came without a profile.")
                           .arg(coming.dive->file));
     }
-    const QString serial = valueIn(row, "Suit").text();
+    const QString serial = row.valueOf("Suit").text();
     if (serial.size() > kMostSerial) {
         problem(QStringLiteral("its serial is too long and was cut: %1").arg(serial));
         replaced.emplace_back(*row.placeOf("Suit"), serial.left(kMostSerial));

@@ -154,11 +154,7 @@ DiveDigests::Found DiveDigests::of(const QString& diveid) {
         rows.each({id}, [&](const StoredCells& row) {
             if (isMain && !found.hasMain) {
                 found.hasMain = true;
-                const auto valueIn = [&row](QByteArrayView field) {
-                    const auto place = row.placeOf(field);
-                    return place ? row.value(*place) : StoredValue();
-                };
-                found.key = {valueIn("Startcode"), valueIn("dbtxtname")};
+                found.key = {row.valueOf("Startcode"), row.valueOf("dbtxtname")};
             }
             digest_.add(table, row);
         });

@@ -212,6 +212,11 @@ StoredValue StoredCells::value(size_t column) const {
     return value;
 }
 
+StoredValue StoredCells::valueOf(QByteArrayView name) const {
+    const std::optional<size_t> place = placeOf(name);
+    return place ? value(*place) : StoredValue();
+}
+
 StoredValue StoredValue::blob(const QByteArray& bytes) {
     StoredValue value;
     value.type = Type::Blob;

@@ -58,6 +58,8 @@ public:
     double real(size_t column) const;
     QByteArrayView bytes(size_t column) const;
     StoredValue value(size_t column) const;
+    /// Of the column of that name; Null where there is none.
+    StoredValue valueOf(QByteArrayView name) const;
 
 private:
     const std::vector<QByteArray>& names_;

@@ -204,13 +204,20 @@ void TestCtlExporting::anInterruptedFileIsNotThere() {
     }
     const ToolFolder world(codes);
     world.close();
-    QProcess tool;
-    tests::startTool(tool, world.words(exportWords(QStringLiteral("json"), path("out"), {"--all"})));
-    QVERIFY(QTest::qWaitFor([&] { return !allIn(place_->path()).isEmpty(); }, 60000));
-    ::kill(static_cast<pid_t>(tool.processId()), SIGINT);
-    const Ran ran = tests::resultOf(tool);
-    if (ran.status == 0) {
-        QSKIP("the export was quicker than the signal");
+    // The signal comes as soon as the draft is seen; a machine that is busy elsewhere may be late with it
+    // once.
+    Ran ran;
+    constexpr int kMostTimes = 20;
+    for (int times = 0; ran.status != 4 && times < kMostTimes; ++times) {
+        QFile::remove(path("out"));
+        QProcess tool;
+        tests::startTool(tool, world.words(exportWords(QStringLiteral("json"), path("out"), {"--all"})));
+        const QDeadlineTimer limit(60000);
+        while (allIn(place_->path()).isEmpty() && !limit.hasExpired()) {
+            QThread::usleep(100);
+        }
+        ::kill(static_cast<pid_t>(tool.processId()), SIGINT);
+        ran = tests::resultOf(tool);
     }
     QCOMPARE(ran.status, 4);
     QCOMPARE(ran.err, QByteArray("benthorctl: Interrupted.\n"));

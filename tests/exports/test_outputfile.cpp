@@ -212,9 +212,6 @@ private slots:
     }
 
     void aDeviceIsWrittenInPlace() {
-        if (!QFile::exists("/dev/full")) {
-            QSKIP("no /dev/full here");
-        }
         QCOMPARE(refusal("/dev/null"), QString());
         QVERIFY(!QFileInfo("/dev/null").isFile());
         QCOMPARE(refusal("/dev/full"), QString("Cannot write /dev/full: No space left on device"));

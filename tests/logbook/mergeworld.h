@@ -128,4 +128,34 @@ public:
     platform::ProgramFolder there;
 };
 
+inline const QString kText = QStringLiteral("dbtxt");
+inline const QString kOld = QStringLiteral("old");
+
+/// Chooses the same for every difference, and no new dive.
+inline auto taking(logbook::TakeDetail take) {
+    return [take](const std::vector<logbook::MergeDive>& dives) {
+        std::vector<logbook::MergeChoice> choices(dives.size());
+        for (size_t i = 0; i < dives.size(); ++i) {
+            choices[i].details.assign(dives[i].differences.size(), take);
+        }
+        return choices;
+    };
+}
+
+/// A dive with its files and all that belongs to it, over there.
+inline void addWholeDive(MergeWorld& world) {
+    world.runThere("ALTER TABLE main ADD COLUMN \"their field\"");
+    world.runThere("ALTER TABLE tissue ADD COLUMN extra");
+    MainRow dive = MergeWorld::dive(5);
+    dive[QStringLiteral("their field")] = QStringLiteral("kept\r");
+    dive[QStringLiteral("odd one")] = QString();
+    dive[QStringLiteral("divenote")] = QStringLiteral("it's \"deep\"\r\nand \u00e9");
+    MergeWorld::add(world.thatStore(), world.id(3), dive);
+    world.runThere("INSERT INTO buddylist VALUES ('D0000003', 'O''Neil')");
+    world.runThere("INSERT INTO buddylist VALUES ('D0000003', 'Anna')");
+    world.putThere(kText, QStringLiteral("A5.txt"), "the profile");
+    world.putThere(kOld, QStringLiteral("Reef5.txt"), "the profile");
+    world.putThere(kOld, QStringLiteral("Reef4.txt"), "the Profile");
+}
+
 } // namespace benthor::tests

@@ -75,6 +75,8 @@ void TestStoredRows::cellsAreWhatRowsAre() {
     size_t row = 0;
     statement.each({StoredValue(qint64{1})}, [&](const StoredCells& cells) {
         QCOMPARE(cells.count(), size_t{3});
+        QVERIFY(cells.valueOf("WORD") == cells.value(1));
+        QVERIFY(cells.valueOf("words").isNull());
         for (size_t i = 0; i < cells.count(); ++i) {
             const StoredValue& value = wanted.at(static_cast<qsizetype>(row)).at(static_cast<qsizetype>(i));
             QVERIFY(cells.value(i) == value);
