@@ -7,6 +7,7 @@
 #include "divefiles/headerscan.h"
 #include "divefiles/importer.h"
 #include "divefiles/importnote.h"
+#include "logbook/acts.h"
 #include "platform/filename.h"
 #include "platform/files.h"
 
@@ -168,7 +169,7 @@ private:
     void removeLeftovers(const QString& stamp) const {
         if (!stamp.isEmpty()) {
             const divefiles::ImportNote note(folder_, stamp);
-            divefiles::tidydbtxt(folder_);
+            divefiles::tidydbtxt(folder_, logbook::awayfiles);
         }
     }
 
