@@ -23,10 +23,8 @@ const profile::SampleArray& stickOf(const P& profile) {
 }
 
 void writeSeries(ChartMatrix& matrix, const profile::SampleArray& array, int column) {
-    const std::span<const float> values = array.values();
     for (int row = 1; row <= matrix.lastRow(); ++row) {
-        matrix.set(row, column,
-                   values.empty() ? 0.0 : static_cast<double>(values[static_cast<size_t>(row - 1)]));
+        matrix.set(row, column, static_cast<double>(array[row - 1]));
     }
 }
 

@@ -13,11 +13,11 @@ constexpr int kLinesBesideRows = 2; ///< headings and foot
 
 bool holdsAnything(const profile::DiveProfile& profile, int column, int lastsample) {
     const profile::SampleArray* array = profile::gridArray(profile, column);
-    if (array == nullptr || array->values().empty()) {
+    if (array == nullptr) {
         return false;
     }
-    const auto values =
-        array->values().first(static_cast<size_t>(std::clamp(lastsample, 0, profile::kMostSamples)));
+    const std::span<const float> all = array->values();
+    const auto values = all.first(std::min(all.size(), static_cast<size_t>(std::max(lastsample, 0))));
     return std::any_of(values.begin(), values.end(), [](float value) { return value != 0.0F; });
 }
 

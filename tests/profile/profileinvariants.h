@@ -39,12 +39,17 @@ private:
         if (values.empty()) {
             return {};
         }
-        end = std::min(end, kMostSamples);
+        const auto held = static_cast<int>(values.size());
+        if (held > kMostSamples) {
+            return QStringLiteral("an array holds %1 positions").arg(held);
+        }
+        first = std::min(first, held);
+        end = std::min(end, held);
         const auto isZero = [&values](int from, int to) { // as whole blocks: each array has 25,000 positions
             const size_t bytes = static_cast<size_t>(to - from) * sizeof(float);
             return std::memcmp(values.data() + from, zeros.data(), bytes) == 0;
         };
-        if (!isZero(0, first) || !isZero(end, kMostSamples)) {
+        if (!isZero(0, first) || !isZero(end, held)) {
             return QStringLiteral("a value stands outside the records");
         }
         for (int position = first; position < end; ++position) {

@@ -91,10 +91,8 @@ QString DiveExports::readMetric(profile::DiveProfile& profile) const {
             .arg(session().header().divefilename);
     }
     profile = profile::decodeProfile(*bytes, false);
-    const auto shown = session().profile().depthpos.values();
-    const auto read = profile.depthpos.values();
     if (profile.lastsample - 1 != session().lastsample() ||
-        !std::equal(shown.begin(), shown.end(), read.begin(), read.end())) {
+        !(profile.depthpos == session().profile().depthpos)) {
         return QStringLiteral("The file of this dive, %1, is no longer the one that is shown. Open the dive "
                               "again.")
             .arg(session().header().divefilename);
