@@ -5,6 +5,7 @@
 #include "bench/store/storebench.h"
 
 #include "exports/dataset.h"
+#include "exports/exportdives.h"
 #include "exports/logbookjson.h"
 #include "exports/outputfile.h"
 #include "exports/samplescsv.h"
@@ -88,30 +89,28 @@ private:
 };
 
 struct Json {
+    static constexpr DiveFormat kFormat = DiveFormat::Json;
     explicit Json(QIODevice& device)
         : format(device) {}
     LogbookJson format;
 };
 struct Csv {
+    static constexpr DiveFormat kFormat = DiveFormat::Csv;
     explicit Csv(QIODevice& device)
         : format(device, SampleIds::First) {}
     SamplesCsv format;
 };
 struct Zxu {
+    static constexpr DiveFormat kFormat = DiveFormat::Zxu;
     explicit Zxu(QIODevice& device)
         : format(device, QDateTime({2026, 2, 3}, {4, 5, 6})) {}
     ZxuLogbook format;
 };
 
-/// The dives of the store, one after the other.
+/// The dives of the store, as the program and the tool let them out.
 template <typename Format> void goOut(DiveReader& reader, const QStringList& ids, const QString& path) {
     OutputFile file(path, true);
-    Format out(file.device());
-    out.format.begin();
-    for (const QString& id : ids) {
-        out.format.add(reader.read(id).value());
-    }
-    out.format.end();
+    exportdives(Format::kFormat, file.device(), reader, ids);
     file.commit();
 }
 

@@ -92,13 +92,13 @@ QByteArray samplesJson(const WholeDive& dive) {
     QByteArray json = "{\"id\":" + jsonText(dive.figures.id) + ",\"interval_s\":" +
                       (dive.figures.interval ? numberText(*dive.figures.interval) : QByteArray("null")) +
                       ",\"columns\":" + columns + ",\"rows\":[";
-    SampleRows rows(dive, "null");
+    const SampleRows rows(dive, "null");
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         if (sample != profile::kFirstSample) {
             json += ',';
         }
         json += '[';
-        json += rows.row(sample);
+        rows.append(json, sample);
         const QStringList tokens = alarmTokens(dive.profile, sample);
         json += ',';
         json += tokens.isEmpty() ? QByteArrayLiteral("[]") : compact(QJsonArray::fromStringList(tokens));

@@ -1,5 +1,6 @@
 #include "exports/exportdives.h"
 
+#include "exports/divesahead.h"
 #include "exports/logbookjson.h"
 #include "exports/samplescsv.h"
 #include "exports/uddf.h"
@@ -32,23 +33,24 @@ public:
         ids_.removeDuplicates();
     }
 
-    template <class Writer> LossReport to(Writer&& writer) {
+    template <class Writer, class Prepare> LossReport to(Writer&& writer, const Prepare& prepare) {
         LossReport losses;
         writer.begin();
+        DivesAhead<std::invoke_result_t<Prepare, WholeDive&&>> dives(dives_, ids_, prepare);
         const int all = static_cast<int>(ids_.size());
         for (int i = 0; i < all; ++i) {
             goOn(i, all);
-            const std::optional<WholeDive> dive = dives_.read(ids_[i]);
+            const auto dive = dives.next();
             if (!dive) {
                 if (notThere_ != nullptr) {
                     *notThere_ += ids_[i];
                 }
                 continue;
             }
-            writer.add(*dive);
+            writer.add(dive->prepared);
             ++losses.dives;
             if (!dive->withoutSamples.isEmpty()) {
-                losses.addWithoutSamples(dive->figures.id, dive->withoutSamples);
+                losses.addWithoutSamples(dive->id, dive->withoutSamples);
             }
         }
         goOn(all, all);
@@ -85,16 +87,17 @@ LossReport exportdives(DiveFormat format, QIODevice& device, DiveReader& dives, 
     Export run(dives, ids, progress, notThere);
     switch (format) {
     case DiveFormat::Json:
-        return run.to(LogbookJson(device));
+        return run.to(LogbookJson(device), LogbookJson::prepare);
     case DiveFormat::Csv:
-        return run.to(SamplesCsv(device, SampleIds::First));
+        return run.to(SamplesCsv(device, SampleIds::First),
+                      [](const WholeDive& dive) { return SamplesCsv::prepare(dive, SampleIds::First); });
     case DiveFormat::Zxu:
-        return run.to(ZxuLogbook(device, platform::now()));
+        return run.to(ZxuLogbook(device, platform::now()), ZxuLogbook::prepare);
     case DiveFormat::Uddf:
         break;
     }
     UddfWriter uddf(device, QStringLiteral(BENTHOR_VERSION), platform::now());
-    run.to(uddf);
+    run.to(uddf, [](WholeDive&& dive) { return std::move(dive); });
     return uddf.report();
 }
 

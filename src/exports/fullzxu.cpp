@@ -62,9 +62,9 @@ QString danNumber(const QString& diveid) {
 }
 
 QByteArray fullZxu(const FullDive& dive) {
-    ZxuWarnings warnings;
-    const QByteArray group = zxuDive(dive, 1, warnings);
-    return zxuHead(dive.written) + warnings.segment() + group;
+    ZxuGroups groups;
+    const QByteArray group = groups.next(zxuGroup(dive));
+    return zxuHead(dive.written) + groups.warnings() + group;
 }
 
 } // namespace benthor::exports

@@ -87,16 +87,22 @@ void LogbookJson::begin() {
     writeWhole(device_, "{\"format\":\"benthor-logbook\",\"version\":1,\"dives\":[");
 }
 
+QByteArray LogbookJson::prepare(const WholeDive& dive) {
+    QByteArray json = "{\"show\":" + QJsonDocument(showObject(dive)).toJson(QJsonDocument::Compact);
+    json += ",\"samples\":";
+    json += samplesJson(dive);
+    json += ",\"sticks\":";
+    json += sticksJson(dive.profile);
+    json += ",\"file\":";
+    json += fileJson(dive);
+    return json += '}';
+}
+
 /// A dive on a line of its own, so that tools for lines get along with a large logbook.
-void LogbookJson::add(const WholeDive& dive) {
-    writeWhole(device_, any_ ? ",\n{\"show\":" : "\n{\"show\":");
+void LogbookJson::add(const Prepared& dive) {
+    writeWhole(device_, any_ ? ",\n" : "\n");
     any_ = true;
-    writeWhole(device_, QJsonDocument(showObject(dive)).toJson(QJsonDocument::Compact));
-    writeWhole(device_, ",\"samples\":");
-    writeWhole(device_, samplesJson(dive));
-    writeWhole(device_, ",\"sticks\":" + sticksJson(dive.profile) + ",\"file\":");
-    writeWhole(device_, fileJson(dive));
-    writeWhole(device_, "}");
+    writeWhole(device_, dive);
 }
 
 void LogbookJson::end() {

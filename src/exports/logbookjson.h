@@ -20,8 +20,13 @@ public:
         : device_(device) {}
     /// In this order, add() for each dive. ExportError where the device does not take all.
     void begin();
-    void add(const WholeDive& dive);
+    void add(const WholeDive& dive) { add(prepare(dive)); }
     void end();
+
+    /// The two halves of add(): what can be made of a dive by itself, on any thread, and its going out.
+    using Prepared = QByteArray;
+    static Prepared prepare(const WholeDive& dive);
+    void add(const Prepared& dive);
 
 private:
     QIODevice& device_;

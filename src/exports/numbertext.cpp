@@ -1,5 +1,6 @@
 #include "exports/numbertext.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -8,14 +9,8 @@ namespace benthor::exports {
 
 namespace {
 
-/// A number of at most six digits, two of them behind the point, is the only one of so few digits that reads
-/// back as its float. That is nearly all that a device records, and quicker than to search for the shortest.
-char* writeHundredths(char* at, char* end, int hundredths) {
-    if (hundredths < 0) {
-        *at++ = '-';
-        hundredths = -hundredths;
-    }
-    at = std::to_chars(at, end, hundredths / 100).ptr;
+char* makeHundredths(char* at, int hundredths) {
+    at = std::to_chars(at, at + kLongestNumber, hundredths / 100).ptr;
     if (const int part = hundredths % 100; part != 0) {
         *at++ = '.';
         *at++ = static_cast<char>('0' + part / 10);
@@ -26,6 +21,49 @@ char* writeHundredths(char* at, char* end, int hundredths) {
     return at;
 }
 
+/// The texts of 0 to 99.99 in steps of a hundredth: nearly all that a device records. A logbook has millions
+/// of numbers, and to look a text up costs a third of making it.
+class HundredthTexts {
+public:
+    static constexpr int kCount = 10000;
+
+    HundredthTexts() {
+        std::array<char, kLongestNumber> made{};
+        for (int i = 0; i < kCount; ++i) {
+            Entry& entry = entries_[static_cast<size_t>(i)];
+            entry.length = static_cast<unsigned char>(makeHundredths(made.data(), i) - made.data());
+            std::copy_n(made.begin(), entry.text.size(), entry.text.begin());
+        }
+    }
+
+    /// All of an entry is copied, a fixed number of bytes: kLongestNumber leaves room for it.
+    char* write(char* at, int hundredths) const {
+        const Entry& entry = entries_[static_cast<size_t>(hundredths)];
+        std::copy(entry.text.begin(), entry.text.end(), at);
+        return at + entry.length;
+    }
+
+private:
+    struct Entry {
+        std::array<char, 7> text{}; ///< five at most
+        unsigned char length = 0;
+    };
+    std::array<Entry, kCount> entries_;
+};
+
+} // namespace
+
+char* writeHundredths(char* at, int hundredths) {
+    static const HundredthTexts texts;
+    if (hundredths < 0) {
+        *at++ = '-';
+        hundredths = -hundredths;
+    }
+    return hundredths < HundredthTexts::kCount ? texts.write(at, hundredths) : makeHundredths(at, hundredths);
+}
+
+namespace {
+
 template <typename Number> QByteArray textOf(Number value) {
     std::array<char, kLongestNumber> text{};
     return {text.data(), writeNumber(text.data(), value) - text.data()};
@@ -35,12 +73,12 @@ template <typename Number> QByteArray textOf(Number value) {
 
 char* writeNumber(char* at, float value) {
     constexpr float kMostHundredths = 999999;
-    char* const end = at + kLongestNumber;
     const float scaled = std::rint(value * 100.0F);
     if (std::abs(scaled) <= kMostHundredths && scaled / 100.0F == value) {
-        return writeHundredths(at, end, static_cast<int>(scaled));
+        // The only number of so few digits that reads back as this float: no search for the shortest.
+        return writeHundredths(at, static_cast<int>(scaled));
     }
-    return std::to_chars(at, end, value, std::chars_format::fixed).ptr;
+    return std::to_chars(at, at + kLongestNumber, value, std::chars_format::fixed).ptr;
 }
 
 char* writeNumber(char* at, double value) {

@@ -13,6 +13,8 @@ constexpr qsizetype kLongestNumber = 400;
 /// Writes a finite number to `at`, which has room for kLongestNumber characters. Returns the end of it.
 char* writeNumber(char* at, float value);
 char* writeNumber(char* at, double value);
+/// A number of so many hundredths, without zeros at its end: "12.5" for 1250. Room as above.
+char* writeHundredths(char* at, int hundredths);
 
 QByteArray numberText(float value);
 QByteArray numberText(double value);

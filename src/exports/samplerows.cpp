@@ -14,19 +14,20 @@ SampleRows::SampleRows(const WholeDive& dive, QByteArrayView nothing)
     for (const SampleColumn& column : sampleColumns()) {
         columns_.push_back(isRecorded(dive, column) ? &(dive.profile.*column.array) : nullptr);
     }
-    row_.resize((columns_.size() + 1) * (kLongestNumber + 1));
 }
 
-QByteArrayView SampleRows::row(int sample) {
+void SampleRows::append(QByteArray& text, int sample) const {
+    const qsizetype before = text.size();
+    text.resize(before + static_cast<qsizetype>(columns_.size() + 1) * (kLongestNumber + 1));
     const auto writeNothing = [this](char* at) { return std::copy(nothing_.begin(), nothing_.end(), at); };
-    char* at = row_.data();
+    char* at = text.data() + before;
     const std::optional<double> time = dive_.timeOf(sample);
     at = time && std::isfinite(*time) ? writeNumber(at, *time) : writeNothing(at);
     for (const profile::SampleArray* const column : columns_) {
         *at++ = ',';
         at = column != nullptr ? writeNumber(at, (*column)[sample - 1]) : writeNothing(at);
     }
-    return {row_.data(), at};
+    text.resize(at - text.constData());
 }
 
 } // namespace benthor::exports

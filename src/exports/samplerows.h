@@ -2,6 +2,7 @@
 
 #include "exports/wholedive.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 
 #include <vector>
@@ -15,14 +16,13 @@ public:
     /// `nothing` stands for a time that is none, and throughout in columns where isRecorded() says no. Both
     /// must outlive this.
     SampleRows(const WholeDive& dive, QByteArrayView nothing);
-    /// Of a sample from profile::kFirstSample to the dive's last one. Valid until the next call.
-    QByteArrayView row(int sample);
+    /// Puts the row of a sample, from profile::kFirstSample to the dive's last one, behind `text`.
+    void append(QByteArray& text, int sample) const;
 
 private:
     const WholeDive& dive_;
     QByteArrayView nothing_;
     std::vector<const profile::SampleArray*> columns_; ///< null where nothing is recorded
-    std::vector<char> row_;
 };
 
 } // namespace benthor::exports

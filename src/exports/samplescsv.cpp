@@ -32,10 +32,10 @@ QByteArray samplesCsvHeader(SampleIds ids) {
 QByteArray samplesCsvLines(const WholeDive& dive, SampleIds ids) {
     const QByteArray id = ids == SampleIds::First ? csvField(dive.figures.id) + ',' : QByteArray();
     QByteArray lines;
-    SampleRows rows(dive, {});
+    const SampleRows rows(dive, {});
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         lines += id;
-        lines += rows.row(sample);
+        rows.append(lines, sample);
         lines += ',';
         if (const QStringList tokens = alarmTokens(dive.profile, sample); !tokens.isEmpty()) {
             lines += csvField(tokens.join(QStringLiteral("; ")));
@@ -49,8 +49,8 @@ void SamplesCsv::begin() {
     writeWhole(device_, samplesCsvHeader(ids_));
 }
 
-void SamplesCsv::add(const WholeDive& dive) {
-    writeWhole(device_, samplesCsvLines(dive, ids_));
+void SamplesCsv::add(const Prepared& dive) {
+    writeWhole(device_, dive);
 }
 
 void SamplesCsv::end() {

@@ -31,8 +31,13 @@ public:
         , ids_(ids) {}
     /// In this order, add() for each dive. ExportError where the device does not take all.
     void begin();
-    void add(const WholeDive& dive);
+    void add(const WholeDive& dive) { add(prepare(dive, ids_)); }
     void end();
+
+    /// The two halves of add(): what can be made of a dive by itself, on any thread, and its going out.
+    using Prepared = QByteArray;
+    static Prepared prepare(const WholeDive& dive, SampleIds ids) { return samplesCsvLines(dive, ids); }
+    void add(const Prepared& dive);
 
 private:
     QIODevice& device_;

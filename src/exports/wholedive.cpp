@@ -10,8 +10,6 @@
 #include <QSet>
 
 #include <cmath>
-#include <malloc.h>
-#include <mutex>
 
 namespace benthor::exports {
 
@@ -21,14 +19,6 @@ using platform::sqlWith;
 namespace {
 
 constexpr qsizetype kLongestToken = 255;
-
-/// The arrays of a profile take and free one or two megabytes a dive. The heap would hand them back to the
-/// system each time, and to get and clear them anew took most of the time in which many dives are read.
-void keepFreedMemory() {
-    constexpr int kKept = 32 * 1024 * 1024;
-    static std::once_flag once;
-    std::call_once(once, [] { mallopt(M_TRIM_THRESHOLD, kKept); });
-}
 
 StoreFields fieldsOfRow(const Recordset& rows) {
     StoreFields fields;
@@ -116,7 +106,6 @@ DiveReader::DiveReader(platform::Database& database, const platform::ProgramFold
     : database_(database)
     , bound_(database)
     , folder_(folder) {
-    keepFreedMemory();
     Recordset tables = database.openRecordset("SELECT lower(name) FROM sqlite_master WHERE type = 'table'");
     for (; !tables.eof(); tables.moveNext()) {
         tables_ += tables.value(0).text();
@@ -180,6 +169,7 @@ std::optional<StoreFields> DiveReader::mainAt(const QString& row) {
 }
 
 std::optional<DiveFigures> DiveReader::figures(const QString& id) {
+    const platform::SteadyReading steady(database_);
     const std::optional<QString> row = rowOf(id);
     const std::optional<StoreFields> main = row ? mainAt(*row) : std::nullopt;
     if (!main) {
@@ -193,6 +183,15 @@ std::optional<DiveFigures> DiveReader::figures(const QString& id) {
 }
 
 std::optional<WholeDive> DiveReader::read(const QString& id) {
+    std::optional<WholeDive> dive = readRows(id);
+    if (dive) {
+        readProfile(*dive);
+    }
+    return dive;
+}
+
+std::optional<WholeDive> DiveReader::readRows(const QString& id) {
+    const platform::SteadyReading steady(database_);
     const std::optional<QString> row = rowOf(id);
     std::optional<StoreFields> main = row ? mainAt(*row) : std::nullopt;
     if (!main) {
@@ -210,18 +209,20 @@ std::optional<WholeDive> DiveReader::read(const QString& id) {
         }
     }
     profile::readgaslist(gasRowsOf(dive.gases), false, dive.gasArrays);
-    readFile(dive);
+    dive.fileName = fieldOf(dive.store, u"dbtxtname").value_or(QString());
+    if (platform::isFileName(dive.fileName)) {
+        dive.filePath = divefiles::findprofile(folder_, database_, dive.fileName);
+    }
     return dive;
 }
 
-void DiveReader::readFile(WholeDive& dive) {
-    dive.fileName = fieldOf(dive.store, u"dbtxtname").value_or(QString());
+void DiveReader::readProfile(WholeDive& dive) {
     if (dive.fileName.isEmpty()) {
         dive.withoutSamples = QStringLiteral("The store names no file for it.");
         return;
     }
-    if (platform::isFileName(dive.fileName)) {
-        dive.file = platform::readFile(divefiles::findprofile(folder_, database_, dive.fileName));
+    if (!dive.filePath.isEmpty()) {
+        dive.file = platform::readFile(dive.filePath);
     }
     if (!dive.file) {
         dive.withoutSamples = QStringLiteral("Its file %1 is not in the folder dbtxt.").arg(dive.fileName);

@@ -49,6 +49,7 @@ struct WholeDive {
     profile::GasArrays gasArrays;
 
     QString fileName;               ///< that the store has for it; empty without one
+    QString filePath;               ///< where it lies; empty where the name is none of a file
     std::optional<QByteArray> file; ///< its bytes; nothing where it cannot be read
     profile::DiveProfile profile;   ///< without records where the file has none
     QString withoutSamples;         ///< why there are none, for a person to read; empty where there are
@@ -81,6 +82,11 @@ public:
     std::optional<DiveFigures> figures(const QString& id);
     std::optional<WholeDive> read(const QString& id);
 
+    /// The two halves of read(): all that the store has, and then the file and what it holds. The second half
+    /// needs no store and may be done on any thread.
+    std::optional<WholeDive> readRows(const QString& id);
+    static void readProfile(WholeDive& dive);
+
 private:
     std::optional<QString> rowOf(const QString& id);
     std::optional<StoreFields> mainAt(const QString& row);
@@ -88,7 +94,6 @@ private:
     DiveFigures figuresAt(const StoreFields& main, const QString& row);
     std::vector<StoreFields> checkedRows(const char* table, const QString& row, QStringList& faults);
     bool hasTable(const char* table) const { return tables_.contains(QLatin1String(table)); }
-    void readFile(WholeDive& dive);
 
     platform::Database& database_;
     platform::StoredRows bound_;

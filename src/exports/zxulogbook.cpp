@@ -10,35 +10,38 @@ constexpr qint64 kBlock = 1024 * 1024;
 }
 
 void ZxuLogbook::begin() {
-    if (!groups_.open()) {
+    if (!waiting_.open()) {
         throw ExportError(
-            QStringLiteral("No file for the dives can be made: %1.").arg(groups_.errorString()));
+            QStringLiteral("No file for the dives can be made: %1.").arg(waiting_.errorString()));
     }
 }
 
-void ZxuLogbook::add(const WholeDive& dive) {
-    const FullDive full{dive.profile,
-                        dive.gasArrays,
-                        dive.lastsample(),
-                        dive.figures.id,
-                        dive.figures.interval.value_or(0),
-                        dive.figures.start,
-                        dive.figures.end,
-                        written_};
-    writeWhole(groups_, zxuDive(full, ++dives_, warnings_));
+ZxuGroup ZxuLogbook::prepare(const WholeDive& dive) {
+    return zxuGroup({dive.profile,
+                     dive.gasArrays,
+                     dive.lastsample(),
+                     dive.figures.id,
+                     dive.figures.interval.value_or(0),
+                     dive.figures.start,
+                     dive.figures.end,
+                     {}});
+}
+
+void ZxuLogbook::add(const Prepared& dive) {
+    writeWhole(waiting_, groups_.next(dive));
 }
 
 void ZxuLogbook::end() {
-    flushWhole(groups_);
-    writeWhole(device_, zxuHead(written_) + warnings_.segment());
-    if (!groups_.seek(0)) {
-        throw ExportError(groups_.errorString());
+    flushWhole(waiting_);
+    writeWhole(device_, zxuHead(written_) + groups_.warnings());
+    if (!waiting_.seek(0)) {
+        throw ExportError(waiting_.errorString());
     }
-    while (!groups_.atEnd()) {
-        const QByteArray block = groups_.read(kBlock);
+    while (!waiting_.atEnd()) {
+        const QByteArray block = waiting_.read(kBlock);
         if (block.isEmpty()) {
             throw ExportError(
-                QStringLiteral("The dives cannot be read again: %1.").arg(groups_.errorString()));
+                QStringLiteral("The dives cannot be read again: %1.").arg(waiting_.errorString()));
         }
         writeWhole(device_, block);
     }

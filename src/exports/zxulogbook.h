@@ -22,15 +22,19 @@ public:
     /// In this order, add() for each dive. ExportError where the device or the waiting file does not take
     /// all.
     void begin();
-    void add(const WholeDive& dive);
+    void add(const WholeDive& dive) { add(prepare(dive)); }
     void end();
+
+    /// The two halves of add(): what can be made of a dive by itself, on any thread, and its going out.
+    using Prepared = ZxuGroup;
+    static Prepared prepare(const WholeDive& dive);
+    void add(const Prepared& dive);
 
 private:
     QIODevice& device_;
     QDateTime written_;
-    QTemporaryFile groups_;
-    ZxuWarnings warnings_;
-    int dives_ = 0;
+    QTemporaryFile waiting_;
+    ZxuGroups groups_;
 };
 
 } // namespace benthor::exports

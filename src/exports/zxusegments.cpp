@@ -20,10 +20,39 @@ QByteArray danMoment(const QDateTime& moment) {
     return platform::formatDate(moment, u"yyyymmddhhnnss").toLatin1();
 }
 
-/// Two decimals at most.
-float hundredths(double value) {
-    const auto number = static_cast<float>(platform::roundToEven(value * 100) / 100);
-    return std::isfinite(number) ? number : 0.0F;
+/// Two decimals at most, of a finite value.
+char* writeRounded(char* at, double value) {
+    constexpr double kMostHundredths = 999999;
+    const double scaled = platform::roundToEven(value * 100);
+    return std::abs(scaled) <= kMostHundredths ? writeHundredths(at, static_cast<int>(scaled))
+                                               : writeNumber(at, static_cast<float>(scaled / 100));
+}
+
+QByteArray roundedText(double value) {
+    std::array<char, kLongestNumber> text{};
+    return {text.data(), writeRounded(text.data(), value) - text.data()};
+}
+
+/// What may stand in a segment: printable letters without the delimiters that the header declares.
+QString segmentText(const QString& text) {
+    QString plain;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(plain), [](QChar letter) {
+        return letter >= u' ' && letter <= u'~' && !QStringView(u"|^~<>{}\\").contains(letter);
+    });
+    return plain.trimmed();
+}
+
+/// The words of a sample's warnings, as a segment can hold them.
+QStringList warningWords(const profile::DiveProfile& profile, int sample) {
+    constexpr qsizetype kLongestWord = 80;
+    QStringList words;
+    if (profile.alarmpoint(sample)) {
+        for (const QString& word : profile.alarms.words(sample, kLongestWord)) {
+            words += segmentText(word);
+        }
+        words.removeAll(QString());
+    }
+    return words;
 }
 
 double setpointAt(const FullDive& dive, int sample) {
@@ -41,15 +70,6 @@ bool everAtConstantPo2(const FullDive& dive) {
 
 int gasOf(const FullDive& dive, int sample) {
     return platform::toWhole(dive.profile.gasnum[sample - 1]);
-}
-
-/// What may stand in a segment: printable letters without the delimiters that the header declares.
-QString segmentText(const QString& text) {
-    QString plain;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(plain), [](QChar letter) {
-        return letter >= u' ' && letter <= u'~' && !QStringView(u"|^~<>{}\\").contains(letter);
-    });
-    return plain.trimmed();
 }
 
 char* writeText(char* at, QByteArrayView text) {
@@ -82,41 +102,50 @@ char* writeMinutes(char* at, double minutes) {
 /// The fields of one sample line, from the third on written only where the device recorded them.
 class ZxuLines {
 public:
-    ZxuLines(const FullDive& dive, ZxuWarnings& warnings)
+    explicit ZxuLines(const FullDive& dive)
         : dive_(dive)
-        , warnings_(warnings)
         , withPo2_(dive.profile.enabled.test(3))
         , withTemperature_(dive.profile.enabled.test(5))
         , withSupplies_(dive.profile.enabled.test(8)) {}
 
-    void append(QByteArray& text, int sample) {
+    void append(ZxuGroup& group, int sample) {
         const profile::DiveProfile& profile = dive_.profile;
         const int place = sample - 1;
         const double depth = profile.depthpos[place];
         const double ceiling = -static_cast<double>(profile.ceilingneg[place]);
-        const int warning = warnings_.number(profile, sample);
-        char* at = line_.data();
+        const qsizetype begin = group.text.size();
+        group.text.resize(begin + kLongestLine);
+        char* const line = group.text.data() + begin;
+        char* at = line;
         *at++ = '|';
         at = writeMinutes(at, (sample - profile::kFirstSample) * dive_.interval / 60);
         *at++ = '|';
-        at = field(at, true, hundredths(depth));
+        at = rounded(at, true, depth);
         at = writeGas(at, sample);
-        at = field(at, withPo2_, withPo2_ ? hundredths(profile.po2[place] / kBarPerAta) : 0);
+        at = rounded(at, withPo2_, profile.po2[place] / kBarPerAta);
         at = writeText(at, isFast(sample, depth) ? "T|" : "F|");
         at = writeText(at, ceiling > 0 && depth < ceiling ? "T|" : "F|");
-        at = field(at, ceiling > 0, hundredths(ceiling));
+        at = rounded(at, ceiling > 0, ceiling);
         at = field(at, withTemperature_, profile.temp[place]);
-        at = warning > 0 ? std::to_chars(at, at + kLongestNumber, warning).ptr : at;
+        if (QStringList words = warningWords(profile, sample); !words.isEmpty()) {
+            group.gaps.push_back({begin + (at - line), std::move(words)});
+        }
         *at++ = '|';
         at = field(at, withSupplies_, profile.hpo2[place]);
         at = field(at, withSupplies_, profile.hpdil[place]);
         at = writeText(at, "||||\r\n");
-        text.append(line_.data(), at - line_.data());
+        group.text.resize(begin + (at - line));
     }
 
 private:
     static char* field(char* at, bool isThere, float value) {
         at = isThere ? writeNumber(at, value) : at;
+        *at++ = '|';
+        return at;
+    }
+
+    static char* rounded(char* at, bool isThere, double value) {
+        at = isThere ? writeRounded(at, value) : at;
         *at++ = '|';
         return at;
     }
@@ -144,18 +173,18 @@ private:
         return (before - depth) / (dive_.interval / 60) > kFastAscent;
     }
 
-    static constexpr size_t kFields = 15;
+    static constexpr qsizetype kFields = 15;
+    static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1);
 
     const FullDive& dive_;
-    ZxuWarnings& warnings_;
     bool withPo2_, withTemperature_, withSupplies_;
     int number_ = 0;
     double setpoint_ = 0;
     QByteArray gas_;
-    std::array<char, kFields*(kLongestNumber + 1)> line_{};
 };
 
-QByteArray closingSegment(const FullDive& dive, const QByteArray& number) {
+/// What stands in the closing segment behind the dive's number.
+QByteArray closingFields(const FullDive& dive) {
     double deepest = 0;
     double coldest = 0;
     for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
@@ -165,25 +194,58 @@ QByteArray closingSegment(const FullDive& dive, const QByteArray& number) {
     }
     const QByteArray temperature =
         dive.profile.enabled.test(5) ? numberText(static_cast<float>(coldest)) : QByteArray();
-    return "ZDT|" + number + "|" + danNumber(dive.diveid).toLatin1() + "|" + numberText(hundredths(deepest)) +
-           "|" + danMoment(dive.finish) + "|" + temperature + "|" + kLineEnd;
+    return "|" + danNumber(dive.diveid).toLatin1() + "|" + roundedText(deepest) + "|" +
+           danMoment(dive.finish) + "|" + temperature + "|" + kLineEnd;
+}
+
+/// What stands in the opening segment behind the dive's number.
+QByteArray openingFields(const FullDive& dive) {
+    const QByteArray diluent = dive.lastsample >= profile::kFirstSample
+                                   ? danGas(dive.gases, gasOf(dive, profile::kFirstSample), 0).toLatin1()
+                                   : QByteArray();
+    return "|" + danNumber(dive.diveid).toLatin1() + "|I|Q" +
+           platform::floatText(static_cast<float>(dive.interval)).toLatin1() + "S|" + danMoment(dive.start) +
+           "|||" + (everAtConstantPo2(dive) ? "PO2|" + diluent : QByteArray("|")) + "|" + kLineEnd;
 }
 
 } // namespace
 
-int ZxuWarnings::number(const profile::DiveProfile& profile, int sample) {
-    constexpr qsizetype kLongestWord = 80;
-    if (!profile.alarmpoint(sample)) {
-        return 0;
+QByteArray zxuHead(const QDateTime& written) {
+    return "FSH|^~<>{}|KDBN01|ZXU|" + danMoment(written) + "|" + kLineEnd +
+           "ZRH|^~<>{}|KD32RB|000000000000|MSWG|ThM|C|bar|L|" + kLineEnd;
+}
+
+ZxuGroup zxuGroup(const FullDive& dive) {
+    ZxuGroup group;
+    const auto leaveDiveNumber = [&group] { group.gaps.push_back({group.text.size(), {}}); };
+    group.text = "ZDH|";
+    leaveDiveNumber();
+    group.text += openingFields(dive) + "ZDP{" + kLineEnd;
+    ZxuLines lines(dive);
+    for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
+        lines.append(group, sample);
     }
-    QStringList words;
-    for (const QString& word : profile.alarms.words(sample, kLongestWord)) {
-        words += segmentText(word);
+    group.text += "ZDP}" + kLineEnd + "ZDT|";
+    leaveDiveNumber();
+    group.text += closingFields(dive);
+    return group;
+}
+
+QByteArray ZxuGroups::next(const ZxuGroup& group) {
+    constexpr qsizetype kRoomForNumbers = 4096;
+    ++dives_;
+    QByteArray text;
+    text.reserve(group.text.size() + kRoomForNumbers);
+    qsizetype done = 0;
+    for (const ZxuGroup::Gap& gap : group.gaps) {
+        text += QByteArrayView(group.text).sliced(done, gap.at - done);
+        text += QByteArray::number(gap.words.isEmpty() ? dives_ : warning(gap.words));
+        done = gap.at;
     }
-    words.removeAll(QString());
-    if (words.isEmpty()) {
-        return 0;
-    }
+    return text += QByteArrayView(group.text).sliced(done);
+}
+
+int ZxuGroups::warning(const QStringList& words) {
     const auto [entry, isNew] = numbers_.try_emplace(words, static_cast<int>(numbers_.size()) + 1);
     if (isNew) {
         entries_ += (entries_.isEmpty() ? "" : "~") + QByteArray::number(entry->second) + '^' +
@@ -192,30 +254,8 @@ int ZxuWarnings::number(const profile::DiveProfile& profile, int sample) {
     return entry->second;
 }
 
-QByteArray ZxuWarnings::segment() const {
+QByteArray ZxuGroups::warnings() const {
     return "ZAR{" + entries_ + "}" + kLineEnd;
-}
-
-QByteArray zxuHead(const QDateTime& written) {
-    return "FSH|^~<>{}|KDBN01|ZXU|" + danMoment(written) + "|" + kLineEnd +
-           "ZRH|^~<>{}|KD32RB|000000000000|MSWG|ThM|C|bar|L|" + kLineEnd;
-}
-
-QByteArray zxuDive(const FullDive& dive, int number, ZxuWarnings& warnings) {
-    const QByteArray place = QByteArray::number(number);
-    const QByteArray diluent = dive.lastsample >= profile::kFirstSample
-                                   ? danGas(dive.gases, gasOf(dive, profile::kFirstSample), 0).toLatin1()
-                                   : QByteArray();
-    QByteArray text = "ZDH|" + place + "|" + danNumber(dive.diveid).toLatin1() + "|I|Q" +
-                      platform::floatText(static_cast<float>(dive.interval)).toLatin1() + "S|" +
-                      danMoment(dive.start) + "|||" +
-                      (everAtConstantPo2(dive) ? "PO2|" + diluent : QByteArray("|")) + "|" + kLineEnd;
-    text += "ZDP{" + kLineEnd;
-    ZxuLines lines(dive, warnings);
-    for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
-        lines.append(text, sample);
-    }
-    return text + "ZDP}" + kLineEnd + closingSegment(dive, place);
 }
 
 } // namespace benthor::exports

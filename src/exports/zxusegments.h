@@ -6,31 +6,46 @@
 #include <QStringList>
 
 #include <map>
+#include <vector>
 
 namespace benthor::exports {
 
 // The segments of a DL7 file, one by one, for files of one dive and of many.
 
-/// The warnings of a file's dives, each set of words that stands at a sample under a number of its own,
-/// counted from 1 through all dives: the table stands once, in the head. A sample's line holds one field for
-/// them, so that a set has one number, too.
-class ZxuWarnings {
-public:
-    /// The number of a sample's warnings; 0 where it has none.
-    int number(const profile::DiveProfile& profile, int sample);
-    /// The segment with its line end: number and words, parted by "^", one entry behind the other, parted by
-    /// "~".
-    QByteArray segment() const;
-
-private:
-    std::map<QStringList, int> numbers_;
-    QByteArray entries_;
-};
-
 /// FSH and ZRH, which stand before the warnings.
 QByteArray zxuHead(const QDateTime& written);
 
-/// From ZDH to ZDT. `number`: the place of the dive in the file, counted from 1; its two segments bear it.
-QByteArray zxuDive(const FullDive& dive, int number, ZxuWarnings& warnings);
+/// The segments of one dive, from ZDH to ZDT, without what depends on the dives before it in the file: these
+/// are gaps in the text, in the order of their places. So dives can be written before their turn comes.
+struct ZxuGroup {
+    struct Gap {
+        qsizetype at = 0;  ///< into `text`
+        QStringList words; ///< of a sample's warnings, whose number belongs there; empty: the dive's number
+    };
+    QByteArray text;
+    std::vector<Gap> gaps;
+};
+ZxuGroup zxuGroup(const FullDive& dive);
+
+/// Puts the groups of a file behind one another.
+///
+/// Each set of words that stands at a sample as warnings has a number of its own, counted from 1 through all
+/// dives: the table stands once, in the head. A sample's line holds one field for them, so that a set has one
+/// number, too.
+class ZxuGroups {
+public:
+    /// The text of the next dive: its number is its place in the file, counted from 1.
+    QByteArray next(const ZxuGroup& group);
+    /// The segment of the warnings so far with its line end: number and words, parted by "^", one entry
+    /// behind the other, parted by "~".
+    QByteArray warnings() const;
+
+private:
+    int warning(const QStringList& words);
+
+    std::map<QStringList, int> numbers_;
+    QByteArray entries_;
+    int dives_ = 0;
+};
 
 } // namespace benthor::exports

@@ -392,12 +392,12 @@ void StoredRows::detach(const char* name) noexcept {
 
 SteadyReading::SteadyReading(Database& database)
     : rows_(database) {
-    rows_.read("BEGIN");
+    rows_.read("SAVEPOINT steady"); // as a transaction, and within one of somebody else's
 }
 
 SteadyReading::~SteadyReading() {
     try {
-        rows_.read("ROLLBACK");
+        rows_.read("RELEASE steady");
     } catch (const StoreError&) { // the handle was closed, or a fault ended the reading
     }
 }
