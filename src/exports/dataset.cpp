@@ -4,6 +4,7 @@
 #include "exports/divejson.h"
 #include "exports/numbertext.h"
 #include "exports/outputfile.h"
+#include "exports/divesahead.h"
 #include "exports/samplescsv.h"
 #include "exports/wholewrite.h"
 #include "platform/files.h"
@@ -45,6 +46,11 @@ QString keyOf(const QString& id) {
 /// Lines of dives.csv of a year by what they are sorted by: start and identifier.
 using DiveLines = std::map<std::pair<QByteArray, QByteArray>, QByteArray>;
 
+struct DatasetDive {
+    DiveFigures figures;
+    QByteArray samples; ///< the file of its samples; empty where it has none
+};
+
 class DatasetRun {
 public:
     DatasetRun(const QString& dir, const QString& logbookName, DiveReader& reader,
@@ -60,12 +66,19 @@ public:
     }
 
     DatasetCounts run() {
+        DivesAhead<DatasetDive> dives(reader_, selection_, [](WholeDive&& dive) {
+            QByteArray samples;
+            if (dive.withoutSamples.isEmpty()) {
+                samples = samplesCsvHeader(SampleIds::First) + samplesCsvLines(dive, SampleIds::First);
+            }
+            return DatasetDive{std::move(dive.figures), std::move(samples)};
+        });
         for (qsizetype i = 0; i < selection_.size(); ++i) {
             if (progress_) {
                 progress_(i, selection_.size());
             }
-            if (const std::optional<WholeDive> dive = reader_.read(selection_[i])) {
-                put(*dive);
+            if (const auto dive = dives.next()) {
+                put(dive->prepared, dive->withoutSamples);
             }
         }
         keepOtherLines();
@@ -82,19 +95,18 @@ public:
 
 private:
     /// Of several identifiers that are one but for the case of their letters the first is the dive's.
-    void put(const WholeDive& dive) {
+    void put(const DatasetDive& dive, const QString& withoutSamples) {
         const QString key = keyOf(dive.figures.id);
         if (chosen_.contains(key)) {
             return;
         }
         const QString year = yearOf(dive.figures);
         QString file;
-        if (dive.withoutSamples.isEmpty()) {
+        if (withoutSamples.isEmpty()) {
             file = datasetName(dive.figures.id) + kEnding;
-            write(samples_, year, file,
-                  samplesCsvHeader(SampleIds::First) + samplesCsvLines(dive, SampleIds::First));
+            write(samples_, year, file, dive.samples);
         } else {
-            counts_.withoutSamples += dive.figures.id + QStringLiteral(": ") + dive.withoutSamples;
+            counts_.withoutSamples += dive.figures.id + QStringLiteral(": ") + withoutSamples;
         }
         chosen_.insert(key, year + u'/' + file);
         addLine(year, dive.figures.id, momentText(dive.figures.start), divesCsvLine(dive.figures));
