@@ -2,9 +2,9 @@
 
 #include "exports/csvlines.h"
 #include "exports/divejson.h"
+#include "exports/divesahead.h"
 #include "exports/numbertext.h"
 #include "exports/outputfile.h"
-#include "exports/divesahead.h"
 #include "exports/samplescsv.h"
 #include "exports/wholewrite.h"
 #include "platform/files.h"

@@ -2,6 +2,7 @@
 
 #include "exports/divesahead.h"
 #include "exports/logbookjson.h"
+#include "exports/losses.h"
 #include "exports/samplescsv.h"
 #include "exports/uddf.h"
 #include "exports/zxulogbook.h"
@@ -33,6 +34,7 @@ public:
         ids_.removeDuplicates();
     }
 
+    /// `prepare`: the writer's own half of the work for a dive, on any thread, and what is lost of it.
     template <class Writer, class Prepare> LossReport to(Writer&& writer, const Prepare& prepare) {
         LossReport losses;
         writer.begin();
@@ -47,8 +49,12 @@ public:
                 }
                 continue;
             }
-            writer.add(dive->prepared);
+            const auto& [prepared, lost] = dive->prepared;
+            writer.add(prepared);
             ++losses.dives;
+            for (const QString& kind : lost) {
+                losses.lose(kind);
+            }
             if (!dive->withoutSamples.isEmpty()) {
                 losses.addWithoutSamples(dive->id, dive->withoutSamples);
             }
@@ -87,17 +93,22 @@ LossReport exportdives(DiveFormat format, QIODevice& device, DiveReader& dives, 
     Export run(dives, ids, progress, notThere);
     switch (format) {
     case DiveFormat::Json:
-        return run.to(LogbookJson(device), LogbookJson::prepare);
+        return run.to(LogbookJson(device), [](const WholeDive& dive) {
+            return std::pair(LogbookJson::prepare(dive), LostKinds());
+        });
     case DiveFormat::Csv:
-        return run.to(SamplesCsv(device, SampleIds::First),
-                      [](const WholeDive& dive) { return SamplesCsv::prepare(dive, SampleIds::First); });
+        return run.to(SamplesCsv(device, SampleIds::First), [](const WholeDive& dive) {
+            return std::pair(SamplesCsv::prepare(dive, SampleIds::First), csvLosses(dive));
+        });
     case DiveFormat::Zxu:
-        return run.to(ZxuLogbook(device, platform::now()), ZxuLogbook::prepare);
+        return run.to(ZxuLogbook(device, platform::now()), [](const WholeDive& dive) {
+            return std::pair(ZxuLogbook::prepare(dive), zxuLosses(dive));
+        });
     case DiveFormat::Uddf:
         break;
     }
     UddfWriter uddf(device, QStringLiteral(BENTHOR_VERSION), platform::now());
-    run.to(uddf, [](WholeDive&& dive) { return std::move(dive); });
+    run.to(uddf, [](WholeDive&& dive) { return std::pair(std::move(dive), LostKinds()); }); // told by itself
     return uddf.report();
 }
 

@@ -5,8 +5,12 @@
 #include <QStringList>
 
 #include <map>
+#include <set>
 
 namespace benthor::exports {
+
+/// What a dive had that a format has no place for, by kind.
+using LostKinds = std::set<QString>;
 
 /// What dives had that the format of an export has no place for, and what the export had to make up.
 struct LossReport {

@@ -1,17 +1,14 @@
 #pragma once
 
+#include "exports/lossreport.h"
 #include "exports/uddfgases.h"
 #include "exports/uddfparts.h"
 #include "exports/uddfxml.h"
 #include "exports/wholedive.h"
 
 #include <array>
-#include <set>
 
 namespace benthor::exports {
-
-/// Kinds of what one dive has and the format has no place for.
-using LostKinds = std::set<QString>;
 
 /// What must be known of a profile before its samples are written. Readings that cannot be are passed over:
 /// damaged files tell pressures below zero, and numbers of thirty digits.

@@ -1,12 +1,15 @@
 #include "divefiles/importer.h"
 #include "exports/exportdives.h"
+#include "exports/losses.h"
 #include "exports/outputfile.h"
+#include "tests/exports/madedives.h"
 #include "tests/support/programfixture.h"
 
 #include <QBuffer>
 
 using namespace benthor;
 using namespace benthor::exports;
+using tests::MadeDive;
 using tests::ProgramFixture;
 
 namespace {
@@ -51,6 +54,10 @@ private slots:
     void theProgressIsToldAndCanEndIt();
     void aStoppedExportLeavesNoFile();
     void aDiveWithoutItsFileGoesOutAndIsNamed();
+    void whatATableOfSamplesLeavesOutIsTold();
+    void whatDl7LeavesOutIsTold();
+    void aDiveThatFitsLosesNothing();
+    void theReportCountsDivesByKind();
 };
 
 void TestExportDives::formatsAreNamedByTheirEndings() {
@@ -140,6 +147,97 @@ void TestExportDives::aDiveWithoutItsFileGoesOutAndIsNamed() {
         QCOMPARE(losses.withoutSamples.size(), 1);
         QVERIFY(losses.withoutSamples.first().startsWith(QLatin1String("D0000002: Its file ")));
     }
+}
+
+namespace {
+
+/// A dive with something in every place that a dive has.
+MadeDive fullDive() {
+    return MadeDive()
+        .records(
+            {",1,0,70,M1,T2,A500,B300,C600,D100,E90,F70,G71,H72,I70,J2,O1,P2,Q3,R4,S1,T2,x3,z200,v1,t2,f3",
+             ",1,2,70,M0,T2,A1,LOW"})
+        .gas("79")
+        .gas("40", "30")
+        .gas("50")
+        .buddy("Anna")
+        .set("Location", "A name")
+        .set("divenote", "A note")
+        .set("weather", " ") // says nothing
+        .set("otu", "12");
+}
+
+WholeDive withTissues(WholeDive dive) {
+    dive.tissues.push_back({{QStringLiteral("tissuenumber"), QStringLiteral("1")}});
+    return dive;
+}
+
+LostKinds both(LostKinds some, const LostKinds& others) {
+    some.insert(others.begin(), others.end());
+    return some;
+}
+
+} // namespace
+
+void TestExportDives::whatATableOfSamplesLeavesOutIsTold() {
+    const LostKinds fields{"field Location", "field MaxDepth", "field Suit", "field Version",
+                           "field datmos",   "field divenote", "field otu",  "field startdate",
+                           "field systemid", "field Duration"};
+    QCOMPARE(csvLosses(withTissues(fullDive().whole())), both(fields, {"tissues", "gases", "buddies"}));
+    QCOMPARE(
+        csvLosses(fullDive().set("UserName", "another").set("finisheddate", "2004-09-03 12:00:00").whole()),
+        both(fields, {"gases", "buddies", "field UserName", "field finisheddate"}));
+}
+
+void TestExportDives::whatDl7LeavesOutIsTold() {
+    const LostKinds expected{"oxygen cells",
+                             "marks",
+                             "filter",
+                             "battery volts",
+                             "CO2",
+                             "thermistors",
+                             "extra columns",
+                             "tissues",
+                             "buddies",
+                             "field Location",
+                             "gases on or off",
+                             "gases that were not breathed",
+                             "field datmos",
+                             "field divenote",
+                             "field otu",
+                             "field Version",
+                             "field systemid",
+                             "field Suit"};
+    QCOMPARE(zxuLosses(withTissues(fullDive().whole())), expected);
+}
+
+void TestExportDives::aDiveThatFitsLosesNothing() {
+    MadeDive dive;
+    for (const char* const field : {"UserName", "Suit", "Version", "systemid", "datmos"}) {
+        dive.set(field, std::nullopt);
+    }
+    dive.records({",100,0,70,M0,T20,C6,I70,LOW"});
+    QCOMPARE(zxuLosses(dive.whole()), LostKinds());
+    for (const char* const field : {"startdate", "finisheddate", "Duration", "MaxDepth"}) {
+        dive.set(field, std::nullopt);
+    }
+    QCOMPARE(csvLosses(dive.whole()), LostKinds());
+}
+
+void TestExportDives::theReportCountsDivesByKind() {
+    const World world(3);
+    process().database.execute("UPDATE main SET divenote = 'Seen: a wreck' WHERE DiveID <> 'D0000002'");
+    DiveReader reader(process().database, world.folder);
+    for (const DiveFormat format : {DiveFormat::Csv, DiveFormat::Zxu}) {
+        QBuffer file;
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const LossReport losses = exportdives(format, file, reader, world.ids(3));
+        QCOMPARE(losses.lost.at("field divenote"), 2);
+        QCOMPARE(losses.lost.at("field Suit"), 3);
+    }
+    QBuffer file;
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(exportdives(DiveFormat::Json, file, reader, world.ids(3)).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestExportDives)
