@@ -272,6 +272,38 @@ void theDiveIsSavedForDan(World& world, Model& model, const Step&) {
     }
 }
 
+/// A store that is no longer ours to read, or a dive that is gone, is told, and no file comes of it.
+void divesGoOut(World& world, Model& model, const QString& ending, const char* screen, const char* entry,
+                const QStringList& dives) {
+    const QString path = world.folder.path(QStringLiteral("out.") + ending);
+    QFile::remove(path);
+    world.dialogs.answerFile(path);
+    const bool typed = model.hasTyped();
+    const qsizetype told = world.dialogs.messages().size();
+    if (World::trigger(screen, entry)) {
+        model.expected.exportTold = world.dialogs.messages().size() > told;
+        model.expected.openFile = path;
+        model.expected.exported = dives;
+        model.expected.detailsSaved = typed && QFile::exists(path);
+    }
+}
+
+QString anEnding(quint32 number) {
+    static const QStringList kEndings{QStringLiteral("json"), QStringLiteral("json"), QStringLiteral("uddf"),
+                                      QStringLiteral("csv"), QStringLiteral("zxu")};
+    return kEndings[static_cast<qsizetype>(number) % kEndings.size()];
+}
+
+void theShownDiveGoesOut(World& world, Model& model, const Step& step) {
+    divesGoOut(world, model, anEnding(step.a), "rbinterface", "mnuexportopen", {model.viewerDive()});
+}
+
+void divesOfTheListGoOut(World& world, Model& model, const Step& step) {
+    const bool all = step.b % 2 == 0;
+    divesGoOut(world, model, anEnding(step.a), "rbmain", all ? "mnuexportall" : "mnuexport",
+               all ? World::listed() : World::chosen());
+}
+
 void aPictureIsTaken(World&, Model&, const Step&) {
     World::trigger("rbinterface", "mnuScrSave");
 }
@@ -478,6 +510,8 @@ const std::vector<Action>& actions() {
             {"metres on the dive", 2, metresOnTheDive},
             {"the gases are saved", 3, theGasesAreSaved},
             {"the dive is saved for DAN", 2, theDiveIsSavedForDan},
+            {"the shown dive goes out", 3, theShownDiveGoesOut},
+            {"dives of the list go out", 3, divesOfTheListGoOut},
             {"a picture is taken", 1, aPictureIsTaken},
             {"the play runs", 1, thePlayRuns},
             {"details are typed", 10, detailsAreTyped},

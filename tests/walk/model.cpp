@@ -99,6 +99,7 @@ QString Model::look() {
         [&] { return checkFiles(now); },
         [&] { return checkGasTable(now); },
         [&] { return checkDanFile(now); },
+        [&] { return checkOpenFile(now); },
         [&] { return checkDetails(now); },
         [&] { return checkViewer(now); },
         [&] { return checkList(now); },

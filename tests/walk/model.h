@@ -42,7 +42,10 @@ struct Expected {
     std::set<QString> arrived;     ///< names of files that came into `new` within the step
     QString gasTable;              ///< a file that the dive screen was told to save its gases as
     QString danFile;               ///< the same, for DAN
-    bool setupSent = false;        ///< the device's setup may change, to what the gas screen shows
+    QString openFile;              ///< into which dives were to go out whole, and which
+    QStringList exported;
+    bool exportTold = false; ///< a box spoke of it
+    bool setupSent = false;  ///< the device's setup may change, to what the gas screen shows
     std::optional<MergeEnd> merge;
     std::optional<MergeTurn> mergeTurn;
     bool mergeLeft = false;                ///< the merge screen goes
@@ -70,6 +73,8 @@ public:
     void typed(const QString& field, const QString& text);
     void setBuddies(const QStringList& buddies);
     const QStringList& buddies() const { return details_.buddies; }
+    /// Whether something typed in them is not stored.
+    bool hasTyped() const;
     QString detailsDive() const { return details_.diveid; }
     QString viewerDive() const { return viewer_.screen.isNull() ? QString() : viewer_.diveid; }
     const Snapshot& last() const { return last_; }
@@ -150,10 +155,10 @@ private:
     QString checkList(const Snapshot& now) const;
     QString checkGasTable(const Snapshot& now) const;
     QString checkDanFile(const Snapshot& now) const;
+    QString checkOpenFile(const Snapshot& now);
     QString checkSetup();
     void count(const Snapshot& now);
 
-    bool hasTyped() const;
     void storeTyped(Snapshot& own) const;
     Snapshot ownNow() const;
     static bool takeBack(Snapshot& own, const MergeAct& act);

@@ -75,6 +75,7 @@ void TestWalk::storeFoldersAndScreensFollowThePlainModel() {
                              "set aside",
                              "setup sent",
                              "taken back",
+                             "dives went out",
                              "details with the list",
                              "dives brought",
                              "details of another logbook",

@@ -148,6 +148,15 @@ platform::FlexGrid* World::list() {
     return reach<platform::FlexGrid>("rbmain", "MSFlexGrid1");
 }
 
+QStringList World::listed() {
+    QStringList dives;
+    const platform::FlexGrid* grid = list();
+    for (int row = 1; grid != nullptr && row < grid->rows(); ++row) {
+        dives += grid->text(row, 0);
+    }
+    return dives;
+}
+
 QStringList World::chosen() {
     QStringList dives;
     const platform::FlexGrid* grid = list();

@@ -58,7 +58,8 @@ public:
     static bool click(const char* screenName, const char* name);
     static bool trigger(const char* screenName, const char* entry);
     static platform::FlexGrid* list();
-    /// The dives of the blue rows of the list.
+    /// The dives of the list, and those of its blue rows.
+    static QStringList listed();
     static QStringList chosen();
     static bool clickRow(int row, Qt::KeyboardModifiers modifiers = {}, bool twice = false);
 
