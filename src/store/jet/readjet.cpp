@@ -3,6 +3,7 @@
 #include "store/jet/frames.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
@@ -23,9 +24,13 @@ QString& chosenReader() {
 }
 
 QString readerPath() {
-    return chosenReader().isEmpty()
-               ? QCoreApplication::applicationDirPath() + QStringLiteral("/benthor-readjet")
-               : chosenReader();
+    if (!chosenReader().isEmpty()) {
+        return chosenReader();
+    }
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString installed = QDir::cleanPath(folder + QStringLiteral("/../libexec/benthor/benthor-readjet"));
+    const QString beside = folder + QStringLiteral("/benthor-readjet");
+    return !QFileInfo(beside).isExecutable() && QFileInfo(installed).isExecutable() ? installed : beside;
 }
 
 class ReadingProgram : public JetRowSource {
