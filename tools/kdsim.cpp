@@ -252,12 +252,14 @@ void tell(QTextStream& out, KdPort& port, std::size_t& told, const QString& keep
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kdsim"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(BENTHOR_VERSION));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("A KD device in software. It stands as a serial port of a program folder (the link "
                        "ports/com<n> there)\n"
                        "until it is interrupted, and prints each command that it hears, with its time."));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The program folder."));
     parser.addOptions({kPort, kUnpaced, kDives, kThird, kProduct, kKeep, kSilent, kBreak, kDrop, kFlip,
                        kPieces, kDelay, kVanish, kUnasked, kLoader, kLarge, kBaud, kLoaderFault});

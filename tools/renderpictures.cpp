@@ -1,5 +1,6 @@
 // Renders each drawing of a folder to a BMP file of the same name in another folder, as the program folder
-// holds them: the panel's pictures, or with --logo monochrome logos for the device.
+// holds them: the panel's pictures, or with --logo monochrome logos for the device. With --icon it renders
+// one drawing to a PNG file, so many pixels wide and high, on nothing.
 
 #include <QDir>
 #include <QFileInfo>
@@ -43,14 +44,24 @@ QImage logo(QSvgRenderer& renderer) {
         .convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::ThresholdDither);
 }
 
-bool render(const QFileInfo& drawing, const QString& target, const Renderer& rendered) {
+QImage icon(QSvgRenderer& renderer, int pixels) {
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QImage image(pixels, pixels, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter, QRectF(image.rect()));
+    return image;
+}
+
+bool render(const QFileInfo& drawing, const QString& target, const char* format, const Renderer& rendered) {
     QSvgRenderer renderer(drawing.filePath());
     if (!renderer.isValid()) {
         QTextStream(stderr) << drawing.filePath() << " is no drawing that can be read\n";
         return false;
     }
     const QImage image = rendered(renderer);
-    if (!image.save(target, "BMP")) {
+    if (!image.save(target, format)) {
         QTextStream(stderr) << "cannot write " << target << '\n';
         return false;
     }
@@ -65,10 +76,18 @@ int main(int argc, char** argv) {
     }
     const QGuiApplication application(argc, argv);
     QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() == 5 && arguments.at(1) == QLatin1String("--icon")) {
+        const int pixels = arguments.at(2).toInt();
+        return pixels > 0 && render(QFileInfo(arguments.at(3)), arguments.at(4), "PNG",
+                                    [pixels](QSvgRenderer& renderer) { return icon(renderer, pixels); })
+                   ? 0
+                   : 1;
+    }
     const bool logos = arguments.removeAll(QStringLiteral("--logo")) > 0;
     if (arguments.size() != 3) {
         QTextStream(stderr)
-            << "usage: benthor-renderpictures [--logo] <folder of drawings> <folder for pictures>\n";
+            << "usage: benthor-renderpictures [--logo] <folder of drawings> <folder for pictures>\n"
+               "       benthor-renderpictures --icon <pixels> <drawing> <picture>\n";
         return 2;
     }
     const QDir source(arguments.at(1));
@@ -84,7 +103,7 @@ int main(int argc, char** argv) {
     }
     bool good = true;
     for (const QFileInfo& drawing : drawings) {
-        good = render(drawing, target.filePath(drawing.completeBaseName() + QStringLiteral(".bmp")),
+        good = render(drawing, target.filePath(drawing.completeBaseName() + QStringLiteral(".bmp")), "BMP",
                       logos ? logo : panelPicture) &&
                good;
     }

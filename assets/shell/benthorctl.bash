@@ -1,5 +1,5 @@
 # Completion of benthorctl for bash: source this file, or lay it into a folder that bash-completion reads, such as
-# ~/.local/share/bash-completion/completions, under the name "benthorctl".
+# ~/.local/share/bash-completion/completions, under the name "benthorctl". The package does that for everybody.
 
 _benthorctl_reply() { # words to choose from, between blanks
     mapfile -t COMPREPLY < <(compgen -W "$1" -- "$word")
