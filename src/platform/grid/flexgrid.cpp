@@ -1,6 +1,7 @@
 #include "platform/grid/flexgrid.h"
 
 #include "platform/grid/flexpaint.h"
+#include "platform/grid/gridaccess.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -12,6 +13,7 @@ namespace benthor::platform {
 FlexGrid::FlexGrid(QWidget* parent)
     : QTableView(parent)
     , cells_(new FlexModel(this)) {
+    tellReadersOfGrids();
     setModel(cells_);
     setItemDelegate(new CellDelegate(this));
     setSelectionMode(NoSelection);

@@ -106,6 +106,17 @@ public:
     void refreshSigns();
     static constexpr int gutterWidth = 24;
 
+    /// What a screen reader calls a row; "Row 3" where nothing was told.
+    void setRowNames(std::function<QString(int row)> function) { rowNames_ = std::move(function); }
+    QString rowName(int row) const;
+    /// What the row's sign and its told colour say, in words; empty where they say nothing.
+    QString rowWords(int row) const;
+    /// A blue row is a selected one.
+    bool isMarkedSelected(int row) const;
+    /// What a screen reader does to a cell: press is a plain click, "Open" a double click, and so on. Row 0
+    /// is the headings.
+    void actAt(int row, int col, const QString& action);
+
     /// Shown in the middle while there are no data rows.
     void setEmptyText(const QString& text);
     QString emptyText() const { return emptyText_; }
@@ -191,6 +202,7 @@ private:
     int sortSlot_ = -1;
     bool sortAscending_ = true;
     QString emptyText_;
+    std::function<QString(int)> rowNames_;
 };
 
 } // namespace benthor::platform
