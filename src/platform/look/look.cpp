@@ -1,5 +1,6 @@
 #include "platform/look/look.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/style/lookstyle.h"
 #include "platform/look/theme_p.h"
 
@@ -73,6 +74,7 @@ void apply(QApplication& application) {
     QToolTip::setFont(body());
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
     application.setWindowIcon(applicationIcon());
+    tellReaders();
 }
 
 void setInk(QWidget* widget, Ink ink) {

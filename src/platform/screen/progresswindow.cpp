@@ -44,6 +44,7 @@ void ProgressWindow::build(const QString& heading, const QString& words) {
     icon->setIconName(QStringLiteral("database"), 22);
     icon->setInk(look::Ink::Accent);
     icon->setFocusPolicy(Qt::NoFocus);
+    icon->setAttribute(Qt::WA_TransparentForMouseEvents);
     head->addWidget(icon);
     head->addWidget(look::makeHeading(heading));
     head->addStretch(1);

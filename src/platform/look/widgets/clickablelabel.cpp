@@ -22,8 +22,10 @@ constexpr int gapBehindIcon = 8;
 ClickableLabel::ClickableLabel(QWidget* parent)
     : ClickableLabel(QString(), parent) {}
 
+/// The text comes last: a screen reader that hears of it would take what is being made for a plain label.
 ClickableLabel::ClickableLabel(const QString& text, QWidget* parent)
-    : QLabel(text, parent) {
+    : QLabel(parent) {
+    setText(text);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);

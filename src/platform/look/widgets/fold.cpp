@@ -1,5 +1,6 @@
 #include "platform/look/widgets/fold.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 
@@ -20,6 +21,7 @@ public:
         setAttribute(Qt::WA_Hover);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         setFont(strong(look::body()));
+        look::setReaderOpen(this, false);
     }
 
     QSize sizeHint() const override {
@@ -28,6 +30,7 @@ public:
 
     void setOpen(bool open) {
         open_ = open;
+        look::setReaderOpen(this, open);
         update();
     }
 

@@ -1,5 +1,6 @@
 #include "platform/look/widgets/gauge.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 
@@ -18,6 +19,7 @@ constexpr int limitGap = 5;
 Gauge::Gauge(QWidget* parent)
     : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setReaderRole(this, QAccessible::Indicator);
 }
 
 void Gauge::setLit(quint32 mask) {

@@ -115,7 +115,7 @@ NumberLabel::NumberLabel(int px, QWidget* parent)
 
 void NumberLabel::setCaption(const QString& caption) {
     caption_ = caption;
-    setAccessibleDescription(caption);
+    setAccessibleName(caption);
     updateGeometry();
     update();
 }

@@ -1,5 +1,6 @@
 #include "platform/look/widgets/overlaycard.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 
@@ -23,6 +24,7 @@ OverlayCard::OverlayCard(QWidget* area, int width)
         layout->setRowStretch(side, 1);
         layout->setColumnStretch(side, 1);
     }
+    coverForReaders(this);
     card_->setRaised(true);
     card_->setMaximumWidth(scaled(width));
     // The card asks for its whole width and takes it wherever the area has it.
