@@ -28,8 +28,9 @@ void showBar(QProgressBar* bar, const Bar& value) {
     }
 }
 
-QProgressBar* makeBar(const char* name, int height) {
+QProgressBar* makeBar(const char* name, const char* told, int height) {
     auto* bar = named(new QProgressBar, name);
+    bar->setAccessibleName(QLatin1String(told));
     bar->setTextVisible(false);
     bar->setFixedHeight(look::scaled(height));
     bar->setValue(0);
@@ -43,11 +44,11 @@ ProgressCard::ProgressCard(QWidget* parent)
     , Label8_(named(new look::ClickableLabel(QStringLiteral("Send to KD")), "Label8"))
     , Label5_(named(new QLabel(QStringLiteral("SENDING")), "Label5"))
     , percent_(new look::NumberLabel(24))
-    , ProgressBar1_(makeBar("ProgressBar1", 20))
+    , ProgressBar1_(makeBar("ProgressBar1", "How much of the image is sent", 20))
     , count_(new QLabel)
     , next_(named(new QLabel, "next"))
-    , ProgressBar2_(makeBar("ProgressBar2", 8))
-    , ProgressBar3_(makeBar("ProgressBar3", 8))
+    , ProgressBar2_(makeBar("ProgressBar2", "Wait for the final tasks", 8))
+    , ProgressBar3_(makeBar("ProgressBar3", "Wait while the device programs itself again", 8))
     , Frame5_(
           waitFrame("Frame5", ProgressBar2_,
                     "Wait.. Performing final reprogramming tasks.. This will only take a minute or so..."))

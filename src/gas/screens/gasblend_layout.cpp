@@ -8,6 +8,7 @@
 #include "gas/screens/settingsform.h"
 #include "gas/setuptext.h"
 #include "gas/typing.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -205,6 +206,7 @@ QWidget* GasBlend::buildFoot() {
 QWidget* GasBlend::buildRefresh() {
     refresh_ = new QPushButton; // Picture1 with its caption, one to the eye
     refresh_->setFocusPolicy(Qt::NoFocus);
+    look::setReaderRole(refresh_, QAccessible::Grouping); // what is in it acts
     auto* inside = new QHBoxLayout(refresh_);
     inside->setContentsMargins(look::spaceSmall, 0, look::spaceSmall, 0);
     inside->setSpacing(look::spaceTight);

@@ -96,11 +96,12 @@ QWidget* GasGraph::buildPart(int index, const char* caption) {
     name->setFont(look::strong(look::body()));
     name->setMinimumWidth(look::scaled(22));
     row->addWidget(name);
-    const auto stepper = [this, index](const char* objectName, const char* icon, bool up) {
+    const auto stepper = [this, index, caption](const char* objectName, const char* icon, bool up) {
         auto* button = new QPushButton(look::icon(icon), QString());
         button->setObjectName(
             QStringLiteral("%1(%2)").arg(QLatin1String(objectName)).arg(kFirstStepper + index));
-        button->setAccessibleName(up ? QStringLiteral("More") : QStringLiteral("Less"));
+        button->setAccessibleName((up ? QStringLiteral("More ") : QStringLiteral("Less ")) +
+                                  QLatin1String(caption));
         button->setAutoRepeat(true);
         button->setFixedWidth(look::scaled(30));
         steppers_.push_back(button);
@@ -110,6 +111,7 @@ QWidget* GasGraph::buildPart(int index, const char* caption) {
     };
     auto* number = new look::NumberLabel(24);
     number->setAlignment(Qt::AlignCenter);
+    number->setAccessibleName(QLatin1String(caption));
     numbers_[static_cast<size_t>(index)] = number;
     row->addWidget(stepper("Command4", "remove", false));
     row->addWidget(number, 1);

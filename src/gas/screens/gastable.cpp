@@ -93,7 +93,11 @@ void GasTable::buildHead() {
 NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
     auto* box = new NumberBox(QLatin1String(tip));
     box->setObjectName(arrayName(name, row));
-    box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(QLatin1String(name)).arg(row));
+    static const QMap<Cell, QString> kinds{{Cell::O2, QStringLiteral("O2 per cent")},
+                                           {Cell::He, QStringLiteral("He per cent")},
+                                           {Cell::MOD, QStringLiteral("MOD")},
+                                           {Cell::PPO2, QStringLiteral("PPO2")}};
+    box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(kinds.value(kind)).arg(row));
     box->setAlignment(Qt::AlignRight);
     box->setFixedWidth(look::scaled(kind == Cell::MOD ? kDepthWidth : kCellWidth));
     box->setFont(look::numbers(13));
@@ -125,6 +129,7 @@ void GasTable::buildRow(int row) {
     one.Text4 = cell("Text4", row, Cell::PPO2, "Partial Pressure of oxygen at MOD");
     one.lblEan = new QLabel;
     one.lblEan->setObjectName(arrayName("lblEan", row));
+    one.lblEan->setAccessibleName(QStringLiteral("EAND of gas %1").arg(row));
     one.lblEan->setToolTip(QStringLiteral("Equivalent Air Narcossis depth"));
     one.lblEan->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     one.lblEan->setFont(look::numbers(13));

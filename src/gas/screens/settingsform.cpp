@@ -59,9 +59,18 @@ void SettingsForm::row(const char* caption, QWidget* control) {
     auto* across = new QHBoxLayout(line);
     across->setContentsMargins({});
     across->setSpacing(look::spaceTight);
-    across->addWidget(new QLabel(QLatin1String(caption)));
+    auto* label = new QLabel(QLatin1String(caption));
+    across->addWidget(label);
     across->addStretch(1);
     across->addWidget(control);
+    const QList<QComboBox*> inside = control->findChildren<QComboBox*>();
+    for (QComboBox* list : inside) {
+        list->setAccessibleName(QLatin1String(caption));
+    }
+    if (auto* list = inside.isEmpty() ? qobject_cast<QComboBox*>(control) : inside.first()) {
+        list->setAccessibleName(QLatin1String(caption));
+        label->setBuddy(list);
+    }
     column_->addWidget(line);
 }
 
@@ -98,10 +107,11 @@ QWidget* SettingsForm::stepper(int index, NumberBox* text) {
     auto* across = new QHBoxLayout(group);
     across->setContentsMargins({});
     across->setSpacing(2);
-    const auto button = [this, index](const char* name, const char* icon, bool up) {
+    const auto button = [this, index, text](const char* name, const char* icon, bool up) {
         auto* made = new QPushButton(look::icon(icon), QString());
         made->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index));
-        made->setAccessibleName(up ? QStringLiteral("More") : QStringLiteral("Less"));
+        made->setAccessibleName((up ? QStringLiteral("More: ") : QStringLiteral("Less: ")) +
+                                text->accessibleName());
         made->setAutoRepeat(true);
         made->setAutoDefault(false);
         made->setFixedWidth(look::scaled(24));

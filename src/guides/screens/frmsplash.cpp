@@ -1,6 +1,7 @@
 #include "guides/screens/frmsplash.h"
 
 #include "guides/screens/comealong.h"
+#include "platform/look/access/access.h"
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
@@ -34,6 +35,9 @@ frmSplash::frmSplash(bool maintain)
     frame->setCursor(Qt::PointingHandCursor);
     frame->installEventFilter(this);
     frame->setFocusPolicy(Qt::StrongFocus);
+    frame->setAccessibleName(QStringLiteral("Go on"));
+    look::setReaderRole(frame, QAccessible::Button);
+    look::setReaderAction(frame, QAccessibleActionInterface::pressAction(), [this] { handOver(); });
     auto* mark = new QLabel;
     mark->setPixmap(look::applicationIcon().pixmap(QSize(kMarkSize, kMarkSize), devicePixelRatio()));
     lblProductName_ = look::named(new QLabel, "lblProductName");

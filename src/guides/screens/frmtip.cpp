@@ -1,6 +1,7 @@
 #include "guides/screens/frmtip.h"
 
 #include "guides/screens/guidecard.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/programfolder.h"
@@ -42,6 +43,7 @@ void frmTip::buildLayout() {
     lblTipText_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     lblTipText_->setHoverMark(false);
     lblTipText_->setFocusPolicy(Qt::NoFocus); // the button beside does the same by key
+    look::tellAsText(lblTipText_);
     lblTipText_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     card->setPicture(Image1_);
     card->words()->addWidget(lblTipText_, 1);

@@ -1,5 +1,6 @@
 #include "link/screens/hudscale.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 
@@ -34,6 +35,7 @@ HudScale::HudScale(QWidget* parent)
     : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(words());
+    look::setReaderRole(this, QAccessible::Graphic);
 }
 
 void HudScale::setValues(const std::optional<Values>& values) {

@@ -1,5 +1,6 @@
 #include "link/screens/lamprow.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 #include "platform/screen/toldqcolor.h"
@@ -39,6 +40,7 @@ void Lamp::paintEvent(QPaintEvent* event) {
 LampRow::LampRow(QWidget* parent)
     : QWidget(parent) {
     setAccessibleName(QStringLiteral("Link activity"));
+    look::setReaderRole(this, QAccessible::Indicator);
     setToolTip(QStringLiteral("Moves while something comes from the device or is awaited"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
@@ -46,6 +48,7 @@ LampRow::LampRow(QWidget* parent)
     for (size_t i = 0; i < lamps_.size(); ++i) {
         lamps_.at(i) = new Lamp;
         lamps_.at(i)->setObjectName(QStringLiteral("AFShape1(%1)").arg(i));
+        look::hideFromReaders(lamps_.at(i)); // together they are one sign
         row->addWidget(lamps_.at(i));
     }
 }

@@ -39,6 +39,7 @@ template <class Box> Box* named(Box* box, const char* name, const char* accessib
 QComboBox* pickBox(const char* name, const char* accessibleName) {
     auto* box = named(new QComboBox, name, accessibleName);
     box->setEditable(true);
+    box->lineEdit()->setAccessibleName(box->accessibleName()); // it is what has the focus
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     box->setMinimumContentsLength(8);
@@ -48,7 +49,9 @@ QComboBox* pickBox(const char* name, const char* accessibleName) {
 QVBoxLayout* captioned(const QString& caption, QWidget* below, int stretch = 0) {
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
-    column->addWidget(look::makeCaption(caption));
+    QLabel* label = look::makeCaption(caption);
+    label->setBuddy(below);
+    column->addWidget(label);
     column->addWidget(below, stretch);
     return column;
 }
@@ -239,6 +242,9 @@ QWidget* rbdetails::buildDiver() {
     txtdivenote_ = notes("txtdivenote");
     txtsitenote_ = notes("txtsitenote", new SiteNote);
     txtcomments_ = notes("txtcomments");
+    txtdivenote_->setAccessibleName(QStringLiteral("Dive notes"));
+    txtsitenote_->setAccessibleName(QStringLiteral("Site notes"));
+    txtcomments_->setAccessibleName(QStringLiteral("Comments"));
 
     auto* form = new QGridLayout;
     form->setHorizontalSpacing(look::spaceBase);

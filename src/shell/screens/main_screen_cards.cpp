@@ -203,6 +203,7 @@ QHBoxLayout* MainScreen::makeProgressHead() {
     icon->setIconName(QStringLiteral("database"), 22);
     icon->setInk(look::Ink::Accent);
     icon->setFocusPolicy(Qt::NoFocus);
+    icon->setAttribute(Qt::WA_TransparentForMouseEvents);
     head->addWidget(icon);
     head->addWidget(look::makeHeading(QStringLiteral("Database Update")));
     head->addStretch(1);

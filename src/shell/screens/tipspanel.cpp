@@ -1,5 +1,6 @@
 #include "shell/screens/tipspanel.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/pictures.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -54,6 +55,7 @@ TipsPanel::TipsPanel(QWidget* parent)
     tip_->setWordWrap(true);
     tip_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     tip_->setHoverMark(false);
+    look::tellAsText(tip_);
     for (ClickableLabel* label : {Image4_, tip_}) {
         label->setFocusPolicy(Qt::NoFocus);
         connect(label, &ClickableLabel::clicked, this, &TipsPanel::nextWanted);

@@ -1,6 +1,7 @@
 #include "viewer/screens/alarmstripview.h"
 
 #include "platform/chart/chart.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/screen/toldqcolor.h"
 
@@ -52,6 +53,7 @@ AlarmStripView::AlarmStripView(platform::Chart& chart, QWidget* parent)
     , chart_(chart) {
     setFixedHeight(look::scaled(kHeight));
     setAccessibleName(QStringLiteral("Alarms and marks"));
+    look::setReaderRole(this, QAccessible::Graphic);
     setToolTip(QStringLiteral("Alarms and marks of the dive. A click goes to the sample there."));
     setCursor(Qt::PointingHandCursor);
     chart.installEventFilter(this);

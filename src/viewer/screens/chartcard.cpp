@@ -1,6 +1,7 @@
 #include "viewer/screens/chartcard.h"
 
 #include "platform/chart/chart.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "viewer/screens/alarmstripview.h"
 #include "viewer/screens/curvestyle.h"
@@ -48,6 +49,7 @@ QWidget* ChartCard::makePage() {
     MSChart1 = new platform::Chart;
     MSChart1->setObjectName(QStringLiteral("MSChart1"));
     MSChart1->setAccessibleName(QStringLiteral("Chart of the dive"));
+    look::setReaderRole(MSChart1, QAccessible::Chart);
     MSChart1->setFocusPolicy(Qt::StrongFocus);
     MSChart1->setEdgeCursor(true); // for the samples behind the last page
     MSChart1->hide();

@@ -36,7 +36,7 @@ void DiveMenus::makeFileMenu(QMenu* menu) {
     menu->addSeparator();
     add(menu, "mnudivesavecsv", "Save as &CSV...", DiveAct::SaveCsv)
         ->setShortcut(QKeySequence(QKeySequence::Save));
-    add(menu, "mnudivedan", "Save for &DAN (.zxu)...", DiveAct::SaveDan);
+    add(menu, "mnudivedan", "Save for DA&N (.zxu)...", DiveAct::SaveDan);
     menu->addSeparator();
     add(menu, "mnufullzxu", "Export full profile (.&zxu)...", DiveAct::SaveFullZxu);
     add(menu, "mnufullcsv", "Export &full profile (.csv)...", DiveAct::SaveFullCsv);

@@ -1,6 +1,7 @@
 #include "viewer/screens/gasstripview.h"
 
 #include "platform/chart/chart.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 
 #include <QHelpEvent>
@@ -22,6 +23,7 @@ GasStripView::GasStripView(const platform::Chart& chart, QWidget* parent)
     , chart_(chart) {
     setFixedHeight(look::scaled(kHeight));
     setAccessibleName(QStringLiteral("Gases"));
+    look::setReaderRole(this, QAccessible::Graphic);
 }
 
 void GasStripView::setStrip(GasStrip strip, platform::RowRange view) {

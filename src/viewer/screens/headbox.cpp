@@ -40,6 +40,7 @@ HeadBox::HeadBox(const QString& name, const QString& caption, const QString& uni
     column->setContentsMargins({});
     column->setSpacing(1);
     QLabel* above = look::makeCaption(caption);
+    above->setBuddy(value_);
     above->setIndent(kInset); // above the text, not above the edge of its box
     column->addWidget(above);
     auto* line = new QHBoxLayout;
@@ -59,6 +60,7 @@ void HeadBox::setValue(const QString& text) {
 
 void HeadBox::setUnit(const QString& text) {
     unit_->setText(text);
+    value_->setAccessibleDescription(text);
     showUnit();
 }
 

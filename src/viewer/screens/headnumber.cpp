@@ -1,5 +1,6 @@
 #include "viewer/screens/headnumber.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 
 #include <QHBoxLayout>
@@ -21,8 +22,12 @@ HeadNumber::HeadNumber(const QString& name, const QString& caption, const QStrin
     column->setContentsMargins({});
     column->setSpacing(1);
     if (!caption.isEmpty()) {
-        column->addWidget(look::makeCaption(caption));
+        QLabel* above = look::makeCaption(caption);
+        look::hideFromReaders(above); // the value is called by it
+        column->addWidget(above);
     }
+    look::hideFromReaders(unit_);
+    look::setReaderUnit(value_, unit);
     auto* line = new QHBoxLayout;
     line->setSpacing(kGapBeforeUnit);
     line->addWidget(value_, 0, Qt::AlignBottom);
@@ -40,6 +45,7 @@ void HeadNumber::setValue(const QString& text) {
 
 void HeadNumber::setUnit(const QString& text) {
     unit_->setText(text);
+    look::setReaderUnit(value_, text);
     unit_->setVisible(!text.isEmpty() && !value_->text().isEmpty());
 }
 

@@ -1,10 +1,12 @@
 #include "viewer/screens/instrumentpanel.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/series.h"
 #include "platform/look/widgets/gauge.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/screen/toldqcolor.h"
+#include "platform/textformat.h"
 #include "viewer/screens/headnumber.h"
 #include "viewer/screens/maskpanel.h"
 
@@ -24,10 +26,33 @@ constexpr int kRowNumber = 16; ///< size of the numbers in the rows of gauges
 constexpr int kSmallNumber = 15;
 constexpr int kAlarmHeight = 64;
 
-Gauge* makeGauge(const char* name) {
+Gauge* makeGauge(const char* name, const char* told) {
     auto* gauge = new Gauge;
     gauge->setObjectName(QLatin1String(name));
+    gauge->setAccessibleName(QLatin1String(told));
     return gauge;
+}
+
+// What all bars of a gauge stand for.
+constexpr double kMostOxygen = 1.4 * kGaugeBars / 10;     ///< bar
+constexpr double kMostPressure = 210.0 * kGaugeBars / 10; ///< bar
+constexpr double kMostStress = 100.0 * kGaugeBars / 12;   ///< per cent
+constexpr double kPsiPerBar = 14.7;
+
+/// What a gauge says to those who do not see its bars; nothing while there is no value.
+void tellGauge(Gauge& gauge, const QString& value, double most, const QString& unit) {
+    if (value.isEmpty()) {
+        look::setReading(&gauge, std::nullopt);
+        return;
+    }
+    const double number = platform::leadingNumber(QStringView(value));
+    const bool ownUnit = value.endsWith(unit);
+    look::setReading(&gauge, look::Reading{.value = number,
+                                           .least = 0,
+                                           .most = most,
+                                           .words = ownUnit ? value : value + u' ' + unit});
+    gauge.setAccessibleDescription(
+        QStringLiteral("0 to %1 %2").arg(QString::number(most, 'f', most < 10 ? 2 : 0), unit));
 }
 
 /// Keeps its room while it is hidden: the instruments below it don't jump.
@@ -134,8 +159,11 @@ QWidget* InstrumentPanel::makeOxygen() {
     grid->setColumnStretch(2, 1);
     Label21_0 = keepingRoom(look::makeCaption(QStringLiteral("average")));
     Label21_0->setObjectName(QStringLiteral("Label21(0)"));
+    look::hideFromReaders(Label21_0);
     lblppo2avg = keepingRoom(makeRowNumber("lblppo2avg"));
-    Shape12 = makeGauge("Shape12");
+    Shape12 = makeGauge("Shape12", "Average PPO2 gauge");
+    lblppo2avg->setAccessibleName(QStringLiteral("Average PPO2"));
+    look::setReaderUnit(lblppo2avg, QStringLiteral("bar"));
     Shape8[4] = groundOf(Shape12, 4);
     grid->addWidget(Label21_0, 0, 0);
     grid->addWidget(lblppo2avg, 0, 1);
@@ -152,10 +180,14 @@ QWidget* InstrumentPanel::makeOxygen() {
     const auto addCell = [&](int index, const char* caption, const char* name, const char* gaugeName,
                              const char* source, QLabel*& number, Gauge*& gauge) {
         number = makeRowNumber(name);
-        gauge = makeGauge(gaugeName);
+        const QString cell = QLatin1String(caption);
+        number->setAccessibleName(cell);
+        look::setReaderUnit(number, QStringLiteral("bar"));
+        gauge = makeGauge(gaugeName, qPrintable(cell + QStringLiteral(" gauge")));
         Shape8[static_cast<std::size_t>(index)] = groundOf(gauge, index);
         QLabel* text = look::makeCaption(QLatin1String(caption));
         text->setMinimumWidth(Label21_0->sizeHint().width());
+        look::hideFromReaders(text); // the value is called by it
         for (QLabel* label : {text, number}) {
             label->setToolTip(QLatin1String(source));
         }
@@ -195,6 +227,7 @@ QWidget* InstrumentPanel::makeCeiling() {
     stress->setSpacing(1);
     Label21_1 = keepingRoom(look::makeCaption(QStringLiteral("Tissue Stress")));
     Label21_1->setObjectName(QStringLiteral("Label21(1)"));
+    look::hideFromReaders(Label21_1);
     Label21_1->setAlignment(Qt::AlignRight);
     Text7 = keepingRoom(new look::NumberLabel(24));
     Text7->setObjectName(QStringLiteral("Text7"));
@@ -203,7 +236,8 @@ QWidget* InstrumentPanel::makeCeiling() {
     stress->addWidget(Text7);
     row->addLayout(stress);
     column->addLayout(row);
-    Shape6 = keepingRoom(makeGauge("Shape6"));
+    Shape6 = keepingRoom(makeGauge("Shape6", "Tissue stress gauge"));
+    Text7->setAccessibleName(Label21_1->text());
     Shape6->setLimit(0);
     Shape8[0] = groundOf(Shape6, 0);
     column->addWidget(Shape8[0]);
@@ -246,12 +280,14 @@ QWidget* InstrumentPanel::makeSupply(const char* caption, const char* name, cons
     row->setSpacing(look::spaceSmall);
     auto* text = look::makeCaption(QLatin1String(caption));
     text->setMinimumWidth(look::scaled(44));
+    look::hideFromReaders(text); // the value is called by it
     row->addWidget(text);
     number = new HeadNumber(QLatin1String(name), QString(), QStringLiteral("bar"));
     number->setNumberSize(kRowNumber);
     number->setMinimumWidth(look::scaled(64));
     row->addWidget(number);
-    gauge = makeGauge(gaugeName);
+    gauge = makeGauge(gaugeName, qPrintable(QLatin1String(caption) + QStringLiteral(" gauge")));
+    number->value()->setAccessibleName(QLatin1String(caption));
     gauge->setLimit(0);
     row->addWidget(gauge, 1);
     mask(index) = new MaskPanel(QStringLiteral("Frame4(%1)").arg(index),
@@ -295,6 +331,14 @@ void InstrumentPanel::showState(const PanelState& state, bool feet) {
     Shape10->setLit(state.Shape10);
     Shape11->setLit(state.Shape11);
     Shape12->setLit(state.Shape12);
+    const double mostPressure = feet ? kMostPressure * kPsiPerBar : kMostPressure;
+    tellGauge(*Shape5, state.Lbldhpo2, mostPressure, pressure);
+    tellGauge(*Shape7, state.lblhpddip, mostPressure, pressure);
+    tellGauge(*Shape9, state.Lbldcella, kMostOxygen, QStringLiteral("bar"));
+    tellGauge(*Shape10, state.Lbldcellb, kMostOxygen, QStringLiteral("bar"));
+    tellGauge(*Shape11, state.Lbldcellc, kMostOxygen, QStringLiteral("bar"));
+    tellGauge(*Shape12, state.lblppo2avg, kMostOxygen, QStringLiteral("bar"));
+    tellGauge(*Shape6, state.Text7, kMostStress, QStringLiteral("%"));
     for (std::size_t index = 0; index < Shape8.size(); ++index) {
         Shape8[index]->setVisible(state.Shape8[index]);
     }

@@ -1,5 +1,6 @@
 #include "viewer/screens/legendstrip.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 
 #include <QPainter>
@@ -25,6 +26,7 @@ LegendStrip::LegendStrip(QWidget* parent)
     : QWidget(parent) {
     setFixedHeight(look::scaled(kHeight));
     setAccessibleName(QStringLiteral("Legend"));
+    look::setReaderRole(this, QAccessible::Graphic);
 }
 
 void LegendStrip::setEntries(QList<LegendEntry> entries) {

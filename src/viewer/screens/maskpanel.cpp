@@ -1,5 +1,6 @@
 #include "viewer/screens/maskpanel.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 
 #include <QEvent>
@@ -12,6 +13,8 @@ MaskPanel::MaskPanel(const QString& name, const QString& words, QWidget* instrum
     , words_(words) {
     setObjectName(name);
     setAccessibleName(words);
+    look::setReaderRole(this, QAccessible::StaticText);
+    look::coverForReaders(this);
     instrument->installEventFilter(this);
     raise();
 }

@@ -94,6 +94,7 @@ void rbinterface::makeGrid() {
     MSFlexGrid1 = new platform::FlexGrid;
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1->setAccessibleName(QStringLiteral("Samples of the dive"));
+    MSFlexGrid1->setRowNames([](int row) { return QStringLiteral("Sample %1").arg(row); });
     MSFlexGrid1->setEmptyText(QStringLiteral("No samples"));
     gridCard_->body()->addWidget(MSFlexGrid1);
     MSFlexGrid2 = new platform::FlexGrid(this);
