@@ -4,10 +4,12 @@
 #include "platform/look/widgets/seriesbox.h"
 #include "viewer/screens/curvestyle.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace benthor::viewer {
@@ -32,7 +34,9 @@ constexpr int kFirstCheck = 1;
 constexpr int kLastCheck = 14;
 constexpr int kSticks = 3;
 /// Of the right margin: a scroll bar stands there and cuts nothing.
-constexpr int kScrollRoom = 10;
+int scrollRoom() {
+    return QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
 
 } // namespace
 
@@ -40,7 +44,7 @@ SeriesColumn::SeriesColumn(QWidget* parent)
     : Card(parent) {
     content_ = new QWidget;
     column_ = new QVBoxLayout(content_);
-    column_->setContentsMargins(0, 0, kScrollRoom, 0);
+    column_->setContentsMargins(0, 0, scrollRoom(), 0);
     addGroup(QStringLiteral("Dive"), {{1},
                                       {2, Swatch::Step, "Number of the gas breathed"},
                                       {4, Swatch::Diamond, "Marks set during the dive", 0, "Mark"},
@@ -67,7 +71,7 @@ SeriesColumn::SeriesColumn(QWidget* parent)
     area->setFocusPolicy(Qt::NoFocus);
     area->viewport()->setAutoFillBackground(false);
     content_->setAutoFillBackground(false);
-    body()->setContentsMargins(look::spaceBase, look::spaceBase, look::spaceBase - kScrollRoom,
+    body()->setContentsMargins(look::spaceBase, look::spaceBase, std::max(0, look::spaceBase - scrollRoom()),
                                look::spaceBase);
     body()->addWidget(area);
     setDense(false);

@@ -20,6 +20,7 @@ public:
     void setNames(const char* button, const char* picture, const char* label);
     /// Between Small and Icon, for narrow windows.
     void setKind(Kind kind);
+    Kind kind() const { return kind_; }
     /// The width that the button needs as one of that kind.
     int widthAs(Kind kind) const;
     void setPictureShown(bool shown);
