@@ -1,5 +1,7 @@
 #include "platform/chart/chart.h"
 
+#include "platform/look/style/paint.h"
+
 #include "platform/chart/chartlayers.h"
 
 namespace benthor::platform {
@@ -264,6 +266,10 @@ void Chart::redrawIfStale() {
 void Chart::paintEvent(QPaintEvent* event) {
     redrawIfStale();
     QCustomPlot::paintEvent(event);
+    if (hasFocus()) {
+        QPainter painter(this);
+        look::drawFocusRing(&painter, rect());
+    }
 }
 
 void Chart::resizeEvent(QResizeEvent* event) {

@@ -3,6 +3,7 @@
 #include "platform/look/tokens.h"
 #include "platform/look/widgets/card.h"
 #include "viewer/divesession.h"
+#include "viewer/divewords.h"
 #include "viewer/screens/chartpicture.h"
 #include "viewer/screens/viewerstate.h"
 
@@ -42,6 +43,13 @@ public:
     /// What a change of the view has left to be shown, with strip, cursor and tip box of the sample.
     void show(ViewChange change);
     void showStrip();
+    /// The chart says the dive in sentences to those who do not see it, and the current row as its value.
+    void tellDive();
+    void tellSample();
+    /// The same row said aloud: the user has gone there.
+    void announceSample();
+    /// The alarms of the current row said aloud, where the row before had others.
+    void announceAlarms();
     /// Cursor and tip box at the current row.
     void placeCursor();
     void setTip(const PointTip& tip);
@@ -84,6 +92,7 @@ private:
     void plotgasstrip();
     void showLegend();
     void endExercise();
+    ToldDive toldDive() const;
     void placeTip();
     look::Theme chartTheme() const;
 
@@ -91,6 +100,7 @@ private:
     Around around_;
     ChartScheme scheme_ = ChartScheme::Theme;
     bool ownScale_ = false;
+    QString alarmsTold_;
     bool keepsSample_ = false; ///< the release that follows a double click picks no sample
 
     QStackedWidget* pages_;

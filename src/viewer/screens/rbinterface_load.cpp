@@ -140,6 +140,7 @@ void rbinterface::showDive() {
     }
     chart_->showChart();
     chart_->hideTip();
+    chart_->tellDive();
 }
 
 void rbinterface::checkUnit() {

@@ -75,11 +75,13 @@ void rbinterface::showpointtip(int row) {
     chart_->setTip(session_.tip(series.boxes(), check3));
     panelView_->showState(session_.panel(), session_.feet());
     chart_->placeCursor();
+    chart_->tellSample();
 }
 
 void rbinterface::goTo(std::optional<int> row) {
     if (row) {
         selectrow(*row);
+        chart_->announceSample();
     }
 }
 
@@ -128,6 +130,7 @@ void rbinterface::Timer3_tick() {
     playbar_->showPlaying(true);
     playbar_->showSpeed(session_.playspeed());
     selectrow(session_.played());
+    chart_->announceAlarms();
 }
 
 } // namespace benthor::viewer
