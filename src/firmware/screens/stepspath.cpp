@@ -1,6 +1,7 @@
 #include "firmware/screens/stepspath.h"
 
 #include "link/screens/showing.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 #include "platform/look/widgets/status.h"
@@ -145,7 +146,10 @@ void StepsPath::sync(const std::array<Lamp, 5>& lamps, const std::array<QString,
     for (size_t index = 0; index < lamps.size(); ++index) {
         const Lamp& lamp = lamps.at(index);
         look::StatusChip* chip = chips_.at(index);
-        showText(chip, lamp.text);
+        if (chip->text() != lamp.text) {
+            chip->setText(lamp.text);
+            look::announce(this, chip->accessibleName() + QStringLiteral(": ") + lamp.text);
+        }
         const QColor colour = platform::toQColor(lamp.colour);
         if (chip->toldBackground() != colour) {
             chip->setToldBackground(colour);

@@ -2,6 +2,7 @@
 
 #include "link/screens/lamprow.h"
 #include "link/screens/showing.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -171,6 +172,7 @@ void LinkHead::sync(const LinkState& link) {
     if (AFLabel3_->text() != link.AFLabel3.text) {
         AFLabel3_->setText(link.AFLabel3.text);
         AFLabel3_->setIconName(iconOf(link.AFLabel3.text));
+        look::announce(this, AFLabel3_->accessibleName() + QStringLiteral(": ") + link.AFLabel3.text);
     }
     const QColor colour = platform::toQColor(link.AFLabel3.colour);
     if (AFLabel3_->toldBackground() != colour) {

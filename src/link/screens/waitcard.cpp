@@ -1,5 +1,6 @@
 #include "link/screens/waitcard.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/activitysweep.h"
 #include "platform/look/widgets/card.h"
@@ -80,8 +81,13 @@ void WaitCard::setShown(bool shown) {
         sweep_->restart();
         bytes_->setText(QStringLiteral("0"));
         tellSilence();
+    } else {
+        look::announce(this, QStringLiteral("The transfer has ended; %1 bytes received").arg(received_));
     }
     setVisible(shown);
+    if (shown) {
+        look::announce(this, words_->text().simplified());
+    }
 }
 
 void WaitCard::setWords(const QString& text) {
@@ -94,6 +100,7 @@ void WaitCard::setWords(const QString& text) {
 void WaitCard::setPlace(const QString& place) {
     if (place_->text() != place) {
         place_->setText(place);
+        look::announce(this, place);
     }
 }
 

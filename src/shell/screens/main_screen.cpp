@@ -2,6 +2,7 @@
 
 #include "divefiles/importer.h"
 #include "link/linkstatus.h"
+#include "platform/look/access/access.h"
 #include "platform/look/pictures.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
@@ -263,11 +264,16 @@ void MainScreen::showHint(const QString& hint) {
 
 void MainScreen::showLinkStatus() {
     const link::LinkStatus& link = neighbours_.linkStatus();
+    const QString before = lblstatus_->text();
     if (link.isDownloading()) {
         lblstatus_->setText(QStringLiteral("Downloading"));
     } else {
         lblstatus_->setText(link.caption());
         lblstatus_->setToldColour(platform::toQColor(link.captionColour()));
+    }
+    // On the link screen it is said there.
+    if (lblstatus_->text() != before && isActiveWindow()) {
+        look::announce(this, QStringLiteral("Device link: ") + lblstatus_->text());
     }
 }
 

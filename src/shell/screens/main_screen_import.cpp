@@ -4,6 +4,7 @@
 #include "divefiles/waitingfiles.h"
 #include "link/linkstatus.h"
 #include "logbook/acts.h"
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
@@ -120,6 +121,8 @@ public:
         screen_.lblcopying_->hide();
         screen_.Frame2_->hide();
         screen_.stopimport_->setEnabled(false);
+        look::announce(&screen_,
+                       QStringLiteral("The import has ended: %1 of %2 files").arg(stored_).arg(files_));
     }
 
 private:

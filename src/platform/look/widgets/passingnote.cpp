@@ -1,5 +1,6 @@
 #include "platform/look/widgets/passingnote.h"
 
+#include "platform/look/access/access.h"
 #include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 
@@ -32,6 +33,7 @@ PassingNote::PassingNote(QWidget& window, const QString& text)
 void PassingNote::tell(QWidget& window, const QString& text) {
     clear(window);
     new PassingNote(window, text); // the window's
+    announce(&window, text);
 }
 
 void PassingNote::clear(QWidget& window) {
