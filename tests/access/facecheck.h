@@ -26,6 +26,9 @@ QList<QWidget*> tabRound(QWidget* window);
 /// against the order of reading.
 QStringList faultsOfTabOrder(QWidget* window);
 
+/// Stops of the round at which one does not see where one is: with the focus they look as without it.
+QStringList faultsOfFocus(QWidget* window);
+
 /// Whether an overlay lies over the widget, which takes its mouse and its keys.
 bool isOverlaid(const QWidget* widget);
 

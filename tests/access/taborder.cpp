@@ -3,7 +3,9 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
-#include <QScrollArea>
+#include <QImage>
+#include <QPointer>
+#include <QTest>
 #include <QWidget>
 
 namespace benthor::tests {
@@ -87,6 +89,37 @@ QStringList faultsOfTabOrder(QWidget* window) {
             isBefore(placeOf(later, window), placeOf(earlier, window))) {
             faults += QStringLiteral("Tab leads back from %1 to %2").arg(tell(earlier), tell(later));
         }
+    }
+    return faults;
+}
+
+QStringList faultsOfFocus(QWidget* window) {
+    constexpr int kAround = 12; // a row may show the focus of what lies in it
+    QStringList faults;
+    const QPointer<QWidget> before = window->focusWidget();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window)) {
+        return {QStringLiteral("the window does not become active")};
+    }
+    for (QWidget* stop : tabRound(window)) {
+        if (QWidget* has = window->focusWidget()) {
+            has->clearFocus();
+        }
+        const auto look = [window, stop] {
+            QWidget* shown = stop->parentWidget() != nullptr && !stop->parentWidget()->isWindow()
+                                 ? stop->parentWidget()
+                                 : stop;
+            const QRect place(stop->mapTo(shown, QPoint()), stop->size());
+            return shown->grab(place.adjusted(-kAround, -kAround, kAround, kAround)).toImage();
+        };
+        const QImage without = look();
+        stop->setFocus(Qt::TabFocusReason);
+        if (stop->hasFocus() && look() == without) {
+            faults += QStringLiteral("the focus is not seen on %1").arg(tell(stop));
+        }
+    }
+    if (before != nullptr) {
+        before->setFocus();
     }
     return faults;
 }

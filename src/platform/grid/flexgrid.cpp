@@ -143,9 +143,13 @@ void FlexGrid::setEmptyText(const QString& text) {
 
 void FlexGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    if (hasFocus() && row_ == 0) { // there is no current cell to show it
+        painter.setPen(QPen(colours_.accent, 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+    }
     if (rows() > 1 || emptyText_.isEmpty())
         return;
-    QPainter painter(viewport());
     painter.setPen(colours_.headerText);
     painter.drawText(viewport()->rect().adjusted(24, 12, -24, -12), Qt::AlignCenter | Qt::TextWordWrap,
                      emptyText_);

@@ -2,6 +2,7 @@
 
 #include "platform/look/style/paint.h"
 
+#include <QFocusEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -23,6 +24,21 @@ void Card::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     drawPanel(&painter, rect(), tokens().surface, raised_ ? tokens().edge : tokens().line);
+    if (ring_) {
+        drawFocusRing(&painter, rect());
+    }
+}
+
+/// A card that takes the keyboard by itself shows it once the user goes on by Tab.
+void Card::focusInEvent(QFocusEvent* event) {
+    ring_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    update();
+}
+
+void Card::focusOutEvent(QFocusEvent* event) {
+    Q_UNUSED(event)
+    ring_ = false;
+    update();
 }
 
 Pane::Pane(Qt::Edges lines, QWidget* parent)

@@ -20,8 +20,11 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    bool ring_ = false;
     QVBoxLayout* body_;
     bool raised_ = false;
 };
