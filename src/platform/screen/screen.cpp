@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
+#include <QWindow>
 
 namespace benthor::platform {
 
@@ -171,6 +173,28 @@ void Screen::restorePlace() {
     const QRect remembered = ownPlace() ? QRect(*ownPlace(), firstSize())
                                         : userSettings().rectangle(QStringLiteral("Windows"), objectName());
     setGeometry(windowPlace(remembered, firstSize(), areas));
+    for (const int wait : {50, 250, 1000}) { // milliseconds until a window manager has made the frame
+        QTimer::singleShot(wait, this, &Screen::keepFrameInside);
+    }
+}
+
+/// The place is that of the window without its frame, which the window manager adds some time after the
+/// window is seen: on a low display the title bar would be above it. Where no place can be set nothing
+/// happens.
+void Screen::keepFrameInside() {
+    if (framed_ || !isVisible() || windowHandle() == nullptr || isMaximized() || isFullScreen() ||
+        isMinimized()) {
+        return;
+    }
+    const QMargins frame = windowHandle()->frameMargins();
+    framed_ = !frame.isNull(); // from now on it stands where the user has it
+    QList<QRect> areas;
+    for (const QScreen* display : QGuiApplication::screens()) {
+        areas += display->availableGeometry().marginsRemoved(frame);
+    }
+    if (const QRect place = windowPlace(geometry(), firstSize(), areas); place != geometry()) {
+        setGeometry(place);
+    }
 }
 
 void Screen::rememberPlace() const {

@@ -86,10 +86,12 @@ private:
     enum class State { New, Loaded, Unloaded };
 
     void restorePlace();
+    void keepFrameInside();
     void rememberPlace() const;
 
     State state_ = State::New;
     bool placed_ = false;
+    bool framed_ = false; ///< the frame stands where it can be seen
     int routines_ = 0;
     QElapsedTimer painted_;
 };

@@ -93,6 +93,7 @@ private slots:
     void aWindowOpensInTheMiddleAtFirst();
     void aWindowComesBackWhereItWas();
     void noWindowOpensOffTheDisplay();
+    void theFrameOfAWindowComesToStandOnTheDisplay();
     void aWindowIsNeverLargerThanItsDisplay();
 
 private:
@@ -249,6 +250,25 @@ void TestScreen::noWindowOpensOffTheDisplay() {
     const QList<QRect> one{QRect(0, 0, 1000, 800)};
     QCOMPARE(windowPlace({5000, 5000, 400, 200}, {1, 1}, one), QRect(600, 600, 400, 200));
     QCOMPARE(windowPlace({-300, -50, 400, 200}, {1, 1}, one), QRect(0, 0, 400, 200));
+}
+
+/// The system of windows adds the frame; here it is two pixels wide.
+void TestScreen::theFrameOfAWindowComesToStandOnTheDisplay() {
+    userSettings().setRectangle(QStringLiteral("Windows"), QStringLiteral("Sample"), {0, 0, 300, 200});
+    ScreenSlot<Sample> slot([] { return new Sample; });
+    slot.show();
+    Sample& screen = slot.get();
+    QVERIFY(screen.frameGeometry().top() < screen.geometry().top());
+    const QRect display = screen.screen()->availableGeometry();
+    QTRY_VERIFY2(display.contains(screen.frameGeometry()), "the frame is beside the display");
+    QCOMPARE(screen.geometry().size(), QSize(300, 200));
+    QTest::qWait(100);                      // until the frame has been seen to
+    screen.setGeometry(-40, -30, 300, 200); // what a user does afterwards stays
+    QCoreApplication::processEvents();
+    const QRect moved = screen.geometry();
+    QVERIFY(!display.contains(moved));
+    QTest::qWait(1100);
+    QCOMPARE(screen.geometry(), moved);
 }
 
 void TestScreen::aWindowIsNeverLargerThanItsDisplay() {
