@@ -47,12 +47,18 @@ struct FolderPlaces {
 FolderPlaces folderPlaces();
 
 /// Where the program folder is or would be: the executable's own where it holds a store or can be written,
-/// otherwise the data folder. Nothing is made.
+/// otherwise the data folder. The folder "bin" of an installation is a program folder only where it holds a
+/// store: it is other programs' as well. Nothing is made.
 ProgramFolder findProgramFolder(const FolderPlaces& places);
 
-/// The program folder: the executable's own where it holds a store or can be written; otherwise the data
-/// folder, which is made and filled as a whole, for its owner alone, on its first use. `error` says why it
-/// could not be made; the folder is then returned all the same, and nothing stands in its place.
+/// The same, and the data folder is made and filled as a whole, for its owner alone, on its first use: where
+/// it is not there, or is empty. `error` says why it could not be made; the folder is then returned all the
+/// same, and nothing stands in its place.
 ProgramFolder locateProgramFolder(const FolderPlaces& places, FileResult& error);
+
+/// The program folder that the user chose; a relative one is looked for from the current folder. One that
+/// holds anything is taken as it is. One that is not there, or is empty, is made and filled as a whole.
+/// `error` says why it could not be, or why it cannot be used.
+ProgramFolder takeProgramFolder(const QString& chosen, const FolderPlaces& places, FileResult& error);
 
 } // namespace benthor::platform
