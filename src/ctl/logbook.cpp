@@ -90,7 +90,7 @@ WriteLogbook::WriteLogbook(ProgramFolder folder)
     : folder_(std::move(folder)) {
     requireStore(folder_);
     requireWritable();
-    lock_ = std::make_unique<platform::InstanceLock>(folder_.root());
+    lock_ = std::make_unique<platform::InstanceLock>(folder_.root(), QByteArrayLiteral("benthorctl"));
     if (!lock_->held()) {
         throw Failure(kUnusable,
                       QStringLiteral("Benthor is open on the folder %1, or another benthorctl writes there. "

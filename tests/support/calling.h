@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/instancecall.h"
+
+#include <QThread>
+
+#include <chrono>
+#include <memory>
+
+namespace benthor::tests {
+
+/// A call on a thread of its own; the answer stands when it is finished.
+class Call {
+public:
+    Call(const QString& folder, const QString& file,
+         std::chrono::milliseconds patience = std::chrono::seconds(20))
+        : thread_(QThread::create(
+              [this, folder, file, patience] { answer_ = platform::callInstance(folder, file, patience); })) {
+        thread_->start();
+    }
+    ~Call() { thread_->wait(); }
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    bool isOver() const { return thread_->isFinished(); }
+    platform::CallAnswer answer() const {
+        thread_->wait();
+        return answer_;
+    }
+
+private:
+    platform::CallAnswer answer_;
+    std::unique_ptr<QThread> thread_;
+};
+
+} // namespace benthor::tests
