@@ -112,6 +112,10 @@ void chooseimage(ReprogState& state, const QString& path) {
     refreshchecksums(state);
 }
 
+bool takesimage(const ReprogState& state) {
+    return !state.sending && state.awaited.isEmpty() && state.sendstate <= 0;
+}
+
 void Command7_click(ReprogState& state, ReprogHost& host) {
     const QString path = host.openFile(QStringLiteral("Text Files (*.sog)|*.sog|All Files (*.*)|*.*"),
                                        state.Text5.isEmpty() ? stockimage(state, kStockImage) : state.Text5);

@@ -65,22 +65,28 @@ bool openport(ReprogState& state, ReprogHost& host, const QString& number) {
     return port.setPortOpen(true);
 }
 
-void openreprog(ReprogState& state, ReprogHost& host, const QString& programfolder) {
+void openreprog(ReprogState& state, ReprogHost& host, const QString& programfolder, const QString& image) {
     const QString last = state.lastimage;
     state = ReprogState();
     state.reprogfolder = programfolder + QStringLiteral("/Reprog");
     state.lastimage = last;
     state.Text5 = last.isEmpty() ? stockimage(state, kStockImage) : last;
-    refreshchecksums(state);
+    if (image.isEmpty()) {
+        refreshchecksums(state);
+    } else {
+        chooseimage(state, image);
+    }
     host.message(QStringLiteral("CLOSE ALL OTHER PROGRAMS FOR MOST RELIABLE LINK. "
                                 "DO NOT USE MOUSE OR KEYBOARD WHEN UNIT IS PROGRAMMING."),
                  {});
     Option1_click(state, kNoCommand);
     host.MSComm1().setInputLen(kInputAtOnce);
-    beginrun(state, host, host.rememberedPort(), false);
+    beginrun(state, host, host.rememberedPort(), false,
+             image.isEmpty() ? FirstRequest::AtOnce : FirstRequest::None);
 }
 
-void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal) {
+void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal,
+              FirstRequest request) {
     state.rehearsal = rehearsal;
     state.sendstate = 0;
     state.sentmark = false;
@@ -98,7 +104,9 @@ void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool 
     } else {
         openport(state, host, number);
         freecontrols(state);
-        SendCh_click(state, host, kKeyRefresh);
+        if (request == FirstRequest::AtOnce) {
+            SendCh_click(state, host, kKeyRefresh);
+        }
     }
     showstatus(state, host.MSComm1().PortOpen()); // no lamp speaks of the port before
 }

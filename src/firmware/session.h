@@ -13,12 +13,17 @@ namespace benthor::firmware {
 // --- its beginning and its end
 
 /// The screen opens: fields cleared, the stock image or the one of the last time, the box with the warning,
-/// the port that is remembered, and a first request for the status.
-void openreprog(ReprogState& state, ReprogHost& host, const QString& programfolder);
+/// the port that is remembered, and a first request for the status. With an `image`, a file that was opened
+/// from outside, that one is chosen, and nothing is sent: the user asks for the status when he is there.
+void openreprog(ReprogState& state, ReprogHost& host, const QString& programfolder,
+                const QString& image = {});
 void closereprog(ReprogState& state, ReprogHost& host);
 /// Begins anew on another port, the image and what the user chose kept: nothing of what was heard or sent
-/// before counts. `number` empty: no port, the controls are busy.
-void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal);
+/// before counts. `number` empty: no port, the controls are busy. The device is asked for its status at once,
+/// or not at all.
+enum class FirstRequest { AtOnce, None };
+void beginrun(ReprogState& state, ReprogHost& host, const QString& number, bool rehearsal,
+              FirstRequest request = FirstRequest::AtOnce);
 /// Opens the port of that number at the speed chosen. False when it can't be opened.
 bool openport(ReprogState& state, ReprogHost& host, const QString& number);
 
@@ -35,6 +40,9 @@ QByteArray bytesofkey(size_t key);
 void Command7_click(ReprogState& state, ReprogHost& host);
 /// The image at that path, as if it had been chosen in the dialog.
 void chooseimage(ReprogState& state, const QString& path);
+/// Whether another image would disturb nothing: no send runs, no reply is waited for, and no verdict on an
+/// image that was sent is pending or stands.
+bool takesimage(const ReprogState& state);
 void Check1_click(ReprogState& state, ReprogHost& host, bool checked);
 void mnuAutoRefresh_click(ReprogState& state, bool checked);
 

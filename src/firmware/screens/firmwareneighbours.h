@@ -17,6 +17,8 @@ public:
     /// The image chosen last, for as long as the program runs.
     virtual QString lastImage() = 0;
     virtual void setLastImage(const QString& path) = 0;
+    /// The image that the screen is opened for from outside, once; empty where the user opens it.
+    virtual QString takeGivenImage() { return {}; }
 
     virtual bool blinkVisible() = 0;
     virtual void showBlink() = 0;

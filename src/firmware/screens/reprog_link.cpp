@@ -48,7 +48,7 @@ ReProg_Link::~ReProg_Link() = default;
 
 void ReProg_Link::loading() {
     state_.lastimage = neighbours_.lastImage();
-    openreprog(state_, *host_, ProgramFolder::current().root());
+    openreprog(state_, *host_, ProgramFolder::current().root(), neighbours_.takeGivenImage());
     if (!isUnloaded()) {
         sync();
     }
@@ -91,6 +91,10 @@ void ReProg_Link::fileTaken(const QString& name) {
         state_.Text2 = name;
         chooseimage(state_, ProgramFolder::current().path(u"Reprog", name));
     });
+}
+
+void ReProg_Link::openImage(const QString& path) {
+    perform([this, &path] { chooseimage(state_, path); });
 }
 
 void ReProg_Link::mnuAdvanced_click() {

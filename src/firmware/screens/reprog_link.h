@@ -43,6 +43,8 @@ public:
     ~ReProg_Link() override;
 
     const ReprogState& state() const { return state_; }
+    /// The image at that path, as if it had been chosen in the dialog. Nothing is sent.
+    void openImage(const QString& path);
     void Timer1_tick();
 
 protected:

@@ -16,6 +16,7 @@
 #include "session/process.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
 #include <QPlainTextEdit>
@@ -138,6 +139,19 @@ void GasBlend::mnuOpen_click() {
             mnuopensource(plan_, ProgramFolder::current(), 0, path, say_);
         }
     });
+}
+
+/// The diver was elsewhere: unlike behind Open, he may not have this screen in mind.
+void GasBlend::openFile(const QString& path) {
+    table_->finishTyping();
+    perform([this, &path] {
+        const Replacing replacing(plan_, QStringLiteral("the file ") + QFileInfo(path).fileName());
+        mnuopensource(plan_, ProgramFolder::current(), 0, path, say_);
+    });
+}
+
+bool GasBlend::holdsTyped() const {
+    return isVisible() && (plan_.typed || table_->isHalfTyped());
 }
 
 void GasBlend::mnuSave_click() {

@@ -54,6 +54,11 @@ public:
     /// A line of live readings.
     void receiveReadings(const link::Readings& readings);
 
+    /// A setup from a file that was opened from outside, read as Open reads one. What was typed and is
+    /// replaced by it can be brought back.
+    void openFile(const QString& path);
+    /// Whether something stands here that the diver typed and that closing the screen keeps in part only.
+    bool holdsTyped() const;
     /// A box over this screen.
     void say(const QString& text);
     /// Whether a body that the link is about to send as a setup may leave. Where it may not, the reason has

@@ -103,17 +103,29 @@ NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip)
     box->setFont(look::numbers(13));
     if (kind == Cell::PPO2) {
         // Rewritten with two places at each change: taken when it is finished, not at each key.
-        connect(box, &QLineEdit::editingFinished, this, [this, box, kind, row] {
-            if (box->isModified()) {
-                box->setModified(false);
-                emit cellEdited(kind, row, box->text());
-            }
-        });
+        connect(box, &QLineEdit::editingFinished, this, [this, box, row] { takeTyped(*box, row); });
     } else {
         connect(box, &QLineEdit::textEdited, this,
                 [this, kind, row](const QString& text) { emit cellEdited(kind, row, text); });
     }
     return box;
+}
+
+void GasTable::takeTyped(NumberBox& box, int row) {
+    if (box.isModified()) {
+        box.setModified(false);
+        emit cellEdited(Cell::PPO2, row, box.text());
+    }
+}
+
+void GasTable::finishTyping() {
+    for (size_t row = 0; row < rows_.size(); ++row) {
+        takeTyped(*rows_[row].Text4, static_cast<int>(row));
+    }
+}
+
+bool GasTable::isHalfTyped() const {
+    return std::any_of(rows_.begin(), rows_.end(), [](const Row& row) { return row.Text4->isModified(); });
 }
 
 void GasTable::buildRow(int row) {
@@ -178,7 +190,8 @@ void GasTable::showRow(const GasPlan& plan, size_t i) {
     showText(*row.Text1, gas.O2);
     showText(*row.Text2, gas.He);
     showText(*row.Text3, gas.MOD);
-    if (!row.Text4->hasFocus() || !row.Text4->isModified()) {
+    // Half typed it stays, also while the diver looks into another window.
+    if (!row.Text4->isModified()) {
         showText(*row.Text4, gas.PPO2);
     }
     for (NumberBox* box : {row.Text1, row.Text2, row.Text3}) {

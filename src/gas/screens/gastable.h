@@ -26,6 +26,9 @@ public:
 
     /// `wrong`: what must not go out as it stands.
     void show(const GasPlan& plan, const QList<WrongCell>& wrong);
+    /// What stands half typed in a cell that is taken when it is finished counts as finished.
+    void finishTyping();
+    bool isHalfTyped() const;
 
 signals:
     void cellEdited(benthor::gas::Cell cell, int row, const QString& text);
@@ -52,6 +55,7 @@ private:
     void buildRow(int row);
     void showRow(const GasPlan& plan, size_t i);
     void showWrong(const QList<WrongCell>& wrong);
+    void takeTyped(NumberBox& box, int row);
     NumberBox* cell(const char* name, int row, Cell kind, const char* tip);
 
     std::array<Row, kGases> rows_{};
