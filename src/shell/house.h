@@ -3,6 +3,7 @@
 #include "link/screens/linklines.h"
 
 #include <QObject>
+#include <QString>
 #include <memory>
 
 namespace benthor::platform {
@@ -23,6 +24,19 @@ public:
     /// Takes the lock of the current program folder. `lines`: the serial lines of the link; none by default.
     explicit House(link::LinkLines lines = {});
     ~House() override;
+
+    /// What became of a file that the program was started with.
+    struct Opened {
+        enum class How {
+            Here,   ///< it is opened once the start is over
+            There,  ///< the copy that is open on the program folder has taken it
+            Nowhere ///< that copy did not
+        };
+        How how = How::Here;
+        QString words; ///< what that copy said to it, or why it could not be asked; may be empty
+    };
+    /// To be called before start(), which must not follow unless it is Here.
+    Opened open(const QString& path);
 
     /// Shows the first screen; the rest follows from it.
     void start();

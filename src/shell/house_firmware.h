@@ -3,6 +3,8 @@
 #include "firmware/screens/reprog_link.h"
 #include "shell/house_rehearsal.h"
 
+#include <utility>
+
 namespace benthor::shell {
 
 class Rooms;
@@ -17,6 +19,9 @@ public:
     void showRunningPrograms() override;
     QString lastImage() override { return lastimage_; }
     void setLastImage(const QString& path) override { lastimage_ = path; }
+    /// The screen that is loaded next is opened for that image.
+    void giveImage(const QString& path) { given_ = path; }
+    QString takeGivenImage() override { return std::exchange(given_, {}); }
 
     bool blinkVisible() override;
     void showBlink() override;
@@ -30,6 +35,7 @@ public:
 private:
     Rooms& rooms_;
     QString lastimage_; ///< firmware image chosen last
+    QString given_;     ///< by a file that is opened from outside
     Rehearsal rehearsal_;
 };
 

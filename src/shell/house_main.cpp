@@ -1,21 +1,8 @@
 #include "shell/house_main.h"
 
-#include "platform/files.h"
-#include "platform/programfolder.h"
 #include "shell/house_rooms.h"
 
-#include <QFile>
-
 namespace benthor::shell {
-
-namespace {
-
-/// Lies there from the call of a second copy until the first one has heard it.
-QString callPath() {
-    return platform::ProgramFolder::current().path(u".benthor.front");
-}
-
-} // namespace
 
 link::LinkStatus& MainHandover::linkStatus() {
     return rooms_.PC_Link_1.get();
@@ -31,6 +18,7 @@ void MainHandover::showGasBlend() {
 
 void MainHandover::showDiveList() {
     rooms_.rbmain.show();
+    rooms_.opening.listShown();
 }
 
 void MainHandover::bringDiveListToFront() {
@@ -107,12 +95,8 @@ bool MainHandover::isSecondCopy() {
     return !rooms_.lock.held();
 }
 
-bool MainHandover::callFirstCopy() {
-    return platform::writeFileWhole(callPath(), QByteArrayView()).ok();
-}
-
-bool MainHandover::isCalled() {
-    return rooms_.lock.held() && QFile::remove(callPath());
+QString MainHandover::callFirstCopy() {
+    return rooms_.opening.callFirstCopy();
 }
 
 void MainHandover::unloadOthers() {

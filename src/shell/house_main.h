@@ -38,8 +38,7 @@ public:
     void unloadFirmware() override;
 
     bool isSecondCopy() override;
-    bool callFirstCopy() override;
-    bool isCalled() override;
+    QString callFirstCopy() override;
     void unloadOthers() override;
     void endProcess() override;
 

@@ -20,6 +20,7 @@
 #include "shell/house_link.h"
 #include "shell/house_logbook.h"
 #include "shell/house_main.h"
+#include "shell/house_opening.h"
 #include "shell/house_tips.h"
 #include "shell/screens/main_screen.h"
 
@@ -49,6 +50,7 @@ public:
     FirmwareHandover firmwareAsks{*this}; ///< what the firmware screen asks
     TipsHandover tips{*this};             ///< the tips, on their own screen and on the main one
     MainHandover mainAsks{*this};         ///< what the main screen asks
+    FileOpening opening{*this};           ///< files that are opened from outside
 
     // Made from the top of the layers down, so that the ones below go last.
     platform::ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return linkSays.makeLink(); }};

@@ -48,8 +48,7 @@ public:
     void placeTips(const QRect&, bool) override { ++tipsPlaced; }
     void showFirmware() override { asked += QStringLiteral("showFirmware"); }
     void unloadFirmware() override { asked += QStringLiteral("unloadFirmware"); }
-    bool callFirstCopy() override { return true; }
-    bool isCalled() override { return std::exchange(called, false); }
+    QString callFirstCopy() override { return QStringLiteral("Benthor is already open."); }
     bool isSecondCopy() override { return secondCopy; }
     void unloadOthers() override { asked += QStringLiteral("unloadOthers"); }
     void endProcess() override { asked += QStringLiteral("endProcess"); }
@@ -63,7 +62,6 @@ public:
     int tipsPlaced = 0;
     int tip = 1;
     QString listFault;
-    bool called = false;
     QStringList scrolledTo;
 };
 

@@ -26,7 +26,6 @@ private slots:
     void theMaintenanceMakesTheFolderOfTexts();
     void anOlderStoreGetsItsMissingFields();
     void aSecondCopyLeavesTheStoreAloneAndEnds();
-    void theFirstCopyHearsTheSecond();
     void anImportScrollsTheListInSight();
     void withoutAStoreTheGuideStaysAndTheQuestionFollows();
     void theLinkScreenIsLoadedHiddenByTheFirstTick();
@@ -143,19 +142,6 @@ void TestHouse::aSecondCopyLeavesTheStoreAloneAndEnds() {
     QVERIFY(!folder.has("dbtxt"));
     QCOMPARE(dialogs.messages().size(), 1);
     QVERIFY(dialogs.messages().first().startsWith(QLatin1String("Benthor is already open")));
-    QVERIFY(folder.has(".benthor.front")); // what the first copy looks for
-}
-
-void TestHouse::theFirstCopyHearsTheSecond() {
-    Program program;
-    program.passSplash();
-    loaded("main")->showMinimized();
-    expire("main", "Timer1");
-    QVERIFY(loaded("main")->isMinimized());
-    program.folder.put(".benthor.front", "");
-    expire("main", "Timer1");
-    QVERIFY(!loaded("main")->isMinimized());
-    QVERIFY(!program.folder.has(".benthor.front"));
 }
 
 void TestHouse::anImportScrollsTheListInSight() {

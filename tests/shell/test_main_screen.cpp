@@ -19,7 +19,6 @@ class TestMainScreen : public QObject {
     Q_OBJECT
 
 private slots:
-    void aCallOfASecondCopyBringsTheScreenToTheFront();
     void keysLeadToTheManualAnotherStoreAndTheEnd();
     void theScreenIsWholeAtItsLeastSize();
     void totalsTellCountAndLastDive();
@@ -48,22 +47,6 @@ private slots:
     void captionsAndToolTipsStandAsTold();
     void timersStandAsTold();
 };
-
-void TestMainScreen::aCallOfASecondCopyBringsTheScreenToTheFront() {
-    MainStage stage;
-    stage.main->showScreen();
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    stage.main->Timer1_tick();
-    QCOMPARE(QApplication::activeWindow(), &other);
-    stage.neighbours.called = true;
-    stage.main->showMinimized();
-    stage.main->Timer1_tick();
-    QVERIFY(QTest::qWaitForWindowActive(stage.main));
-    QVERIFY(!stage.main->isMinimized());
-}
 
 void TestMainScreen::keysLeadToTheManualAnotherStoreAndTheEnd() {
     MainStage stage;

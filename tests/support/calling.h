@@ -5,17 +5,25 @@
 #include <QThread>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace benthor::tests {
 
-/// A call on a thread of its own; the answer stands when it is finished.
+/// A call on a thread of its own; the answer stands when it is finished. It waits until `when` says yes
+/// there.
 class Call {
 public:
-    Call(const QString& folder, const QString& file,
-         std::chrono::milliseconds patience = std::chrono::seconds(20))
-        : thread_(QThread::create(
-              [this, folder, file, patience] { answer_ = platform::callInstance(folder, file, patience); })) {
+    Call(
+        const QString& folder, const QString& file,
+        std::chrono::milliseconds patience = std::chrono::seconds(20),
+        const std::function<bool()>& when = [] { return true; })
+        : thread_(QThread::create([this, folder, file, patience, when] {
+            while (!when()) {
+                QThread::msleep(1);
+            }
+            answer_ = platform::callInstance(folder, file, patience);
+        })) {
         thread_->start();
     }
     ~Call() { thread_->wait(); }

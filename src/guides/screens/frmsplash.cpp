@@ -104,7 +104,8 @@ void frmSplash::restore() {
     platform::Dialogs& dialogs = platform::dialogs();
     if (!maintain_) {
         dialogs.message(this,
-                        QStringLiteral("Another copy of Benthor has the dive store open. Close it first."),
+                        QStringLiteral("Another copy of Benthor, or benthorctl, has the dive store open. "
+                                       "Close it first."),
                         platform::BoxKind::Warning);
         return;
     }

@@ -16,6 +16,8 @@ namespace benthor::platform {
 
 namespace {
 
+int routinesOfAll = 0;
+
 /// Swallows what the user does but closing a window.
 class InputFilter : public QObject {
 public:
@@ -41,9 +43,11 @@ public:
 Screen::Routine::Routine(Screen& screen)
     : screen_(screen) {
     ++screen_.routines_;
+    ++routinesOfAll;
 }
 
 Screen::Routine::~Routine() {
+    --routinesOfAll;
     --screen_.routines_;
     if (screen_.routines_ == 0 && screen_.isUnloaded()) {
         screen_.deleteLater();
@@ -52,6 +56,10 @@ Screen::Routine::~Routine() {
 
 Screen::Screen(const QString& name) {
     setObjectName(name);
+}
+
+bool Screen::anyAtWork() {
+    return routinesOfAll > 0;
 }
 
 void Screen::load() {

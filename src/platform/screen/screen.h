@@ -31,6 +31,9 @@ public:
     void bringToFront();
     void unload();
 
+    /// Whether a routine of any screen is on the stack: events then run inside it.
+    static bool anyAtWork();
+
     /// Stores all that unloading would store, and stays open.
     void keep();
 

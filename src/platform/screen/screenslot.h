@@ -45,6 +45,11 @@ public:
         return *screen_;
     }
 
+    /// The same where it is known to be loaded: nothing is loaded here.
+    const T& loaded() const { return *screen_; }
+    /// Null where it cannot be seen.
+    T* ifVisible() const { return isVisible() ? screen_.data() : nullptr; }
+
     void show() {
         T& screen = get();
         screen.showScreen();

@@ -76,12 +76,7 @@ void MainScreen::loading() {
     }
     process().firststart = true;
     if (neighbours_.isSecondCopy()) {
-        const bool called = neighbours_.callFirstCopy();
-        platform::dialogs().message(
-            this, called
-                      ? QStringLiteral("Benthor is already open on this program folder. Its window comes to "
-                                       "the front; this copy closes.")
-                      : QStringLiteral("Benthor is already open on this program folder; this copy closes."));
+        platform::dialogs().message(this, neighbours_.callFirstCopy());
         unload();
         return;
     }

@@ -18,7 +18,7 @@
 #include "shell/newfolderwatch.h"
 #include "shell/screens/neighbours.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
@@ -220,10 +220,6 @@ void MainScreen::Timer1_tick() {
         return;
     }
     const Routine routine(*this);
-    if (neighbours_.isCalled()) { // a second copy was started
-        bringToFront();
-        QApplication::alert(this); // where the desktop keeps windows where they are
-    }
     const QString caption = neighbours_.linkStatus().caption();
     const bool mayRead = mayImport(caption, neighbours_.linkStatus().isOnScreen());
     const int found = readNewFolder();

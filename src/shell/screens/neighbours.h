@@ -49,10 +49,8 @@ public:
 
     /// Whether this is a second copy of the program on the same program folder.
     virtual bool isSecondCopy() = 0;
-    /// Asks the first copy to come to the front. False where it cannot be asked.
-    virtual bool callFirstCopy() = 0;
-    /// Whether another copy has asked that since it was asked for last.
-    virtual bool isCalled() = 0;
+    /// Asks the first copy to come to the front. Returns what this one tells the user before it closes.
+    virtual QString callFirstCopy() = 0;
     /// Unloads every other screen, in the order in which the program ends.
     virtual void unloadOthers() = 0;
     virtual void endProcess() = 0;
