@@ -189,7 +189,9 @@ QString alarmsInWords(const profile::DiveProfile& profile, int row) {
 
 QString sampleInWords(const ToldDive& dive, int row) {
     if (!hasSample(dive, row)) {
-        return {};
+        const bool lead = row >= 1 && row < profile::kFirstSample && row <= dive.lastsample;
+        return lead ? spokenTime(row * dive.interval) + QStringLiteral(": before the first sample")
+                    : QString();
     }
     const profile::DiveProfile& profile = dive.profile;
     const int place = row - 1;

@@ -24,7 +24,8 @@ QString spokenTime(double seconds);
 
 /// The sample of a row, from 1, in words: time, depth, PO2, cells, setpoint, ceiling, gas, temperature,
 /// alarms and mark, with their units. What the device did not log is left out; a PO2 that it did not log is
-/// the one computed from depth and gas, and said to be. Empty for a row without a sample.
+/// the one computed from depth and gas, and said to be. A row of the lead says that it is one; a row that is not there
+/// is empty.
 QString sampleInWords(const ToldDive& dive, int row);
 
 /// The alarms of a sample, parted by commas; empty where it is no alarm.

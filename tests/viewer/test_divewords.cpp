@@ -96,9 +96,10 @@ private slots:
                  QStringLiteral("50 seconds: depth 10.0 m; PO2 1.20 bar; no ceiling; gas unknown"));
     }
 
-    void aRowWithoutASampleSaysNothing() {
+    void aRowWithoutASampleSaysSo() {
         const Dive dive;
-        QCOMPARE(sampleInWords(dive.told(), 3), QString());
+        QCOMPARE(sampleInWords(dive.told(), 3), QStringLiteral("30 seconds: before the first sample"));
+        QCOMPARE(sampleInWords(dive.told(), 0), QString());
         QCOMPARE(sampleInWords(dive.told(), 14), QString());
         QCOMPARE(diveInWords({dive.profile, dive.gases, dive.names, 0, 10, false}, dive.head), QString());
     }

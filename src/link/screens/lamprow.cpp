@@ -40,7 +40,7 @@ void Lamp::paintEvent(QPaintEvent* event) {
 LampRow::LampRow(QWidget* parent)
     : QWidget(parent) {
     setAccessibleName(QStringLiteral("Link activity"));
-    look::setReaderRole(this, QAccessible::Indicator);
+    look::setReaderRole(this, QAccessible::Graphic);
     setToolTip(QStringLiteral("Moves while something comes from the device or is awaited"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});

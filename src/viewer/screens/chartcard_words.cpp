@@ -25,7 +25,7 @@ void ChartCard::tellSample() {
         return;
     }
     look::setReading(MSChart1, look::Reading{.value = static_cast<double>(row),
-                                             .least = profile::kFirstSample,
+                                             .least = 1,
                                              .most = static_cast<double>(session_.lastsample()),
                                              .words = words});
 }

@@ -32,13 +32,28 @@ public:
     }
 };
 
-QWidget* noteOf(const QWidget* window) {
+/// Readers ask for the words when they hear that there are some: of a few that follow each other fast, none
+/// may have taken another's place by then.
+constexpr qsizetype kNotes = 6;
+
+QList<QWidget*> notesOf(const QWidget* window) {
+    QList<QWidget*> notes;
     for (QObject* child : window->children()) {
         if (child->isWidgetType() && child->property(kReaderNote).isValid()) {
-            return static_cast<QWidget*>(child);
+            notes += static_cast<QWidget*>(child);
         }
     }
-    return nullptr;
+    return notes;
+}
+
+/// The one to say the next words with.
+QWidget* nextNote(QWidget* window) {
+    const QList<QWidget*> notes = notesOf(window);
+    if (notes.size() < kNotes) {
+        return new Note(window); // the window's
+    }
+    const auto* last = window->property(kReaderLastNote).value<QWidget*>();
+    return notes.at((notes.indexOf(last) + 1) % kNotes);
 }
 
 /// Asked for a class, and for those that it derives from where nobody answered, down to QObject.
@@ -62,7 +77,7 @@ QAccessibleInterface* houseFactory(const QString& className, QObject* object) {
         return new LabelAccess(qobject_cast<QLabel*>(object));
     }
     if (className == QLatin1String("QFrame")) {
-        return new HouseAccess(widget, QAccessible::Border);
+        return new HouseAccess(widget, QAccessible::Client);
     }
     if (className == QLatin1String("QWidget")) {
         return widget->property(kReaderNote).isValid()
@@ -149,12 +164,13 @@ void setReaderUnit(QWidget* widget, const QString& unit) {
 
 void announce(QWidget* from, const QString& words) {
     QWidget* window = from->window();
-    QWidget* note = noteOf(window);
-    if (note == nullptr) {
-        note = new Note(window); // the window's
+    if (words.isEmpty()) {
+        return;
     }
+    QWidget* note = nextNote(window);
     note->setProperty(kReaderNote, words);
-    if (!QAccessible::isActive() || words.isEmpty()) {
+    window->setProperty(kReaderLastNote, QVariant::fromValue(note));
+    if (!QAccessible::isActive()) {
         return;
     }
     // A note whose words change is read by some, one that comes up by others.
@@ -166,7 +182,7 @@ void announce(QWidget* from, const QString& words) {
 }
 
 QString lastAnnounced(const QWidget* window) {
-    const QWidget* note = noteOf(window);
+    const auto* note = window->property(kReaderLastNote).value<QWidget*>();
     return note == nullptr ? QString() : note->property(kReaderNote).toString();
 }
 

@@ -16,8 +16,9 @@ constexpr const char* kReaderRole = "readerRole";
 constexpr const char* kReaderActs = "readerActs";
 constexpr const char* kReading = "reading";
 constexpr const char* kReaderUnit = "readerUnit";
-constexpr const char* kReaderOpen = "readerOpen"; ///< of a header that opens and shuts something
-constexpr const char* kReaderNote = "readerNote";
+constexpr const char* kReaderOpen = "readerOpen";         ///< of a header that opens and shuts something
+constexpr const char* kReaderNote = "readerNote";         ///< of a note: its words
+constexpr const char* kReaderLastNote = "readerLastNote"; ///< of a window
 
 QStringList actsOf(const QWidget* widget);
 std::function<void()> actFor(const QWidget* widget, const QString& action);

@@ -218,7 +218,7 @@ NoteAccess::NoteAccess(QWidget* note)
 QAccessible::State NoteAccess::state() const {
     QAccessible::State state = HouseAccess::state();
     const QWidget* window = widget()->window();
-    state.invisible = !window->isVisible() || lastAnnounced(window).isEmpty();
+    state.invisible = !window->isVisible() || window->property(kReaderLastNote).value<QWidget*>() != widget();
     state.offscreen = false;
     state.focusable = false;
     state.readOnly = true;
@@ -230,7 +230,7 @@ bool NoteAccess::isBlank() const {
 }
 
 QString NoteAccess::text(QAccessible::Text text) const {
-    return text == QAccessible::Name ? lastAnnounced(widget()->window()) : QString();
+    return text == QAccessible::Name ? widget()->property(kReaderNote).toString() : QString();
 }
 
 QRect NoteAccess::rect() const {

@@ -19,7 +19,7 @@ constexpr int limitGap = 5;
 Gauge::Gauge(QWidget* parent)
     : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setReaderRole(this, QAccessible::Indicator);
+    setReaderRole(this, QAccessible::Dial);
 }
 
 void Gauge::setLit(quint32 mask) {
