@@ -1,3 +1,4 @@
+#include "platform/screen/application.h"
 #include "tests/packaging/installed.h"
 
 #include <QImage>
@@ -18,11 +19,12 @@ class TestInstalledPages : public QObject {
 private slots:
     void initTestCase();
     void everyProgramHasAManPageOfThisVersion();
-    void theManPageOfTheDeviceTellsEveryOption();
+    void manPagesTellEveryOption();
     void everyProgramHasACompletion();
-    void theCompletionOfTheDeviceOffersEveryOption();
+    void completionsOfferEveryOption();
     void theMenuEntryIsValid();
     void theMenuEntryLeadsToWhatIsInstalled();
+    void theMenuEntryIsThatOfTheWindows();
     void theMetadataAreValid();
     void theMetadataTellThisVersion();
     void theMetadataTellOfWhatIsInstalled();
@@ -35,6 +37,7 @@ private slots:
 private:
     QStringList texts(const char* element, const char* attribute = nullptr) const;
     QString entry(const char* key) const;
+    QStringList optionsOf(const QString& program) const;
 
     Installed installed_;
 };
@@ -48,16 +51,6 @@ const QStringList kPrograms{QStringLiteral("benthor"), QStringLiteral("benthorct
 
 QString pageOf(const QString& program) {
     return QStringLiteral("share/man/man1/%1.1.gz").arg(program);
-}
-
-QStringList optionsIn(const QByteArray& help) {
-    static const QRegularExpression form(QStringLiteral("--[a-z][a-z-]*"));
-    QStringList options;
-    for (auto found = form.globalMatch(QString::fromUtf8(help)); found.hasNext();) {
-        options += found.next().captured();
-    }
-    options.removeDuplicates();
-    return options;
 }
 
 /// What the tool makes of a text that stands in a file CHANGELOG.md.
@@ -93,6 +86,19 @@ QString TestInstalledPages::entry(const char* key) const {
     return line.match(QString::fromUtf8(installed_.bytes(kEntry))).captured(1);
 }
 
+/// The options that the help of a program names.
+QStringList TestInstalledPages::optionsOf(const QString& program) const {
+    static const QRegularExpression form(QStringLiteral("--[a-z][a-z-]*"));
+    const Ended help =
+        runProgram(installed_.path(QStringLiteral("bin/") + program), {QStringLiteral("--help")});
+    QStringList options;
+    for (auto found = form.globalMatch(QString::fromUtf8(help.out)); found.hasNext();) {
+        options += found.next().captured();
+    }
+    options.removeDuplicates();
+    return options;
+}
+
 void TestInstalledPages::initTestCase() {
     QVERIFY2(installed_.isLaid(), installed_.complaint().constData());
 }
@@ -113,13 +119,16 @@ void TestInstalledPages::everyProgramHasAManPageOfThisVersion() {
     }
 }
 
-void TestInstalledPages::theManPageOfTheDeviceTellsEveryOption() {
-    const Ended help = runProgram(installed_.path(QStringLiteral("bin/kdsim")), {QStringLiteral("--help")});
-    QVERIFY(optionsIn(help.out).size() > 15);
-    QString page = QString::fromUtf8(installed_.unpacked(pageOf(QStringLiteral("kdsim"))));
-    page.replace(QLatin1String("\\-"), QLatin1String("-"));
-    for (const QString& option : optionsIn(help.out)) {
-        QVERIFY2(page.contains(option), qPrintable(option));
+/// That the page of benthorctl does has a test of its own: its options stand behind its commands.
+void TestInstalledPages::manPagesTellEveryOption() {
+    for (const QString& program : {kPrograms.first(), kPrograms.last()}) {
+        const QStringList options = optionsOf(program);
+        QVERIFY(options.contains(QLatin1String(program == kPrograms.first() ? "--folder" : "--port")));
+        QString page = QString::fromUtf8(installed_.unpacked(pageOf(program)));
+        page.replace(QLatin1String("\\-"), QLatin1String("-"));
+        for (const QString& option : options) {
+            QVERIFY2(page.contains(option), qPrintable(option));
+        }
     }
 }
 
@@ -141,13 +150,15 @@ void TestInstalledPages::everyProgramHasACompletion() {
     }
 }
 
-void TestInstalledPages::theCompletionOfTheDeviceOffersEveryOption() {
-    const Ended help = runProgram(installed_.path(QStringLiteral("bin/kdsim")), {QStringLiteral("--help")});
-    const QByteArray completion = installed_.bytes(QStringLiteral("share/bash-completion/completions/kdsim"));
-    for (const QString& option : optionsIn(help.out)) {
-        // Options of the library that the program is made with.
-        QVERIFY2(option == QLatin1String("--help-all") || completion.contains(option.toLatin1()),
-                 qPrintable(option));
+void TestInstalledPages::completionsOfferEveryOption() {
+    for (const QString& program : {kPrograms.first(), kPrograms.last()}) {
+        const QByteArray completion =
+            installed_.bytes(QStringLiteral("share/bash-completion/completions/") + program);
+        for (const QString& option : optionsOf(program)) {
+            // One is the library's own, for every program that is made with it.
+            QVERIFY2(option == QLatin1String("--help-all") || completion.contains(option.toLatin1()),
+                     qPrintable(option));
+        }
     }
 }
 
@@ -169,6 +180,10 @@ void TestInstalledPages::theMenuEntryLeadsToWhatIsInstalled() {
     for (const QString& type : named) {
         QVERIFY2(types.contains("mime-type type=\"" + type.toLatin1() + '"'), qPrintable(type));
     }
+}
+
+void TestInstalledPages::theMenuEntryIsThatOfTheWindows() {
+    QCOMPARE(QGuiApplication::desktopFileName() + QStringLiteral(".desktop"), QFileInfo(kEntry).fileName());
 }
 
 void TestInstalledPages::theMetadataAreValid() {
@@ -257,5 +272,9 @@ void TestInstalledPages::theLicenceIsTold() {
     QCOMPARE(texts("project_license"), QStringList{QStringLiteral("GPL-3.0-or-later")});
 }
 
-QTEST_MAIN(TestInstalledPages)
+int main(int argc, char** argv) {
+    platform::Application application(argc, argv);
+    TestInstalledPages test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "test_installedpages.moc"

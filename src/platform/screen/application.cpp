@@ -9,6 +9,8 @@ Application::Application(int& argc, char** argv)
     setOrganizationName(QStringLiteral("Benthor"));
     setApplicationName(QStringLiteral("Benthor"));
     setApplicationVersion(QStringLiteral(BENTHOR_VERSION));
+    // The name of its entry in the menu: so a compositor finds icon and name for the windows.
+    setDesktopFileName(QStringLiteral("example.benthor.benthor"));
     // Between two screens there is a moment without a window: when the program ends is for the screens to
     // say.
     setQuitOnLastWindowClosed(false);
