@@ -196,12 +196,9 @@ void Screen::keepFrameInside() {
     }
     const QMargins frame = windowHandle()->frameMargins();
     framed_ = !frame.isNull(); // from now on it stands where the user has it
-    QList<QRect> areas;
-    for (const QScreen* display : QGuiApplication::screens()) {
-        areas += display->availableGeometry().marginsRemoved(frame);
-    }
-    if (const QRect place = windowPlace(geometry(), firstSize(), areas); place != geometry()) {
-        setGeometry(place);
+    const QRect display = screen()->availableGeometry();
+    if (display.contains(geometry()) && !display.contains(geometry().marginsAdded(frame))) {
+        setGeometry(windowPlace(geometry(), firstSize(), {display.marginsRemoved(frame)}));
     }
 }
 
