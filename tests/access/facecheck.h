@@ -8,7 +8,7 @@ class QWidget;
 namespace benthor::tests {
 
 /// What is wrong with a window as it stands for those who do not see it: each line names the control. Empty:
-/// nothing. Accessibility must be active.
+/// nothing.
 ///
 /// - what acts (takes the focus, is a button, shows the hand) is met under a role that acts, with a name and
 ///   an act of its own; where it is not met at all, something that is met must be its twin;

@@ -119,7 +119,6 @@ void TestAccess::initTestCase() {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                        folder_.filePath(QStringLiteral("settings")));
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder_.path()));
-    QAccessible::setActive(true);
 
     tests::ScriptedDialogs dialogs;
     const QByteArray faces = BENTHOR_FACES;

@@ -199,7 +199,6 @@ void TestGridAccess::anEmptyGridSaysWhatToDo() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QAccessible::setActive(true);
     TestGridAccess test;
     return QTest::qExec(&test, argc, argv);
 }

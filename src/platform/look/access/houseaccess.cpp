@@ -87,7 +87,8 @@ QAccessible::Role HouseAccess::role() const {
     if (told.isValid()) {
         return static_cast<QAccessible::Role>(told.toInt());
     }
-    return widget()->isWindow() ? QAccessible::Window : QAccessibleWidget::role();
+    const QAccessible::Role own = QAccessibleWidget::role();
+    return own == QAccessible::Client && widget()->isWindow() ? QAccessible::Window : own;
 }
 
 QAccessible::State HouseAccess::state() const {
