@@ -21,11 +21,11 @@ char* makeHundredths(char* at, int hundredths) {
     return at;
 }
 
-/// The texts of 0 to 99.99 in steps of a hundredth: nearly all that a device records. A logbook has millions
+/// The texts of 0 to 299.99 in steps of a hundredth: nearly all that a device records. A logbook has millions
 /// of numbers, and to look a text up costs a third of making it.
 class HundredthTexts {
 public:
-    static constexpr int kCount = 10000;
+    static constexpr int kCount = 30000;
 
     HundredthTexts() {
         std::array<char, kLongestNumber> made{};
@@ -45,7 +45,7 @@ public:
 
 private:
     struct Entry {
-        std::array<char, 7> text{}; ///< five at most
+        std::array<char, 7> text{}; ///< six at most
         unsigned char length = 0;
     };
     std::array<Entry, kCount> entries_;
@@ -73,10 +73,13 @@ template <typename Number> QByteArray textOf(Number value) {
 
 char* writeNumber(char* at, float value) {
     constexpr float kMostHundredths = 999999;
-    const float scaled = std::rint(value * 100.0F);
-    if (std::abs(scaled) <= kMostHundredths && scaled / 100.0F == value) {
-        // The only number of so few digits that reads back as this float: no search for the shortest.
-        return writeHundredths(at, static_cast<int>(scaled));
+    const float scaled = value * 100.0F;
+    if (std::abs(scaled) <= kMostHundredths) {
+        const int hundredths = static_cast<int>(scaled + std::copysign(0.5F, scaled));
+        if (static_cast<float>(hundredths) / 100.0F == value) {
+            // The only number of so few digits that reads back as this float: no search for the shortest.
+            return writeHundredths(at, hundredths);
+        }
     }
     return std::to_chars(at, at + kLongestNumber, value, std::chars_format::fixed).ptr;
 }

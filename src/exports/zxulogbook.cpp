@@ -3,10 +3,12 @@
 #include "exports/exporterror.h"
 #include "exports/wholewrite.h"
 
+#include <vector>
+
 namespace benthor::exports {
 
 namespace {
-constexpr qint64 kBlock = 1024 * 1024;
+constexpr qint64 kBlock = 256 * 1024;
 }
 
 void ZxuLogbook::begin() {
@@ -37,13 +39,14 @@ void ZxuLogbook::end() {
     if (!waiting_.seek(0)) {
         throw ExportError(waiting_.errorString());
     }
+    std::vector<char> block(kBlock);
     while (!waiting_.atEnd()) {
-        const QByteArray block = waiting_.read(kBlock);
-        if (block.isEmpty()) {
+        const qint64 read = waiting_.read(block.data(), kBlock);
+        if (read <= 0) {
             throw ExportError(
                 QStringLiteral("The dives cannot be read again: %1.").arg(waiting_.errorString()));
         }
-        writeWhole(device_, block);
+        writeWhole(device_, QByteArrayView(block.data(), read));
     }
     flushWhole(device_);
 }

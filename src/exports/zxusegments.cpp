@@ -104,6 +104,7 @@ class ZxuLines {
 public:
     explicit ZxuLines(const FullDive& dive)
         : dive_(dive)
+        , minutes_(dive.interval / 60)
         , withPo2_(dive.profile.enabled.test(3))
         , withTemperature_(dive.profile.enabled.test(5))
         , withSupplies_(dive.profile.enabled.test(8)) {}
@@ -170,13 +171,14 @@ private:
             return false;
         }
         const double before = dive_.profile.depthpos[sample - 2];
-        return (before - depth) / (dive_.interval / 60) > kFastAscent;
+        return (before - depth) / minutes_ > kFastAscent;
     }
 
     static constexpr qsizetype kFields = 15;
     static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1);
 
     const FullDive& dive_;
+    double minutes_; ///< between two samples
     bool withPo2_, withTemperature_, withSupplies_;
     int number_ = 0;
     double setpoint_ = 0;

@@ -250,10 +250,6 @@ bool isNumeric(QStringView text) {
     return digit;
 }
 
-double roundToEven(double value) {
-    return std::nearbyint(value);
-}
-
 int toWhole(double value) {
     if (std::isnan(value)) {
         return 0;

@@ -1,5 +1,7 @@
 #include "platform/textformat.h"
 
+#include <QRandomGenerator>
+
 #include <QtTest>
 
 using namespace benthor::platform;
@@ -8,6 +10,7 @@ class TestTextFormat : public QObject {
     Q_OBJECT
 
 private slots:
+    void roundingIsToEvenAtEverySize();
     void numbersFollowTheirPattern_data();
     void numbersFollowTheirPattern();
     void datesFollowTheirPattern();
@@ -21,6 +24,30 @@ private slots:
     void hexadecimalIsUpperCaseOfTheRoundedNumber();
     void trimmingTakesBlanksOnly();
 };
+
+/// As the mathematics library rounds, to the bit and the sign.
+void TestTextFormat::roundingIsToEvenAtEverySize() {
+    const auto isAlike = [](double value) {
+        const double expected = std::nearbyint(value);
+        const double found = roundToEven(value);
+        return std::isnan(expected) ? std::isnan(found)
+                                    : found == expected && std::signbit(found) == std::signbit(expected);
+    };
+    for (const double value :
+         {0.0, -0.0, 0.5, 1.5, 2.5, -0.5, -1.5, -0.2, 0.49999999999999994, 0.5000000000000001,
+          4503599627370495.5, 4503599627370494.5, 4503599627370496.0, 9007199254740993.0, 1e300, 5e-324,
+          std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN()}) {
+        QVERIFY2(isAlike(value) && isAlike(-value), qPrintable(QString::number(value, 'g', 17)));
+    }
+    QRandomGenerator random(20260203);
+    for (int i = 0; i < 200000; ++i) {
+        const double size = std::pow(10.0, random.bounded(17.0));
+        const double value = (random.generateDouble() - 0.5) * size;
+        const double half = std::floor(value) + 0.5;
+        QVERIFY2(isAlike(value) && isAlike(half), qPrintable(QString::number(value, 'g', 17)));
+    }
+}
 
 void TestTextFormat::numbersFollowTheirPattern_data() {
     QTest::addColumn<double>("value");
