@@ -2,6 +2,8 @@
 
 #include "platform/connection.h"
 
+#include <QTemporaryDir>
+
 namespace benthor::platform {
 
 namespace {
