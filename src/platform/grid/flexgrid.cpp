@@ -144,7 +144,7 @@ void FlexGrid::setEmptyText(const QString& text) {
 void FlexGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     QPainter painter(viewport());
-    if (hasFocus() && row_ == 0) { // there is no current cell to show it
+    if (ring_ && hasFocus() && row_ == 0) { // there is no current cell to show it
         painter.setPen(QPen(colours_.accent, 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
     }
@@ -153,6 +153,12 @@ void FlexGrid::paintEvent(QPaintEvent* event) {
     painter.setPen(colours_.headerText);
     painter.drawText(viewport()->rect().adjusted(24, 12, -24, -12), Qt::AlignCenter | Qt::TextWordWrap,
                      emptyText_);
+}
+
+/// A window that comes to the front gives the focus back; then it was not brought here.
+void FlexGrid::focusInEvent(QFocusEvent* event) {
+    ring_ = ring_ || event->reason() != Qt::ActiveWindowFocusReason;
+    QTableView::focusInEvent(event);
 }
 
 bool FlexGrid::eventFilter(QObject* watched, QEvent* event) {

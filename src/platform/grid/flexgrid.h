@@ -150,6 +150,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -203,6 +204,7 @@ private:
     bool sortAscending_ = true;
     QString emptyText_;
     std::function<QString(int)> rowNames_;
+    bool ring_ = false; // shows the focus where no cell is current
 };
 
 } // namespace benthor::platform

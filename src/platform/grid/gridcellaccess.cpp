@@ -98,12 +98,14 @@ bool GridCellAccess::isSelected() const {
 
 QList<QAccessibleInterface*> GridCellAccess::columnHeaderCells() const {
     auto* whole = static_cast<GridAccess*>(parent());
-    return row_ > 0 && col_ >= 0 ? QList{whole->part(0, col_ + 1)} : QList<QAccessibleInterface*>();
+    return whole != nullptr && isValid() && row_ > 0 && col_ >= 0 ? QList{whole->part(0, col_ + 1)}
+                                                                  : QList<QAccessibleInterface*>();
 }
 
 QList<QAccessibleInterface*> GridCellAccess::rowHeaderCells() const {
     auto* whole = static_cast<GridAccess*>(parent());
-    return row_ > 0 && col_ >= 0 ? QList{whole->part(row_, 0)} : QList<QAccessibleInterface*>();
+    return whole != nullptr && isValid() && row_ > 0 && col_ >= 0 ? QList{whole->part(row_, 0)}
+                                                                  : QList<QAccessibleInterface*>();
 }
 
 QStringList GridCellAccess::actionNames() const {

@@ -164,7 +164,7 @@ void setReaderUnit(QWidget* widget, const QString& unit) {
 
 void announce(QWidget* from, const QString& words) {
     QWidget* window = from->window();
-    if (words.isEmpty()) {
+    if (words.isEmpty() || !window->isVisible()) {
         return;
     }
     QWidget* note = nextNote(window);

@@ -50,7 +50,8 @@ std::optional<Reading> readingOf(const QWidget* widget);
 void setReaderUnit(QWidget* widget, const QString& unit);
 
 /// Says something to readers that happened without their doing. Nothing is shown of it. `from`: any widget of
-/// the window it happened in, never null. The same words again are said again.
+/// the window it happened in, never null; one that is hidden says nothing. The same words again are said
+/// again.
 void announce(QWidget* from, const QString& words);
 /// What was said last in a window; empty: nothing yet.
 QString lastAnnounced(const QWidget* window);
