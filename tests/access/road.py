@@ -31,12 +31,22 @@ def require(holds, what):
 def answer(reader, words, button):
     """A box that asks or tells, by its words."""
 
+    asked = []
+
     def look():
         for box in reader.windows():
-            if box.get_role() in (spi.Atspi.Role.ALERT, spi.Atspi.Role.DIALOG) and any(
-                words in (spi.quietly(one.get_name) or "") for one in [box, *spi.walk(box)]
-            ):
+            if box.get_role() not in (spi.Atspi.Role.ALERT, spi.Atspi.Role.DIALOG):
+                continue
+            told = [spi.quietly(one.get_name) or "" for one in [box, *spi.walk(box)]]
+            if any(words in one for one in told):
                 return box
+            # A device that is asked for dives at once may not have told its type yet; the question is
+            # answered while it stands.
+            if "Product Type" in told and told not in asked:
+                no = [one for one in spi.all_of(box, spi.Atspi.Role.PUSH_BUTTON) if one.get_name() == "No"]
+                if no:
+                    asked.append(told)
+                    spi.act(no[0], "Press")
         return None
 
     box = spi.wait_for(f'a box that says "{words}"', look)
@@ -168,7 +178,9 @@ def run(arguments):
     children = [stage.Child([os.path.join(folder, "benthor")], folder, "benthor.log")]
 
     def device():
-        children.append(stage.Child([arguments.kdsim, folder, "--port", PORT, "--unpaced"], folder, "kdsim.log"))
+        simulated = stage.Child([arguments.kdsim, folder, "--port", PORT, "--unpaced"], folder, "kdsim.log")
+        children.append(simulated)
+        spi.wait_for("the device to stand", lambda: "a device stands" in simulated.words())
 
     reader = None
     try:
