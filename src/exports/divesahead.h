@@ -30,6 +30,7 @@ template <class Prepared> class DivesAhead {
 public:
     /// What a format makes of a dive by itself, on any thread.
     using Prepare = std::function<Prepared(WholeDive&&)>;
+    using Result = std::optional<ReadyDive<Prepared>>;
 
     /// `reader` must outlive it.
     DivesAhead(DiveReader& reader, QStringList ids, Prepare prepare)
@@ -47,29 +48,26 @@ public:
 
     /// The dive of the next identifier; nothing where no dive bears it. To be called once for each.
     /// StoreError, and what `prepare` throws.
-    std::optional<ReadyDive<Prepared>> next() {
+    Result next() {
         while (begun_ < ids_.size() && static_cast<int>(waiting_.size()) <= 2 * pool_.maxThreadCount()) {
             begin(ids_[begun_++]);
         }
-        std::future<std::optional<ReadyDive<Prepared>>> first = std::move(waiting_.front());
+        std::future<Result> first = std::move(waiting_.front());
         waiting_.pop_front();
         return first.get();
     }
 
 private:
-    using Result = std::optional<ReadyDive<Prepared>>;
-
     void begin(const QString& id) {
-        std::optional<WholeDive> dive = reader_.readRows(id);
-        auto task = std::make_shared<std::packaged_task<Result()>>(
-            [this, dive = std::make_shared<std::optional<WholeDive>>(std::move(dive))]() -> Result {
-                if (!*dive) {
+        auto task = std::make_shared<std::packaged_task<Result()>>( // a pool copies what it is given
+            [this, dive = reader_.readRows(id)]() mutable -> Result {
+                if (!dive) {
                     return std::nullopt;
                 }
-                DiveReader::readProfile(**dive);
-                QString ofDive = (*dive)->figures.id;
-                QString why = (*dive)->withoutSamples;
-                return ReadyDive<Prepared>{std::move(ofDive), std::move(why), prepare_(std::move(**dive))};
+                DiveReader::readProfile(*dive);
+                QString ofDive = dive->figures.id;
+                QString why = dive->withoutSamples;
+                return ReadyDive<Prepared>{std::move(ofDive), std::move(why), prepare_(std::move(*dive))};
             });
         waiting_.push_back(task->get_future());
         pool_.start([task] { (*task)(); });

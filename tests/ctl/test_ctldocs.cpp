@@ -1,32 +1,19 @@
 #include "ctl/arguments.h"
 #include "ctl/help.h"
 #include "platform/files.h"
+#include "tests/support/ranprogram.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
 using namespace benthor;
 using namespace benthor::ctl;
+using benthor::tests::Ended;
+using benthor::tests::runProgram;
 
 namespace {
-
-struct Ended {
-    int status = -1;
-    QByteArray out, err;
-};
-
-Ended runProgram(const QString& program, const QStringList& words, const QString& folder = {}) {
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.start(program, words);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit) {
-        return {};
-    }
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 /// What bash offers for the last of these words.
 QStringList offered(const QStringList& words, const QString& folder = QDir::tempPath()) {

@@ -1,28 +1,14 @@
 #pragma once
 
+#include "tests/support/ranprogram.h"
+
 #include <QDirIterator>
 #include <QFile>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
 namespace benthor::tests {
-
-struct Ended {
-    int status = -1; ///< -1 where it could not be run, or crashed
-    QByteArray out, err;
-};
-
-inline Ended runProgram(const QString& program, const QStringList& words, const QString& folder = {}) {
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.start(program, words);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit) {
-        return {};
-    }
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 /// What the build installs, laid under a folder of the test's own.
 class Installed {
