@@ -18,6 +18,8 @@ using OpenedHow = House::Opened::How;
 
 namespace {
 
+constexpr int kPatience = 20000; ///< milliseconds: other tests run beside, and a device is a process
+
 /// Gas 3 is 32/10 and active, gas 7 is 17/44; the set point is 1.10.
 QByteArray setup() {
     return "A079 000 0560 1 B001 000 0040 0 C020 000 0070 0 D058 010 0400 1 E060 000 0250 0 F064 000 0280 0 "
@@ -150,11 +152,11 @@ void TestHouseOpening::aSetupAtTheStartStandsOnTheGasScreenInFront() {
     KdPort device(world.folder.root(), kFirmwarePort, Kd(simulator::deviceDives()), KdPort::unpaced);
     device.start();
     world.start(QStringLiteral("plan.mit"));
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     QCOMPARE(loaded("GasBlend")->windowTitle(), "Gas and System Settings");
     QCOMPARE(world.dialogs.messages(), QStringList());
     expire("main", "Timer4"); // the list comes up by itself
-    QTRY_COMPARE(QApplication::activeWindow(), loaded("GasBlend"));
+    QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), loaded("GasBlend"), kPatience);
     QVERIFY(showsTheFile());
     QCOMPARE(device.received(), QByteArray());
 }
@@ -170,7 +172,7 @@ void TestHouseOpening::aFileAtTheStartWaitsForTheGuide() {
     passLooks();
     QVERIFY(loaded("GasBlend") == nullptr);
     loaded("frmGetS")->close();
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
 }
 
 void TestHouseOpening::anImageAtTheStartIsChosenAndNothingIsSent() {
@@ -182,8 +184,8 @@ void TestHouseOpening::anImageAtTheStartIsChosenAndNothingIsSent() {
     device.start();
     link::writecomport(QString::number(kFirmwarePort));
     world.start(QStringLiteral("mine.sog"));
-    QTRY_VERIFY(shown("ReProg_Link"));
-    QTRY_VERIFY(loaded("main") == nullptr);
+    QTRY_VERIFY_WITH_TIMEOUT(shown("ReProg_Link"), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(loaded("main") == nullptr, kPatience);
     const auto& state = qobject_cast<firmware::ReProg_Link*>(loaded("ReProg_Link"))->state();
     QCOMPARE(state.Text5, world.folder.path("mine.sog"));
     QVERIFY(state.filechosen);
@@ -196,7 +198,7 @@ void TestHouseOpening::anImageAtTheStartIsChosenAndNothingIsSent() {
     QCOMPARE(world.dialogs.messages().size(), 1); // the screen's own
     // The port is open, and the user's first key goes out there.
     control<QAbstractButton>("ReProg_Link", "SendCh(3)")->click();
-    QTRY_COMPARE(device.received(), "1");
+    QTRY_COMPARE_WITH_TIMEOUT(device.received(), "1", kPatience);
     QCOMPARE(state.Text5, world.folder.path("mine.sog"));
 }
 
@@ -205,7 +207,7 @@ void TestHouseOpening::aRunningCopyTakesASetupOver() {
     const platform::CallAnswer answer = world.call(QStringLiteral("plan.mit"));
     QCOMPARE(answer.how, How::Taken);
     QCOMPARE(answer.words, QString());
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     QCOMPARE(world.messages(), QStringList());
     QVERIFY(!gasScreen()->plan().replaced); // nothing had been typed
     QCOMPARE(process().uploadtext.left(160).toLatin1(), setup().left(160));
@@ -225,7 +227,7 @@ void TestHouseOpening::whatWasTypedCanBeBroughtBack() {
     expire("GasBlend", "Timer5");
     QCOMPARE(pressure->text(), "1.2");
     QCOMPARE(world.call(QStringLiteral("plan.mit")).how, How::Taken);
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     QCOMPARE(oxygen->text(), "21");
     QVERIFY(gasScreen()->plan().replaced.has_value());
     QCOMPARE(gasScreen()->plan().replaced->by, "the file plan.mit");
@@ -240,7 +242,8 @@ void TestHouseOpening::aSetupThatIsNoneSaysSoAndChangesNothing() {
     control<QAction>("main", "mnuSetupGas")->trigger();
     const QString before = gasScreen()->plan().rows[3].He;
     QCOMPARE(world.call(QStringLiteral("bad.mit")).how, How::Taken);
-    QTRY_COMPARE(world.messages(), QStringList{QStringLiteral("Bad file. Choose new file.")});
+    QTRY_COMPARE_WITH_TIMEOUT(world.messages(), QStringList{QStringLiteral("Bad file. Choose new file.")},
+                              kPatience);
     QCOMPARE(gasScreen()->plan().rows[3].He, before);
 }
 
@@ -261,7 +264,7 @@ void TestHouseOpening::aFileThatCannotBeOpenedIsToldOnTheScreen() {
     const Running world;
     world.program.folder.put("dive.txt", "ver=V3.12");
     QCOMPARE(world.call(name).how, How::Taken);
-    QTRY_COMPARE(world.messages().size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(world.messages().size(), 1, kPatience);
     QVERIFY2(world.messages().first().contains(words) &&
                  world.messages().first().contains(world.program.folder.path(name)),
              qPrintable(world.messages().first()));
@@ -282,7 +285,7 @@ void TestHouseOpening::behindABoxItWaits() {
     QCOMPARE(answer.how, How::Taken);
     QVERIFY(answer.words.startsWith(QLatin1String("The file opens when")));
     QVERIFY(!opened);
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
 }
 
 void TestHouseOpening::duringAnImportItWaits() {
@@ -294,7 +297,7 @@ void TestHouseOpening::duringAnImportItWaits() {
     passLooks();
     QVERIFY(loaded("GasBlend") == nullptr);
     process().importing = false;
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
 }
 
 void TestHouseOpening::filesOpenOneAfterTheOther() {
@@ -304,7 +307,7 @@ void TestHouseOpening::filesOpenOneAfterTheOther() {
     QCOMPARE(world.call(QStringLiteral("other.mit")).how, How::Taken);
     QCOMPARE(world.call(QStringLiteral("plan.mit")).how, How::Taken);
     process().importing = false;
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     passLooks();
     QVERIFY(showsTheFile());
 }
@@ -322,7 +325,7 @@ void TestHouseOpening::beforeAConnectedDeviceNothingIsSent() {
         QTest::qWait(200);
     } while (world.device.received() != before);
     QCOMPARE(world.running.call(QStringLiteral("plan.mit")).how, How::Taken);
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     expire("GasBlend", "Timer5");
     passLooks();
     QCOMPARE(world.device.received(), before);
@@ -332,7 +335,8 @@ void TestHouseOpening::beforeAConnectedDeviceNothingIsSent() {
     // The same road shows a byte where one goes: the user sends.
     world.running.program.dialogs.answer(true);
     control<QAbstractButton>("GasBlend", "Command1")->click();
-    QTRY_VERIFY2(world.device.received().contains("H039"), qPrintable(world.running.messages().join(u'/')));
+    QTRY_VERIFY2_WITH_TIMEOUT(world.device.received().contains("H039"),
+                              qPrintable(world.running.messages().join(u'/')), kPatience);
 }
 
 void TestHouseOpening::whileDivesComeItIsRefused() {
@@ -358,10 +362,10 @@ void TestHouseOpening::anImageStoresWhatTheGasScreenHolds() {
     Running world;
     world.program.folder.put("mine.sog", simulator::firmwareImage(FirmwareType::Kd, 3, 1));
     QCOMPARE(world.call(QStringLiteral("plan.mit")).how, How::Taken);
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     QCOMPARE(world.call(QStringLiteral("mine.sog")).how, How::Taken);
-    QTRY_VERIFY(shown("ReProg_Link"));
-    QTRY_VERIFY(loaded("main") == nullptr);
+    QTRY_VERIFY_WITH_TIMEOUT(shown("ReProg_Link"), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(loaded("main") == nullptr, kPatience);
     QVERIFY(loaded("GasBlend") == nullptr);
     QVERIFY(loaded("PC_Link_1") == nullptr);
     QVERIFY(world.program.folder.get("gdatalast.mit").contains("H039 044"));
@@ -377,7 +381,7 @@ void TestHouseOpening::anImageAsksBeforeWhatWasTypedGoes() {
         world.program.dialogs.clear();
         world.program.dialogs.answer(goOn);
         QCOMPARE(world.call(QStringLiteral("mine.sog")).how, How::Taken);
-        QTRY_VERIFY(!world.program.dialogs.asked().isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!world.program.dialogs.asked().isEmpty(), kPatience);
         const ScriptedDialogs::Asked question = world.program.dialogs.asked().first();
         QCOMPARE(question.kind, "confirm");
         QVERIFY(question.noIsDefault);
@@ -394,10 +398,10 @@ void TestHouseOpening::anImageAtAnIdleFirmwareScreenIsChosen() {
     FirmwareProgram world;
     world.program.folder.put("mine.sog", world.image);
     world.openScreen();
-    QTRY_COMPARE(world.device.received(), "1"); // the screen's own opening
+    QTRY_COMPARE_WITH_TIMEOUT(world.device.received(), "1", kPatience); // the screen's own opening
     const platform::CallAnswer answer = Running::callFolder(world.program.folder, QStringLiteral("mine.sog"));
     QCOMPARE(answer.how, How::Taken);
-    QTRY_COMPARE(world.state().Text5, world.program.folder.path("mine.sog"));
+    QTRY_COMPARE_WITH_TIMEOUT(world.state().Text5, world.program.folder.path("mine.sog"), kPatience);
     QVERIFY(world.state().filechosen);
     world.tick(5);
     QTest::qWait(200);
@@ -417,7 +421,7 @@ void TestHouseOpening::whileADeviceIsReprogrammedItIsRefused() {
                       std::chrono::seconds(20),
                       [&] { return world.device.received().size() > before.size() + 500; });
     world.press("Command2");
-    QTRY_VERIFY(during.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(during.isOver(), kPatience);
     QCOMPARE(during.answer().how, How::Refused);
     QVERIFY(world.state().sendstate >= 1);
     const platform::CallAnswer inTheWait =
@@ -433,7 +437,7 @@ void TestHouseOpening::aSetupIsRefusedAtTheFirmwareScreen() {
     FirmwareProgram world;
     world.program.folder.put("plan.mit", setup());
     world.openScreen();
-    QTRY_COMPARE(world.device.received(), "1");
+    QTRY_COMPARE_WITH_TIMEOUT(world.device.received(), "1", kPatience);
     const platform::CallAnswer answer = Running::callFolder(world.program.folder, QStringLiteral("plan.mit"));
     QCOMPARE(answer.how, How::Refused);
     QVERIFY(answer.words.startsWith(QLatin1String("The firmware screen is open.")));
@@ -470,7 +474,7 @@ void TestHouseOpening::aCopyThatEndsLeavesTheFileToTheNext() {
     end->wait();
     house.start();
     expire("frmSplash", "Timer1");
-    QTRY_VERIFY(showsTheFile());
+    QTRY_VERIFY_WITH_TIMEOUT(showsTheFile(), kPatience);
     QCOMPARE(Running::callFolder(folder, {}).how, How::Taken); // it is the one that hears now
 }
 
