@@ -10,6 +10,7 @@
 #include "exports/outputfile.h"
 #include "exports/samplescsv.h"
 #include "exports/wholewrite.h"
+#include "exports/workahead.h"
 #include "exports/zxulogbook.h"
 #include "platform/files.h"
 #include "session/process.h"
@@ -90,18 +91,21 @@ private:
 
 struct Json {
     static constexpr DiveFormat kFormat = DiveFormat::Json;
+    static auto prepare(const WholeDive& dive) { return LogbookJson::prepare(dive); }
     explicit Json(QIODevice& device)
         : format(device) {}
     LogbookJson format;
 };
 struct Csv {
     static constexpr DiveFormat kFormat = DiveFormat::Csv;
+    static auto prepare(const WholeDive& dive) { return SamplesCsv::prepare(dive, SampleIds::First); }
     explicit Csv(QIODevice& device)
         : format(device, SampleIds::First) {}
     SamplesCsv format;
 };
 struct Zxu {
     static constexpr DiveFormat kFormat = DiveFormat::Zxu;
+    static auto prepare(const WholeDive& dive) { return ZxuLogbook::prepare(dive); }
     explicit Zxu(QIODevice& device)
         : format(device, QDateTime({2026, 2, 3}, {4, 5, 6})) {}
     ZxuLogbook format;
@@ -137,9 +141,10 @@ template <typename Format> void sameBytes(benchmark::State& state) {
     setRate(state, bytes.size());
 }
 
-/// Dives that are in memory already: the format by itself.
+/// Dives that are in memory already: the format by itself, on all cores as the program does it.
 template <typename Format> void fromMemory(benchmark::State& state) {
     constexpr int kHeld = 100; // again and again
+    using Writer = decltype(Format::format);
     const Logbook logbook(kHeld);
     const platform::ProgramFolder folder(logbook.root());
     DiveReader reader(process().database, folder);
@@ -150,9 +155,12 @@ template <typename Format> void fromMemory(benchmark::State& state) {
     for ([[maybe_unused]] auto step : state) {
         OutputFile file(logbook.out(), true);
         Format out(file.device());
+        WorkAhead<typename Writer::Prepared> work(kDives, [&dives](qsizetype index) {
+            return [&dive = dives[static_cast<size_t>(index % kHeld)]] { return Format::prepare(dive); };
+        });
         out.format.begin();
         for (int i = 0; i < kDives; ++i) {
-            out.format.add(dives[static_cast<size_t>(i % kHeld)]);
+            out.format.add(work.next());
         }
         out.format.end();
         file.commit();

@@ -1,15 +1,11 @@
 #pragma once
 
 #include "exports/wholedive.h"
+#include "exports/workahead.h"
 
 #include <QStringList>
-#include <QThread>
-#include <QThreadPool>
 
-#include <algorithm>
-#include <deque>
 #include <functional>
-#include <future>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -24,8 +20,7 @@ template <class Prepared> struct ReadyDive {
 };
 
 /// Dives in the order of their identifiers. The store is read on the caller's thread; files are read and
-/// decoded, and a format's share of the work is done, on all cores, a few dives ahead: memory does not grow
-/// with the number of dives.
+/// decoded, and a format's share of the work is done, on all cores.
 template <class Prepared> class DivesAhead {
 public:
     /// What a format makes of a dive by itself, on any thread.
@@ -36,49 +31,31 @@ public:
     DivesAhead(DiveReader& reader, QStringList ids, Prepare prepare)
         : reader_(reader)
         , ids_(std::move(ids))
-        , prepare_(std::move(prepare)) {
-        pool_.setMaxThreadCount(std::max(1, QThread::idealThreadCount()));
-    }
-    ~DivesAhead() {
-        pool_.clear();
-        pool_.waitForDone();
-    }
-    DivesAhead(const DivesAhead&) = delete;
-    DivesAhead& operator=(const DivesAhead&) = delete;
+        , prepare_(std::move(prepare))
+        , work_(ids_.size(), [this](qsizetype index) { return pieceOf(ids_[index]); }) {}
 
     /// The dive of the next identifier; nothing where no dive bears it. To be called once for each.
     /// StoreError, and what `prepare` throws.
-    Result next() {
-        while (begun_ < ids_.size() && static_cast<int>(waiting_.size()) <= 2 * pool_.maxThreadCount()) {
-            begin(ids_[begun_++]);
-        }
-        std::future<Result> first = std::move(waiting_.front());
-        waiting_.pop_front();
-        return first.get();
-    }
+    Result next() { return work_.next(); }
 
 private:
-    void begin(const QString& id) {
-        auto task = std::make_shared<std::packaged_task<Result()>>( // a pool copies what it is given
-            [this, dive = reader_.readRows(id)]() mutable -> Result {
-                if (!dive) {
-                    return std::nullopt;
-                }
-                DiveReader::readProfile(*dive);
-                QString ofDive = dive->figures.id;
-                QString why = dive->withoutSamples;
-                return ReadyDive<Prepared>{std::move(ofDive), std::move(why), prepare_(std::move(*dive))};
-            });
-        waiting_.push_back(task->get_future());
-        pool_.start([task] { (*task)(); });
+    typename WorkAhead<Result>::Piece pieceOf(const QString& id) {
+        std::optional<WholeDive> rows = reader_.readRows(id);
+        if (!rows) {
+            return [] { return Result(); };
+        }
+        return [this, dive = std::make_shared<WholeDive>(std::move(*rows))]() -> Result {
+            DiveReader::readProfile(*dive);
+            QString ofDive = dive->figures.id;
+            QString why = dive->withoutSamples;
+            return ReadyDive<Prepared>{std::move(ofDive), std::move(why), prepare_(std::move(*dive))};
+        };
     }
 
     DiveReader& reader_;
     QStringList ids_;
     Prepare prepare_;
-    qsizetype begun_ = 0;
-    std::deque<std::future<Result>> waiting_;
-    QThreadPool pool_; ///< the last member: its work ends before anything that it uses
+    WorkAhead<Result> work_; ///< the last member: it uses the others on other threads
 };
 
 } // namespace benthor::exports

@@ -83,18 +83,23 @@ char* writeMinutes(char* at, double minutes) {
     constexpr double kCertain = 0.001;
     constexpr qsizetype kMostCharacters = 6;
     const double scaled = minutes * 10000;
-    const double whole = std::floor(scaled + 0.5);
-    if (!(minutes >= 0 && minutes < kMostMinutes) || std::abs(scaled - whole) > 0.5 - kCertain) {
+    if (!(minutes >= 0 && minutes < kMostMinutes)) {
         return writeText(at, danMinutes(minutes).toLatin1());
     }
-    const auto parts = static_cast<int>(whole);
+    const int parts = static_cast<int>(scaled + 0.5);
+    if (std::abs(scaled - parts) > 0.5 - kCertain) {
+        return writeText(at, danMinutes(minutes).toLatin1());
+    }
     char* const begin = at;
     at = std::to_chars(at, at + kLongestNumber, parts / 10000).ptr;
+    const int part = parts % 10000;
     *at++ = '.';
-    int part = parts % 10000;
-    for (int unit = 1000; unit == 1000 || part > 0; unit /= 10) {
-        *at++ = static_cast<char>('0' + part / unit);
-        part %= unit;
+    *at++ = static_cast<char>('0' + part / 1000);
+    *at++ = static_cast<char>('0' + part / 100 % 10);
+    *at++ = static_cast<char>('0' + part / 10 % 10);
+    *at++ = static_cast<char>('0' + part % 10);
+    for (int zeros = 0; zeros < 3 && at[-1] == '0'; ++zeros) {
+        --at;
     }
     return std::min(at, begin + kMostCharacters);
 }
@@ -223,6 +228,8 @@ ZxuGroup zxuGroup(const FullDive& dive) {
     group.text = "ZDH|";
     leaveDiveNumber();
     group.text += openingFields(dive) + "ZDP{" + kLineEnd;
+    constexpr qsizetype kUsualLine = 48;
+    group.text.reserve(group.text.size() + (dive.lastsample + 1) * kUsualLine);
     ZxuLines lines(dive);
     for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
         lines.append(group, sample);

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QThread>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <deque>
+#include <functional>
+#include <future>
+#include <memory>
+#include <utility>
+
+namespace benthor::exports {
+
+/// Pieces of work in a fixed order, done on all cores a few pieces ahead of whoever takes their results:
+/// memory does not grow with their number.
+template <class Result> class WorkAhead {
+public:
+    /// A piece of work by itself, on any thread.
+    using Piece = std::function<Result()>;
+    /// Makes the piece at `index`, from 0; on the caller's thread and in order.
+    using MakePiece = std::function<Piece(qsizetype index)>;
+
+    WorkAhead(qsizetype count, MakePiece make)
+        : count_(count)
+        , make_(std::move(make)) {
+        pool_.setMaxThreadCount(std::max(1, QThread::idealThreadCount()));
+    }
+    ~WorkAhead() {
+        pool_.clear();
+        pool_.waitForDone();
+    }
+    WorkAhead(const WorkAhead&) = delete;
+    WorkAhead& operator=(const WorkAhead&) = delete;
+
+    /// The result of the next piece. To be called once for each. What the making or the piece throws.
+    Result next() {
+        while (begun_ < count_ && static_cast<int>(waiting_.size()) <= 2 * pool_.maxThreadCount()) {
+            auto task = std::make_shared<std::packaged_task<Result()>>( // a pool copies what it is given
+                make_(begun_++));
+            waiting_.push_back(task->get_future());
+            pool_.start([task] { (*task)(); });
+        }
+        std::future<Result> first = std::move(waiting_.front());
+        waiting_.pop_front();
+        return first.get();
+    }
+
+private:
+    qsizetype count_;
+    MakePiece make_;
+    qsizetype begun_ = 0;
+    std::deque<std::future<Result>> waiting_;
+    QThreadPool pool_; ///< the last member: its work ends before anything that it uses
+};
+
+} // namespace benthor::exports
