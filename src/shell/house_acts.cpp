@@ -69,6 +69,7 @@ logbook::mergelogbook* DiveScreens::makeMerge() {
 void DiveScreens::takeMerge(const logbook::MergeResult& result) {
     const Handover handover(host_);
     mergelogbook.unload();
+    host_.divesCame();
     if (rbdetails.isLoaded()) {
         rbdetails.get().takeStored();
     }

@@ -26,6 +26,8 @@ public:
     virtual void showDownload() = 0;
     virtual void showMain() = 0;
     virtual void showGas() = 0;
+    /// Dives have come from another logbook.
+    virtual void divesCame() = 0;
 };
 
 /// The dive list, the dive screen, the details and the capture: which of them goes when another comes, and

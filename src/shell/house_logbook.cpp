@@ -33,4 +33,10 @@ void LogbookHandover::showGas() {
     rooms_.GasBlend.showInFront();
 }
 
+void LogbookHandover::divesCame() {
+    if (rooms_.main.isLoaded()) {
+        rooms_.main.get().divesCame();
+    }
+}
+
 } // namespace benthor::shell

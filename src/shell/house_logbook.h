@@ -19,6 +19,7 @@ public:
     void showDownload() override;
     void showMain() override;
     void showGas() override;
+    void divesCame() override;
 
 private:
     Rooms& rooms_;

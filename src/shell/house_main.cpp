@@ -29,6 +29,10 @@ void MainHandover::unloadDiveList() {
     rooms_.rbmain.unload();
 }
 
+void MainHandover::showMerge() {
+    rooms_.dives.mergelogbook.showInFront();
+}
+
 void MainHandover::scrollDiveListTo(const QStringList& imported) {
     if (rooms_.rbmain.isLoaded()) {
         rooms_.rbmain.get().scrollToNewest(imported);

@@ -22,6 +22,7 @@ public:
     void scrollDiveListTo(const QStringList& imported) override;
     QString reopenDiveList() override;
     bool isDiveListOnScreen() override;
+    void showMerge() override;
     void showDiveView() override;
     void unloadDiveView() override;
     void unitChosen() override;

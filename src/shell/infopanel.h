@@ -34,7 +34,8 @@ inline QString noDivesText() {
 inline QString firstDiveText() {
     return QStringLiteral("The first dive gets in through Download to PC: connect the device and get its "
                           "dives. A dive file that is already on this computer gets in through Dive File "
-                          "Find.");
+                          "Find, and all dives of another computer or of a backup through Another "
+                          "logbook.");
 }
 
 } // namespace benthor::shell

@@ -32,6 +32,7 @@ public:
     void scrollDiveListTo(const QStringList& imported) override { scrolledTo = imported; }
     void unloadDiveList() override { asked += QStringLiteral("unloadDiveList"); }
     bool isDiveListOnScreen() override { return diveListOnScreen; }
+    void showMerge() override { asked += QStringLiteral("showMerge"); }
     void showDiveView() override { asked += QStringLiteral("showDiveView"); }
     void unloadDiveView() override { asked += QStringLiteral("unloadDiveView"); }
     void unitChosen() override { asked += QStringLiteral("unitChosen"); }

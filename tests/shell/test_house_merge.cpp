@@ -85,6 +85,7 @@ private slots:
     void theDivesStandInThreeGroups();
     void depthsStandInTheUnitInHand();
     void whatIsTickedComesAndTheListShowsIt();
+    void anEmptyLogbookIsFilledFromTheMainScreen();
     void nothingTickedLeavesTheButtonGrey();
     void detailsAreChosenLineByLine();
     void whatIsTypedInOpenDetailsIsStoredFirst();
@@ -164,6 +165,24 @@ void TestHouseMerge::whatIsTickedComesAndTheListShowsIt() {
              DivesProgram::diveText(4));
     program.open(3);
     QCOMPARE(program.shownDive(), diveid(3));
+}
+
+/// The list of an empty logbook closes itself, so that the way must not lead through it.
+void TestHouseMerge::anEmptyLogbookIsFilledFromTheMainScreen() {
+    TwoLogbooks program(0, 1, 2);
+    auto* words = control<QLabel>("main", "firstdive");
+    QVERIFY(words->isVisible());
+    control<QPushButton>("main", "firstmerge")->click();
+    QVERIFY(shown("mergelogbook"));
+    program.dialogs.answerFile(program.other.path());
+    program.button("cmdotherfolder").click();
+    program.button("cmdmerge").click();
+    QVERIFY(!shown("mergelogbook"));
+    QCOMPARE(listed(), (QStringList{diveid(1), diveid(2)}));
+    QVERIFY(!words->isVisible());
+    QVERIFY(control<QLabel>("main", "lbltotaldive")->text().contains(QLatin1String("total of : \n2 dives")));
+    control<QAction>("main", "mnubringdives")->trigger();
+    QVERIFY(shown("mergelogbook"));
 }
 
 void TestHouseMerge::nothingTickedLeavesTheButtonGrey() {

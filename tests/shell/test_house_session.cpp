@@ -331,6 +331,8 @@ void TestHouseSession::aHeldStoreIsWaitedForOnce() {
         QCOMPARE(cell(1, 0), "D0000001");
         QVERIFY_EXCEPTION_THROWN(process().database.execute("DELETE FROM main"), platform::StoreError);
     }
+    QVERIFY(!control<QAction>("main", "mnubringdives")->isEnabled());
+    QVERIFY(!control<QPushButton>("main", "firstmerge")->isEnabled());
     // A dive that comes in meanwhile stays where it is.
     program.dialogs.clear();
     program.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
@@ -349,6 +351,7 @@ void TestHouseSession::aHeldStoreIsWaitedForOnce() {
     other.exec("ROLLBACK");
     expire("main", "storetimer");
     QVERIFY(!note->isVisible());
+    QVERIFY(control<QAction>("main", "mnubringdives")->isEnabled());
     process().database.execute("UPDATE main SET Location = 'Wreck'");
 }
 

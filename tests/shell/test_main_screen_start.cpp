@@ -180,6 +180,8 @@ void TestMainScreenStart::aStoreWithoutDivesSaysSo() {
     QVERIFY(stage.control("firstdive")->isVisible());
     QVERIFY(stage.control("firstdownload")->isVisible());
     QVERIFY(stage.control("firstfilefind")->isVisible());
+    stage.click("firstmerge");
+    QVERIFY(stage.neighbours.asked.contains(QLatin1String("showMerge")));
     // The routine ended there: what comes behind the totals was not done.
     QCOMPARE(stage.control<QLabel>("Label7")->text(), QString());
     stage.click("Label4");

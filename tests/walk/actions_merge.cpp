@@ -89,8 +89,11 @@ void anotherLogbookChanges(World& world, Model& model, const Step& step) {
 
 // --- the merge screen
 
-/// As a user gets there: from the dive list.
-bool openMerge(World& world) {
+/// As a user gets there: from the main screen or from the dive list.
+bool openMerge(World& world, bool fromMain = false) {
+    if (!World::isShown("mergelogbook") && fromMain && World::isShown("main")) {
+        World::trigger("main", "mnubringdives");
+    }
     if (!World::isShown("mergelogbook")) {
         if (!World::isShown("rbmain")) {
             World::click("main", "lblodl(0)");
@@ -189,8 +192,8 @@ void press(Model& model, bool bringsNothing) {
     }
 }
 
-void theMergeIsOpened(World& world, Model&, const Step&) {
-    openMerge(world);
+void theMergeIsOpened(World& world, Model&, const Step& step) {
+    openMerge(world, step.a % 2 != 0);
 }
 
 void aLogbookIsChosen(World& world, Model& model, const Step& step) {
@@ -223,7 +226,7 @@ void theMergeIsLeft(World& world, Model& model, const Step& step) {
 }
 
 void aLogbookIsMerged(World& world, Model& model, const Step& step) {
-    if (openMerge(world)) {
+    if (openMerge(world, step.b % 8 < 2)) {
         choose(world, model, anyLogbook(world, model, step.a));
         chooseAtRandom(model, step.b, step.a / 16);
         if (step.b % 2 != 0) { // else something may come between

@@ -151,8 +151,11 @@ void FlexGrid::paintEvent(QPaintEvent* event) {
     if (rows() > 1 || emptyText_.isEmpty())
         return;
     painter.setPen(colours_.headerText);
-    painter.drawText(viewport()->rect().adjusted(24, 12, -24, -12), Qt::AlignCenter | Qt::TextWordWrap,
-                     emptyText_);
+    constexpr int kFlags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+    const QRect room = viewport()->rect().adjusted(24, 12, -24, -12);
+    const int height = painter.boundingRect(room, kFlags, emptyText_).height();
+    // Above the middle: there a box stands that says the same in short.
+    painter.drawText(room.adjusted(0, std::max(0, (room.height() - height) / 10), 0, 0), kFlags, emptyText_);
 }
 
 /// A window that comes to the front gives the focus back; then it was not brought here.

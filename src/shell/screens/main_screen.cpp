@@ -148,6 +148,12 @@ void MainScreen::showinfopanel() {
     Label7_->show();
 }
 
+void MainScreen::divesCame() {
+    if (!firstdive_->isHidden()) {
+        showinfopanel();
+    }
+}
+
 void MainScreen::showTotals() {
     platform::Database store;
     store.open(ProgramFolder::current().path(u"rb.mdb"));

@@ -70,6 +70,8 @@ public:
     void showLinkStatus();
     /// The tip in hand is another one: the panel, where it is open, shows it.
     void showTip();
+    /// The logbook has dives that no import brought: the words for an empty one go.
+    void divesCame();
 
 protected:
     void loading() override;
@@ -152,6 +154,7 @@ private:
     void mnuGets_click();
     void mnuTips_click();
     void mnuOpen_click();
+    void showMerge();
     void showSetupAndGas();
     void showTipsPanel(bool shown);
 
@@ -188,6 +191,8 @@ private:
     QLabel* Lbldetails_ = nullptr;
     QWidget* panelentry_ = nullptr; ///< picture and words of the chosen entry
     QWidget* firstdive_ = nullptr;  ///< how the first dive gets in
+    QAction* mnubringdives_ = nullptr;
+    QPushButton* firstmerge_ = nullptr;
     look::TotalsLabel* lbltotaldive_ = nullptr;
     QStackedWidget* foot_ = nullptr;
     QBoxLayout* cards_ = nullptr;

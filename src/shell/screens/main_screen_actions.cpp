@@ -131,6 +131,13 @@ void MainScreen::mnuOpen_click() {
     }
 }
 
+/// An import writes the same store, and a store that is only read takes no dives.
+void MainScreen::showMerge() {
+    if (Frame2_->isHidden() && process().database.readOnlyReason().isEmpty()) {
+        neighbours_.showMerge();
+    }
+}
+
 void MainScreen::mnuGets_click() {
     platform::skipErrors([] { store::writegetstarted(QStringLiteral("Open")); });
     neighbours_.showGuide();

@@ -119,6 +119,10 @@ QWidget* MainScreen::buildFirstDive() {
     ways->addStretch(1);
     way("firstdownload", kDownloadToPc, "download");
     way("firstfilefind", kDiveFileFind, "filefind");
+    firstmerge_ = named(new QPushButton(QStringLiteral("Another logbook...")), "firstmerge");
+    firstmerge_->setIcon(look::icon("book"));
+    connect(firstmerge_, &QPushButton::clicked, this, &MainScreen::showMerge);
+    ways->addWidget(firstmerge_);
     ways->addStretch(1);
     down->addStretch(1);
     down->addWidget(iconLabel("dives"), 0, Qt::AlignHCenter);

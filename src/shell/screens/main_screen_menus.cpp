@@ -55,6 +55,8 @@ void MainScreen::buildFileMenus() {
     menuEntry(current, "mnucurrentprofile", "&Profile");
     menuEntry(current, "mnucurrentgas", "&Gas");
     menuEntry(current, "mnucurrentissue", "&Tissue");
+    mnubringdives_ =
+        menuEntry(file, "mnubringdives", "&Bring dives from another logbook...", [this] { showMerge(); });
     file->addSeparator();
     menuEntry(file, "mnuExit", "&Exit", [this] { unload(); })->setShortcut(Qt::CTRL | Qt::Key_Q);
 }

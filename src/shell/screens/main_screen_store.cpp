@@ -169,6 +169,8 @@ void MainScreen::showStoreNote(const QString& fault) {
             QStringLiteral("The dive store is shown for reading only, nothing is stored in it. ") + reason);
     }
     storenote_->setVisible(!fault.isEmpty() || !reason.isEmpty());
+    mnubringdives_->setEnabled(storenote_->isHidden());
+    firstmerge_->setEnabled(storenote_->isHidden());
     storetimer_->setEnabled(storeHeld_);
 }
 

@@ -29,6 +29,8 @@ public:
     /// from being opened; the list then stands on the process's own.
     virtual QString reopenDiveList() = 0;
     virtual bool isDiveListOnScreen() = 0;
+    /// The screen that brings the dives of another logbook.
+    virtual void showMerge() = 0;
     virtual void showDiveView() = 0;
     virtual void unloadDiveView() = 0;
     /// The unit was chosen on the main screen: a dive that is shown is shown in it.
