@@ -70,7 +70,8 @@ def main():
     for program in dict.fromkeys(aim["program"] for aim in aims):
         own = [aim for aim in aims if aim["program"] == program]
         names = dict.fromkeys(name for aim in own for name in [aim["of"], *aim.get("beside", [])])
-        found = measured(os.path.join(arguments.programs, program), names, arguments.repetitions)
+        found = measured(os.path.join(arguments.programs, program), names,
+                         min(aim.get("repetitions", arguments.repetitions) for aim in own))
         for aim in own:
             is_at = ratio(aim, found)
             word = "" if is_at <= aim["aim"] else " missed" if is_at > MISSED * aim["aim"] else " not reached"
