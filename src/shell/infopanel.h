@@ -38,4 +38,9 @@ inline QString firstDiveText() {
                           "logbook.");
 }
 
+/// Where the dives are, for a panel that has nothing else to say.
+inline QString nextDiveText() {
+    return QStringLiteral("The dives are in My Dives: a double click opens one on its chart.");
+}
+
 } // namespace benthor::shell

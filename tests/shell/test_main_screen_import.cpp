@@ -42,6 +42,7 @@ class TestMainScreenImport : public QObject {
 
 private slots:
     void waitingFilesAreImportedByTheTick();
+    void afterTheFirstImportThePanelLeadsToTheDives();
     void filesWaitWhileTheLinkScreenIsInFront();
     void whatCameWhileConnectedComesInOnceTheStatusLeavesIt();
     void aSecondClickInAnImportChangesNothing_data();
@@ -100,6 +101,23 @@ void TestMainScreenImport::waitingFilesAreImportedByTheTick() {
     // Shown afresh by the run, and again by the tick, since it is not on screen.
     QCOMPARE(stage.neighbours.asked,
              (QStringList{"unloadDiveList", "showDiveList", "unloadDiveList", "showDiveList"}));
+}
+
+/// The entry of the import has no words of its own, so that the panel would be bare.
+void TestMainScreenImport::afterTheFirstImportThePanelLeadsToTheDives() {
+    MainStage stage;
+    stage.main->showScreen();
+    QVERIFY(!stage.control("nextdive")->isVisible());
+    stage.folder.put("new/a.txt", TestFolder::dive("typical.txt"));
+    stage.main->Timer1_tick();
+    QVERIFY(!stage.control("firstdive")->isVisible());
+    QVERIFY(stage.control("nextdive")->isVisible());
+    stage.neighbours.asked.clear();
+    stage.click("nextmydives");
+    QVERIFY(stage.neighbours.asked.contains(QLatin1String("showDiveList")));
+    QCOMPARE(stage.control<QLabel>("Label7")->text(), "My Dives");
+    QVERIFY(stage.control("Label7")->isVisible());
+    QVERIFY(!stage.control("nextdive")->isVisible());
 }
 
 void TestMainScreenImport::filesWaitWhileTheLinkScreenIsInFront() {

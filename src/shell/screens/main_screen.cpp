@@ -134,6 +134,7 @@ void MainScreen::showinfopanel() {
     Lbldetails_->clear();
     Lbldetails_->hide();
     firstdive_->hide();
+    nextdive_->hide();
     panelentry_->show();
     showFoot();
     try {
@@ -144,6 +145,8 @@ void MainScreen::showinfopanel() {
         return;
     }
     fillPanel();
+    nextdive_->setVisible(Label7_->text().isEmpty());
+    panelentry_->setHidden(Label7_->text().isEmpty());
     Label6_->show();
     Label7_->show();
 }

@@ -95,7 +95,10 @@ private:
     // main_screen_cards.cpp
     QWidget* buildPanel();
     QWidget* buildTotals();
+    QWidget* buildHint(const QString& text, const char* name, const QList<QPushButton*>& buttons);
+    QPushButton* entryButton(const char* name, int choice, const char* icon);
     QWidget* buildFirstDive();
+    QWidget* buildNextDive();
     QWidget* buildLinkCard();
     QWidget* buildImportCard();
     QHBoxLayout* makeProgressHead();
@@ -191,6 +194,7 @@ private:
     QLabel* Lbldetails_ = nullptr;
     QWidget* panelentry_ = nullptr; ///< picture and words of the chosen entry
     QWidget* firstdive_ = nullptr;  ///< how the first dive gets in
+    QWidget* nextdive_ = nullptr;   ///< where the dives are
     QAction* mnubringdives_ = nullptr;
     QPushButton* firstmerge_ = nullptr;
     look::TotalsLabel* lbltotaldive_ = nullptr;

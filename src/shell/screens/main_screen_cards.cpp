@@ -24,7 +24,7 @@ using look::named;
 
 namespace {
 
-constexpr int kFirstDiveWidth = 420;
+constexpr int kHintWidth = 420;
 constexpr int kReadableWidth = 560; // lines longer than this are lost on the way back
 
 QLabel* iconLabel(const char* name) {
@@ -58,6 +58,7 @@ QWidget* MainScreen::buildPanel() {
     panelentry_ = new QWidget;
     rows->addWidget(panelentry_, 1);
     rows->addWidget(buildFirstDive(), 1);
+    rows->addWidget(buildNextDive(), 1);
     auto* across = new QHBoxLayout(panelentry_);
     across->setContentsMargins({});
     across->setSpacing(look::spaceRoom);
@@ -94,43 +95,57 @@ QWidget* MainScreen::buildTotals() {
     return totals;
 }
 
-/// In the middle of the panel, which an empty logbook leaves bare.
-QWidget* MainScreen::buildFirstDive() {
-    firstdive_ = new QWidget;
-    auto* down = new QVBoxLayout(firstdive_);
+/// Words in the middle of the panel, where it is bare otherwise, and below them buttons.
+QWidget* MainScreen::buildHint(const QString& text, const char* name, const QList<QPushButton*>& buttons) {
+    auto* hint = new QWidget;
+    auto* down = new QVBoxLayout(hint);
     down->setContentsMargins({});
     down->setSpacing(look::spaceBase);
-    auto* words = named(new QLabel(firstDiveText()), "firstdive");
+    auto* words = named(new QLabel(text), name);
     words->setWordWrap(true);
     words->setAlignment(Qt::AlignCenter);
-    words->setFixedWidth(look::scaled(kFirstDiveWidth));
+    words->setFixedWidth(look::scaled(kHintWidth));
     auto* middle = new QHBoxLayout; // not an alignment, in which a label's height does not follow its width
     middle->addStretch(1);
     middle->addWidget(words);
     middle->addStretch(1);
     auto* ways = new QHBoxLayout;
     ways->setSpacing(look::spaceBase);
-    const auto way = [&](const char* name, int choice, const char* icon) {
-        auto* button = named(new QPushButton(entries_.value(choice)->caption()->text()), name);
-        button->setIcon(look::icon(icon));
-        connect(button, &QPushButton::clicked, this, [this, choice] { entryClicked(choice); });
-        ways->addWidget(button);
-    };
     ways->addStretch(1);
-    way("firstdownload", kDownloadToPc, "download");
-    way("firstfilefind", kDiveFileFind, "filefind");
-    firstmerge_ = named(new QPushButton(QStringLiteral("Another logbook...")), "firstmerge");
-    firstmerge_->setIcon(look::icon("book"));
-    connect(firstmerge_, &QPushButton::clicked, this, &MainScreen::showMerge);
-    ways->addWidget(firstmerge_);
+    for (QPushButton* button : buttons) {
+        ways->addWidget(button);
+    }
     ways->addStretch(1);
     down->addStretch(1);
     down->addWidget(iconLabel("dives"), 0, Qt::AlignHCenter);
     down->addLayout(middle);
     down->addLayout(ways);
     down->addStretch(1);
-    firstdive_->hide();
+    hint->hide();
+    return hint;
+}
+
+/// A button of a hint that does what an entry does.
+QPushButton* MainScreen::entryButton(const char* name, int choice, const char* icon) {
+    auto* button = named(new QPushButton(entries_.value(choice)->caption()->text()), name);
+    button->setIcon(look::icon(icon));
+    connect(button, &QPushButton::clicked, this, [this, choice] { entryClicked(choice); });
+    return button;
+}
+
+QWidget* MainScreen::buildFirstDive() {
+    firstmerge_ = named(new QPushButton(QStringLiteral("Another logbook...")), "firstmerge");
+    firstmerge_->setIcon(look::icon("book"));
+    connect(firstmerge_, &QPushButton::clicked, this, &MainScreen::showMerge);
+    firstdive_ = buildHint(firstDiveText(), "firstdive",
+                           {entryButton("firstdownload", kDownloadToPc, "download"),
+                            entryButton("firstfilefind", kDiveFileFind, "filefind"), firstmerge_});
     return firstdive_;
+}
+
+QWidget* MainScreen::buildNextDive() {
+    nextdive_ = buildHint(nextDiveText(), "nextdive", {entryButton("nextmydives", kMyDives, "dives")});
+    return nextdive_;
 }
 
 QWidget* MainScreen::buildLinkCard() {
