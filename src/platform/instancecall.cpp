@@ -1,5 +1,7 @@
 #include "platform/instancecall.h"
 
+#include "platform/activationtoken.h"
+
 #include <QFile>
 #include <QSocketNotifier>
 #include <QStringDecoder>
@@ -22,13 +24,14 @@ namespace {
 using namespace std::chrono_literals;
 using How = CallAnswer::How;
 
-constexpr qsizetype kLongestMessage = kLongestPath + 64;
+constexpr qsizetype kLongestMessage = kLongestPath + 1024;
 constexpr size_t kMostCallers = 8;
 constexpr auto kPatienceWithCaller = 2s;
 constexpr auto kSeldom = 1000ms;
 constexpr auto kOften = 20ms;
 
-// A message is one packet, so it is there as a whole or not at all.
+// A message is one packet, so it is there as a whole or not at all. Behind the two calls a zero byte and the
+// caller's leave to come to the front may follow.
 const QByteArray kFront = QByteArrayLiteral("benthor front\n");
 const QByteArray kOpen = QByteArrayLiteral("benthor open\n"); ///< the path follows, as it is
 const QByteArray kTaken = QByteArrayLiteral("taken\n");       ///< words follow, in both
@@ -94,19 +97,30 @@ bool hasHungUp(int socket) {
     return ::poll(&one, 1, 0) > 0 && (one.revents & (POLLRDHUP | POLLHUP | POLLERR)) != 0;
 }
 
-/// The file that a message names, empty for a call to the front. Nothing for any other message.
-std::optional<QString> fileIn(const QByteArray& message) {
-    if (message == kFront) {
-        return QString();
-    }
-    if (!message.startsWith(kOpen)) {
+struct Wish {
+    QString file; ///< empty for a call to the front
+    QByteArray token;
+};
+
+/// Nothing for what is no call.
+std::optional<Wish> wishIn(const QByteArray& message) {
+    const qsizetype end = message.indexOf('\0');
+    const QByteArray call = end < 0 ? message : message.left(end);
+    Wish wish{{}, end < 0 ? QByteArray() : message.mid(end + 1)};
+    if (end >= 0 && !isActivationToken(wish.token)) {
         return std::nullopt;
     }
-    const QByteArray bytes = message.mid(kOpen.size());
+    if (call == kFront) {
+        return wish;
+    }
+    if (!call.startsWith(kOpen)) {
+        return std::nullopt;
+    }
+    const QByteArray bytes = call.mid(kOpen.size());
     QStringDecoder decoder(QStringDecoder::Utf8);
-    QString path = decoder(bytes);
-    const bool good = !decoder.hasError() && path.startsWith(u'/') && !path.contains(QChar::Null);
-    return good ? std::optional(path) : std::nullopt;
+    wish.file = decoder(bytes);
+    const bool good = !decoder.hasError() && wish.file.startsWith(u'/');
+    return good ? std::optional(wish) : std::nullopt;
 }
 
 std::optional<CallAnswer> answerIn(const QByteArray& message) {
@@ -151,7 +165,8 @@ QByteArray callAddress(const QString& folder) {
            QByteArray::number(static_cast<quint64>(facts.st_ino), 16);
 }
 
-CallAnswer callInstance(const QString& folder, const QString& file, std::chrono::milliseconds patience) {
+CallAnswer callInstance(const QString& folder, const QString& file, std::chrono::milliseconds patience,
+                        const QByteArray& token) {
     const std::optional<Address> address = addressOf(folder);
     const QByteArray path = file.toUtf8();
     const int socket = makeSocket(0);
@@ -169,7 +184,8 @@ CallAnswer callInstance(const QString& folder, const QString& file, std::chrono:
     if (::connect(socket, generic(*address), address->size) != 0) {
         answer.how = errno == EAGAIN ? How::Silent : How::Nobody;
     } else if (isOfThisUser(socket)) {
-        send(socket, path.isEmpty() ? kFront : kOpen + path);
+        const QByteArray leave = isActivationToken(token) ? '\0' + token : QByteArray();
+        send(socket, (path.isEmpty() ? kFront : kOpen + path) + leave);
         answer = waitForAnswer(socket, patience);
     }
     ::close(socket);
@@ -241,11 +257,11 @@ bool CallDoor::serve(const Caller& caller) {
     case Received::Message:
         break;
     }
-    const std::optional<QString> file = fileIn(message);
-    if (!file || hasHungUp(caller.socket)) {
+    const std::optional<Wish> wish = wishIn(message);
+    if (!wish || hasHungUp(caller.socket)) {
         return true;
     }
-    const CallAnswer answer = answer_(*file);
+    const CallAnswer answer = answer_(wish->file, wish->token);
     if (answer.how == How::Taken || answer.how == How::Refused) {
         send(caller.socket, (answer.how == How::Taken ? kTaken : kRefused) + answer.words.toUtf8());
     }

@@ -33,8 +33,10 @@ struct CallAnswer {
 inline constexpr qsizetype kLongestPath = 4096;
 
 /// Hands `file` (an absolute path) to the copy that works in `folder`; with an empty one it is only asked to
-/// come to the front. Waits for its answer, `patience` at most.
-CallAnswer callInstance(const QString& folder, const QString& file, std::chrono::milliseconds patience);
+/// come to the front. Waits for its answer, `patience` at most. `token`: this start's leave to do that
+/// (platform/activationtoken.h), or empty.
+CallAnswer callInstance(const QString& folder, const QString& file, std::chrono::milliseconds patience,
+                        const QByteArray& token = {});
 
 /// The name of that address behind its zero byte; empty where the folder is not there.
 QByteArray callAddress(const QString& folder);
@@ -42,8 +44,9 @@ QByteArray callAddress(const QString& folder);
 /// Where the copy that works in a folder hears those calls, inside busy loops that let events run as well.
 class CallDoor {
 public:
-    /// Gets the path, or an empty one. It must neither let events run nor throw. `Silent` is no answer.
-    using Answer = std::function<CallAnswer(const QString& file)>;
+    /// Gets the path, or an empty one, and the caller's leave to come to the front, or an empty one. It must
+    /// neither let events run nor throw. `Silent` is no answer.
+    using Answer = std::function<CallAnswer(const QString& file, const QByteArray& token)>;
 
     CallDoor(const QString& folder, Answer answer);
     ~CallDoor();

@@ -1,6 +1,7 @@
 #include "shell/house_opening.h"
 
 #include "firmware/session.h"
+#include "platform/activationtoken.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/storewait.h"
@@ -46,13 +47,14 @@ bool talks(const link::PC_Link_1& link) {
 
 FileOpening::FileOpening(Rooms& rooms)
     : rooms_(rooms)
+    , token_(rooms.lock.held() ? QByteArray() : platform::takeActivationToken())
     , timer_(QStringLiteral("opening"), kLook, platform::TickTimer::Start::Disabled, nullptr) {
     QObject::connect(&timer_, &platform::TickTimer::tick, &timer_, [this] { tick(); });
 }
 
 void FileOpening::listen() {
-    door_ =
-        std::make_unique<platform::CallDoor>(root(), [this](const QString& file) { return called(file); });
+    door_ = std::make_unique<platform::CallDoor>(
+        root(), [this](const QString& file, const QByteArray& token) { return called(file, token); });
 }
 
 void FileOpening::open(const QString& path) {
@@ -65,7 +67,7 @@ CallAnswer FileOpening::handOver(const QString& path) {
         return {How::Refused, QStringLiteral("The path of the file is too long.")};
     }
     for (const QDeadlineTimer end(kLockPatience);;) {
-        const CallAnswer answer = platform::callInstance(root(), path, kAnswerPatience);
+        const CallAnswer answer = platform::callInstance(root(), path, kAnswerPatience, token_);
         if (answer.how != How::Nobody || rooms_.lock.tryAgain() || end.hasExpired()) {
             return answer;
         }
@@ -76,7 +78,7 @@ CallAnswer FileOpening::handOver(const QString& path) {
 /// Where nobody can be reached: another user has the folder open, or another machine, or a program without a
 /// window.
 QString FileOpening::callFirstCopy() {
-    const CallAnswer answer = platform::callInstance(root(), {}, kAnswerPatience);
+    const CallAnswer answer = platform::callInstance(root(), {}, kAnswerPatience, token_);
     if (answer.how == How::Taken) {
         return QStringLiteral("Benthor is already open on this program folder. Its window comes to "
                               "the front; this copy closes.");
@@ -89,19 +91,19 @@ QString FileOpening::callFirstCopy() {
 }
 
 /// Inside whatever runs just now: nothing is opened here.
-CallAnswer FileOpening::called(const QString& file) {
+CallAnswer FileOpening::called(const QString& file, const QByteArray& token) {
     if (rooms_.end.isNear() || platform::withoutDialogs()) {
         return {How::Nobody, {}}; // the folder is free in a moment
     }
     if (file.isEmpty()) {
-        comeToFront();
+        comeToFront(token);
         return {How::Taken, {}};
     }
     const Moment moment = momentFor(file);
     if (moment.when == Moment::When::Refused) {
         return {How::Refused, moment.words};
     }
-    comeToFront();
+    comeToFront(token);
     open(file);
     return {How::Taken, moment.words};
 }
@@ -160,14 +162,17 @@ platform::Screen* FileOpening::frontScreen() const {
     return found == inOrder.end() ? nullptr : *found;
 }
 
-/// Where the desktop keeps windows where they are, it marks this one.
-void FileOpening::comeToFront() const {
+/// Where the desktop keeps windows where they are, it marks this one. The leave is for one window, the one
+/// that takes the keys.
+void FileOpening::comeToFront(const QByteArray& token) const {
     platform::Screen* screen = frontScreen();
+    QWidget* box = QApplication::activeModalWidget();
     if (screen != nullptr) {
+        const platform::LeaveToActivate leave(box == nullptr ? token : QByteArray());
         screen->bringToFront();
     }
-    QWidget* box = QApplication::activeModalWidget();
     if (box != nullptr) {
+        const platform::LeaveToActivate leave(token);
         box->raise();
         box->activateWindow();
     }

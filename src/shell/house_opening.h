@@ -41,11 +41,11 @@ private:
         QString words;
     };
 
-    platform::CallAnswer called(const QString& file);
+    platform::CallAnswer called(const QString& file, const QByteArray& token);
     Moment momentFor(const QString& path) const;
     Moment momentAtFirmware(const QString& path) const;
     platform::Screen* frontScreen() const;
-    void comeToFront() const;
+    void comeToFront(const QByteArray& token = {}) const;
     void tick();
     void openNow(const QString& path);
     void openSetup(const QString& path);
@@ -53,6 +53,7 @@ private:
     bool mayCloseTheOthers(const QString& path);
 
     Rooms& rooms_;
+    QByteArray token_; ///< this start's leave to come to the front, while another copy holds the lock
     QStringList waiting_;
     bool listSeen_ = false;
     bool before_ = false; ///< a setup was opened before the list came up

@@ -1,5 +1,6 @@
 // A start of the program and the copy that is open already, here on two threads of one process.
 
+#include "platform/activationtoken.h"
 #include "platform/instancecall.h"
 #include "platform/instancelock.h"
 #include "tests/support/asnobody.h"
@@ -70,11 +71,15 @@ private slots:
     void init() {
         directory_ = std::make_unique<QTemporaryDir>();
         heard_.clear();
+        tokens_.clear();
     }
 
     void aFileIsHandedOverAsItIs_data();
     void aFileIsHandedOverAsItIs();
     void anEmptyCallAsksForTheFront();
+    void aTokenGoesOverWithTheCall_data();
+    void aTokenGoesOverWithTheCall();
+    void aTokenIsTakenOutOfTheEnvironmentAndLentToIt();
     void aRefusalComesWithItsWords();
     void aCopyThatIsEndingIsNobody();
     void withoutACopyNobodyIsReached();
@@ -93,14 +98,16 @@ private slots:
 private:
     QString folder() const { return directory_->path(); }
     CallDoor::Answer noting(CallAnswer answer = {How::Taken, {}}) {
-        return [this, answer](const QString& file) {
+        return [this, answer](const QString& file, const QByteArray& token) {
             heard_ += file;
+            tokens_ += token;
             return answer;
         };
     }
 
     std::unique_ptr<QTemporaryDir> directory_;
     QStringList heard_;
+    QByteArrayList tokens_;
 };
 
 void TestInstanceCall::aFileIsHandedOverAsItIs_data() {
@@ -128,6 +135,52 @@ void TestInstanceCall::anEmptyCallAsksForTheFront() {
     QTRY_VERIFY(call.isOver());
     QCOMPARE(call.answer().how, How::Taken);
     QCOMPARE(heard_, QStringList{QString()});
+}
+
+void TestInstanceCall::aTokenGoesOverWithTheCall_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("token");
+    QTest::addColumn<QByteArray>("heard");
+    const QByteArray usual = "desktop/Files/2041-0-host_TIME81234";
+    QTest::newRow("with a file") << "/home/anna/plan.mit" << usual << usual;
+    QTest::newRow("to the front") << QString() << usual << usual;
+    QTest::newRow("none") << "/home/anna/plan.mit" << QByteArray() << QByteArray();
+    QTest::newRow("as long as can be, with such a path")
+        << QString(u'/' + QString(4095, u'x')) << QByteArray(512, 't') << QByteArray(512, 't');
+    QTest::newRow("what is no token stays") << QString() << QByteArray("a b") << QByteArray();
+    QTest::newRow("too long a one stays") << QString() << QByteArray(513, 't') << QByteArray();
+}
+
+void TestInstanceCall::aTokenGoesOverWithTheCall() {
+    QFETCH(QString, path);
+    QFETCH(QByteArray, token);
+    QFETCH(QByteArray, heard);
+    const CallDoor door(folder(), noting());
+    const Call call(
+        folder(), path, 20s, [] { return true; }, token);
+    QTRY_VERIFY(call.isOver());
+    QCOMPARE(call.answer().how, How::Taken);
+    QCOMPARE(heard_, QStringList{path});
+    QCOMPARE(tokens_, QByteArrayList{heard});
+}
+
+void TestInstanceCall::aTokenIsTakenOutOfTheEnvironmentAndLentToIt() {
+    constexpr const char* kName = "XDG_ACTIVATION_TOKEN";
+    qputenv(kName, "one-2");
+    QCOMPARE(platform::takeActivationToken(), "one-2");
+    QVERIFY(!qEnvironmentVariableIsSet(kName));
+    QCOMPARE(platform::takeActivationToken(), QByteArray());
+    qputenv(kName, "one 2");
+    QCOMPARE(platform::takeActivationToken(), QByteArray());
+    {
+        const platform::LeaveToActivate leave("three");
+        QCOMPARE(qgetenv(kName), "three");
+    }
+    QVERIFY(!qEnvironmentVariableIsSet(kName));
+    qputenv(kName, "of this start");
+    { const platform::LeaveToActivate none({}); }
+    QCOMPARE(qgetenv(kName), "of this start");
+    qunsetenv(kName);
 }
 
 void TestInstanceCall::aRefusalComesWithItsWords() {
@@ -178,7 +231,11 @@ void TestInstanceCall::whatIsNoCallIsNotHeard_data() {
     QTest::newRow("half a call") << QByteArray("benthor op");
     QTest::newRow("no path") << QByteArray("benthor open\n");
     QTest::newRow("a path from somewhere") << QByteArray("benthor open\nplan.mit");
-    QTest::newRow("a zero in it") << QByteArray("benthor open\n/home/a\0b.mit", 26);
+    QTest::newRow("no token behind a zero") << QByteArray("benthor open\n/a.mit\0", 20);
+    QTest::newRow("blanks in a token") << QByteArray("benthor open\n/a.mit\0a b", 23);
+    QTest::newRow("two tokens") << QByteArray("benthor front\n\0a\0b", 18);
+    QTest::newRow("a token too long") << QByteArray("benthor front\n") + '\0' + QByteArray(513, 'x');
+    QTest::newRow("a token alone") << QByteArray("\0a", 2);
     QTest::newRow("no letters") << QByteArray("benthor open\n/\xff\xfe.mit");
     QTest::newRow("too long") << QByteArray("benthor open\n/" + QByteArray(100000, 'x'));
 }

@@ -17,12 +17,12 @@ public:
     Call(
         const QString& folder, const QString& file,
         std::chrono::milliseconds patience = std::chrono::seconds(20),
-        const std::function<bool()>& when = [] { return true; })
-        : thread_(QThread::create([this, folder, file, patience, when] {
+        const std::function<bool()>& when = [] { return true; }, const QByteArray& token = {})
+        : thread_(QThread::create([this, folder, file, patience, when, token] {
             while (!when()) {
                 QThread::msleep(1);
             }
-            answer_ = platform::callInstance(folder, file, patience);
+            answer_ = platform::callInstance(folder, file, patience, token);
         })) {
         thread_->start();
     }
