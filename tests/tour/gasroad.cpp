@@ -6,9 +6,11 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
@@ -39,6 +41,25 @@ void waitConnected(Actor& actor, QWidget* gas) {
     auto* status = actor.control<QLabel>(gas, QStringLiteral("Label7"));
     actor.waitFor(QStringLiteral("the connection"),
                   [status] { return status->text() == QLatin1String("Connected"); });
+}
+
+/// The link may lose the device between the look and the press, and has it again soon; the screen says so.
+void pressUpdate(Actor& actor, QWidget* gas) {
+    constexpr int kTimes = 3;
+    const QString refusal = QStringLiteral("KD/Tolby not connected!\r\nSave to file using File menu..");
+    for (int time = 0; time < kTimes; ++time) {
+        waitConnected(actor, gas);
+        actor.click(actor.control<QWidget>(gas, QStringLiteral("Command1")));
+        bool refused = false;
+        actor.look([&] {
+            const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            refused = box != nullptr && box->text() == refusal;
+        });
+        if (!refused) {
+            return;
+        }
+        actor.answerBox(refusal, QStringLiteral("OK"));
+    }
 }
 
 } // namespace
@@ -73,8 +94,7 @@ void planTheGases(Actor& actor, simulator::KdPort& device) {
 
     actor.step(QStringLiteral("Update sends them; the device holds exactly that text"));
     auto* text = actor.control<QPlainTextEdit>(gas, QStringLiteral("Text7"));
-    waitConnected(actor, gas);
-    actor.click(actor.control<QWidget>(gas, QStringLiteral("Command1")));
+    pressUpdate(actor, gas);
     actor.picture(actor.screen(QStringLiteral("PC_Link_1")), QStringLiteral("gas-sent"));
     actor.waitFor(QStringLiteral("the setup in the device"), [&] {
         const QByteArray setup = setupIn(device);

@@ -159,6 +159,7 @@ int main(int argc, char** argv) {
         err << "** The tour ended early: " << failure << Qt::endl;
         return 1;
     }
-    QTextStream(stdout) << "   " << actor.pictures() << " pictures in " << pictures << Qt::endl;
+    QTextStream(stdout) << "   " << actor.pictures() << " pictures in " << pictures << ", by "
+                        << QGuiApplication::platformName() << Qt::endl;
     return 0;
 }
