@@ -7,8 +7,10 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 SKIPPED = 77
+LONGEST_START = 30  # seconds until a compositor takes connections
 BUS_LAUNCHERS = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
 
 
@@ -17,8 +19,8 @@ def skip(why):
     sys.exit(SKIPPED)
 
 
-def need_tools():
-    for tool in ("Xvfb", "dbus-run-session"):
+def need_tools(display):
+    for tool in (display, "dbus-run-session"):
         if shutil.which(tool) is None:
             skip(f"{tool} is not installed")
     if not any(os.path.exists(path) for path in BUS_LAUNCHERS):
@@ -53,15 +55,48 @@ def start_display(folder):
     return server, ":" + number.decode().strip()
 
 
-def on_a_bus_of_its_own(arguments):
+def start_compositor(folder, runtime):
+    """A compositor without a screen; it takes connections as soon as its socket is there."""
+    name = "road"
+    with open(os.path.join(folder, "weston.log"), "w", encoding="utf-8") as log:
+        server = subprocess.Popen(
+            ["weston", "--backend=headless-backend.so", "--use-pixman", "--width=1920", "--height=1080"]
+            + ["--no-config", "--idle-time=0", f"--socket={name}"],
+            env={"PATH": "/usr/bin:/bin", "XDG_RUNTIME_DIR": runtime},
+            stdout=log,
+            stderr=log,
+        )
+    end = time.monotonic() + LONGEST_START
+    while not os.path.exists(os.path.join(runtime, name)):
+        if server.poll() is not None or time.monotonic() > end:
+            with open(os.path.join(folder, "weston.log"), encoding="utf-8") as log:
+                print(log.read(), file=sys.stderr)
+            server.kill()
+            server.wait()
+            raise RuntimeError("no compositor comes up")
+        time.sleep(0.05)
+    return server, name
+
+
+def start_server(display, folder, runtime):
+    """The server, and what the program has to know of it."""
+    if display == "Xvfb":
+        server, number = start_display(folder)
+        return server, {"DISPLAY": number, "QT_QPA_PLATFORM": "xcb"}
+    server, name = start_compositor(folder, runtime)
+    # It has no seat, without which the toolkit's own way to methods of input ends in a crash (Qt 6.4).
+    return server, {"WAYLAND_DISPLAY": name, "QT_QPA_PLATFORM": "wayland", "QT_IM_MODULE": "compose"}
+
+
+def on_a_bus_of_its_own(arguments, display):
     """Runs this program again, in a session of its own with its own home; returns its exit code."""
     folder = tempfile.mkdtemp(prefix="benthor-access-")
     server = None
     try:
-        server, display = start_display(folder)
         places = {name: os.path.join(folder, name) for name in ("home", "config", "data", "cache", "run")}
         for place in places.values():
             os.mkdir(place, 0o700)
+        server, told = start_server(display, folder, places["run"])
         environment = {
             "PATH": "/usr/bin:/bin:/usr/sbin:/sbin",
             "LC_ALL": "C.UTF-8",
@@ -70,11 +105,10 @@ def on_a_bus_of_its_own(arguments):
             "XDG_DATA_HOME": places["data"],
             "XDG_CACHE_HOME": places["cache"],
             "XDG_RUNTIME_DIR": places["run"],
-            "DISPLAY": display,
-            "QT_QPA_PLATFORM": "xcb",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             "BENTHOR_ACCESS_FOLDER": folder,
         }
+        environment |= told
         environment |= {name: told for name, told in os.environ.items() if name.endswith("SAN_OPTIONS")}
         session = subprocess.Popen(
             ["dbus-run-session", "--", sys.executable, "-B", *arguments], env=environment, start_new_session=True
