@@ -46,10 +46,12 @@ def wait_for(what, condition, longest=LONGEST):
 
 
 class Reader:
-    """The screen reader's side: what it is told, and what it asks."""
+    """The screen reader's side: what it is told, and what it asks. One that does not listen looks for what was
+    said where it still stands."""
 
-    def __init__(self, name):
+    def __init__(self, name, listens=True):
         self.said = []
+        self.listens = listens
         self._listener = Atspi.EventListener.new(self._hear)
         for kind in ("object:property-change:accessible-name", "object:state-changed:showing"):
             self._listener.register(kind)
@@ -70,8 +72,20 @@ class Reader:
             if words and event.type == "object:state-changed:showing" and event.detail1 == 1:
                 self.said.append(words)
 
+    def _standing(self):
+        return [
+            one.get_name()
+            for window in self.windows()
+            for one in walk(window)
+            if quietly(one.get_role) == Atspi.Role.NOTIFICATION
+        ]
+
     def wait_said(self, part, since=0):
-        return wait_for(f'to hear "{part}"', lambda: next((s for s in self.said[since:] if part in s), None))
+        def heard():
+            words = self.said[since:] if self.listens else self._standing()
+            return next((one for one in words if part in one), None)
+
+        return wait_for(f'to hear "{part}"', heard)
 
     def windows(self):
         found = []

@@ -200,7 +200,7 @@ def run(arguments):
 
     reader = None
     try:
-        reader = spi.Reader("benthor")
+        reader = spi.Reader("benthor", listens=not arguments.wayland)
         walk_the_road(reader, device, not arguments.wayland)
         spi.wait_for("the program to end", children[0].has_ended)
         if arguments.wayland:
