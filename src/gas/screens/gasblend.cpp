@@ -7,6 +7,7 @@
 #include "gas/setuplook.h"
 #include "gas/setuptext.h"
 #include "gas/typing.h"
+#include "platform/clock.h"
 #include "platform/look/widgets/status.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -73,7 +74,7 @@ void GasBlend::unloading() {
 
 void GasBlend::keeping() {
     if (isVisible()) {
-        keepshown(plan_, QDateTime::currentDateTime(), say_);
+        keepshown(plan_, platform::now(), say_);
     }
     closegas(plan_, ProgramFolder::current(), neighbours_.setupLink(), say_);
 }
@@ -83,8 +84,7 @@ void GasBlend::Timer5_tick() {
         const auto ask = [this](const QString& text, const QString& title, const QString& below) {
             return dialogs().confirm(this, text, title, platform::BoxKind::Question, false, below);
         };
-        gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), QDateTime::currentDateTime(),
-                         ask, say_);
+        gas::Timer5_tick(plan_, shown_, neighbours_.setupLink(), isVisible(), platform::now(), ask, say_);
         if (!isUnloaded()) {
             unreadable_ = neighbours_.setupLink().hidesSetup();
             refreshrests_ = neighbours_.setupLink().refreshRests();
@@ -173,7 +173,7 @@ void GasBlend::Command1_click() {
         showScreen(); // nothing goes out that is not shown
     }
     sendBy([this] {
-        const QDateTime now = QDateTime::currentDateTime();
+        const QDateTime now = platform::now();
         if (!process().importing) {
             Timer5_tick();
             freshtext(plan_, now);
@@ -188,8 +188,7 @@ void GasBlend::Command2_click() {
         if (!process().importing) {
             neighbours_.showLinkForSending();
         }
-        return gas::Command2_click(plan_, neighbours_.setupLink(), say_, device(), agree_,
-                                   QDateTime::currentDateTime());
+        return gas::Command2_click(plan_, neighbours_.setupLink(), say_, device(), agree_, platform::now());
     });
 }
 
@@ -205,7 +204,7 @@ void GasBlend::sendBy(const std::function<Update()>& update) {
 bool GasBlend::setupMayGo(const link::SetupBody& body) {
     bool may = false;
     perform([this, &body, &may] {
-        may = mayleave(plan_, body, isVisible(), device(), agree_, say_, QDateTime::currentDateTime());
+        may = mayleave(plan_, body, isVisible(), device(), agree_, say_, platform::now());
         if (!may && !isUnloaded()) {
             showScreen();
             bringToFront();

@@ -7,6 +7,7 @@
 #include "gas/screens/settingsform.h"
 #include "gas/setuplook.h"
 #include "gas/setuptext.h"
+#include "platform/clock.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
@@ -67,7 +68,7 @@ void GasBlend::sync() {
 
 /// What would go out, and what speaks against it.
 void GasBlend::syncLook() {
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = platform::now();
     const QString reason = whynothing(plan_, now);
     const bool connected = process().deviceconnected == 1;
     const QStringList warnings =
@@ -111,7 +112,7 @@ void GasBlend::syncDebug() {
     showText(*Text7_, plan_.Text7);
     showText(*Text8_0_, plan_.Text8_0);
     showText(*Text8_1_, plan_.Text8_1);
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = platform::now();
     for (size_t tag = 0; tag < kTags.size(); ++tag) {
         Text15_[tag]->setText(QChar(kTags[tag].letter) + fieldvalue(plan_, tag, now).value_or(QString()));
     }

@@ -1,5 +1,6 @@
 #include "platform/screen/mailer.h"
 
+#include "platform/clock.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/savepath.h"
 
@@ -66,7 +67,7 @@ void Mailer::offerFile() {
         return;
     }
     QByteArray file;
-    FileResult result = messageFile(message_, QDateTime::currentDateTime(),
+    FileResult result = messageFile(message_, platform::now(),
                                     "benthor-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces), file);
     if (result) {
         result = writeFileWhole(path, file);
