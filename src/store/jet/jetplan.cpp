@@ -4,7 +4,6 @@
 #include "store/schema.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace benthor::store {
 
@@ -65,11 +64,11 @@ void requireDifferentNames(const JetTable& table) {
 
 } // namespace
 
+/// Not tolower(): where the desktop is Turkish, that of I is no i.
 bool samename(std::string_view one, std::string_view other) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](unsigned char a, unsigned char b) {
-                          return (a < 0x80 ? std::tolower(a) : a) == (b < 0x80 ? std::tolower(b) : b);
-                      });
+                      [lower](char a, char b) { return lower(a) == lower(b); });
 }
 
 JetTablePlan plantable(const JetTable& table, const std::vector<KnownTable>& known) {
