@@ -2,6 +2,8 @@
 
 #include "platform/screen/dialogs.h"
 
+#include <QLocale>
+
 namespace benthor::platform {
 
 Application::Application(int& argc, char** argv)
@@ -14,6 +16,11 @@ Application::Application(int& argc, char** argv)
     // Between two screens there is a moment without a window: when the program ends is for the screens to
     // say.
     setQuitOnLastWindowClosed(false);
+    // Our words are English, and our numbers have a decimal point: so has what the toolkit's own controls
+    // write.
+    QLocale numbers(QLocale::English, QLocale::World);
+    numbers.setNumberOptions(QLocale::OmitGroupSeparator);
+    QLocale::setDefault(numbers);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
