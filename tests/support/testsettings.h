@@ -10,6 +10,8 @@ class TestSettings {
 public:
     TestSettings() { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder_.path()); }
 
+    QString folder() const { return folder_.path(); }
+
 private:
     QTemporaryDir folder_;
 };
