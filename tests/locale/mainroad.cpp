@@ -318,9 +318,10 @@ Traces walkMainRoad(const QString& ctl) {
 QString localeSeen() {
     std::array<char, 16> number{};
     std::snprintf(number.data(), number.size(), "%.1f", 1.5);
-    return QStringLiteral("%1 %2 %3 %4")
+    return QStringLiteral("%1 %2 %3 %4 %5")
         .arg(QLatin1String(number.data()), QLocale::system().toString(1.5),
              QLatin1String(::strcasecmp("I", "i") == 0 ? "one" : "two"),
+             QGuiApplication::isLeftToRight() ? QStringLiteral("ltr") : QStringLiteral("rtl"),
              QString::fromLocal8Bit(std::strerror(ENOENT)));
 }
 

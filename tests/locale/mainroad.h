@@ -14,8 +14,8 @@ using Traces = QMap<QString, QByteArray>;
 /// details, every export, gases to the device, dives from it. The same at each run.
 Traces walkMainRoad(const QString& ctl);
 
-/// What of the locale the libraries see: how C and the toolkit write a number, whether the letters i and I
-/// are one for C, and the words of an error of the system.
+/// What the libraries see of the locale: how C and the toolkit write a number, whether the letters i and I are
+/// one for C, the direction of the layout, and the words of an error of the system.
 QString localeSeen();
 
 } // namespace benthor::tests

@@ -21,6 +21,9 @@ Application::Application(int& argc, char** argv)
     QLocale numbers(QLocale::English, QLocale::World);
     numbers.setNumberOptions(QLocale::OmitGroupSeparator);
     QLocale::setDefault(numbers);
+    // English reads from left to right whatever the desktop does: turned round, units would stand before their
+    // numbers, and the keys that play a dive would point against its time axis.
+    setLayoutDirection(Qt::LeftToRight);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
