@@ -23,7 +23,7 @@ function(benthor_precompiled kind)
     return()
   endif()
   set(file ${PROJECT_BINARY_DIR}/pch_${kind}.cpp)
-  file(WRITE ${file} "")
+  file(CONFIGURE OUTPUT ${file} CONTENT "") # left alone where it is there: all would be built anew
   add_library(benthor_pch_${kind} STATIC ${file})
   set_target_properties(benthor_pch_${kind} PROPERTIES AUTOMOC OFF AUTORCC OFF)
   target_link_libraries(benthor_pch_${kind} PRIVATE benthor_${kind}_base)
