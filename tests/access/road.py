@@ -189,8 +189,32 @@ def walk_the_road(reader, device, keys):
     spi.press(main, "Exit")
 
 
+PLACE = "main=@Rect(220 130 "
+
+
+def put_place():
+    """Where the window stood in a session that tells such places."""
+    os.makedirs(os.path.dirname(settings_file()))
+    with open(settings_file(), "w", encoding="utf-8") as settings:
+        settings.write(f"[Windows]\n{PLACE}1200 720)\n")
+
+
+def settings_file():
+    return os.path.join(os.environ["XDG_CONFIG_HOME"], "Benthor", "Benthor.ini")
+
+
+def require_nothing_of_wayland(program):
+    """Where places cannot be set, nothing of it is complained of, and those of other sessions stay."""
+    require(program.words() == "", f"the program complains: {program.words()}")
+    with open(settings_file(), encoding="utf-8") as settings:
+        kept = settings.read()
+    require(PLACE in kept, f"the place of the main window is another one now: {kept}")
+
+
 def run(arguments):
     folder = stage.program_folder(vars(arguments), arguments.files)
+    if arguments.wayland:
+        put_place()
     children = [stage.Child([os.path.join(folder, "benthor")], folder, "benthor.log")]
 
     def device():
@@ -204,8 +228,7 @@ def run(arguments):
         walk_the_road(reader, device, not arguments.wayland)
         spi.wait_for("the program to end", children[0].has_ended)
         if arguments.wayland:
-            # A place that cannot be set, a window that cannot be raised: nothing of it may be complained of.
-            require(children[0].words() == "", f"the program complains: {children[0].words()}")
+            require_nothing_of_wayland(children[0])
         spi.step("The road was walked by what a screen reader has")
         return 0
     except spi.RoadError as error:

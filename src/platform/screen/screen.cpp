@@ -18,6 +18,11 @@ namespace {
 
 int routinesOfAll = 0;
 
+/// Wayland tells no program where its windows stand, and lets it put them nowhere.
+bool placesAreTold() {
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 /// Swallows what the user does but closing a window.
 class InputFilter : public QObject {
 public:
@@ -180,7 +185,9 @@ void Screen::restorePlace() {
     }
     const QRect remembered = ownPlace() ? QRect(*ownPlace(), firstSize())
                                         : userSettings().rectangle(QStringLiteral("Windows"), objectName());
-    setGeometry(windowPlace(remembered, firstSize(), areas));
+    const QRect place = windowPlace(remembered, firstSize(), areas);
+    openedAt_ = place.topLeft();
+    setGeometry(place);
     for (const int wait : {50, 250, 1000}) { // milliseconds until a window manager has made the frame
         QTimer::singleShot(wait, this, &Screen::keepFrameInside);
     }
@@ -204,8 +211,11 @@ void Screen::keepFrameInside() {
 
 void Screen::rememberPlace() const {
     if (placed_ && !isMinimized() && !ownPlace()) {
-        userSettings().setRectangle(QStringLiteral("Windows"), objectName(),
-                                    isMaximized() ? normalGeometry() : geometry());
+        QRect place = isMaximized() ? normalGeometry() : geometry();
+        if (!placesAreTold()) {
+            place.moveTopLeft(openedAt_); // a session that does tell them finds it as it was
+        }
+        userSettings().setRectangle(QStringLiteral("Windows"), objectName(), place);
     }
 }
 

@@ -94,6 +94,7 @@ private:
 
     State state_ = State::New;
     bool placed_ = false;
+    QPoint openedAt_;     ///< where it was put, whatever became of that
     bool framed_ = false; ///< the frame stands where it can be seen
     int routines_ = 0;
     QElapsedTimer painted_;
