@@ -1,5 +1,7 @@
-// Selecting a sample and a tick of play on the dive screen: a dive of 25,000 samples with every series
-// checked, the window painted each time. `frame_share` is the time of one against a frame of 16 ms.
+// What the dive screen does while a diver looks at a dive: select a sample, play, hover, turn the wheel,
+// drag, resize, turn the page, and open the dive. A dive of 25,000 samples with every series checked (at the
+// opening: as it opens), the window painted each time. `frame_share` is the time of one against a frame of 16
+// ms.
 
 #include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
@@ -11,6 +13,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QMouseEvent>
+#include <QWheelEvent>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -20,6 +24,7 @@ using namespace benthor::profile;
 using namespace benthor::viewer;
 
 constexpr double kFrame = 0.016; ///< seconds
+constexpr QSize kScreen(1920, 1080);
 
 /// The largest dive that the screen takes, with every letter, an alarm every 50 samples and a mark every 70.
 QByteArray largestDive() {
@@ -34,18 +39,34 @@ QByteArray largestDive() {
     return wholeDive(lines);
 }
 
+/// The dive screen at 1920 by 1080 with every series checked, painted once in full.
 struct Stage {
     Stage() {
         bench.put(largestDive());
         screen = &bench.show();
+        screen->resize(kScreen);
         for (int box = 1; box <= 14; ++box) {
             control<QCheckBox>(*screen, QByteArray("Check" + QByteArray::number(box)).constData())
                 .setChecked(true);
         }
+        chart = &control<platform::Chart>(*screen, "MSChart1");
         QCoreApplication::processEvents();
+        screen->grab();
+    }
+    void press(const char* button) { control<QAbstractButton>(*screen, button).click(); }
+    void mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, chart->mapToGlobal(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(chart, &event);
+    }
+    void wheel(int angle) {
+        const QPointF at(chart->xOfRow(chart->view().first + chart->view().span() / 3), 200);
+        QWheelEvent event(at, chart->mapToGlobal(at), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(chart, &event);
     }
     DiveScreen bench;
     rbinterface* screen = nullptr;
+    platform::Chart* chart = nullptr;
 };
 
 void report(benchmark::State& state) {
@@ -69,9 +90,9 @@ void selectSample(benchmark::State& state) {
 void playTick(benchmark::State& state) {
     Stage stage;
     if (state.range(0) != 0) {
-        control<QAbstractButton>(*stage.screen, "Command2(0)").click();
+        stage.press("Command2(0)");
     }
-    control<QAbstractButton>(*stage.screen, "PlayDive").click();
+    stage.press("PlayDive");
     auto& timer = control<platform::TickTimer>(*stage.screen, "Timer3");
     for ([[maybe_unused]] auto step : state) {
         timer.expire();
@@ -80,8 +101,94 @@ void playTick(benchmark::State& state) {
     report(state);
 }
 
+void hover(benchmark::State& state) {
+    Stage stage;
+    double share = 0;
+    for ([[maybe_unused]] auto step : state) {
+        share = std::fmod(share + 0.0137, 1.0);
+        const QPointF at(stage.chart->plotLeft() + share * stage.chart->plotWidth(), 150);
+        stage.mouse(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton);
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
+/// Nearer and further by turns, from the whole dive; or about a part of it.
+void wheelStep(benchmark::State& state) {
+    Stage stage;
+    for (int notch = 0; notch < state.range(0); ++notch) {
+        stage.wheel(120);
+    }
+    bool nearer = true;
+    for ([[maybe_unused]] auto step : state) {
+        stage.wheel(std::exchange(nearer, !nearer) ? 120 : -120);
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
+/// `notches`: how near the view is that is dragged.
+void dragStep(benchmark::State& state) {
+    Stage stage;
+    for (int notch = 0; notch < state.range(0); ++notch) {
+        stage.wheel(120);
+    }
+    QPointF at(800, 200);
+    stage.mouse(QEvent::MouseButtonPress, at, Qt::MiddleButton, Qt::MiddleButton);
+    bool right = true;
+    for ([[maybe_unused]] auto step : state) {
+        at.rx() += std::exchange(right, !right) ? 6 : -6;
+        stage.mouse(QEvent::MouseMove, at, Qt::NoButton, Qt::MiddleButton);
+        QCoreApplication::processEvents();
+    }
+    stage.mouse(QEvent::MouseButtonRelease, at, Qt::MiddleButton, Qt::NoButton);
+    report(state);
+}
+
+void resizeStep(benchmark::State& state) {
+    Stage stage;
+    bool smaller = true;
+    for ([[maybe_unused]] auto step : state) {
+        stage.screen->resize(std::exchange(smaller, !smaller) ? kScreen - QSize(8, 8) : kScreen);
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
+void page(benchmark::State& state) {
+    Stage stage;
+    stage.press("Command2(0)");
+    bool on = true;
+    for ([[maybe_unused]] auto step : state) {
+        stage.press(std::exchange(on, !on) ? "Command2(2)" : "Command2(1)");
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
+/// A dive opened: file read and decoded, grid, chart, the window painted.
+void openDive(benchmark::State& state) {
+    DiveScreen bench;
+    bench.put(largestDive());
+    for ([[maybe_unused]] auto step : state) {
+        bench.show();
+        QCoreApplication::processEvents();
+        state.PauseTiming();
+        bench.unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        state.ResumeTiming();
+    }
+    report(state);
+}
+
 BENCHMARK(selectSample)->Unit(benchmark::kMillisecond);
 BENCHMARK(playTick)->Arg(0)->Arg(1)->ArgName("zoomed")->Unit(benchmark::kMillisecond);
+BENCHMARK(hover)->Unit(benchmark::kMillisecond);
+BENCHMARK(wheelStep)->Arg(0)->Arg(6)->Arg(12)->ArgName("notches")->Unit(benchmark::kMillisecond);
+BENCHMARK(dragStep)->Arg(1)->Arg(6)->Arg(12)->ArgName("notches")->Unit(benchmark::kMillisecond);
+BENCHMARK(resizeStep)->Unit(benchmark::kMillisecond);
+BENCHMARK(page)->Unit(benchmark::kMillisecond);
+BENCHMARK(openDive)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -1,7 +1,5 @@
 #include "platform/chart/chart.h"
 
-#include "platform/look/style/paint.h"
-
 #include "platform/chart/chartlayers.h"
 
 namespace benthor::platform {
@@ -43,7 +41,12 @@ Chart::Chart(QWidget* parent)
     new FillLayer(this);
     new LineLayer(this);
     new NoteLayer(this);
-    new CursorLayer(this);
+    cursor_ = new CursorLayer(this);
+    // The cursor is painted over the picture, so that one buffer holds all that stands still.
+    layer(QStringLiteral("overlay"))->setMode(QCPLayer::lmLogical);
+    restTimer_.setSingleShot(true);
+    restTimer_.setInterval(restInterval);
+    connect(&restTimer_, &QTimer::timeout, this, &Chart::rest);
     updateColours();
     updateScales();
 }
@@ -89,6 +92,7 @@ void Chart::setView(std::optional<RowRange> view) {
         return;
     view_ = view;
     updateTicks();
+    beginMove();
     changed();
 }
 
@@ -203,14 +207,6 @@ void Chart::setRowLines(QList<int> rows) {
     changed();
 }
 
-void Chart::setCurrentRow(int row) {
-    if (row == row_)
-        return;
-    row_ = row;
-    if (!stale_)
-        layer(QStringLiteral("overlay"))->replot();
-}
-
 double Chart::cursorX() const {
     return xOfRow(std::min(row_, std::max(1, matrix_.lastRow())));
 }
@@ -243,38 +239,6 @@ double Chart::xTwips(double x) const {
 
 double Chart::xOfTwips(double twips) const {
     return plotLeft() + (twips - plotLeftTwips) / plotWidthTwips * plotWidth();
-}
-
-void Chart::refresh() {
-    stale_ = false;
-    setViewport(rect()); // a chart that is not shown yet has not been told its size
-    replot(QCustomPlot::rpQueuedRefresh);
-}
-
-void Chart::changed() {
-    if (stale_)
-        return;
-    stale_ = true;
-    update();
-}
-
-void Chart::redrawIfStale() {
-    if (stale_)
-        refresh();
-}
-
-void Chart::paintEvent(QPaintEvent* event) {
-    redrawIfStale();
-    QCustomPlot::paintEvent(event);
-    if (hasFocus()) {
-        QPainter painter(this);
-        look::drawFocusRing(&painter, rect());
-    }
-}
-
-void Chart::resizeEvent(QResizeEvent* event) {
-    QCustomPlot::resizeEvent(event);
-    stale_ = false;
 }
 
 void Chart::mousePressEvent(QMouseEvent* event) {

@@ -4,9 +4,12 @@
 #include "platform/chart/chartscale.h"
 #include "platform/chart/chartstyle.h"
 
+#include <QTimer>
 #include <qcustomplot.h>
 
 namespace benthor::platform {
+
+class CursorLayer;
 
 /// A chart of up to 40 series over row numbers. The plot area runs from 5.7 % to 94.6 % of the widget's width
 /// at every size; what stands above or below it takes its edges from plotLeft() and plotWidth().
@@ -16,13 +19,18 @@ namespace benthor::platform {
 /// whole part of (X - 645) / 10065 * n names the row at or left of the place X: a press on a drawn row is
 /// that row or its neighbour.
 ///
-/// Any change shows with the next paint; refresh() draws at once.
+/// Any change shows with the next paint; refresh() draws at once. While the view moves (another view, another
+/// size, beginMove()) a chart on the screen is drawn plainly, and in full once nothing has moved for
+/// restInterval. What is painted elsewhere (a grab, a print, a picture) is always the full one.
 class Chart : public QCustomPlot {
     Q_OBJECT
 
 public:
     static constexpr double plotLeftTwips = 645;
     static constexpr double plotWidthTwips = 10065;
+
+    /// Milliseconds from the last movement to the full picture.
+    static constexpr int restInterval = 60;
 
     explicit Chart(QWidget* parent = nullptr);
     ~Chart() override;
@@ -61,7 +69,7 @@ public:
     const QList<int>& rowLines() const { return rowLines_; }
 
     /// The row of the cursor; 0 shows none, and so does a row behind the last one unless setEdgeCursor() was
-    /// told. Only the cursor is drawn anew.
+    /// told. Only the cursor is painted anew.
     void setCurrentRow(int row);
     int row() const { return row_; }
     /// Whether a row behind the last one stands at the right edge, without a ring. Not from the start.
@@ -89,6 +97,15 @@ public:
     const ChartScale& scaleOf(ChartAxis axis) const;
 
     void refresh();
+
+    /// The next picture is one of a movement: the data that were given belong to a page that was turned to.
+    /// Not while the chart has not yet been seen at rest.
+    void beginMove();
+    bool isMoving() const { return restTimer_.isActive(); }
+    /// What is being drawn is a plain picture. The layers ask.
+    bool isDrawnPlain() const { return drawsPlain_; }
+    /// What is being drawn is the picture that the cursor is painted over. The layers ask.
+    bool isDrawnForScreen() const { return drawsForScreen_; }
 
 signals:
     /// The left button, anywhere on the chart.
@@ -122,6 +139,9 @@ private:
     void updateTicks();
     void changed();
     void redrawIfStale();
+    void rest();
+    bool isPaintedOnScreen() const;
+    QRect cursorRect() const;
     ChartAxis axisOf(int series) const { return styles_[static_cast<size_t>(series)].axis; }
 
     ChartMatrix matrix_;
@@ -142,6 +162,11 @@ private:
     int row_ = 0;
     bool edgeCursor_ = false;
     bool stale_ = true;
+    CursorLayer* cursor_ = nullptr; ///< of the plot's layers
+    QTimer restTimer_;              ///< runs while the view moves
+    bool wasAtRest_ = false;        ///< a full picture has been seen
+    bool drawsPlain_ = false;
+    bool drawsForScreen_ = false;
 };
 
 } // namespace benthor::platform

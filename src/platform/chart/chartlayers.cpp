@@ -68,6 +68,10 @@ QRect ChartLayer::clipRect() const {
     return chart_->axisRect()->rect();
 }
 
+SeriesPainter::Quality ChartLayer::quality() const {
+    return chart_->isDrawnPlain() ? SeriesPainter::Quality::Plain : SeriesPainter::Quality::Full;
+}
+
 QRectF ChartLayer::area() const {
     return QRectF(chart_->axisRect()->rect()).translated(0, -1);
 }
@@ -77,7 +81,8 @@ void FillLayer::draw(QCPPainter* painter) {
     if (plot.isEmpty())
         return;
     const ChartMatrix& matrix = chart_->matrix();
-    SeriesPainter series(plot, matrix.lastRow(), chart_->view());
+    SeriesPainter series(plot, matrix.lastRow(), chart_->view(), quality());
+    painter->setAntialiasing(!chart_->isDrawnPlain());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         const SeriesStyle& style = chart_->seriesStyle(number);
         const ChartScale& scale = chart_->scaleOf(style.axis);
@@ -105,8 +110,8 @@ void LineLayer::draw(QCPPainter* painter) {
         const double x = std::round(xAt(plot, row, chart_->view()));
         painter->drawLine(QLineF(x, plot.top(), x, plot.bottom()));
     }
-    painter->setAntialiasing(true);
-    SeriesPainter series(plot, matrix.lastRow(), chart_->view());
+    painter->setAntialiasing(!chart_->isDrawnPlain());
+    SeriesPainter series(plot, matrix.lastRow(), chart_->view(), quality());
     for (int number = 1; number < ChartMatrix::columns; ++number) {
         if (!matrix.hasSeries(number))
             continue;
@@ -176,6 +181,17 @@ QRect CursorLayer::clipRect() const {
 }
 
 void CursorLayer::draw(QCPPainter* painter) {
+    if (!chart_->isDrawnForScreen())
+        drawCursor(painter);
+}
+
+void CursorLayer::paint(QCPPainter* painter) {
+    painter->setClipRect(clipRect());
+    applyDefaultAntialiasingHint(painter);
+    drawCursor(painter);
+}
+
+void CursorLayer::drawCursor(QCPPainter* painter) const {
     const ChartMatrix& matrix = chart_->matrix();
     const int row = std::min(chart_->row(), matrix.lastRow());
     const bool behind = row != chart_->row();

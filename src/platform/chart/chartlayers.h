@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/chart/seriespainter.h"
+
 #include <qcustomplot.h>
 
 namespace benthor::platform {
@@ -31,6 +33,7 @@ protected:
     QRect clipRect() const override;
     /// The plot area, a pixel higher than the axis rectangle, as the axes place their lines.
     QRectF area() const;
+    SeriesPainter::Quality quality() const;
     Chart* chart_;
 };
 
@@ -71,15 +74,21 @@ private:
     void drawInner(QCPPainter* painter, const QRectF& plot) const;
 };
 
-/// The cursor line with its ring. Its layer has a buffer of its own, so that it moves without the series.
+/// The cursor line with its ring. On the screen it is painted over the picture of all other layers, so that
+/// it moves without them; in pictures for elsewhere it is drawn with them.
 class CursorLayer final : public ChartLayer {
 public:
     explicit CursorLayer(Chart* chart)
         : ChartLayer(chart, QStringLiteral("overlay")) {}
 
+    void paint(QCPPainter* painter);
+
 protected:
     QRect clipRect() const override;
     void draw(QCPPainter* painter) override;
+
+private:
+    void drawCursor(QCPPainter* painter) const;
 };
 
 } // namespace benthor::platform
