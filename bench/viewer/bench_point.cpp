@@ -166,6 +166,16 @@ void page(benchmark::State& state) {
     report(state);
 }
 
+/// The picture that follows a movement, in full.
+void rest(benchmark::State& state) {
+    Stage stage;
+    for ([[maybe_unused]] auto step : state) {
+        stage.chart->refresh();
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
 /// A dive opened: file read and decoded, grid, chart, the window painted.
 void openDive(benchmark::State& state) {
     DiveScreen bench;
@@ -188,6 +198,7 @@ BENCHMARK(wheelStep)->Arg(0)->Arg(6)->Arg(12)->ArgName("notches")->Unit(benchmar
 BENCHMARK(dragStep)->Arg(1)->Arg(6)->Arg(12)->ArgName("notches")->Unit(benchmark::kMillisecond);
 BENCHMARK(resizeStep)->Unit(benchmark::kMillisecond);
 BENCHMARK(page)->Unit(benchmark::kMillisecond);
+BENCHMARK(rest)->Unit(benchmark::kMillisecond);
 BENCHMARK(openDive)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -139,26 +139,38 @@ void SeriesPainter::drawPiece(QPainter& painter, Columns run, int first, int end
 
 void SeriesPainter::fillColumns(QPainter& painter, double edge) {
     const int count = static_cast<int>(columns_.size());
-    QPolygonF shape;
     for (int column = 0; column < count;) {
         const int first = column;
-        shape.clear();
-        for (; column < count && !columns_[static_cast<size_t>(column)].isEmpty(); ++column) {
-            const Stretch& at = columns_[static_cast<size_t>(column)];
-            const double middle = (at.top + at.bottom) / 2;
-            if (column == first)
-                shape.append(QPointF(edgeOf(column), middle));
-            shape.append(QPointF(area_.left() + column, middle));
-        }
+        while (column < count && !columns_[static_cast<size_t>(column)].isEmpty())
+            ++column;
         if (column == first) {
             ++column;
             continue;
         }
-        shape.append(QPointF(edgeOf(column), shape.last().y()));
-        shape.append(QPointF(edgeOf(column), edge));
-        shape.append(QPointF(edgeOf(first), edge));
-        painter.drawPolygon(shape);
+        for (int from = first; from < column;) {
+            const int end = pieceEnd(painter, from, column);
+            fillPiece(painter, {first, column}, from, end, edge);
+            from = end;
+        }
     }
+}
+
+void SeriesPainter::fillPiece(QPainter& painter, Columns run, int first, int end, double edge) {
+    const auto middle = [this](int column) {
+        const Stretch& at = columns_[static_cast<size_t>(column)];
+        return (at.top + at.bottom) / 2;
+    };
+    const auto between = [&](int column) {
+        return (middle(std::max(column - 1, run.first)) + middle(std::min(column, run.end - 1))) / 2;
+    };
+    band_.clear();
+    band_.append(QPointF(edgeOf(first), between(first)));
+    for (int column = first; column < end; ++column)
+        band_.append(QPointF(area_.left() + column, middle(column)));
+    band_.append(QPointF(edgeOf(end), between(end)));
+    band_.append(QPointF(edgeOf(end), edge));
+    band_.append(QPointF(edgeOf(first), edge));
+    painter.drawPolygon(band_);
 }
 
 } // namespace benthor::platform

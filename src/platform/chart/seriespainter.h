@@ -80,6 +80,7 @@ private:
     void drawPlainColumns(QPainter& painter, const SeriesStyle& style);
     void fillPlainColumns(QPainter& painter, double edge);
     void fillColumns(QPainter& painter, double edge);
+    void fillPiece(QPainter& painter, Columns run, int first, int end, double edge);
 
     QRectF area_;
     RowRange view_;

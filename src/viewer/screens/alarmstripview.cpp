@@ -9,6 +9,10 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
 namespace benthor::viewer {
 
 namespace {
@@ -29,14 +33,14 @@ QPainterPath signShape(StripSign sign) {
     return path;
 }
 
-void paintLine(QPainter& painter, const StripLine& line, const QRect& frame) {
+QRectF placeOf(const StripLine& line, const QRect& frame) {
+    const double x = frame.left() + line.place * frame.width();
+    return {x - line.width / 2.0, frame.top() + 1.0, static_cast<double>(line.width), frame.height() - 2.0};
+}
+
+void paintSign(QPainter& painter, const StripLine& line, const QRect& frame) {
     const double x = frame.left() + line.place * frame.width();
     const QColor colour = platform::toQColor(line.colour);
-    if (line.sign == StripSign::Cursor) {
-        painter.fillRect(QRectF(x - line.width / 2.0, frame.top() + 1, line.width, frame.height() - 2),
-                         colour);
-        return;
-    }
     const double top = frame.top() + 3;
     painter.fillRect(
         QRectF(x - line.width / 2.0, top + kSign / 2, line.width, frame.bottom() - 1 - top - kSign / 2),
@@ -44,6 +48,12 @@ void paintLine(QPainter& painter, const StripLine& line, const QRect& frame) {
     painter.setPen(QPen(Qt::white, 1));
     painter.setBrush(colour);
     painter.drawPath(signShape(line.sign).translated(x, top + kSign / 2));
+}
+
+/// Whether nothing but the cursor tells one strip from the other.
+bool isCursorAlone(const std::vector<StripLine>& before, const std::vector<StripLine>& now) {
+    const auto isSign = [](const StripLine& line) { return line.sign != StripSign::Cursor; };
+    return std::ranges::equal(before | std::views::filter(isSign), now | std::views::filter(isSign));
 }
 
 } // namespace
@@ -60,8 +70,19 @@ AlarmStripView::AlarmStripView(platform::Chart& chart, QWidget* parent)
 }
 
 void AlarmStripView::setStrip(Strip strip) {
-    strip_ = std::move(strip);
-    update();
+    Strip old = std::exchange(strip_, std::move(strip));
+    if (!isCursorAlone(old.lines, strip_.lines)) {
+        signs_ = {};
+        update();
+        return;
+    }
+    for (const Strip* each : {&old, &strip_}) {
+        for (const StripLine& line : each->lines) {
+            if (line.sign == StripSign::Cursor) {
+                update(placeOf(line, frame()).toAlignedRect().adjusted(-1, -1, 1, 1));
+            }
+        }
+    }
 }
 
 QSize AlarmStripView::sizeHint() const {
@@ -74,6 +95,7 @@ QRect AlarmStripView::frame() const {
 
 bool AlarmStripView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize) {
+        signs_ = {}; // they keep to the edges of the plot
         update();
     }
     return QWidget::eventFilter(watched, event);
@@ -86,29 +108,52 @@ void AlarmStripView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void AlarmStripView::paint(QPainter& painter, const QRect& frame) const {
+    paintLayers(painter, frame, [&] { paintSigns(painter, frame); });
+}
+
+/// The cursor lies under the signs: an alarm at the selected sample stays to be seen.
+void AlarmStripView::paintLayers(QPainter& painter, const QRect& frame,
+                                 const std::function<void()>& signs) const {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath shape;
     shape.addRoundedRect(QRectF(frame).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     painter.fillPath(shape, look::tokens().surface);
     painter.setClipRect(frame);
-    // The cursor lies under the signs: an alarm at the selected sample stays to be seen.
-    for (const bool signs : {false, true}) {
-        for (const StripLine& line : strip_.lines) {
-            if ((line.sign != StripSign::Cursor) == signs) {
-                paintLine(painter, line, frame);
-            }
+    for (const StripLine& line : strip_.lines) {
+        if (line.sign == StripSign::Cursor) {
+            painter.fillRect(placeOf(line, frame), platform::toQColor(line.colour));
         }
     }
+    signs();
     painter.setBrush(Qt::NoBrush);
     painter.setPen(look::tokens().edge);
     painter.drawPath(shape);
     painter.restore();
 }
 
+void AlarmStripView::paintSigns(QPainter& painter, const QRect& frame) const {
+    for (const StripLine& line : strip_.lines) {
+        if (line.sign != StripSign::Cursor) {
+            paintSign(painter, line, frame);
+        }
+    }
+}
+
+/// The signs stand still while the cursor moves, so they are painted once for all its places.
 void AlarmStripView::paintEvent(QPaintEvent*) {
+    const double ratio = devicePixelRatioF();
+    if (signs_.size() != size() * ratio) {
+        signs_ = QPixmap(size() * ratio);
+        signs_.setDevicePixelRatio(ratio);
+        signs_.fill(Qt::transparent);
+        QPainter painter(&signs_);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setClipRect(frame());
+        paintSigns(painter, frame());
+    }
     QPainter painter(this);
-    paint(painter, frame());
+    paintLayers(painter, frame(), [&] { painter.drawPixmap(0, 0, signs_); });
 }
 
 } // namespace benthor::viewer

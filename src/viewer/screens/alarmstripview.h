@@ -2,7 +2,10 @@
 
 #include "viewer/strip.h"
 
+#include <QPixmap>
 #include <QWidget>
+
+#include <functional>
 
 namespace benthor::platform {
 class Chart;
@@ -36,9 +39,12 @@ protected:
 
 private:
     QRect frame() const;
+    void paintLayers(QPainter& painter, const QRect& frame, const std::function<void()>& signs) const;
+    void paintSigns(QPainter& painter, const QRect& frame) const;
 
     const platform::Chart& chart_;
     Strip strip_;
+    QPixmap signs_; ///< alarms and marks as they stand on the screen; null: to be painted
 };
 
 } // namespace benthor::viewer
