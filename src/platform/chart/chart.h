@@ -104,8 +104,8 @@ public:
     bool isMoving() const { return restTimer_.isActive(); }
     /// What is being drawn is a plain picture. The layers ask.
     bool isDrawnPlain() const { return drawsPlain_; }
-    /// What is being drawn is the picture that the cursor is painted over. The layers ask.
-    bool isDrawnForScreen() const { return drawsForScreen_; }
+    /// What is being drawn is a picture for elsewhere, the cursor in it. The layers ask.
+    bool isDrawnWhole() const { return drawsWhole_; }
 
 signals:
     /// The left button, anywhere on the chart.
@@ -123,6 +123,7 @@ signals:
     void doubleClicked();
 
 protected:
+    void draw(QCPPainter* painter) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -166,7 +167,7 @@ private:
     QTimer restTimer_;              ///< runs while the view moves
     bool wasAtRest_ = false;        ///< a full picture has been seen
     bool drawsPlain_ = false;
-    bool drawsForScreen_ = false;
+    bool drawsWhole_ = false;
 };
 
 } // namespace benthor::platform

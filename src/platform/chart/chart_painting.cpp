@@ -28,7 +28,6 @@ QRect Chart::cursorRect() const {
 
 void Chart::refresh() {
     stale_ = false;
-    const QScopedValueRollback<bool> screen(drawsForScreen_, true);
     const QScopedValueRollback<bool> plain(drawsPlain_, isMoving());
     setViewport(rect()); // a chart that is not shown yet has not been told its size
     replot(QCustomPlot::rpQueuedRefresh);
@@ -39,6 +38,12 @@ void Chart::changed() {
         return;
     stale_ = true;
     update();
+}
+
+/// All layers one upon the other, as a picture for elsewhere is made.
+void Chart::draw(QCPPainter* painter) {
+    const QScopedValueRollback<bool> whole(drawsWhole_, true);
+    QCustomPlot::draw(painter);
 }
 
 /// Within a paint event, which shows the new picture itself: the update that a replot asks for would only
@@ -70,6 +75,10 @@ bool Chart::isPaintedOnScreen() const {
 void Chart::paintEvent(QPaintEvent* event) {
     if (isMoving() && !isPaintedOnScreen())
         rest();
+    if (!qFuzzyCompare(bufferDevicePixelRatio(), devicePixelRatioF())) {
+        setBufferDevicePixelRatio(devicePixelRatioF()); // on a screen of another density
+        stale_ = true;
+    }
     redrawIfStale();
     wasAtRest_ = wasAtRest_ || isPaintedOnScreen();
     QCustomPlot::paintEvent(event);

@@ -181,7 +181,7 @@ QRect CursorLayer::clipRect() const {
 }
 
 void CursorLayer::draw(QCPPainter* painter) {
-    if (!chart_->isDrawnForScreen())
+    if (chart_->isDrawnWhole())
         drawCursor(painter);
 }
 

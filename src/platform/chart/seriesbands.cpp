@@ -7,7 +7,7 @@ namespace benthor::platform {
 namespace {
 
 // Antialiasing searches the pixels of a line from the left of a shape: in short ones it finds them at once.
-constexpr int pieceColumns = 32;
+constexpr int pieceColumns = 16;
 
 } // namespace
 

@@ -101,6 +101,7 @@ private:
     ChartScheme scheme_ = ChartScheme::Theme;
     bool ownScale_ = false;
     QString alarmsTold_;
+    std::pair<int, int> page_{1, 1}; ///< zoomfactor and zoompage that were plotted last
     bool keepsSample_ = false; ///< the release that follows a double click picks no sample
 
     QStackedWidget* pages_;

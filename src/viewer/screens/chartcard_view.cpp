@@ -52,6 +52,10 @@ void ChartCard::plot() {
     }
     const SeriesBoxes boxes = around_.boxes();
     MSChart1->setData(session_.matrix(boxes));
+    const std::pair page(session_.zoom().zoomfactor, session_.zoom().zoompage);
+    if (std::exchange(page_, page) != page) {
+        MSChart1->beginMove();
+    }
     MSChart1->setView(session_.freeView());
     MSChart1->setUnits(session_.feet() ? QStringLiteral("ft") : QStringLiteral("m"),
                        leftAxisUnit(boxes, session_.feet(), ownScale_),
