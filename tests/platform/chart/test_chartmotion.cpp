@@ -46,7 +46,7 @@ struct Shown {
     /// What stands on the screen.
     QImage screen() {
         const auto* image = dynamic_cast<QImage*>(window.backingStore()->paintDevice());
-        return image->copy(QRect(QPoint(), chart->size()));
+        return image->copy(QRect(QPoint(), chart->size() * chart->devicePixelRatioF()));
     }
     /// The moved view as it is painted before anything else happens: no timer runs meanwhile.
     QImage moved(RowRange view) {
@@ -170,7 +170,9 @@ private slots:
         shown.moved({600, 4600});
         QCOMPARE(asScreen(shown.window.grab()), shown.still()); // with what is around it
         shown.moved({700, 4700});
-        QImage rendered(chartSize, QImage::Format_RGB32);
+        const double ratio = shown.chart->devicePixelRatioF();
+        QImage rendered(chartSize * ratio, QImage::Format_RGB32);
+        rendered.setDevicePixelRatio(ratio);
         QPainter painter(&rendered);
         shown.chart->render(&painter); // as a print does
         painter.end();
@@ -211,7 +213,9 @@ private slots:
         const QImage plain = shown.moved({0, 5999});
         const QImage full = shown.still();
         const QRgb pen = shown.chart->seriesStyle(3).colour.rgb();
-        const QRect plot = shown.chart->plotArea().adjusted(3, 3, -3, -3);
+        const QRect inner = shown.chart->plotArea().adjusted(3, 3, -3, -3);
+        const double ratio = shown.chart->devicePixelRatioF();
+        const QRect plot(inner.topLeft() * ratio, inner.size() * ratio);
         int drawn = 0;
         for (int x = plot.left(); x < plot.right(); ++x) {
             for (int y = plot.top(); y < plot.bottom(); ++y) {
@@ -223,7 +227,7 @@ private slots:
                          qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
             }
         }
-        QVERIFY2(drawn >= plot.width() - 5, qPrintable(QString::number(drawn)));
+        QVERIFY2(drawn >= plot.width() - 5 * ratio, qPrintable(QString::number(drawn)));
     }
 
     void aChangeIsPaintedOnce() {
@@ -252,7 +256,7 @@ private slots:
 
     void aScreenOfAnotherDensityIsDrawnAnew() {
         Shown shown;
-        shown.chart->setBufferDevicePixelRatio(2);
+        shown.chart->setBufferDevicePixelRatio(3);
         shown.chart->repaint();
         QCOMPARE(shown.chart->bufferDevicePixelRatio(), shown.chart->devicePixelRatioF());
         QCOMPARE(shown.screen(), shown.still());
