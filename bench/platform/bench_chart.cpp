@@ -1,6 +1,6 @@
 // Redraws a chart with all its series beside a bare reference of the same work: one pass of a painter that
 // draws, for each series and pixel column, a line from the least to the largest value, with the same pens and
-// fills.
+// fills. What a chart on the screen paints while its view moves stands beside a frame of 16 ms.
 
 #include "platform/chart/chart.h"
 
@@ -15,6 +15,7 @@ using namespace benthor::platform;
 
 constexpr int rows = 24997;
 constexpr QSize chartSize(1920, 1080);
+constexpr double frame = 0.016; // seconds
 
 ChartMatrix allSeries() {
     ChartMatrix matrix(rows);
@@ -109,17 +110,65 @@ void dataAndRedraw(benchmark::State& state) {
     }
 }
 
-void moveCursor(benchmark::State& state) {
+/// A chart on the screen, seen at rest.
+struct Shown {
+    Shown() {
+        chart.resize(chartSize);
+        chart.setData(allSeries());
+        chart.show();
+        QCoreApplication::processEvents();
+        chart.repaint();
+    }
     Chart chart;
-    chart.resize(chartSize);
-    chart.setData(allSeries());
-    QPixmap picture(chartSize);
-    chart.render(&picture);
+};
+
+void report(benchmark::State& state) {
+    state.counters["frame_share"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * frame,
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+/// `samples`: those in the view, which moves by a part of it.
+void movingView(benchmark::State& state) {
+    Shown shown;
+    const auto span = static_cast<double>(state.range(0));
+    double first = 0;
+    for (auto step : state) {
+        first = first > 0 ? 0 : std::min(span / 100, rows - span);
+        shown.chart.setView(RowRange{first, first + span});
+        shown.chart.repaint();
+    }
+    report(state);
+}
+
+void movingSize(benchmark::State& state) {
+    Shown shown;
+    bool smaller = true;
+    for (auto step : state) {
+        shown.chart.resize(std::exchange(smaller, !smaller) ? chartSize - QSize(8, 8) : chartSize);
+        QCoreApplication::processEvents();
+    }
+    report(state);
+}
+
+/// As the picture that follows the last movement.
+void resting(benchmark::State& state) {
+    Shown shown;
+    for (auto step : state) {
+        shown.chart.setColours(shown.chart.colours());
+        shown.chart.repaint();
+    }
+    report(state);
+}
+
+void moveCursor(benchmark::State& state) {
+    Shown shown;
     int row = 1;
     for (auto step : state) {
-        chart.setCurrentRow(row = row % rows + 1);
-        chart.render(&picture);
+        shown.chart.setCurrentRow(row = (row + 7919) % rows + 1);
+        QCoreApplication::processEvents();
     }
+    report(state);
 }
 
 BENCHMARK(reference)
@@ -130,6 +179,15 @@ BENCHMARK(reference)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(redraw)->Unit(benchmark::kMillisecond);
 BENCHMARK(dataAndRedraw)->Unit(benchmark::kMillisecond);
+BENCHMARK(resting)->Unit(benchmark::kMillisecond);
+BENCHMARK(movingView)
+    ->ArgName("samples")
+    ->Arg(24500)
+    ->Arg(5000)
+    ->Arg(1700)
+    ->Arg(800)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(movingSize)->Unit(benchmark::kMillisecond);
 BENCHMARK(moveCursor)->Unit(benchmark::kMillisecond);
 
 } // namespace
