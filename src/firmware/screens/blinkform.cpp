@@ -22,11 +22,11 @@ BlinkForm::BlinkForm()
     across->addWidget(sign);
     across->addWidget(look::makeHeading(QStringLiteral("Sending")));
     card->body()->addLayout(across);
-    setCentralWidget(card);
+    setContents(card);
 }
 
 QSize BlinkForm::firstSize() const {
-    return centralWidget()->sizeHint();
+    return contents()->sizeHint();
 }
 
 } // namespace benthor::firmware

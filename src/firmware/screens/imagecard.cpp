@@ -66,6 +66,7 @@ ImageCard::ImageCard(QWidget* parent)
     head->addWidget(Label9_);
     Lbldetails_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     Lbldetails_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    Lbldetails_->setWordWrap(true); // with a large font
     head->addWidget(Lbldetails_, 1);
     body()->addLayout(head);
     body()->addWidget(buildFile());

@@ -206,7 +206,7 @@ void ReProg_Link::buildBody() {
     area->addLayout(words, 1);
     down->addLayout(area, 1);
     down->addWidget(keys_);
-    setCentralWidget(ground);
+    setContents(ground);
     keys_->refresh()->setFocus();
 }
 

@@ -66,7 +66,7 @@ void RunProg::buildLayout() {
     card->body()->addWidget(List1_, 1);
     card->body()->addWidget(new look::Rule);
     card->body()->addWidget(buildFoot());
-    setCentralWidget(ground);
+    setContents(ground);
     setMinimumSize(420, 360);
     List1_->setFocus();
 }

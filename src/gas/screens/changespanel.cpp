@@ -7,9 +7,13 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace benthor::gas {
 
 namespace {
+
+constexpr int kLeastList = 60;
 
 QString unread() {
     return QStringLiteral("not read");
@@ -37,9 +41,25 @@ ChangesPanel::ChangesPanel(QWidget* parent)
     table_->setSelectionMode(QAbstractItemView::NoSelection);
     table_->setFocusPolicy(Qt::NoFocus);
     table_->setAccessibleName(QStringLiteral("What an update changes"));
-    table_->setMinimumHeight(look::scaled(60));
+    table_->setMinimumHeight(look::scaled(kLeastList));
     down->addWidget(head_);
     down->addWidget(table_, 1);
+}
+
+/// Whatever room there is, the words are read as a whole, and the list has the rest.
+bool ChangesPanel::event(QEvent* event) {
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) {
+        const int needed = head_->heightForWidth(contentsRect().width() - 2 * look::spaceBase);
+        const QMargins around = layout()->contentsMargins();
+        const int rest = height() - around.top() - needed - layout()->spacing() - around.bottom();
+        const int list = std::clamp(rest, 0, look::scaled(kLeastList));
+        if (needed != head_->minimumHeight() || list != table_->minimumHeight()) {
+            head_->setMinimumHeight(needed);
+            table_->setMinimumHeight(list);
+        }
+    }
+    return done;
 }
 
 QString ChangesPanel::heading(bool read, bool goes) const {

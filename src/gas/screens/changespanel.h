@@ -23,8 +23,11 @@ public:
     void show(const QString& device, const QString& text, int warnings);
     int changes() const { return changes_; }
 
-    /// Its line of words may break, but no height is asked for that: a low window shows less of the list.
+    /// Its line of words may break, but the window is not asked for that: a low one shows less of the list.
     bool hasHeightForWidth() const override { return false; }
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
     QString heading(bool read, bool goes) const;

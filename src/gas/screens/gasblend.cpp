@@ -220,7 +220,7 @@ void GasBlend::showDebug(bool shown) {
     mnuDebugOff_->setChecked(!shown);
     if (!isMaximized() && !isFullScreen()) {
         // What the hidden texts needed holds no longer.
-        centralWidget()->layout()->activate();
+        contents()->layout()->activate();
         layout()->activate();
         resize(firstSize().width(), height());
     }

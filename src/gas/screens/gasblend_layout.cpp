@@ -136,7 +136,7 @@ void GasBlend::layBody() {
     leftSide_ = new QWidget;
     leftSide_->setLayout(left);
     left->setContentsMargins({});
-    leftSide_->setMinimumWidth(look::scaled(kTableWidth));
+    leftSide_->setMinimumWidth(std::max(kTableWidth, leftSide_->minimumSizeHint().width()));
 
     auto* settings = new look::Card;
     settings->body()->setContentsMargins(0, 0, 0, 0);
@@ -158,7 +158,7 @@ void GasBlend::layBody() {
     down->addWidget(replaced_);
     down->addLayout(across, 1);
     down->addWidget(buildFoot());
-    setCentralWidget(ground);
+    setContents(ground);
     buildHidden();
 }
 
@@ -285,7 +285,7 @@ void GasBlend::buildHidden() {
 
 /// At first all is seen; a lower window scrolls the settings and the gas in hand.
 QSize GasBlend::firstSize() const {
-    const QSize needed = centralWidget()->minimumSizeHint();
+    const QSize needed = contents()->minimumSizeHint();
     const int left = leftSide_->minimumSizeHint().height();
     const int right = formArea_->minimumSizeHint().height();
     const int leftOut =

@@ -87,7 +87,7 @@ void GasTable::buildHead() {
             Label4_->setObjectName(QStringLiteral("Label4(0)"));
         }
     }
-    grid->setRowMinimumHeight(0, look::scaled(kRowHeight));
+    grid->setRowMinimumHeight(0, look::scaledRow(kRowHeight));
 }
 
 NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
@@ -166,7 +166,7 @@ void GasTable::buildRow(int row) {
     }
     grid->addWidget(one.Check1, row + 1, col++, Qt::AlignCenter);
     grid->addWidget(one.Option1, row + 1, col, Qt::AlignCenter);
-    grid->setRowMinimumHeight(row + 1, look::scaled(kRowHeight));
+    grid->setRowMinimumHeight(row + 1, look::scaledRow(kRowHeight));
 }
 
 void GasTable::show(const GasPlan& plan, const QList<WrongCell>& wrong) {

@@ -55,7 +55,7 @@ void SettingsForm::heading(const char* caption) {
 
 void SettingsForm::row(const char* caption, QWidget* control) {
     auto* line = new QWidget;
-    line->setFixedHeight(look::scaled(kRowHeight));
+    line->setFixedHeight(look::scaledRow(kRowHeight));
     auto* across = new QHBoxLayout(line);
     across->setContentsMargins({});
     across->setSpacing(look::spaceTight);

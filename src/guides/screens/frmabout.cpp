@@ -58,7 +58,7 @@ frmAbout::frmAbout()
     card->foot()->addWidget(cmdSysInfo);
     card->foot()->addStretch(1);
     card->foot()->addWidget(cmdOK);
-    setCentralWidget(card);
+    setContents(card);
     cmdOK->setFocus();
     setMinimumSize(480, 280);
 }

@@ -47,7 +47,7 @@ frmGetS::frmGetS(bool maintain)
     auto* card = new GuideCard;
     buildWords(*card);
     buildFoot(*card);
-    setCentralWidget(card);
+    setContents(card);
     setMinimumSize(560, 360);
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &frmGetS::unload);
     showStep();

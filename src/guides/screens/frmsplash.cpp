@@ -65,7 +65,7 @@ frmSplash::frmSplash(bool maintain)
     auto* ground = new QWidget;
     auto* around = new QVBoxLayout(ground);
     around->addWidget(frame);
-    setCentralWidget(ground);
+    setContents(ground);
 
     Timer1_ = new platform::TickTimer(QStringLiteral("Timer1"), kShownMilliseconds,
                                       platform::TickTimer::Start::Enabled, this);

@@ -74,7 +74,7 @@ void frmTip::buildLayout() {
     card->foot()->addWidget(next);
     card->foot()->addSpacing(look::spaceSmall);
     card->foot()->addWidget(ok);
-    setCentralWidget(card);
+    setContents(card);
     next->setFocus();
     setMinimumSize(520, 300);
 }

@@ -22,7 +22,7 @@ constexpr int kQuit = 10;
 QLineEdit* field(const char* name, int width) {
     auto* box = named(new QLineEdit, name);
     box->setFont(look::heading());
-    box->setFixedHeight(look::scaled(kFieldHeight));
+    box->setFixedHeight(look::scaledRow(kFieldHeight));
     box->setMinimumWidth(look::scaled(width));
     return box;
 }
@@ -134,7 +134,7 @@ QWidget* CommandCard::buildTitle() {
 
 QWidget* CommandCard::buildValues() {
     auto* values = new QWidget;
-    values->setMinimumHeight(look::scaled(kFieldHeight + 20));
+    values->setMinimumHeight(look::scaledRow(kFieldHeight + 20, 2));
     auto* across = new QHBoxLayout(values);
     across->setContentsMargins({});
     across->setSpacing(look::spaceWide);
@@ -146,7 +146,7 @@ QWidget* CommandCard::buildValues() {
     valueToSend_->setFixedWidth(look::scaled(96));
     valueToSend_->setAccessibleName(QStringLiteral("Interval to send, in seconds"));
     interval->addWidget(captioned(look::makeCaption(QStringLiteral("Value to send (secs)")), valueToSend_));
-    intervalRead_->setMinimumHeight(look::scaled(kFieldHeight));
+    intervalRead_->setMinimumHeight(look::scaledRow(kFieldHeight));
     interval->addWidget(
         captioned(look::makeCaption(QStringLiteral("Interval in the device (secs)")), intervalRead_));
     across->addWidget(interval_);
@@ -172,7 +172,7 @@ QWidget* CommandCard::buildValues() {
     Command2_->setProperty("primary", true);
     Command2_->setProperty("big", true);
     Command2_->setIcon(look::icon("send"));
-    Command2_->setMinimumHeight(look::scaled(kFieldHeight));
+    Command2_->setMinimumHeight(look::scaledRow(kFieldHeight));
     edge->addWidget(Command2_);
     across->addWidget(Shape1_);
     return values;

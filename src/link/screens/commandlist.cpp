@@ -92,7 +92,7 @@ CommandList::CommandList(QWidget* parent)
 look::EntryRow* CommandList::addRow(QWidget* column, int index) {
     auto* row = new look::EntryRow(QLatin1String(iconOf(index)), listCaption(index),
                                    look::EntryRow::Kind::Normal, column);
-    row->setFixedHeight(look::scaled(44));
+    row->setFixedHeight(look::scaledRow(44));
     row->setNames(QStringLiteral("Picture14(%1)").arg(index), QStringLiteral("Label19(%1)").arg(index));
     // A click on the picture takes the interval along; the row itself acts as its caption.
     disconnect(row->picture(), &look::ClickableLabel::clicked, row, &look::EntryRow::clicked);

@@ -68,7 +68,7 @@ DownloadPanel::DownloadPanel(QWidget* parent)
     down->addWidget(buildReceived());
     // The width that the open fold needs is kept while it is shut, so that nothing moves.
     single_->setOpen(true);
-    setMinimumWidth(std::max(look::scaled(kLeastWidth), minimumSizeHint().width()));
+    setMinimumWidth(std::max(kLeastWidth, minimumSizeHint().width()));
     single_->setOpen(false);
 }
 

@@ -20,7 +20,7 @@ constexpr int kGap = 3;
 
 Lamp::Lamp(QWidget* parent)
     : QWidget(parent) {
-    setFixedSize(look::scaled(kLampWidth), look::scaled(kLampHeight));
+    setFixedSize(kLampWidth, kLampHeight);
 }
 
 void Lamp::setToldBackground(const QColor& colour) {

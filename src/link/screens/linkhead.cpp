@@ -26,6 +26,9 @@ constexpr int kBarWidth = 96;
 constexpr int kHintBlock = 10;
 constexpr int kProgressEnd = 300;
 
+const QString kDiveHeading = QStringLiteral("Dive Download");
+const QString kSetupHeading = QStringLiteral("Setup Utilities");
+
 QString iconOf(const QString& caption) {
     if (caption == QLatin1String("Connected") || caption == QLatin1String("Data Updated")) {
         return QStringLiteral("check");
@@ -140,8 +143,12 @@ LinkHead::LinkHead(QWidget* parent)
     face->setSpacing(0);
     face->addWidget(lblheading_);
     face->addWidget(Label13_, 0, Qt::AlignLeft);
-    lblheading_->setMinimumWidth(look::scaled(kHeadingWidth));
     lblheading_->setContentsMargins(look::spaceTight, 0, 0, 0);
+    int heading = kHeadingWidth;
+    for (const QString& words : {kDiveHeading, kSetupHeading}) { // nothing moves when the face changes
+        heading = std::max(heading, look::spaceTight + lblheading_->fontMetrics().horizontalAdvance(words));
+    }
+    lblheading_->setMinimumWidth(heading);
     across->addLayout(face);
     across->addWidget(AFLabel3_);
     auto* activity = new QVBoxLayout;
@@ -162,10 +169,8 @@ LinkHead::LinkHead(QWidget* parent)
 }
 
 void LinkHead::layFace(bool dive) {
-    const QString download = QStringLiteral("Dive Download");
-    const QString setup = QStringLiteral("Setup Utilities");
-    showText(lblheading_, dive ? download : setup);
-    showText(Label13_, dive ? setup : download);
+    showText(lblheading_, dive ? kDiveHeading : kSetupHeading);
+    showText(Label13_, dive ? kSetupHeading : kDiveHeading);
 }
 
 void LinkHead::sync(const LinkState& link) {

@@ -11,6 +11,7 @@
 #include "link/screens/waitcard.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/columnarea.h"
+#include "platform/look/widgets/contentsarea.h"
 #include "platform/look/widgets/status.h"
 
 #include <QHBoxLayout>
@@ -41,9 +42,10 @@ void PC_Link_1::buildBody() {
     down->addWidget(head_);
     down->addWidget(area, 1);
     down->addWidget(foot_);
-    setCentralWidget(ground);
+    setContents(ground);
     // Never so narrow that the lamps of the head lie over its status.
-    setMinimumSize(std::max(960, head_->minimumSizeHint().width()), 620);
+    setMinimumSize(QSize(std::max(960, head_->minimumSizeHint().width()), 620)
+                       .boundedTo(look::ContentsArea::largestLeast(this)));
     wait_ = new WaitCard(area);
 }
 

@@ -10,6 +10,8 @@
 
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace benthor::link {
 
 namespace {
@@ -37,7 +39,9 @@ WaitCard::WaitCard(QWidget* area)
     words_->setObjectName(QStringLiteral("TXTWait(0)"));
     // Two lines are seen; the text ends in a line end.
     words_->setAlignment(Qt::AlignTop);
-    words_->setFixedHeight(2 * words_->fontMetrics().lineSpacing());
+    words_->setText(QStringLiteral(" \n "));
+    words_->setFixedHeight(std::max(words_->sizeHint().height(), 2 * words_->fontMetrics().lineSpacing()));
+    words_->clear();
     auto* said = new QVBoxLayout;
     said->setSpacing(look::spaceTight);
     said->addWidget(words_);

@@ -129,7 +129,7 @@ void mergelogbook::buildLayout() {
     card->body()->addWidget(treemerge_, 1);
     card->body()->addWidget(new look::Rule);
     card->body()->addWidget(buildFoot());
-    setCentralWidget(ground);
+    setContents(ground);
     setMinimumSize(640, 400);
 }
 

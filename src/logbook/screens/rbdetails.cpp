@@ -61,7 +61,7 @@ void rbdetails::loading() {
         showPickLists();
         stored_ = edited();
     } catch (const StoreError& error) {
-        centralWidget()->setEnabled(false);
+        contents()->setEnabled(false);
         tell(error.text());
     }
 }
@@ -298,7 +298,7 @@ void rbdetails::takeTypedBuddy() {
 
 /// What was said of the last save is no longer true.
 void rbdetails::typed() {
-    if (!quietLine_->text().isEmpty() && centralWidget()->isEnabled() && !(edited() == stored_)) {
+    if (!quietLine_->text().isEmpty() && contents()->isEnabled() && !(edited() == stored_)) {
         tell(QString());
     }
 }

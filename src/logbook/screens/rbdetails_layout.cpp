@@ -77,7 +77,7 @@ rbdetails::rbdetails()
     body->addLayout(across, 1);
     body->addWidget(buildPictures());
     down->addLayout(body, 1);
-    setCentralWidget(ground);
+    setContents(ground);
     setMinimumSize(900, 620);
     Txtdiver_->setFocus();
     connectTyping();

@@ -148,7 +148,7 @@ void rbmain::buildPopup() {
 
 void rbmain::buildBody() {
     auto* body = new QWidget;
-    setCentralWidget(body);
+    setContents(body);
     auto* column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

@@ -72,7 +72,7 @@ void trash::buildLayout() {
     card->body()->addWidget(treetrash_, 1);
     card->body()->addWidget(new look::Rule);
     card->body()->addWidget(buildFoot());
-    setCentralWidget(ground);
+    setContents(ground);
     setMinimumSize(520, 360);
     treetrash_->setFocus();
 }

@@ -30,6 +30,14 @@ DesktopFont& desktopFont() {
 constexpr double defaultPixels = 10.0 * 96.0 / 72.0;
 constexpr double largestScale = 3;
 
+// What is larger than the text that is read is legible as it is: it grows by as many pixels as that text
+// does.
+constexpr int readPixels = 13;
+
+int grown(int px) {
+    return px + static_cast<int>(std::lround(std::min(px, readPixels) * (desktopFont().scale - 1)));
+}
+
 bool equalDigits(const QFont& font) {
     const QFontMetricsF metrics(font);
     const double width = metrics.horizontalAdvance(u'0');
@@ -47,7 +55,7 @@ QFont sized(const QString& family, int px) {
         font.setFamily(family);
     }
     font.setBold(false);
-    font.setPixelSize(scaled(px));
+    font.setPixelSize(grown(px));
     return font;
 }
 
@@ -100,7 +108,7 @@ QFont numbers(int px) {
 
 QFont fixed(int px) {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(scaled(px));
+    font.setPixelSize(grown(px));
     return font;
 }
 
@@ -118,6 +126,11 @@ bool hasTabularDigits(const QFont& font) {
 
 double fontScale() {
     return desktopFont().scale;
+}
+
+int scaledRow(int px, int lines) {
+    const double line = 18; // of the body's text, at the usual size
+    return px + static_cast<int>(std::lround(lines * line * (desktopFont().scale - 1)));
 }
 
 int scaled(int px) {

@@ -4,8 +4,9 @@
 
 namespace benthor::look {
 
-// Sizes are pixels of the layout. They grow with the desktop's font: where it is larger than 10 points, every
-// size here and every height of the controls grows by the same factor.
+// Sizes are pixels of the layout. They grow with the desktop's font where it is larger than 10 points: what
+// is read by the same factor, what is larger than that by as many pixels, and room as it is needed for the
+// words.
 
 /// 13: what is read and worked.
 QFont body();
@@ -31,5 +32,8 @@ bool hasTabularDigits(const QFont& font);
 double fontScale();
 /// `px` grown by that factor.
 int scaled(int px);
+/// The height of a row of controls: `px` of which that many lines of text grow, and the room around them
+/// stays.
+int scaledRow(int px, int lines = 1);
 
 } // namespace benthor::look

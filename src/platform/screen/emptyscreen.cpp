@@ -22,7 +22,7 @@ EmptyScreen::EmptyScreen(const QString& name, const QString& title)
     title_ = look::makeHeading(QString(), card);
     content_->addWidget(title_, 0, Qt::AlignTop);
     content_->addStretch(1);
-    setCentralWidget(ground);
+    setContents(ground);
     setMinimumSize(320, 200);
     setTitle(title);
 }

@@ -1,5 +1,6 @@
 #include "platform/screen/screen.h"
 
+#include "platform/look/widgets/contentsarea.h"
 #include "platform/screen/ticktimer.h"
 #include "platform/screen/windowplace.h"
 #include "platform/storewait.h"
@@ -65,6 +66,12 @@ Screen::Screen(const QString& name) {
 
 bool Screen::anyAtWork() {
     return routinesOfAll > 0;
+}
+
+void Screen::setContents(QWidget* contents) {
+    contents_ = contents;
+    area_ = new look::ContentsArea(contents);
+    setCentralWidget(area_);
 }
 
 void Screen::load() {
@@ -183,14 +190,27 @@ void Screen::restorePlace() {
     for (const QScreen* display : displays) {
         areas += display->availableGeometry();
     }
-    const QRect remembered = ownPlace() ? QRect(*ownPlace(), firstSize())
+    const QSize first = openingSize();
+    const QRect remembered = ownPlace() ? QRect(*ownPlace(), first)
                                         : userSettings().rectangle(QStringLiteral("Windows"), objectName());
-    const QRect place = windowPlace(remembered, firstSize(), areas);
+    const QRect place = windowPlace(remembered, first, areas);
     openedAt_ = place.topLeft();
     setGeometry(place);
     for (const int wait : {50, 250, 1000}) { // milliseconds until a window manager has made the frame
         QTimer::singleShot(wait, this, &Screen::keepFrameInside);
     }
+}
+
+/// The first size, and more where a large font needs it: then nothing scrolls that has room on the display.
+QSize Screen::openingSize() const {
+    if (area_ == nullptr) {
+        return firstSize();
+    }
+    QSize least = area_->sizeIn(firstSize());
+    if (menuWidget() != nullptr) {
+        least.rheight() += menuWidget()->sizeHint().height();
+    }
+    return firstSize().expandedTo(least);
 }
 
 /// The place is that of the window without its frame, which the window manager adds some time after the
@@ -205,7 +225,7 @@ void Screen::keepFrameInside() {
     framed_ = !frame.isNull(); // from now on it stands where the user has it
     const QRect display = screen()->availableGeometry();
     if (display.contains(geometry()) && !display.contains(geometry().marginsAdded(frame))) {
-        setGeometry(windowPlace(geometry(), firstSize(), {display.marginsRemoved(frame)}));
+        setGeometry(windowPlace(geometry(), openingSize(), {display.marginsRemoved(frame)}));
     }
 }
 

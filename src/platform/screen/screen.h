@@ -6,6 +6,10 @@
 #include <functional>
 #include <optional>
 
+namespace benthor::look {
+class ContentsArea;
+} // namespace benthor::look
+
 namespace benthor::platform {
 
 /// A top-level window with the life of a screen: loaded (its controls are there and can be read), shown,
@@ -30,6 +34,12 @@ public:
     void showScreen();
     void bringToFront();
     void unload();
+
+    /// Takes `contents` as all that stands below the menu bar. They scroll where the window has less room
+    /// than they need, and the window never has to be larger for them than a small display. To be called
+    /// once, in place of setCentralWidget.
+    void setContents(QWidget* contents);
+    QWidget* contents() const { return contents_; } ///< null before they are set
 
     /// Whether a routine of any screen is on the stack: events then run inside it.
     static bool anyAtWork();
@@ -59,7 +69,7 @@ protected:
     /// Stores what unloading() stores, and nothing else.
     virtual void keeping() {}
 
-    /// Size of the window when it is shown for the first time.
+    /// Size of the window when it is shown for the first time; larger where its contents need more.
     virtual QSize firstSize() const { return {1180, 640}; }
 
     /// Where the window opens each time, for a screen that sets its own place; it is then not remembered.
@@ -88,11 +98,14 @@ protected:
 private:
     enum class State { New, Loaded, Unloaded };
 
+    QSize openingSize() const;
     void restorePlace();
     void keepFrameInside();
     void rememberPlace() const;
 
     State state_ = State::New;
+    look::ContentsArea* area_ = nullptr;
+    QWidget* contents_ = nullptr;
     bool placed_ = false;
     QPoint openedAt_;     ///< where it was put, whatever became of that
     bool framed_ = false; ///< the frame stands where it can be seen

@@ -200,7 +200,7 @@ void MainScreen::showPanelPicture() {
 
 bool MainScreen::event(QEvent* event) {
     const bool done = Screen::event(event);
-    if (event->type() == QEvent::LayoutRequest && centralWidget() != nullptr) {
+    if (event->type() == QEvent::LayoutRequest && contents() != nullptr) {
         fitLeastSize();
     }
     return done;

@@ -200,6 +200,7 @@ private:
     look::TotalsLabel* lbltotaldive_ = nullptr;
     QStackedWidget* foot_ = nullptr;
     QBoxLayout* cards_ = nullptr;
+    int entriesWidth_ = 0; ///< of the column at the left
     look::LampDot* lblstatus_ = nullptr;
     QLabel* Text14_ = nullptr;
     QLabel* waiting_ = nullptr;

@@ -4,6 +4,7 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
+#include "platform/look/widgets/contentsarea.h"
 #include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/status.h"
 #include "shell/screens/tipspanel.h"
@@ -79,7 +80,7 @@ void MainScreen::buildLayout() {
 
     across->addWidget(right, 1);
     across->addWidget(buildTips());
-    setCentralWidget(ground);
+    setContents(ground);
     fitLeastSize();
     buildProgress(right);
 }
@@ -98,7 +99,6 @@ look::EntryRow* MainScreen::entry(QWidget* column, int choice, const QString& ca
 
 QWidget* MainScreen::buildEntries() {
     auto* column = new look::Pane(Qt::RightEdge);
-    column->setFixedWidth(look::scaled(kEntriesWidth));
     auto* down = new QVBoxLayout(column);
     down->setContentsMargins(look::spaceSmall, look::spaceBase, look::spaceSmall, look::spaceSmall);
     down->setSpacing(look::spaceTight);
@@ -127,6 +127,11 @@ QWidget* MainScreen::buildEntries() {
     add(kFerroweImport, "Ferrowe pdl Import", "Label14", "", "importfile", true);
     down->addWidget(new look::Rule);
     add(kExit, "Exit", "lblexit", "Picture7", "exit");
+    entriesWidth_ = kEntriesWidth;
+    for (const look::EntryRow* row : std::as_const(entries_)) {
+        entriesWidth_ = std::max(entriesWidth_, row->neededWidth() + 2 * look::spaceSmall + 1);
+    }
+    column->setFixedWidth(entriesWidth_);
     return column;
 }
 
@@ -146,8 +151,11 @@ QPushButton* MainScreen::footButton(int choice, const QString& name, const QStri
     button->setProperty("big", true);
     button->setIcon(look::icon(icon));
     across->addWidget(button);
-    across->addStretch(1);
-    across->addWidget(look::makeCaption(words));
+    across->addSpacing(look::spaceBase);
+    QLabel* told = look::makeCaption(words);
+    told->setWordWrap(true);
+    told->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    across->addWidget(told, 1);
     feet_.insert(choice, row);
     foot_->addWidget(row);
     return button;
@@ -201,11 +209,12 @@ QWidget* MainScreen::buildTips() {
 /// At its least size the screen still shows all that stands on it. The width is told, not measured: it is the
 /// one at which the cards stand one above the other.
 void MainScreen::fitLeastSize() {
-    const QLayout* ground = centralWidget()->layout();
+    const QLayout* ground = contents()->layout();
     const int width = Frame4_->isHidden() ? 880 : 1000;
     const int height =
         std::max(ground->totalMinimumSize().height(), ground->totalMinimumHeightForWidth(width));
-    const QSize least(width, std::max(560, menuBar()->sizeHint().height() + height));
+    const QSize least = QSize(width, std::max(560, menuBar()->sizeHint().height() + height))
+                            .boundedTo(look::ContentsArea::largestLeast(this));
     if (least != minimumSize()) {
         setMinimumSize(least);
     }
@@ -213,7 +222,7 @@ void MainScreen::fitLeastSize() {
 
 /// Where the tips leave no room for the two cards side by side they stand one above the other.
 void MainScreen::fitCards() {
-    const int room = width() - look::scaled(kEntriesWidth) - (Frame4_->isHidden() ? 0 : Frame4_->width());
+    const int room = width() - entriesWidth_ - (Frame4_->isHidden() ? 0 : Frame4_->width());
     cards_->setDirection(room < look::scaled(kTwoCardsWidth) ? QBoxLayout::TopToBottom
                                                              : QBoxLayout::LeftToRight);
 }

@@ -85,7 +85,7 @@ QWidget* ChartCard::makeEmptyPage() {
     emptyText_ = new QLabel;
     emptyText_->setWordWrap(true);
     emptyText_->setAlignment(Qt::AlignHCenter);
-    emptyText_->setFixedWidth(look::scaled(kEmptyTextWidth));
+    emptyText_->setFixedWidth(kEmptyTextWidth); // with a large font it has more lines
     look::setInk(emptyText_, look::Ink::Quiet);
     auto* middle = new QHBoxLayout;
     middle->addStretch();

@@ -6,6 +6,7 @@
 #include "viewer/screens/headbox.h"
 #include "viewer/screens/widths.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -23,11 +24,15 @@ constexpr int kNarrowNumber = 12;
 
 DiveHead::DiveHead(QWidget* parent)
     : Pane(Qt::BottomEdge, parent)
-    , row_(new QHBoxLayout(this)) {
-    setFixedHeight(look::scaled(kHeadHeight));
+    , across_(new QBoxLayout(QBoxLayout::LeftToRight, this))
+    , row_(new QHBoxLayout)
+    , buttons_(new QHBoxLayout) {
+    setFixedHeight(look::scaledRow(kHeadHeight, 2));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    row_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 1);
-    row_->setSizeConstraint(QLayout::SetNoConstraint); // fit() answers for the room
+    across_->setContentsMargins(look::spaceBase, 0, look::spaceBase, 1);
+    across_->setSizeConstraint(QLayout::SetNoConstraint); // fit() answers for the room
+    across_->addLayout(row_, 1);
+    across_->addLayout(buttons_);
 
     auto* cmdclose = new CommandButton(QStringLiteral("Back to the dive list"), QStringLiteral("back"),
                                        CommandButton::Kind::Icon);
@@ -57,16 +62,15 @@ HeadBox* DiveHead::addBox(const char* name, const char* caption, const char* uni
 }
 
 void DiveHead::addButtons() {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(look::spaceTight);
-    row_->addLayout(row);
-    const auto add = [row, this](const char* caption, const char* icon, const char* name, const char* picture,
-                                 DiveAct act) {
+    buttons_->setSpacing(look::spaceTight);
+    buttons_->addStretch();
+    const auto add = [this](const char* caption, const char* icon, const char* name, const char* picture,
+                            DiveAct act) {
         auto* button =
             new CommandButton(QLatin1String(caption), QLatin1String(icon), CommandButton::Kind::Icon);
         button->setNames(name, picture, "");
         connect(button, &QPushButton::clicked, this, [this, act] { emit acted(act); });
-        row->addWidget(button);
+        buttons_->addWidget(button);
     };
     add("Dive details", "info", "Command1", "Picture5", DiveAct::Details);
     add("Gas and system settings", "cylinder", "cmdgas", "", DiveAct::Gases);
@@ -74,7 +78,7 @@ void DiveHead::addButtons() {
                                         CommandButton::Kind::Icon);
     Cmdtissue->setNames("Cmdtissue", "", "");
     Cmdtissue->setEnabled(false);
-    row->addWidget(Cmdtissue);
+    buttons_->addWidget(Cmdtissue);
     add("Save the gases as CSV", "document", "cmdSave", "Picture2", DiveAct::SaveCsv);
     add("Prints the current form and dive details on the default printer", "print", "cmdsavegraph",
         "Picture3", DiveAct::PrintScreen);
@@ -83,7 +87,7 @@ void DiveHead::addButtons() {
     Command4->setNames("Command4", "Picture11", "");
     Command4->setToolTip(QStringLiteral("Save for DAN (.zxu)"));
     connect(Command4, &QPushButton::clicked, this, [this] { emit acted(DiveAct::SaveDan); });
-    row->addWidget(Command4);
+    buttons_->addWidget(Command4);
 }
 
 void DiveHead::showHeader(const profile::HeaderBoxes& header) {
@@ -118,10 +122,36 @@ double DiveHead::interval() const {
 
 void DiveHead::fit(int windowWidth) {
     const bool narrow = isNarrow(windowWidth);
+    windowWidth_ = windowWidth;
     row_->setSpacing(narrow ? look::spaceSmall : isRoomy(windowWidth) ? look::spaceRoom : look::spaceBase);
     Command4->setKind(narrow ? CommandButton::Kind::Icon : CommandButton::Kind::Small);
     for (HeadBox* box : std::as_const(boxes_)) {
         box->setNumberSize(narrow ? kNarrowNumber : kNumber);
+    }
+    across_->setSpacing(row_->spacing());
+    placeButtons();
+}
+
+/// What stands in the boxes may change, and with it the room that they need.
+bool DiveHead::event(QEvent* event) {
+    const bool done = Pane::event(event);
+    if (event->type() == QEvent::LayoutRequest) {
+        placeButtons();
+    }
+    return done;
+}
+
+void DiveHead::placeButtons() {
+    const QMargins around = across_->contentsMargins();
+    const int beside = around.left() + row_->minimumSize().width() + across_->spacing() +
+                       buttons_->minimumSize().width() + around.right();
+    const bool below = look::fontScale() > 1 && beside > windowWidth_;
+    across_->setDirection(below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    across_->setSpacing(below ? 0 : row_->spacing());
+    const int height =
+        look::scaledRow(kHeadHeight, 2) + (below ? Command4->sizeHint().height() + look::spaceSmall : 0);
+    if (height != maximumHeight()) {
+        setFixedHeight(height);
     }
 }
 

@@ -33,17 +33,25 @@ public:
     QList<PaperValue> values() const;
     /// The number of seconds in the box of the interval.
     double interval() const;
-    /// For windows of that width, in pixels.
+    /// For windows of that width, in pixels. Where a large font leaves no room beside the boxes, the buttons
+    /// stand below them.
     void fit(int windowWidth);
 
 signals:
     void acted(DiveAct act);
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     HeadBox* addBox(const char* name, const char* caption, const char* unit = "");
     void addButtons();
+    void placeButtons();
 
+    QBoxLayout* across_;
     QBoxLayout* row_;
+    QBoxLayout* buttons_;
+    int windowWidth_ = 0;
     QList<HeadBox*> boxes_;
     look::CommandButton* Command4;
     HeadBox* txtdiveid;

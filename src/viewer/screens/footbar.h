@@ -2,13 +2,16 @@
 
 #include <QWidget>
 
+class QBoxLayout;
+
 namespace benthor::viewer {
 
 class PlayBar;
 class ZoomBar;
 
 /// The bar below the chart: playback at the left, the views at the right. Where both don't fit with their
-/// captions, first the one and then the other is pictures alone.
+/// captions, first the one and then the other is pictures alone;
+/// where a large font leaves no room even for that, the views stand below.
 class FootBar : public QWidget {
     Q_OBJECT
 
@@ -24,6 +27,7 @@ protected:
 private:
     void fit();
 
+    QBoxLayout* across_;
     PlayBar* playbar_;
     ZoomBar* zoombar_;
 };

@@ -55,6 +55,11 @@ void HeadNumber::setNumberSize(int px) {
     placeUnit();
 }
 
+void HeadNumber::setLeastWidth(int px) {
+    leastWidth_ = px;
+    updateGeometry();
+}
+
 void HeadNumber::setToldColour(const QColor& colour) {
     value_->setToldColour(colour);
 }

@@ -24,6 +24,10 @@ public:
     void setUnit(const QString& text);
     /// Size of the value in pixels of the layout.
     void setNumberSize(int px);
+    /// It takes that width in pixels even where its value needs less.
+    void setLeastWidth(int px);
+    QSize sizeHint() const override { return QWidget::sizeHint().expandedTo({leastWidth_, 0}); }
+    QSize minimumSizeHint() const override { return QWidget::minimumSizeHint().expandedTo({leastWidth_, 0}); }
     /// Of the value; invalid: the text colour.
     void setToldColour(const QColor& colour);
 
@@ -32,6 +36,7 @@ private:
 
     look::NumberLabel* value_;
     QLabel* unit_;
+    int leastWidth_ = 0;
 };
 
 } // namespace benthor::viewer

@@ -267,7 +267,7 @@ QWidget* InstrumentPanel::makeScrubber() {
     mask(3) = new MaskPanel(QStringLiteral("Frame4(3)"), QStringLiteral("–"), Lbldtemp);
     mask(4) = new MaskPanel(QStringLiteral("Frame4(4)"), QStringLiteral("–"), lbldstack);
     for (HeadNumber* covered : {Lbldtemp, lbldstack}) {
-        covered->setMinimumWidth(look::scaled(40));
+        covered->setLeastWidth(look::scaled(40));
     }
     return group;
 }
@@ -284,7 +284,7 @@ QWidget* InstrumentPanel::makeSupply(const char* caption, const char* name, cons
     row->addWidget(text);
     number = new HeadNumber(QLatin1String(name), QString(), QStringLiteral("bar"));
     number->setNumberSize(kRowNumber);
-    number->setMinimumWidth(look::scaled(64));
+    number->setLeastWidth(look::scaled(64));
     row->addWidget(number);
     gauge = makeGauge(gaugeName, qPrintable(QLatin1String(caption) + QStringLiteral(" gauge")));
     number->value()->setAccessibleName(QLatin1String(caption));

@@ -34,7 +34,7 @@ PlayBar::PlayBar(QWidget* parent)
     Label18->setAccessibleName(QStringLiteral("Play speed"));
     Label18->setFont(look::strong(look::numbers(13)));
     Label18->setAlignment(Qt::AlignCenter);
-    Label18->setMinimumWidth(look::scaled(34));
+    Label18->setMinimumWidth(look::scaledRow(34));
     row->addWidget(Label18);
     add("Increments play speed x2", "faster", Act::Faster, "Command6(0)");
     addLine();

@@ -5,6 +5,7 @@
 #include "viewer/screens/chartcard.h"
 #include "viewer/screens/diveexports.h"
 #include "viewer/screens/divemenus.h"
+#include "viewer/screens/instrumentpanel.h"
 #include "viewer/screens/playbar.h"
 #include "viewer/screens/samplekeys.h"
 
@@ -48,6 +49,16 @@ void rbinterface::changeEvent(QEvent* event) {
 void rbinterface::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
     fitToWidth();
+}
+
+/// The instruments are given more room when a number needs it, and keep it: a dive that is played would else
+/// push the chart to and fro.
+bool rbinterface::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == panelView_ && event->type() == QEvent::LayoutRequest &&
+        panelView_->minimumSizeHint().width() > right_->width()) {
+        fitToWidth();
+    }
+    return Screen::eventFilter(watched, event);
 }
 
 void rbinterface::keyPressEvent(QKeyEvent* event) {

@@ -75,6 +75,7 @@ protected:
     QSize firstSize() const override { return {1366, 768}; }
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

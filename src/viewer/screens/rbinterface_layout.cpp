@@ -24,6 +24,12 @@
 
 namespace benthor::viewer {
 
+namespace {
+
+constexpr int kNarrowPanel = 244; ///< least width of the instruments, however large the font
+
+} // namespace
+
 void rbinterface::makeParts() {
     auto* ground = new QWidget;
     head_ = new DiveHead;
@@ -44,6 +50,7 @@ void rbinterface::makeParts() {
     instruments->setContentsMargins({});
     instruments->setSpacing(look::spaceBase);
     panelView_ = new InstrumentPanel;
+    panelView_->installEventFilter(this);
     instruments->addWidget(panelView_, 1);
 
     auto* row = new QHBoxLayout;
@@ -57,7 +64,7 @@ void rbinterface::makeParts() {
     column->setSpacing(0);
     column->addWidget(head_);
     column->addLayout(row, 1);
-    setCentralWidget(ground);
+    setContents(ground);
     ground->setFocusPolicy(Qt::ClickFocus);
     ground->setFocus(); // no control is marked until the user takes the keyboard
 }
@@ -140,8 +147,8 @@ void rbinterface::fitToWidth() {
     const bool wide = isWide(width());
     head_->fit(width());
     panelView_->setNumberSize(narrow ? 26 : (wide ? 40 : 32));
-    right_->setFixedWidth(
-        std::max(look::scaled(narrow ? 244 : (wide ? 320 : 272)), panelView_->minimumSizeHint().width()));
+    right_->setFixedWidth(std::max(narrow ? kNarrowPanel : look::scaled(wide ? 320 : 272),
+                                   panelView_->minimumSizeHint().width()));
     side_->fit(width(), static_cast<QBoxLayout*>(right_->layout()));
 }
 

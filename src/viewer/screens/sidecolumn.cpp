@@ -17,7 +17,7 @@ namespace {
 constexpr int kGasPlace = 1; ///< below the series
 
 int sideWidth(int windowWidth) {
-    return look::scaled(isNarrow(windowWidth) ? 166 : (isWide(windowWidth) ? 196 : 172));
+    return isNarrow(windowWidth) ? 166 : look::scaled(isWide(windowWidth) ? 196 : 172);
 }
 
 look::Card* makeLowCard() {

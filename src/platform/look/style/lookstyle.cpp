@@ -136,9 +136,9 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ToolTipLabelFrameWidth:
         return 6;
     case PM_TabBarTabHSpace:
-        return scaled(28);
+        return 28;
     case PM_TabBarTabVSpace:
-        return scaled(14);
+        return 14;
     default: {
         const std::optional<int> space = spaceOf(metric);
         return space ? *space : QProxyStyle::pixelMetric(metric, option, widget);

@@ -13,20 +13,20 @@ namespace {
 constexpr int gapBehindIcon = 8;
 
 QSize buttonSize(const QStyleOptionButton& option, const QWidget* widget) {
-    const int height = scaled(flagged(widget, "big") ? 40 : 32);
+    const int height = scaledRow(flagged(widget, "big") ? 40 : 32);
     if (option.text.isEmpty()) {
         return {height, height};
     }
     const bool heavy = flagged(widget, "primary");
     const QFontMetrics metrics(heavy ? strong(widget->font()) : (widget ? widget->font() : body()));
-    int width = metrics.size(Qt::TextShowMnemonic, option.text).width() + scaled(26);
+    int width = metrics.size(Qt::TextShowMnemonic, option.text).width() + 26;
     if (!option.icon.isNull()) {
         width += option.iconSize.width() + gapBehindIcon;
     }
     if (option.features & QStyleOptionButton::HasMenu) {
         width += scaled(20);
     }
-    return {width, std::max(height, metrics.size(Qt::TextShowMnemonic, option.text).height() + scaled(12))};
+    return {width, std::max(height, metrics.size(Qt::TextShowMnemonic, option.text).height() + 12)};
 }
 
 QSize menuItemSize(const QStyleOptionMenuItem& option) {
@@ -40,7 +40,7 @@ QSize menuItemSize(const QStyleOptionMenuItem& option) {
     if (parts.size() > 1) {
         width += scaled(32) + metrics.horizontalAdvance(parts.at(1));
     }
-    return {width, scaled(30)};
+    return {width, scaledRow(30)};
 }
 
 QRect square(const QRect& in, int side) {
@@ -87,22 +87,22 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         }
         return {usual.width() + 5, std::max(usual.height(), scaled(24))};
     case CT_LineEdit:
-        return {usual.width() + 8, std::max(usual.height(), scaled(32))};
+        return {usual.width() + 8, std::max(usual.height(), scaledRow(32))};
     case CT_ComboBox:
-        return {usual.width() + scaled(12), scaled(32)};
+        return {usual.width() + scaled(12), scaledRow(32)};
     case CT_SpinBox:
-        return {usual.width() + scaled(10), scaled(32)};
+        return {usual.width() + scaled(10), scaledRow(32)};
     case CT_MenuItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
             return menuItemSize(*item);
         }
         return usual;
     case CT_MenuBarItem:
-        return {contents.width() + scaled(20), scaled(28)};
+        return {contents.width() + 20, scaledRow(28)};
     case CT_ProgressBar:
         return {usual.width(), scaled(12)};
     case CT_TabBarTab:
-        return {usual.width() + scaled(6), std::max(usual.height(), scaled(34))};
+        return {usual.width() + scaled(6), std::max(usual.height(), scaledRow(34))};
     default:
         return usual;
     }

@@ -46,7 +46,7 @@ CommandButton::CommandButton(const QString& caption, const QString& iconName, Ki
         setToolTip(caption);
     }
     if (kind == Kind::Large) {
-        setFixedHeight(scaled(kLargeHeight));
+        setFixedHeight(scaledRow(kLargeHeight, 2));
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
 }
@@ -102,7 +102,7 @@ int CommandButton::textLeft(Kind kind) const {
 
 int CommandButton::widthAs(Kind kind) const {
     if (kind == Kind::Icon) {
-        return scaled(kIconWidth);
+        return scaledRow(kIconWidth);
     }
     const int title = QFontMetrics(strong(body())).horizontalAdvance(text());
     const int quiet = QFontMetrics(caption()).horizontalAdvance(quietLine_);
@@ -110,7 +110,8 @@ int CommandButton::widthAs(Kind kind) const {
 }
 
 QSize CommandButton::sizeHint() const {
-    return {widthAs(kind_), kind_ == Kind::Large ? scaled(kLargeHeight) : QPushButton::sizeHint().height()};
+    return {widthAs(kind_),
+            kind_ == Kind::Large ? scaledRow(kLargeHeight, 2) : QPushButton::sizeHint().height()};
 }
 
 void CommandButton::resizeEvent(QResizeEvent* event) {

@@ -1,5 +1,6 @@
 #include "platform/look/widgets/entryrow.h"
 
+#include "platform/look/look.h"
 #include "platform/look/style/paint.h"
 
 #include <QEvent>
@@ -16,7 +17,7 @@ EntryRow::EntryRow(const QString& iconName, const QString& captionText, Kind kin
     , picture_(new ClickableLabel(this))
     , caption_(new ClickableLabel(captionText, this)) {
     const bool quiet = kind == Kind::Quiet;
-    setFixedHeight(scaled(quiet ? 32 : 48));
+    setFixedHeight(scaledRow(quiet ? 32 : 48));
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -27,7 +28,7 @@ EntryRow::EntryRow(const QString& iconName, const QString& captionText, Kind kin
     // same act.
     picture_->setFocusPolicy(Qt::NoFocus);
     picture_->setAccessibleName(captionText.trimmed());
-    picture_->setFixedWidth(scaled(32));
+    picture_->setFixedWidth(scaledRow(32));
     caption_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     picture_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     layout_->addWidget(picture_);
@@ -80,6 +81,17 @@ void EntryRow::setToldCaptionColour(const QColor& colour) {
 
 QSize EntryRow::sizeHint() const {
     return {std::max(QWidget::sizeHint().width(), scaled(180)), height()};
+}
+
+/// A chosen entry is written bold, and a sign may come and go.
+int EntryRow::neededWidth() const {
+    int width = picture_->width() + layout_->spacing() +
+                QFontMetrics(strong(body())).size(Qt::TextShowMnemonic, caption_->text()).width();
+    for (int at = 2; at < layout_->count(); ++at) {
+        width += layout_->spacing() + layout_->itemAt(at)->widget()->sizeHint().width();
+    }
+    const QMargins around = layout_->contentsMargins();
+    return around.left() + width + around.right();
 }
 
 bool EntryRow::event(QEvent* event) {

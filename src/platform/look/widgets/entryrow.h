@@ -35,6 +35,8 @@ public:
     QColor toldCaptionColour() const { return caption_->toldColour(); }
 
     QSize sizeHint() const override;
+    /// The width at which nothing of it is ever cut.
+    int neededWidth() const;
 
 signals:
     void clicked();

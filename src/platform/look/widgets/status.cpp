@@ -100,7 +100,7 @@ NoticeBand::NoticeBand(const QString& text, QWidget* parent)
     layout->addWidget(label_);
     label_->setWordWrap(true);
     label_->setFont(strong(body()));
-    setMinimumHeight(scaled(40));
+    setMinimumHeight(scaledRow(40));
     takeColours();
 }
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QScrollArea>
+
+namespace benthor::look {
+
+/// All that stands on a window, which scrolls where the window has less room than it needs: with a large
+/// font on a small display nothing is cut, and nothing is out of reach. As long as there is room enough the
+/// area is not seen, and takes no focus of its own.
+class ContentsArea : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// `contents`: never null; belongs to the area from now on.
+    explicit ContentsArea(QWidget* contents);
+
+    /// The size, in pixels, beyond which no window has to grow for its contents' sake: the smallest that
+    /// screens are laid out for, or the display that `window` stands on where that is smaller.
+    static QSize largestLeast(const QWidget* window);
+
+    /// What the contents want, however large.
+    QSize sizeHint() const override;
+    /// What the contents need, as long as the window remains within `largestLeast`.
+    QSize minimumSizeHint() const override;
+
+    /// The contents' size where `room` is what is seen of them at once: all of it, or what they need.
+    QSize sizeIn(const QSize& room) const;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    QSize needed() const;
+    void fit();
+    void showWhatHasTheKeyboard(QWidget* now);
+
+    bool fitting_ = false;
+};
+
+} // namespace benthor::look
