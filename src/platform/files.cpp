@@ -189,8 +189,8 @@ FileResult copyFile(const QString& from, const QString& to, FolderSync sync, con
 }
 
 FileResult copyFileLike(const QString& like, const QString& from, const QString& to, FolderSync sync,
-                        const DraftCheck& check) {
-    return copyWith(&like, from, to, sync, check);
+                        const DraftCheck& check, const BetweenBlocks& between) {
+    return copyWith(&like, from, to, sync, check, between);
 }
 
 FileResult takeRights(const QString& path, const QString& like) {

@@ -44,7 +44,8 @@ FileResult copyFile(const QString& from, const QString& to, FolderSync sync = Fo
 /// As copyFile(), with the rights of the file `like`, and where the system allows it its owner and group,
 /// from the first byte on. Where `like` is not there, the owner alone may read and write it.
 FileResult copyFileLike(const QString& like, const QString& from, const QString& to,
-                        FolderSync sync = FolderSync::Now, const DraftCheck& check = {});
+                        FolderSync sync = FolderSync::Now, const DraftCheck& check = {},
+                        const BetweenBlocks& between = {});
 
 /// Gives a file the rights, and where the system allows it the owner and group, of `like`.
 FileResult takeRights(const QString& path, const QString& like);

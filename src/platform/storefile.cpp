@@ -84,7 +84,11 @@ void settleDatabase(const QString& path) {
     Connection().open(path);
 }
 
-StoreVerdict examineDatabase(const QString& path, const QStringList& tables) {
+namespace {
+
+enum class Depth { Everything, TablesAlone };
+
+StoreVerdict examine(const QString& path, const QStringList& tables, Depth depth) {
     const QFileInfo file(path);
     if (!file.isFile()) {
         return {StoreVerdict::State::Unknown, QStringLiteral("%1 is no file.").arg(path)};
@@ -99,10 +103,12 @@ StoreVerdict examineDatabase(const QString& path, const QStringList& tables) {
         connection.open(path, StoreAccess::Look);
         SQLite::Database& database = connection.database();
         connection.startWork();
-        SQLite::Statement check(database, "PRAGMA integrity_check(1)");
-        check.executeStep();
-        if (const std::string answer = check.getColumn(0).getString(); answer != "ok") {
-            return damaged(QString::fromStdString(answer));
+        if (depth == Depth::Everything) {
+            SQLite::Statement check(database, "PRAGMA integrity_check(1)");
+            check.executeStep();
+            if (const std::string answer = check.getColumn(0).getString(); answer != "ok") {
+                return damaged(QString::fromStdString(answer));
+            }
         }
         for (const QString& table : tables) {
             if (!isTable(database, table)) {
@@ -115,6 +121,16 @@ StoreVerdict examineDatabase(const QString& path, const QStringList& tables) {
     } catch (const StoreError& error) {
         return verdictOf(error.code(), error.text());
     }
+}
+
+} // namespace
+
+StoreVerdict examineDatabase(const QString& path, const QStringList& tables) {
+    return examine(path, tables, Depth::Everything);
+}
+
+StoreVerdict findTables(const QString& path, const QStringList& tables) {
+    return examine(path, tables, Depth::TablesAlone);
 }
 
 QStringList journalSuffixes() {

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace benthor::platform {
 
 // A store as a file: packed, judged, and parted from what the engine keeps beside it.
@@ -35,6 +37,17 @@ struct StoreVerdict {
 /// Reads the whole store, without changing a byte of it or of what stands beside it, and says whether its
 /// structure holds and each of `tables` is a table: no view, nor one whose rows are made by code.
 StoreVerdict examineDatabase(const QString& path, const QStringList& tables);
+
+/// The part of that verdict that speaks of the tables; the store's structure is not looked at.
+StoreVerdict findTables(const QString& path, const QStringList& tables);
+
+/// Asked while a store is worked on, from several threads. False ends the work, which then fails.
+using StoreGoOn = std::function<bool()>;
+
+/// The same verdict of a store that nobody else has open, sooner: a large one is read on two threads.
+/// `beside` runs on one of them meanwhile.
+StoreVerdict examineDatabaseTogether(const QString& path, const QStringList& tables, const StoreGoOn& goOn,
+                                     const std::function<void()>& beside);
 
 /// Removes the journal and the like that belong to a store at `path` that stands there no more: they would
 /// be played into the next one of that name.

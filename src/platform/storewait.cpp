@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <map>
+#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -15,18 +16,39 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kPause = 20ms;
 
+/// Each thread that works on stores has its own: a window can be shown on one of them alone.
 StoreWaitHook& currentHook() {
-    static StoreWaitHook hook;
+    static thread_local StoreWaitHook hook;
     return hook;
 }
 
 /// What is left of the patience with each store that has been waited for.
-std::map<std::string, milliseconds>& patience() {
-    static std::map<std::string, milliseconds> left;
-    return left;
+class Patience {
+public:
+    milliseconds left(const std::string& path) {
+        const std::lock_guard lock(mutex_);
+        return left_.try_emplace(path, kLockPatience).first->second;
+    }
+    void set(const std::string& path, milliseconds left) {
+        const std::lock_guard lock(mutex_);
+        left_[path] = left;
+    }
+    void forget(const std::string& path) {
+        const std::lock_guard lock(mutex_);
+        left_.erase(path);
+    }
+
+private:
+    std::mutex mutex_;
+    std::map<std::string, milliseconds> left_;
+};
+
+Patience& patience() {
+    static Patience all;
+    return all;
 }
 
-bool asking = false;
+thread_local bool asking = false;
 
 /// When the process was asked to end, in the clock's own count; 0 until then.
 std::atomic<Clock::rep> ending{0};
@@ -40,12 +62,11 @@ bool lastWaitIsOver() {
 
 } // namespace
 
-StoreWaiting::StoreWaiting(StoreWaitHook hook) {
-    currentHook() = std::move(hook);
-}
+StoreWaiting::StoreWaiting(StoreWaitHook hook)
+    : before_(std::exchange(currentHook(), std::move(hook))) {}
 
 StoreWaiting::~StoreWaiting() {
-    currentHook() = nullptr;
+    currentHook() = std::move(before_);
 }
 
 bool goOnWaiting(StoreWait why, milliseconds waited) {
@@ -62,23 +83,32 @@ bool isWaiting() {
     return asking;
 }
 
+StoreAtWork::StoreAtWork()
+    : before_(std::exchange(asking, true)) {}
+
+StoreAtWork::~StoreAtWork() {
+    asking = before_;
+}
+
 bool waitForLock(const std::string& path) {
-    milliseconds& left = patience().try_emplace(path, kLockPatience).first->second;
+    const milliseconds left = patience().left(path);
     if (left <= 0ms) {
         return false;
     }
     const Clock::time_point begin = Clock::now();
     std::this_thread::sleep_for(kPause);
     if (!goOnWaiting(StoreWait::Locked, kLockPatience - left)) {
-        left = 0ms;
+        patience().set(path, 0ms);
         return false;
     }
-    left -= std::max(kPause, std::chrono::duration_cast<milliseconds>(Clock::now() - begin));
-    return left > 0ms;
+    const milliseconds then =
+        left - std::max(kPause, std::chrono::duration_cast<milliseconds>(Clock::now() - begin));
+    patience().set(path, then);
+    return then > 0ms;
 }
 
 void lockCameFree(const std::string& path) {
-    patience().erase(path);
+    patience().forget(path);
 }
 
 void endAllWaits() noexcept {

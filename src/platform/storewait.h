@@ -17,13 +17,16 @@ enum class StoreWait {
 /// Gets why the store waits and for how long it has so far. False gives up.
 using StoreWaitHook = std::function<bool(StoreWait why, std::chrono::milliseconds waited)>;
 
-/// The hook holds for as long as this lives. One at a time.
+/// The hook holds on this thread for as long as this lives, then the one of before again.
 class StoreWaiting {
 public:
     explicit StoreWaiting(StoreWaitHook hook);
     ~StoreWaiting();
     StoreWaiting(const StoreWaiting&) = delete;
     StoreWaiting& operator=(const StoreWaiting&) = delete;
+
+private:
+    StoreWaitHook before_;
 };
 
 /// What the hook says; true without one. False from a second after the process was asked to end.
@@ -31,6 +34,18 @@ bool goOnWaiting(StoreWait why, std::chrono::milliseconds waited);
 
 /// Whether the hook is being asked: a store is in the midst of its work, and nothing may use one then.
 bool isWaiting();
+
+/// isWaiting() for as long as this lives: another thread works on a store, and this one waits for it.
+class StoreAtWork {
+public:
+    StoreAtWork();
+    ~StoreAtWork();
+    StoreAtWork(const StoreAtWork&) = delete;
+    StoreAtWork& operator=(const StoreAtWork&) = delete;
+
+private:
+    bool before_;
+};
 
 /// How long all waits for one locked store last together, from its last change that went through.
 inline constexpr std::chrono::milliseconds kLockPatience{5000};

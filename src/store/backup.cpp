@@ -1,6 +1,7 @@
 #include "store/backup.h"
 
 #include "platform/database.h"
+#include "platform/faultpoint.h"
 #include "platform/skiperrors.h"
 #include "store/jet/jetconvert.h"
 #include "store/keptstores.h"
@@ -72,7 +73,6 @@ void rotate(const ProgramFolder& folder, bool hadNewest) {
 /// Ends what a start did not: up to the first free place each backup moves on, for behind that all have.
 /// Failures are passed over here, or one bad place would end all backups.
 void endRotation(const ProgramFolder& folder) {
-    QFile::remove(folder.path(draftname()));
     const QString moving = folder.path(movingname());
     if (!QFile::exists(moving)) {
         return;
@@ -103,34 +103,82 @@ void removePacked(const ProgramFolder& folder) {
     QFile::remove(packed);
 }
 
-enum class Packed { Done, Failed, Held };
+QStringList storetables() {
+    return {QStringLiteral("main"), QStringLiteral("gas"), QStringLiteral("tissue"),
+            QStringLiteral("serialno"), QStringLiteral("Display")};
+}
 
-/// Puts a packed copy in the store's place. Where that does not work, or another program holds the store, it
-/// stays as it was.
-Packed pack(const ProgramFolder& folder) {
-    const QString store = folder.path(storename());
-    const QString packed = folder.path(packedname());
-    if (!platform::whyReadOnly(store).isEmpty()) {
-        return Packed::Failed;
+enum class Packed { Done, Failed, Held, Stopped };
+
+bool goesOn(const MaintenanceWatch& watch) {
+    return !watch.goOn || watch.goOn();
+}
+
+void tell(const MaintenanceWatch& watch, MaintenanceStep step) {
+    if (watch.step) {
+        watch.step(step);
     }
-    removePacked(folder);
+}
+
+/// Copies the packed store to the backup to be; what the disk gives back of it must be the same. Whether that
+/// went well.
+bool draftBackup(const ProgramFolder& folder, const MaintenanceWatch& watch) {
+    const QString packed = folder.path(packedname());
+    const auto differs = [&](const QString& draft) {
+        const bool same =
+            platform::faultAt("compare") == 0 && platform::sameContents(packed, draft, watch.goOn);
+        return same ? QString() : QStringLiteral("The copy %1 is not what was copied.").arg(draft);
+    };
+    return platform::copyFileLike(packed, packed, folder.path(draftname()), platform::FolderSync::Now,
+                                  differs, watch.goOn)
+        .ok();
+}
+
+/// Writes the packed store beside the store, proves it and makes the backup to be of it. `drafted`: whether
+/// that one is there.
+Packed packBeside(const ProgramFolder& folder, const MaintenanceWatch& watch, bool& drafted) {
+    const QString packed = folder.path(packedname());
     bool held = false;
+    tell(watch, MaintenanceStep::Packing);
     const bool packedWell = skipErrors([&] {
         try {
-            platform::compactDatabase(store, packed);
+            platform::compactDatabase(folder.path(storename()), packed);
         } catch (const StoreError& error) {
             held = error.busy();
             throw;
         }
     });
-    if (!packedWell || !examinestore(packed).sound()) {
-        removePacked(folder);
-        return held ? Packed::Held : Packed::Failed;
+    if (!packedWell) {
+        return !goesOn(watch) ? Packed::Stopped : held ? Packed::Held : Packed::Failed;
     }
-    platform::removeJournals(store);
-    const bool moved = platform::moveFile(packed, store).ok();
+    tell(watch, MaintenanceStep::Checking);
+    const bool sound = platform::examineDatabaseTogether(packed, storetables(), watch.goOn, [&] {
+                           drafted = draftBackup(folder, watch);
+                       }).sound();
+    return !goesOn(watch) ? Packed::Stopped : sound ? Packed::Done : Packed::Failed;
+}
+
+/// Puts a packed copy in the store's place, and its twin beside it as the backup to be (`drafted` where that
+/// went well). Where packing does not work, or another program holds the store, it stays as it was.
+Packed pack(const ProgramFolder& folder, const MaintenanceWatch& watch, bool& drafted) {
+    const QString store = folder.path(storename());
+    if (!platform::whyReadOnly(store).isEmpty()) {
+        return Packed::Failed;
+    }
     removePacked(folder);
-    return moved ? Packed::Done : Packed::Failed;
+    Packed result = packBeside(folder, watch, drafted);
+    if (result == Packed::Done) {
+        platform::removeJournals(store);
+        if (!platform::moveFile(folder.path(packedname()), store)) {
+            result = Packed::Failed;
+        }
+    }
+    removePacked(folder);
+    if (result != Packed::Done) {
+        drafted = false;
+        QFile::remove(folder.path(draftname()));
+    }
+    return result;
 }
 
 /// What the engine keeps beside the store goes with it. A link stays: a restored store goes where it leads.
@@ -156,22 +204,25 @@ QString faultOf(const QString& path) {
     return verdict.sound() ? QString() : QStringLiteral("%1: %2").arg(path, verdict.reason);
 }
 
-/// Makes the store the newest backup and moves the others on. No other moves before the new one stands, and
-/// at every moment backup.mdb is a whole store.
-void backUp(const ProgramFolder& folder) {
-    endRotation(folder);
-    const QString draft = folder.path(draftname());
-    const QString moving = folder.path(movingname());
+/// Gives the newest backup its second name, under which it waits until those behind it have moved on. What is
+/// no file of its own, or lies where names are single, is copied.
+bool keepNewest(const ProgramFolder& folder) {
     const QString newest = folder.path(backupname(1));
-    const QString store = folder.path(storename());
-    if (!platform::copyFileLike(store, store, draft, platform::FolderSync::Now, faultOf)) {
-        QFile::remove(draft);
-        return;
+    const QString moving = folder.path(movingname());
+    if (!QFileInfo(newest).isSymLink() && !QFileInfo::exists(moving) && platform::linkFile(newest, moving)) {
+        return true;
     }
+    return platform::copyFileLike(newest, newest, moving).ok();
+}
+
+/// Makes the backup to be the newest one and moves the others on. No other moves before the new one stands,
+/// and at every moment backup.mdb is a whole store. `drafted`: the backup to be is there.
+void backUp(const ProgramFolder& folder, bool drafted) {
+    endRotation(folder);
     const bool hadNewest = hasBackup(folder, 1);
-    if ((hadNewest && !platform::copyFileLike(newest, newest, moving)) || !takePlace(folder)) {
-        QFile::remove(draft);
-        QFile::remove(moving);
+    if (!drafted || (hadNewest && !keepNewest(folder)) || !takePlace(folder)) {
+        QFile::remove(folder.path(draftname()));
+        QFile::remove(folder.path(movingname()));
         return;
     }
     rotate(folder, hadNewest);
@@ -189,9 +240,7 @@ QString backupname(int number) {
 }
 
 StoreVerdict examinestore(const QString& path) {
-    return platform::examineDatabase(path,
-                                     {QStringLiteral("main"), QStringLiteral("gas"), QStringLiteral("tissue"),
-                                      QStringLiteral("serialno"), QStringLiteral("Display")});
+    return platform::examineDatabase(path, storetables());
 }
 
 void requireDiveStore(const QString& path) {
@@ -202,7 +251,7 @@ void requireDiveStore(const QString& path) {
     }
 }
 
-Maintenance maintainstore(const ProgramFolder& folder) {
+Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& watch) {
     const QString store = folder.path(storename());
     if (!folder.listFiles(QString(), storename()).contains(storename())) {
         return {};
@@ -210,8 +259,9 @@ Maintenance maintainstore(const ProgramFolder& folder) {
     if (isjetfile(store)) { // an older store that could not come along stays as it is
         return {};
     }
-    const Packed packed = pack(folder);
-    if (packed == Packed::Held) {
+    bool drafted = false;
+    const Packed packed = pack(folder, watch, drafted);
+    if (packed == Packed::Held || packed == Packed::Stopped) {
         return {};
     }
     if (packed == Packed::Failed) {
@@ -222,8 +272,11 @@ Maintenance maintainstore(const ProgramFolder& folder) {
         if (!verdict.sound()) {
             return {};
         }
+        drafted = platform::copyFileLike(store, store, folder.path(draftname()), platform::FolderSync::Now,
+                                         faultOf, watch.goOn)
+                      .ok();
     }
-    backUp(folder);
+    backUp(folder, drafted);
     return {};
 }
 

@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace benthor::store {
 
 // The store's backups in the program folder: backup.mdb is the newest, backup9.mdb the oldest. At every
@@ -30,12 +32,22 @@ struct Maintenance {
     QString reason;   ///< what is wrong with it
 };
 
+/// What a start is busy with.
+enum class MaintenanceStep { Packing, Checking };
+
+/// Who watches a start's work on the store, and may stop it. Both are called from threads of that work.
+struct MaintenanceWatch {
+    platform::StoreGoOn
+        goOn; ///< false: it ends where that is safe, and what was not done is left to the next start
+    std::function<void(MaintenanceStep step)> step;
+};
+
 /// Packs the store, makes the packed store the newest backup and moves each older one on to the next number.
 /// A step that fails is passed over; where no new backup can be made, none moves. A store that is damaged is
 /// kept under a name of its own, and rb.mdb is then missing; one that cannot be judged (locked, a failing
 /// disk) stays as it is; one that may only be read is not packed. Nothing is done without a store, nor with
 /// an older one that could not come along (olderstore.h). The store must be closed.
-Maintenance maintainstore(const platform::ProgramFolder& folder);
+Maintenance maintainstore(const platform::ProgramFolder& folder, const MaintenanceWatch& watch = {});
 
 /// Copies the backup of that number to rb.mdb, for a folder without a store.
 platform::FileResult restorebackup(const platform::ProgramFolder& folder, int number = 1);

@@ -98,11 +98,11 @@ QString takeidentifier(platform::Database& database) {
 }
 
 void syncserialno(platform::Database& database) {
-    openmain(database, "SELECT * FROM main order by DiveID ");
-    platform::Recordset& dives = process().mainrecordset;
+    // The last one alone: it is asked for behind each dive that is deleted.
+    openmain(database, "SELECT * FROM main order by DiveID desc, rowid desc LIMIT 1 ");
+    const platform::Recordset& dives = process().mainrecordset;
     QString last = QStringLiteral("D0000000");
-    if (dives.recordCount() > 0) {
-        dives.moveLast();
+    if (!dives.eof()) {
         last = dives.value(u"diveid").text();
     }
     writeserialno(database, last);

@@ -5,16 +5,12 @@
 namespace benthor::store {
 
 int countdives(platform::Database& database) {
-    int dives = 0;
-    platform::Recordset rows = database.openRecordset("SELECT * FROM MAIN ");
-    for (; !rows.eof(); rows.moveNext()) {
-        ++dives;
-    }
-    return dives;
+    return database.openRecordset("SELECT COUNT(*) FROM MAIN ").value(0).text().toInt();
 }
 
 QString lastdive(platform::Database& database) {
-    platform::Recordset rows = database.openRecordset("SELECT * FROM MAIN  order by Startdate ");
+    platform::Recordset rows =
+        database.openRecordset("SELECT startdate FROM MAIN  order by Startdate desc LIMIT 1 ");
     rows.moveLast();
     return platform::formatDate(rows.value(u"startdate").dateTime(), u"dd/mm/yyyy hh:nn:ss");
 }

@@ -218,13 +218,14 @@ void TestBackup::aLockedStoreStaysAsItIs() {
 }
 
 void TestBackup::aSoundStoreStaysWherePackingFails() {
-    for (const char* const where : {"compact", "compacted", "rename"}) {
+    for (const char* const step : {"compact", "compacted", "rename"}) {
         const Folder folder;
         const QByteArray before = folder.bytes("rb.mdb");
         {
-            int renames = 0;
+            // The first change of a name is that of the backup to be.
+            int left = step == std::string_view("rename") ? 2 : 1;
             const platform::FaultInjection fault(
-                [&](std::string_view step) { return step == where && ++renames == 1 ? ENOSPC : 0; });
+                [&](std::string_view at) { return at == step && --left == 0 ? ENOSPC : 0; });
             QCOMPARE(store::maintainstore(folder.folder).setAside, QString());
         }
         QCOMPARE(folder.bytes("rb.mdb"), before);
@@ -238,12 +239,20 @@ void TestBackup::aBackupThatComesOutWrongLeavesTheEarlierOne() {
     store::maintainstore(folder.folder);
     addDive(folder.store(), 4);
     {
-        // The second look is at the copy for the newest backup: the first was at the packed store.
+        // The disk gives back another byte than it was given.
         int looks = 0;
-        const platform::FaultInjection fault(
-            [&](std::string_view step) { return step == "examine" && ++looks == 2 ? EIO : 0; });
+        const platform::FaultInjection fault([&](std::string_view step) {
+            if (step == "compare") {
+                ++looks;
+                QFile draft(folder.folder.path(u".benthor.part"));
+                const bool changed = draft.open(QIODevice::ReadWrite) && draft.seek(draft.size() / 2) &&
+                                     draft.write("\xA5", 1) == 1;
+                return changed ? 0 : EIO;
+            }
+            return 0;
+        });
         store::maintainstore(folder.folder);
-        QCOMPARE(looks, 2);
+        QCOMPARE(looks, 1);
     }
     QCOMPARE(divesIn(folder.store()), 4);
     QCOMPARE(divesIn(folder.backup(1)), 3);

@@ -3,6 +3,7 @@
 #include "divefiles/importnote.h"
 #include "guides/screens/comealong.h"
 #include "guides/screens/guidecard.h"
+#include "guides/screens/maintaining.h"
 #include "guides/screens/manual.h"
 #include "logbook/acts.h"
 #include "platform/look/look.h"
@@ -138,7 +139,7 @@ void frmGetS::maintainStore() {
     const ProgramFolder& folder = ProgramFolder::current();
     const auto tell = [this](const QString& text) { platform::dialogs().message(this, text); };
     bringolderstore(this);
-    const store::Maintenance done = store::maintainstore(folder);
+    const store::Maintenance done = maintainbehindwindow(folder);
     if (!done.setAside.isEmpty()) {
         tell(
             QStringLiteral("The dive store is damaged and was not opened: %1\n\nNothing of it is lost: it is "

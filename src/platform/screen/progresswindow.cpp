@@ -33,6 +33,7 @@ ProgressWindow::ProgressWindow(const QString& heading, const QString& words, con
     : things_(things)
     , last_(last)
     , window_(QStringLiteral("progress"), look::spaceBase)
+    , patience_(kPatience)
     , began_(Clock::now()) {
     build(heading, words);
 }
@@ -84,19 +85,44 @@ void ProgressWindow::showCount(std::uint64_t done, std::uint64_t of) {
                   : last_);
 }
 
-bool ProgressWindow::goOn(std::uint64_t done, std::uint64_t of) {
+void ProgressWindow::setStopTip(const QString& tip) {
+    stop_->setToolTip(tip);
+}
+
+bool ProgressWindow::isTime() const {
     const Clock::time_point now = Clock::now();
-    if (!stopped_ && now - began_ >= kPatience && now - painted_ >= kBetweenPaints) {
-        showCount(done, of);
-        if (!window_.isVisible()) {
-            window_.show(true);
-        }
-        window_.serve();
-        painted_ = Clock::now();
-        stopped_ = stopped_ || !window_.isVisible(); // the desktop may close what it shows
+    return !stopped_ && now - began_ >= patience_ && now - painted_ >= kBetweenPaints;
+}
+
+void ProgressWindow::paint() {
+    if (!window_.isVisible()) {
+        window_.show(true);
     }
+    window_.serve();
+    painted_ = Clock::now();
+    stopped_ = stopped_ || !window_.isVisible(); // the desktop may close what it shows
+}
+
+bool ProgressWindow::goesOn() {
     stopped_ = stopped_ || allWaitsEnd();
     return !stopped_;
+}
+
+bool ProgressWindow::goOn(std::uint64_t done, std::uint64_t of) {
+    if (isTime()) {
+        showCount(done, of);
+        paint();
+    }
+    return goesOn();
+}
+
+bool ProgressWindow::goOnWith(const QString& words, double share) {
+    if (isTime()) {
+        bar_->setValue(static_cast<int>(std::clamp(share, 0.0, 1.0) * kBarEnd));
+        count_->setText(words);
+        paint();
+    }
+    return goesOn();
 }
 
 } // namespace benthor::platform

@@ -26,11 +26,22 @@ public:
     /// is to end.
     bool goOn(std::uint64_t done, std::uint64_t of);
 
+    /// The same where shares are known and no counts: `words` stand below the bar, `share` is 0 to 1.
+    bool goOnWith(const QString& words, double share);
+
+    /// What is over sooner comes without a window; 300 ms at first.
+    void setPatience(std::chrono::milliseconds patience) { patience_ = patience; }
+    /// What the button says of stopping, where something is changed by then.
+    void setStopTip(const QString& tip);
+
     QWidget& window() const { return window_.widget(); }
 
 private:
     void build(const QString& heading, const QString& words);
     void showCount(std::uint64_t done, std::uint64_t of);
+    bool isTime() const;
+    void paint();
+    bool goesOn();
 
     QString things_;
     QString last_;
@@ -38,6 +49,7 @@ private:
     QProgressBar* bar_ = nullptr;
     QLabel* count_ = nullptr;
     QPushButton* stop_ = nullptr;
+    std::chrono::milliseconds patience_;
     std::chrono::steady_clock::time_point began_;
     std::chrono::steady_clock::time_point painted_;
     bool stopped_ = false;
