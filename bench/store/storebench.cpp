@@ -115,8 +115,13 @@ BareDiveWriter::BareDiveWriter(BareStore& store)
     , tissue_(store.prepare("INSERT INTO tissue VALUES (?1, ?2, '79', '0' || char(13))")) {}
 
 void BareDiveWriter::write(int number) {
-    const std::string id = diveId(number);
     store_.run("BEGIN IMMEDIATE");
+    writeRows(number);
+    store_.run("COMMIT");
+}
+
+void BareDiveWriter::writeRows(int number) {
+    const std::string id = diveId(number);
     store_.run(serial_, {id});
     store_.run(main_, {id});
     for (int i = 0; i < kGases; ++i) {
@@ -125,7 +130,20 @@ void BareDiveWriter::write(int number) {
     for (int i = 0; i < kTissues; ++i) {
         store_.run(tissue_, {id, fourDigits(i)});
     }
-    store_.run("COMMIT");
+}
+
+void layDives(const QString& path, int count) {
+    BareStore store(path);
+    BareDiveWriter writer(store);
+    store.run("BEGIN IMMEDIATE");
+    for (int number = 1; number <= count; ++number) {
+        writer.writeRows(number);
+    }
+    // No order that is asked for is the one in which they lie.
+    store.run("UPDATE main SET startdate = datetime('1950-01-01', (rowid * 7919 % 100003) || ' hours'), "
+              "Location = printf('Dive%06d.txt', rowid * 31 % 100003)");
+    store.run("UPDATE serialno SET getstarted = 'Close'");
+    store.run("COMMIT");
 }
 
 } // namespace benthor::bench

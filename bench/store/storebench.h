@@ -29,6 +29,10 @@ private:
     QTemporaryDir directory_;
 };
 
+/// Writes `count` good dives of usual size, a month between two of them, in one transaction into the fresh
+/// store `path`.
+void layDives(const QString& path, int count);
+
 /// Bare use of the engine, as the references use it. Ends the program on any error.
 class BareStore {
 public:
@@ -51,6 +55,7 @@ class BareDiveWriter {
 public:
     explicit BareDiveWriter(BareStore& store);
     void write(int number);
+    void writeRows(int number); ///< within a transaction of the caller
 
 private:
     BareStore& store_;

@@ -98,6 +98,7 @@ void ProgressWindow::paint() {
     if (!window_.isVisible()) {
         window_.show(true);
     }
+    window_.widget().update(); // who looks whether the program lives sees that it paints
     window_.serve();
     painted_ = Clock::now();
     stopped_ = stopped_ || !window_.isVisible(); // the desktop may close what it shows
