@@ -5,14 +5,12 @@
 #include "store/access.h"
 
 #include <algorithm>
-#include <optional>
-#include <string_view>
 
 namespace benthor::divefiles {
 
 namespace {
 
-using Cell = std::optional<std::string_view>; ///< UTF-8; nothing for Null
+using Cell = FieldText;
 
 constexpr qsizetype kDiveIdLength = 8;
 constexpr qsizetype kNumberLength = 4;
@@ -36,7 +34,10 @@ bool isNumber(const Cell& cell) {
     if (!cell) {
         return false;
     }
-    const bool digits = !cell->empty() && cell->find_first_not_of("0123456789") == std::string_view::npos;
+    // Of the usual forms, digits and digits with the line's end that an import leaves, there are millions.
+    const std::string_view number = cell->ends_with('\r') ? cell->substr(0, cell->size() - 1) : *cell;
+    const bool digits = !number.empty() && std::all_of(number.begin(), number.end(),
+                                                       [](char c) { return c >= '0' && c <= '9'; });
     return digits ||
            platform::isNumeric(QString::fromUtf8(cell->data(), static_cast<qsizetype>(cell->size())));
 }
@@ -146,6 +147,15 @@ QStringList faults(platform::Recordset& rows, const char* noRows, FieldFault fie
     return messages;
 }
 
+bool isGood(std::span<const FieldText> fields, FieldFault fieldFault) {
+    for (size_t position = 0; position < fields.size(); ++position) {
+        if (fieldFault(static_cast<int>(position), fields[position]) != nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// The dive in hand, or the first dive of the system.
 QString checkedDive(platform::Database& database) {
     if (!process().currentdiveid.isEmpty()) {
@@ -177,6 +187,18 @@ QStringList gasfaults(platform::Recordset& rows) {
 
 QStringList tissuefaults(platform::Recordset& rows) {
     return faults(rows, "Tissue Profile not found !", tissuefault);
+}
+
+bool mainrowisgood(std::span<const FieldText> fields) {
+    return isGood(fields, mainfault);
+}
+
+bool gasrowisgood(std::span<const FieldText> fields) {
+    return isGood(fields, gasfault);
+}
+
+bool tissuerowisgood(std::span<const FieldText> fields) {
+    return isGood(fields, tissuefault);
 }
 
 void checkmain(platform::Database& database) {

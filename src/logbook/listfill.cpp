@@ -1,21 +1,12 @@
 #include "logbook/listfill.h"
 
-#include "divefiles/validators.h"
-#include "logbook/divelist.h"
+#include "logbook/soundrows.h"
 #include "platform/filename.h"
 #include "session/process.h"
 
 namespace benthor::logbook {
 
 namespace {
-
-bool holdsFigures(const QString& fieldname) {
-    static const QStringList fields{
-        QStringLiteral("Duration"), QStringLiteral("MaxDepth"), QStringLiteral("Interval"),
-        QStringLiteral("otu"),      QStringLiteral("datmos"),   QStringLiteral("dusage"),
-        QStringLiteral("dstack"),   QStringLiteral("descend"),  QStringLiteral("HPCylinder")};
-    return fields.contains(fieldname, Qt::CaseInsensitive);
-}
 
 void copytocorrupt(const platform::ProgramFolder& folder, const QString& location) {
     // The diver may have given the dive a name that is no file's.
@@ -29,48 +20,35 @@ void copytocorrupt(const platform::ProgramFolder& folder, const QString& locatio
     }
 }
 
-} // namespace
-
-ListedDives readdives(platform::Database& database, int sortnumber, QStringView depthunit, bool downward) {
-    const platform::Query query = listquery(sortnumber, downward);
-    process().querytext = query.text();
-    platform::Recordset dives = database.openRecordset(query);
-    ListedDives list;
-    const std::vector<int> order = columnorder(dives.fieldCount());
-    for (const int position : order) {
-        const QString field = dives.fieldName(position);
-        list.headers += headertext(field);
-        list.widths.push_back(columnwidth(position));
-        list.figures.push_back(holdsFigures(field));
+/// Runs the validators over one dive, as they are run everywhere.
+bool isGood(platform::Database& database, const QString& diveid) {
+    process().currentdiveid = diveid;
+    try {
+        divefiles::checkdive(database);
+    } catch (const platform::StoreError& error) {
+        process().problemtext += QLatin1Char('\r') + error.text();
     }
-    list.rows.reserve(static_cast<size_t>(dives.recordCount()));
-    for (; !dives.eof(); dives.moveNext()) {
-        QStringList cells;
-        cells.reserve(static_cast<qsizetype>(order.size()));
-        for (const int position : order) {
-            cells += celltext(position, dives.value(position), depthunit);
-        }
-        list.rows.push_back(std::move(cells));
-    }
-    return list;
+    return process().problemtext.isEmpty();
 }
 
-bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, int count,
-                const std::function<ListedDive(int number)>& dive,
-                const std::function<bool(int number, bool good)>& checked) {
-    for (int number = 1; number <= count; ++number) {
-        const ListedDive one = dive(number);
-        process().currentdiveid = one.diveid;
-        try {
-            divefiles::checkdive(database);
-        } catch (const platform::StoreError& error) {
-            process().problemtext += QLatin1Char('\r') + error.text();
-        }
-        const bool good = process().problemtext.isEmpty();
+} // namespace
+
+bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, const ListedDives& dives,
+                const CheckWatch& watch) {
+    std::vector<bool> sound;
+    if (!findsounddives(database, dives, watch.between, sound)) {
+        return false;
+    }
+    for (int number = 1; number <= dives.count(); ++number) {
+        // The last one leaves the process's values and handles as a check of each would.
+        bool good = sound[static_cast<size_t>(number)] && number < dives.count();
         if (!good) {
-            copytocorrupt(folder, one.location);
+            good = isGood(database, dives.diveid(number));
         }
-        if (!checked(number, good)) {
+        if (!good) {
+            copytocorrupt(folder, dives.location(number));
+        }
+        if (!watch.checked(number, good)) {
             return false;
         }
     }

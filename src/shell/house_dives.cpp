@@ -111,7 +111,7 @@ logbook::rbdetails* DiveScreens::makeDetails() {
     QObject::connect(screen, &logbook::rbdetails::captureWanted, screen, [this] { captureDiveView(); });
     QObject::connect(screen, &logbook::rbdetails::saved, screen, [this] {
         if (rbmain.isLoaded() && rbmain.get().otherStore().isEmpty()) {
-            rbmain.get().takeTexts();
+            rbmain.get().takeTextsOf(rbdetails.get().dive().diveid);
             rbmain.get().takeActs();
         }
     });

@@ -63,26 +63,22 @@ struct Filled {
 };
 
 Filled fillFrom(platform::Database& database, const platform::ProgramFolder& folder, int sort) {
-    Filled list{logbook::readdives(database, sort, u"metre"), {}, {}};
+    Filled list{logbook::readdives(database, sort), {}, {}};
     const store::DiveInHand inHand;
-    logbook::checkdives(
-        database, folder, static_cast<int>(list.dives.rows.size()),
-        [&list](int number) {
-            const QStringList& cells = list.dives.rows[static_cast<size_t>(number) - 1];
-            return logbook::ListedDive{cells.at(0), cells.at(4)};
-        },
-        [&list](int, bool good) {
-            list.problems += good ? QString() : process().problemtext;
-            list.last = good ? list.last : list.problems.last();
-            return true;
-        });
+    logbook::checkdives(database, folder, list.dives,
+                        {[&list](int, bool good) {
+                             list.problems += good ? QString() : process().problemtext;
+                             list.last = good ? list.last : list.problems.last();
+                             return true;
+                         },
+                         {}});
     return list;
 }
 
 QStringList firstCells(const Filled& list) {
     QStringList cells;
-    for (const QStringList& row : list.dives.rows) {
-        cells += row.first();
+    for (int number = 1; number <= list.dives.count(); ++number) {
+        cells += list.dives.cell(number, 0, u"metre");
     }
     return cells;
 }
@@ -188,7 +184,7 @@ void TestDiveList::widthsGoByFieldPosition() {
 void TestDiveList::headersGoByFieldNameWithoutRegardToCase() {
     const QStringList headers = [&] {
         addDive(QStringLiteral("D0000001"), QStringLiteral("a.txt"));
-        return fill().dives.headers;
+        return fill().dives.columns().headers;
     }();
     QCOMPARE(headers,
              QStringList({"DiveID",      "Duration",   "MaxDepth",   "startdate", "Dive Name",    "site",
@@ -264,8 +260,8 @@ void TestDiveList::theSummaryStripShowsTheRightFields() {
 
 void TestDiveList::anEmptyStoreGivesNoRows() {
     const Filled list = fill();
-    QVERIFY(list.dives.rows.empty());
-    QCOMPARE(list.dives.headers.size(), 27);
+    QVERIFY(list.dives.count() == 0);
+    QCOMPARE(list.dives.columns().headers.size(), 27);
     QCOMPARE(list.last, QString());
 }
 
@@ -280,10 +276,12 @@ void TestDiveList::goodDivesArePlainAndDamagedOnesTellTheirProblem() {
     QCOMPARE(list.problems[1], "\rGas Profile not found !");
     QCOMPARE(list.problems[2], QString());
     QCOMPARE(list.last, "\rGas Profile not found !");
-    QCOMPARE(list.dives.rows[0].mid(0, 5),
-             QStringList({"D0000001", "41mins", "12m", "Sep/27/2017 03:34:38", "a.txt"}));
-    QCOMPARE(list.dives.widths.at(1), 900);
-    QCOMPARE(list.dives.widths.at(4), 2500);
+    const QStringList shown{"D0000001", "41mins", "12m", "Sep/27/2017 03:34:38", "a.txt"};
+    for (int col = 0; col < shown.size(); ++col) {
+        QCOMPARE(list.dives.cell(1, col, u"metre"), shown.at(col));
+    }
+    QCOMPARE(list.dives.columns().widths.at(1), 900);
+    QCOMPARE(list.dives.columns().widths.at(4), 2500);
 }
 
 void TestDiveList::aDamagedDivesFileLandsInCorruptAtEachFill() {
@@ -357,7 +355,7 @@ void TestDiveList::anIdentifierWithASingleQuoteIsAProblemOfItsRowOnly() {
     addDive(QStringLiteral("D000'001"), QStringLiteral("a"));
     addDive(QStringLiteral("D0000002"), QStringLiteral("b"));
     const Filled list = fill();
-    QCOMPARE(list.dives.rows.size(), 2U);
+    QCOMPARE(list.dives.count(), 2);
     QVERIFY(list.problems[0].contains(QLatin1String("single quote")));
     QCOMPARE(list.problems[1], QString());
 }

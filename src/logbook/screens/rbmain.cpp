@@ -76,9 +76,8 @@ void rbmain::loading() {
         tidyacts(process().database, ProgramFolder::current());
     }
     takeActs();
-    runSort(sortnumber(sortkey_));
-    loadDirection();
-    if (divecount_ == 0) {
+    sortBy(QString(sortkey_), wantedDownward());
+    if (divecount_ == 0 && !isUnloaded()) {
         Timer3_.setEnabled(true);
     }
 }

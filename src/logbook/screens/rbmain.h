@@ -1,10 +1,13 @@
 #pragma once
 
 #include "logbook/acts.h"
+#include "logbook/listeddives.h"
 #include "platform/database.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
 #include "platform/screen/ticktimer.h"
+
+#include <QElapsedTimer>
 
 #include <functional>
 #include <vector>
@@ -40,8 +43,9 @@ public:
     rbmain();
 
     /// Reads all dives afresh in the order of the key in hand, checks each, and chooses the first. While the
-    /// screen can be seen it is painted between the checks; input and ticks wait. Ends early when the screen
-    /// is unloaded meanwhile.
+    /// screen can be seen it is painted meanwhile, ticks wait, and input other than closing a window is
+    /// dropped. Ends early when the screen is unloaded. The grid's property "filled" is true when all is
+    /// there.
     void filldivelist();
 
     /// Why the store that `storepath` named is not the one of the list; empty when it is.
@@ -68,8 +72,8 @@ public:
     void scrollToNewest(const QStringList& dives);
     /// Shows depths in the unit in hand, where the list does not; the choice and the order stay.
     void takeUnit();
-    /// Shows what the store has of the dives by now; the choice and the order stay.
-    void takeTexts();
+    /// Shows what the store has of that dive by now; the choice and the order stay.
+    void takeTextsOf(const QString& diveid);
 
     /// A line of the list's own, until the next choice.
     void tell(const QString& quietLine);
@@ -155,11 +159,15 @@ private:
     void mnusdiveid_click();
     void sortBy(const QString& key, bool downward = false);
     void runSort(int sortnumber);
-    void loadDirection();
+    bool wantedDownward() const;
     void showSort();
-    bool showDives();
+    enum class Shown { None, Some, Ended };
+    Shown showDives();
+    void showRows();
+    void askForTexts();
+    bool showEarly();
     bool checkDives();
-    bool paintPending();
+    template <typename Before> bool paintPending(Before before);
     void noteFault(const QString& diveid);
     void showFaults(const QString& title, const QString& problemtext);
 
@@ -215,12 +223,14 @@ private:
     QString sortkey_;
     bool downward_ = false; ///< the last dive of the order stands first
     QString unit_;          ///< that the depths are shown in
+    ListedDives dives_;
     int divecount_ = 0;
     int clickedRow_ = 0;      ///< row under the last click
     std::vector<int> clicks_; ///< rows clicked, the last one at the end
     std::vector<bool> faulty_;
     QStringList faultyDives_;
     bool filling_ = false;
+    QElapsedTimer sincePainting_;
     bool moving_ = false; ///< the current row is moved by code, not by the user
     QIcon chosenSign_;
     QIcon faultSign_;

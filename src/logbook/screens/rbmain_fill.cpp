@@ -18,8 +18,6 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QHash>
 #include <QLabel>
 #include <QScopedValueRollback>
 
@@ -31,6 +29,10 @@ constexpr double kFontPoints = 8;
 constexpr int kNameColumn = 4;
 // Time of checking between two paintings: the window stays alive, and painting does not slow the checks.
 constexpr int kPaintEveryMilliseconds = 40;
+/// A screenful on a high display.
+constexpr int kFirstRows = 100;
+/// The grid's property that says whether all its dives are there and checked.
+constexpr const char* kFilled = "filled";
 
 struct SortColumn {
     int sortnumber;
@@ -114,11 +116,9 @@ void rbmain::MSFlexGrid1_HeaderClick(int col) {
 }
 
 /// What was wanted at the end of the last list.
-void rbmain::loadDirection() {
+bool rbmain::wantedDownward() const {
     const int wanted = platform::userSettings().number(platform::optionsSection(), downwardSetting(), 0);
-    if (wanted == sortnumber(sortkey_) + 1) {
-        sortBy(QString(sortkey_), true);
-    }
+    return wanted == sortnumber(sortkey_) + 1;
 }
 
 void rbmain::showSort() {
@@ -139,6 +139,18 @@ void rbmain::showSort() {
     MSFlexGrid1_->setSortIndicator(shown, !downward_);
 }
 
+/// Serves painting alone, now and then, where the screen can be seen; `before` runs before that. A window
+/// that the user closes is closed. False when it was this one.
+template <typename Before> bool rbmain::paintPending(Before before) {
+    if (!isVisible() || (sincePainting_.isValid() && sincePainting_.elapsed() < kPaintEveryMilliseconds)) {
+        return !isUnloaded() && !platform::allWaitsEnd();
+    }
+    before();
+    const bool goesOn = yieldPainting();
+    sincePainting_.restart();
+    return goesOn;
+}
+
 void rbmain::filldivelist() {
     if (filling_) {
         return;
@@ -146,8 +158,14 @@ void rbmain::filldivelist() {
     const Routine routine(*this);
     const QScopedValueRollback filling(filling_, true);
     const store::DiveInHand inHand;
-    if (!showDives()) {
+    MSFlexGrid1_->setProperty(kFilled, false);
+    const Shown shown = showDives();
+    if (shown == Shown::Ended) {
+        return;
+    }
+    if (shown == Shown::None) {
         Timer3_.setEnabled(true);
+        MSFlexGrid1_->setProperty(kFilled, true);
         return;
     }
     if (!checkDives()) {
@@ -156,116 +174,115 @@ void rbmain::filldivelist() {
     tell(QString());
     chooseOnly(1);
     MSFlexGrid1_->setTopRow(1);
+    MSFlexGrid1_->setProperty(kFilled, true);
 }
 
-/// Reads the dives into the grid. False when there are none.
-bool rbmain::showDives() {
+/// Reads the dives into the grid; the first of them can be seen at once. A failing store gives none.
+rbmain::Shown rbmain::showDives() {
     MSFlexGrid1_->clearColours();
+    MSFlexGrid1_->setFontSize(kFontPoints);
     faulty_.clear();
     faultyDives_.clear();
     clickedRow_ = 0;
     clicks_.clear();
-    divecount_ = 0;
-    ListedDives list;
+    bool goesOn = true;
     try {
-        list = readdives(store(), sortnumber(sortkey_), process().depthunit, downward_);
+        DiveReading reading(store(), sortnumber(sortkey_), downward_, dives_);
         unit_ = process().depthunit;
+        reading.readFirst(kFirstRows);
+        showRows();
+        sincePainting_.start();
+        if (divecount_ > kFirstRows) {
+            goesOn = showEarly();
+        }
+        while (goesOn && reading.readMore()) {
+            goesOn = paintPending([this] { MSFlexGrid1_->viewport()->update(); });
+        }
     } catch (const platform::StoreError& error) {
         if (storeFault_.isEmpty()) {
             storeFault_ = error.text();
         }
+        dives_ = {};
+        showRows();
     }
-    MSFlexGrid1_->setFontSize(kFontPoints);
-    const int count = static_cast<int>(list.rows.size());
+    askForTexts(); // widths go by rows from all over the list
+    return !goesOn ? Shown::Ended : divecount_ == 0 ? Shown::None : Shown::Some;
+}
+
+void rbmain::showRows() {
+    const int count = dives_.count();
+    divecount_ = 0;
     moving_ = true;
     MSFlexGrid1_->setRows(1 + count);
     moving_ = false;
     if (count == 0) {
         refreshStrip();
-        return false;
+        return;
     }
-    const int columns = static_cast<int>(list.headers.size());
+    const ListColumns& shown = dives_.columns();
+    const int columns = static_cast<int>(shown.headers.size());
     MSFlexGrid1_->setCols(columns);
+    askForTexts();
     for (int col = 0; col < columns; ++col) {
-        MSFlexGrid1_->setText(0, col, list.headers.at(col));
-        MSFlexGrid1_->setColumnWidthTwips(col, list.widths[static_cast<size_t>(col)]);
-        MSFlexGrid1_->setColumnAlignment(col, list.figures[static_cast<size_t>(col)] ? Qt::AlignRight
-                                                                                     : Qt::AlignLeft);
-    }
-    for (int row = 1; row <= count; ++row) {
-        MSFlexGrid1_->setRowTexts(row, std::move(list.rows[static_cast<size_t>(row) - 1]));
+        MSFlexGrid1_->setText(0, col, shown.headers.at(col));
+        MSFlexGrid1_->setColumnWidthTwips(col, shown.widths[static_cast<size_t>(col)]);
+        MSFlexGrid1_->setColumnAlignment(col, shown.figures[static_cast<size_t>(col)] ? Qt::AlignRight
+                                                                                      : Qt::AlignLeft);
     }
     showSort();
     divecount_ = count;
     faulty_.assign(static_cast<size_t>(count) + 1, false);
-    return true;
+}
+
+/// From now on the grid asks for the text of a cell when it is looked at.
+void rbmain::askForTexts() {
+    MSFlexGrid1_->setTextFunction([this](int row, int col) { return dives_.cell(row, col, unit_); });
+}
+
+/// The first screenful is there. False when the screen was unloaded meanwhile.
+bool rbmain::showEarly() {
+    showWhileLoading();
+    return !isVisible() || yieldPainting();
 }
 
 void rbmain::takeUnit() {
-    if (unit_ != process().depthunit) {
-        takeTexts();
-    }
-}
-
-void rbmain::takeTexts() {
-    if (filling_ || divecount_ == 0) {
-        return;
-    }
-    ListedDives list;
-    if (!platform::skipErrors(
-            [&] { list = readdives(store(), sortnumber(sortkey_), process().depthunit, downward_); })) {
+    if (filling_ || divecount_ == 0 || unit_ == process().depthunit) {
         return;
     }
     unit_ = process().depthunit;
-    QHash<QString, QStringList> texts;
-    for (QStringList& cells : list.rows) {
-        const QString diveid = cells.value(0);
-        texts.insert(diveid, std::move(cells));
+    askForTexts();
+    showStrip();
+}
+
+void rbmain::takeTextsOf(const QString& diveid) {
+    if (filling_ || divecount_ == 0) {
+        return;
     }
-    for (int row = 1; row <= divecount_; ++row) {
-        const auto cells = texts.constFind(MSFlexGrid1_->text(row, 0));
-        for (int col = 0; cells != texts.constEnd() && col < MSFlexGrid1_->cols(); ++col) {
-            if (const QString text = cells->value(col); text != MSFlexGrid1_->text(row, col)) {
-                MSFlexGrid1_->setText(row, col, text);
-            }
-        }
-    }
+    platform::skipErrors([&] { dives_.takeText(store(), diveid); });
+    askForTexts();
     showStrip();
 }
 
 /// Runs the validators over all rows. False when the screen was unloaded meanwhile.
 bool rbmain::checkDives() {
-    QElapsedTimer sincePainting;
-    sincePainting.start();
-    const auto checked = [this, &sincePainting](int row, bool good) {
+    const auto between = [this](int row) {
+        return paintPending([this, row] {
+            tell(QStringLiteral("Checking dive %1 of %2")
+                     .arg(QString::number(row), QString::number(divecount_)));
+        });
+    };
+    const auto checked = [this, &between](int row, bool good) {
         if (!good) {
             MSFlexGrid1_->setRowColours(row, platform::toQColor(platform::kToldRed), {});
             faulty_[static_cast<size_t>(row)] = true;
             noteFault(MSFlexGrid1_->text(row, 0));
         }
-        if (isVisible() && sincePainting.elapsed() >= kPaintEveryMilliseconds) {
-            tell(QStringLiteral("Checking dive %1 of %2")
-                     .arg(QString::number(row), QString::number(divecount_)));
-            if (!paintPending()) {
-                return false;
-            }
-            sincePainting.restart();
-        }
-        return true;
+        return between(row);
     };
-    return checkdives(
-        store(), platform::ProgramFolder::current(), divecount_,
-        [this](int row) {
-            return ListedDive{MSFlexGrid1_->text(row, 0), MSFlexGrid1_->text(row, kNameColumn)};
-        },
-        checked);
-}
-
-/// Serves painting alone. False when the screen was unloaded meanwhile.
-bool rbmain::paintPending() {
-    const platform::TickHold hold;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-    return !isUnloaded() && !platform::allWaitsEnd();
+    if (divecount_ > kFirstRows) {
+        sincePainting_.invalidate(); // what is going on is told from the beginning
+    }
+    return checkdives(store(), platform::ProgramFolder::current(), dives_, {checked, between});
 }
 
 void rbmain::noteFault(const QString& diveid) {

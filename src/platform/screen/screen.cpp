@@ -82,8 +82,17 @@ void Screen::load() {
     }
 }
 
+void Screen::showWhileLoading() {
+    if (toBeShown_ && state_ == State::Loaded) {
+        restorePlace();
+        show();
+    }
+}
+
 void Screen::showScreen() {
+    toBeShown_ = true;
     load();
+    toBeShown_ = false;
     if (isUnloaded()) {
         return;
     }

@@ -65,6 +65,8 @@ protected:
     };
 
     virtual void loading() {}
+    /// Within loading(), of a screen that is loaded to be shown: shows what stands there by now.
+    void showWhileLoading();
     virtual void unloading() {}
     /// Stores what unloading() stores, and nothing else.
     virtual void keeping() {}
@@ -106,6 +108,7 @@ private:
     State state_ = State::New;
     look::ContentsArea* area_ = nullptr;
     QWidget* contents_ = nullptr;
+    bool toBeShown_ = false;
     bool placed_ = false;
     QPoint openedAt_;     ///< where it was put, whatever became of that
     bool framed_ = false; ///< the frame stands where it can be seen

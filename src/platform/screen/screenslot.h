@@ -31,18 +31,9 @@ public:
     /// The loaded screen. One that unloads itself while it loads is closed already, and alive until the stack
     /// unwinds.
     T& get() {
-        if (screen_.isNull()) {
-            T* screen = make_();
-            screen_ = screen;
-            QObject::connect(screen, &Screen::unloaded, screen, [this, screen] {
-                if (screen_.data() == screen) {
-                    screen_.clear();
-                }
-            });
-            screen->load();
-            return *screen;
-        }
-        return *screen_;
+        T& screen = made();
+        screen.load();
+        return screen;
     }
 
     /// The same where it is known to be loaded: nothing is loaded here.
@@ -50,10 +41,7 @@ public:
     /// Null where it cannot be seen.
     T* ifVisible() const { return isVisible() ? screen_.data() : nullptr; }
 
-    void show() {
-        T& screen = get();
-        screen.showScreen();
-    }
+    void show() { made().showScreen(); }
 
     void showInFront() {
         show();
@@ -69,6 +57,20 @@ public:
     }
 
 private:
+    T& made() {
+        if (screen_.isNull()) {
+            T* screen = make_();
+            screen_ = screen;
+            QObject::connect(screen, &Screen::unloaded, screen, [this, screen] {
+                if (screen_.data() == screen) {
+                    screen_.clear();
+                }
+            });
+            return *screen;
+        }
+        return *screen_;
+    }
+
     std::function<T*()> make_;
     QPointer<T> screen_;
 };

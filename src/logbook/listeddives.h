@@ -1,0 +1,98 @@
+#pragma once
+
+#include "divefiles/validators.h"
+#include "platform/storedrows.h"
+
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace benthor::logbook {
+
+// The dives of a store as the list shows them: held as they lie in the store, one text behind the other, and
+// turned into the text of a cell when that is asked for.
+
+/// The columns of the list. All of it by display column.
+struct ListColumns {
+    QStringList headers;
+    std::vector<int> widths;   ///< in twips, 15 to a pixel; 0 is hidden
+    std::vector<bool> figures; ///< whether the column holds numbers
+};
+
+/// Numbers count from 1, as the rows of the list.
+class ListedDives {
+public:
+    const ListColumns& columns() const { return columns_; }
+    int count() const { return static_cast<int>(places_.size()); }
+    /// Whether the dive has been read by now; until then its cells are empty.
+    bool isRead(int number) const { return number >= 1 && number <= count() && place(number).block >= 0; }
+
+    /// What a cell shows. `depthunit`: "Feet", anything else is metres.
+    QString cell(int number, int displaycolumn, QStringView depthunit) const;
+    QString diveid(int number) const;
+    QString location(int number) const;
+    /// The field at a position of `main`, as it lies in the store.
+    divefiles::FieldText field(int number, int position) const;
+    /// Whether the dive's row of `main` has no fault.
+    bool mainIsGood(int number) const;
+    /// Whether its identifier lies in the store as a text, in the field of that name.
+    bool hasTextIdentifier(int number) const;
+
+    /// Takes over what the store has of that dive by now; its place stays. Nothing where it has none. A
+    /// failing store is a StoreError.
+    void takeText(platform::Database& database, const QString& diveid);
+
+private:
+    friend class DiveReading;
+    struct Place {
+        int block = -1;
+        unsigned offset = 0;
+        bool textIdentifier = false;
+    };
+    const Place& place(int number) const { return places_[static_cast<size_t>(number) - 1]; }
+    void keep(int number, const platform::StoredCells& row);
+    void setColumns(platform::Database& database);
+    const char* start(const Place& place) const;
+
+    ListColumns columns_;
+    std::vector<int> order_;          // field position of each display column
+    std::vector<std::string> blocks_; // of each row all fields, each behind its length
+    std::vector<Place> places_;       // by number
+    size_t bytes_ = 0;
+};
+
+/// Reads the dives of a store in steps, all of them as they stood at the first. Failures are a StoreError.
+class DiveReading {
+public:
+    /// Reads how many there are, and the columns. What is read goes into `dives`, which outlives this.
+    DiveReading(platform::Database& database, int sortnumber, bool downward, ListedDives& dives);
+    ~DiveReading();
+    DiveReading(const DiveReading&) = delete;
+    DiveReading& operator=(const DiveReading&) = delete;
+
+    /// The first of their order.
+    void readFirst(int count);
+    /// Some more, wherever they stand in the order. False when all are read.
+    bool readMore();
+
+private:
+    struct Rank {
+        qint64 row;
+        int number;
+    };
+    void readOrder();
+
+    platform::SteadyReading steady_;
+    platform::StoredRows rows_;
+    std::string order_; // the query's own words for it
+    ListedDives& dives_;
+    std::vector<Rank> ranks_; // by row
+    size_t next_ = 0;
+    std::unique_ptr<platform::StoredStatement> batch_;
+};
+
+/// All of them at once.
+ListedDives readdives(platform::Database& database, int sortnumber, bool downward = false);
+
+} // namespace benthor::logbook
