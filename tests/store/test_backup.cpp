@@ -1,4 +1,5 @@
 #include "platform/faultpoint.h"
+#include "platform/storewait.h"
 #include "tests/store/backupfolder.h"
 #include "tests/support/killed.h"
 
@@ -59,6 +60,10 @@ private slots:
     void aSoundStoreStaysWherePackingFails();
     void aBackupThatComesOutWrongLeavesTheEarlierOne();
     void aStoreThatIsLockedOrDamagedMovesNoBackup();
+    void aLargeStoreIsProvedByTwoReaders();
+    void anIndexOfALargeStoreThatLeadsAstrayIsFound();
+    void aWatchStopsALargeStoreAtAnyOfItsQuestions();
+    void theNewestBackupThatIsALinkStaysWhole();
 
     void aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne_data();
     void aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne();
@@ -273,6 +278,115 @@ void TestBackup::aStoreThatIsLockedOrDamagedMovesNoBackup() {
     folder.put(QStringLiteral("rb.mdb"), "damaged");
     QCOMPARE(store::maintainstore(folder.folder).setAside, "rb-damaged.mdb");
     QCOMPARE(backupsOf(folder), before);
+}
+
+namespace {
+
+/// So many that the store is read on two threads.
+void growLarge(const Folder& folder) {
+    Database store;
+    store.open(folder.store());
+    store.execute("PRAGMA synchronous = OFF");
+    platform::Transaction together(store);
+    store.execute(
+        "WITH RECURSIVE n(i) AS (SELECT 4 UNION ALL SELECT i + 1 FROM n WHERE i < 2600) INSERT INTO main "
+        "(DiveID, divenote) SELECT printf('D%07d', i), hex(zeroblob(2000)) FROM n");
+    store.execute("INSERT INTO gas (diveid) SELECT DiveID FROM main WHERE DiveID > 'D0000003'");
+    together.commit();
+}
+
+/// Lets the index of the gases lead to a dive that is none. The pages themselves stay sound.
+bool spoilIndex(const QString& path) {
+    constexpr qsizetype kPage = 4096;
+    constexpr char kIndexLeaf = 0x0A;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite)) {
+        return false;
+    }
+    const QByteArray bytes = file.readAll();
+    for (qsizetype page = bytes.size() / kPage - 1; page > 0; --page) {
+        const qsizetype at = bytes.indexOf("D0001300", page * kPage);
+        if (bytes.at(page * kPage) == kIndexLeaf && at >= 0 && at < (page + 1) * kPage) {
+            return file.seek(at + 7) && file.write("1", 1) == 1;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void TestBackup::aLargeStoreIsProvedByTwoReaders() {
+    const Folder folder;
+    growLarge(folder);
+    int steps = 0;
+    {
+        store::MaintenanceWatch watch;
+        watch.step = [&steps](store::MaintenanceStep) { ++steps; };
+        QCOMPARE(store::maintainstore(folder.folder, watch).setAside, QString());
+    }
+    QCOMPARE(steps, 2);
+    QVERIFY(folder.bytes("rb.mdb").size() > (8 << 20));
+    QCOMPARE(divesIn(folder.store()), 2600);
+    QCOMPARE(folder.bytes("backup.mdb"), folder.bytes("rb.mdb"));
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb.mdb"}));
+}
+
+void TestBackup::anIndexOfALargeStoreThatLeadsAstrayIsFound() {
+    const Folder folder;
+    growLarge(folder);
+    store::maintainstore(folder.folder);
+    QVERIFY(spoilIndex(folder.store()));
+    const QByteArray spoilt = folder.bytes("rb.mdb");
+    const QByteArray backup = folder.bytes("backup.mdb");
+    const store::Maintenance done = store::maintainstore(folder.folder);
+    QCOMPARE(done.setAside, "rb-damaged.mdb");
+    QVERIFY2(done.reason.contains(QLatin1String("index")), qPrintable(done.reason));
+    QCOMPARE(folder.bytes("rb-damaged.mdb"), spoilt);
+    QCOMPARE(folder.bytes("backup.mdb"), backup);
+    QCOMPARE(folder.names(), QStringList({"backup.mdb", "rb-damaged.mdb"}));
+}
+
+/// Each time the work is stopped later; at the end it is not stopped any more.
+void TestBackup::aWatchStopsALargeStoreAtAnyOfItsQuestions() {
+    const Folder folder;
+    growLarge(folder);
+    QByteArray before = folder.bytes("rb.mdb");
+    int stopped = 0;
+    for (int allowed = 0;; allowed = allowed * 2 + 1) {
+        std::atomic<int> asked{0};
+        store::MaintenanceWatch watch;
+        watch.goOn = [&asked, allowed] { return ++asked <= allowed; };
+        {
+            const platform::StoreWaiting waiting(
+                [&watch](platform::StoreWait, std::chrono::milliseconds) { return watch.goOn(); });
+            QCOMPARE(store::maintainstore(folder.folder, watch).setAside, QString());
+        }
+        QCOMPARE(divesIn(folder.store()), 2600);
+        if (folder.names().contains(QStringLiteral("backup.mdb"))) {
+            break;
+        }
+        QCOMPARE(folder.bytes("rb.mdb"), before);
+        QCOMPARE(folder.names(), QStringList({"rb.mdb"}));
+        ++stopped;
+    }
+    QVERIFY(stopped >= 3);
+    QCOMPARE(folder.bytes("backup.mdb"), folder.bytes("rb.mdb"));
+}
+
+/// A diver may keep the newest backup on another disk.
+void TestBackup::theNewestBackupThatIsALinkStaysWhole() {
+    const Folder folder;
+    store::maintainstore(folder.folder);
+    QVERIFY(QDir().mkpath(folder.folder.path(u"elsewhere")));
+    const QString kept = folder.folder.path(u"elsewhere", u"kept.mdb");
+    QVERIFY(QFile::rename(folder.backup(1), kept));
+    QVERIFY(QFile::link(kept, folder.backup(1)));
+    addDive(folder.store(), 4);
+    store::maintainstore(folder.folder);
+    QVERIFY(QFileInfo(folder.backup(1)).isSymLink());
+    QCOMPARE(divesIn(kept), 4);
+    QVERIFY(!QFileInfo(folder.backup(2)).isSymLink());
+    QCOMPARE(divesIn(folder.backup(2)), 3);
 }
 
 void TestBackup::aStartThatFailsAtAnyStepMovesNoBackupUnlessItMadeANewOne_data() {
