@@ -4,6 +4,7 @@
 #include "platform/look/look.h"
 #include "platform/screen/application.h"
 #include "tests/fit/fitcheck.h"
+#include "tests/pictures/asked.h"
 #include "tests/pictures/checkedfaces.h"
 
 #include <QLoggingCategory>
@@ -96,11 +97,7 @@ void TestFit::nothingOverlaps() {
 int main(int argc, char** argv) {
     platform::Application application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
-    if (const int points = qEnvironmentVariableIntValue("BENTHOR_TEST_POINTS"); points > 0) {
-        QFont font = QApplication::font();
-        font.setPointSize(points);
-        QApplication::setFont(font);
-    }
+    tests::takeAskedFont();
     look::apply(application);
     TestFit test;
     return QTest::qExec(&test, argc, argv);

@@ -1,10 +1,12 @@
-// Takes pictures of every screen, in both themes and two sizes, in metres and in feet, with dives and
-// without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
+// Takes pictures of every screen, in both themes and two sizes (in high contrast where
+// BENTHOR_TEST_CONTRAST is set, with a font of BENTHOR_TEST_POINTS where that is), in metres and in feet,
+// with dives and without. Usage: benthor-pictures <demonstration folder> <folder for pictures>
 
 #include "platform/look/look.h"
 #include "platform/programfolder.h"
 #include "platform/screen/application.h"
 #include "shell/house.h"
+#include "tests/pictures/asked.h"
 #include "tests/pictures/faces.h"
 #include "tests/support/scripteddialogs.h"
 
@@ -26,6 +28,8 @@ public:
     using Album::add;
 
     void add(QWidget* window, const QString& name, const QList<QSize>& sizes) override {
+        const QString contrast =
+            look::contrast() == look::Contrast::High ? QStringLiteral("contrast-") : QString();
         for (const look::Theme theme : {look::Theme::Light, look::Theme::Dark}) {
             look::setTheme(theme);
             for (const QSize& size : sizes) {
@@ -39,7 +43,8 @@ public:
                     QStringLiteral("%1-%2-%3.png")
                         .arg(name)
                         .arg(window->width())
-                        .arg(theme == look::Theme::Light ? QStringLiteral("light") : QStringLiteral("dark"));
+                        .arg(contrast + (theme == look::Theme::Light ? QStringLiteral("light")
+                                                                     : QStringLiteral("dark")));
                 if (!window->grab().save(file(picture))) {
                     qFatal("cannot write %s", qPrintable(picture));
                 }
@@ -66,6 +71,8 @@ int main(int argc, char** argv) {
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QString pictures = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder + QLatin1String("/settings"));
+    tests::takeAskedFont();
+    tests::takeAskedContrast();
     look::apply(application);
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder));
 

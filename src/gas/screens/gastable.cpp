@@ -23,6 +23,9 @@ QString arrayName(const char* name, int index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
+/// Of a gas that is not active; it reads on every told ground, in high contrast, too.
+constexpr QRgb kRestingInk = 0x405265;
+
 /// A cell of a told colour keeps dark words in both themes.
 void paintCell(QLineEdit& cell, platform::ToldColour told) {
     const QColor ground = platform::toQColor(told);
@@ -33,7 +36,7 @@ void paintCell(QLineEdit& cell, platform::ToldColour told) {
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         palette.setColor(group, QPalette::Base, ground);
         palette.setColor(group, QPalette::Text,
-                         group == QPalette::Disabled ? QColor(0x55, 0x67, 0x7A) : QColor(Qt::black));
+                         group == QPalette::Disabled ? QColor(kRestingInk) : QColor(Qt::black));
     }
     cell.setPalette(palette);
 }

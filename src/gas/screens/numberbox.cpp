@@ -33,8 +33,10 @@ void NumberBox::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     // A cell of the table has a told, light ground, whatever the theme.
-    const bool light = palette().color(QPalette::Base).lightness() > 127;
-    const QColor bad = look::tokens(light ? look::Theme::Light : look::Theme::Dark).bad;
+    const QColor ground = palette().color(QPalette::Base);
+    const bool light = ground.lightness() > 127;
+    const QColor bad =
+        look::legibleOn(look::tokens(light ? look::Theme::Light : look::Theme::Dark).bad, ground);
     painter.setPen(QPen(bad, kEdge));
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
     painter.setFont(look::strong(look::caption()));

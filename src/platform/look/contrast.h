@@ -11,7 +11,7 @@ double contrastRatio(const QColor& one, const QColor& other);
 QColor readableOn(const QColor& ground);
 
 /// `ink` where it reads on `ground` with at least `ratio`; else the nearest colour of its own hue that does.
-QColor legibleOn(const QColor& ink, const QColor& ground, double ratio = 4.5);
+QColor legibleOn(const QColor& ink, const QColor& ground, double ratio);
 
 /// `share` (0 to 1) of `over` laid on `under`; both opaque.
 QColor mixed(const QColor& under, const QColor& over, double share);

@@ -43,8 +43,9 @@ QPalette themePalette() {
     set(QPalette::Button, token.surface);
     set(QPalette::ButtonText, token.text);
     set(QPalette::BrightText, token.bad);
-    set(QPalette::Highlight, token.accentsoft);
-    set(QPalette::HighlightedText, token.text);
+    const bool high = contrast() == Contrast::High; // what is selected is not to be told by a pale ground
+    set(QPalette::Highlight, high ? token.accent : token.accentsoft);
+    set(QPalette::HighlightedText, high ? token.ontext : token.text);
     set(QPalette::Link, token.accent);
     set(QPalette::LinkVisited, token.accent);
     set(QPalette::ToolTipBase, token.surface);
@@ -54,11 +55,10 @@ QPalette themePalette() {
     set(QPalette::Mid, token.line);
     set(QPalette::Dark, token.edge);
     set(QPalette::Shadow, token.edge);
-    const QColor faint = mixed(token.surface, token.textquiet, 0.6);
     for (QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText,
           QPalette::PlaceholderText, QPalette::Link, QPalette::BrightText}) {
-        palette.setColor(QPalette::Disabled, role, faint);
+        palette.setColor(QPalette::Disabled, role, token.faint);
     }
     palette.setColor(QPalette::Disabled, QPalette::Base, token.ground);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, token.sunken);

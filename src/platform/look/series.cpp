@@ -43,7 +43,7 @@ QPen SeriesStyle::pen() const {
     return result;
 }
 
-SeriesStyle seriesStyle(Series series, Theme theme) {
+static SeriesStyle usualStyle(Series series, Theme theme) {
     switch (series) {
     case Series::Depth: {
         SeriesStyle style = solid(pick(theme, 0x1B4965, 0x8EC5E8), 2);
@@ -91,6 +91,15 @@ SeriesStyle seriesStyle(Series series, Theme theme) {
     default:
         return stick(static_cast<int>(series) - static_cast<int>(Series::Tpm1), theme);
     }
+}
+
+SeriesStyle seriesStyle(Series series, Theme theme) {
+    SeriesStyle style = usualStyle(series, theme);
+    if (contrast() == Contrast::High) { // numbers are written in these colours, too
+        style.colour = legibleOn(style.colour, tokens(theme).surface);
+        style.width += 0.5;
+    }
+    return style;
 }
 
 QColor markcolour() {

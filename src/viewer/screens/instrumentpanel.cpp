@@ -386,7 +386,9 @@ void InstrumentPanel::takeColours() {
     Shape12->setSeries(Series::PO2);
     Shape6->setSeries(Series::Ceiling);
     const auto paint = [](HeadNumber* number, Series series) {
-        number->setToldColour(look::seriesStyle(series, look::theme()).colour);
+        // Of the curve's hue, and dark or light enough to be read.
+        number->setToldColour(
+            look::legibleOn(look::seriesStyle(series, look::theme()).colour, look::tokens().surface));
     };
     paint(Lbldppo2, Series::PO2);
     paint(Lbldceiling, Series::Ceiling);

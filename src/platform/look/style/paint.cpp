@@ -29,7 +29,8 @@ void drawPanel(QPainter* painter, const QRect& rect, const QColor& fill, const Q
 }
 
 void drawFocusRing(QPainter* painter, const QRect& rect, qreal corner) {
-    drawPanel(painter, rect, QColor(), tokens().accent, corner, focusWidth);
+    const int width = contrast() == Contrast::High ? focusWidth + 1 : focusWidth;
+    drawPanel(painter, rect, QColor(), tokens().accent, corner, width);
 }
 
 void drawIcon(QPainter* painter, const QString& name, const QRect& rect, int size, const QColor& colour) {
@@ -89,7 +90,7 @@ void drawCheckMark(QPainter* painter, const QRect& rect, const QStyleOption& opt
 }
 
 QColor faintInk() {
-    return mixed(tokens().surface, tokens().textquiet, 0.6);
+    return tokens().faint;
 }
 
 bool flagged(const QWidget* widget, const char* name) {

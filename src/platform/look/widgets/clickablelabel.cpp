@@ -122,7 +122,7 @@ QColor ClickableLabel::currentInk() const {
         return faintInk();
     }
     if (told_.isValid()) {
-        return legibleOn(told_, tokens().surface);
+        return legibleOn(legibleOn(told_, tokens().surface), tokens().accentsoft); // where it is chosen
     }
     return hoverMark_ && underMouse() ? tokens().accent : inkColour(ink_);
 }
