@@ -51,9 +51,10 @@ void Chart::draw(QCPPainter* painter) {
 void Chart::redrawIfStale() {
     if (!stale_)
         return;
+    const bool disabled = testAttribute(Qt::WA_UpdatesDisabled);
     setAttribute(Qt::WA_UpdatesDisabled, true);
     refresh();
-    setAttribute(Qt::WA_UpdatesDisabled, false);
+    setAttribute(Qt::WA_UpdatesDisabled, disabled);
 }
 
 void Chart::beginMove() {
