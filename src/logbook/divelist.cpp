@@ -118,10 +118,22 @@ platform::Query listquery(int sortnumber, bool downward) {
 
 QString newestof(platform::Database& database, const QStringList& diveids) {
     QString newest;
-    platform::Recordset dives = database.openRecordset("SELECT DiveID FROM main ORDER BY startdate, DiveID ");
-    for (; !dives.eof(); dives.moveNext()) {
-        if (const QString diveid = dives.value(0).text(); diveids.contains(diveid)) {
-            newest = diveid;
+    Value start;
+    for (const QString& diveid : diveids) {
+        if (diveid.contains(QLatin1Char('\''))) {
+            continue; // no dive of ours, and nothing that a query can hold
+        }
+        platform::Recordset dives = database.openRecordset(
+            platform::sqlWith("SELECT DiveID, startdate FROM main WHERE DiveID = '", diveid, "'"));
+        for (; !dives.eof(); dives.moveNext()) {
+            const Value began = dives.value(1);
+            // In the store's order a dive without a date began first.
+            const bool later =
+                newest.isEmpty() || std::pair(began.text(), diveid) > std::pair(start.text(), newest);
+            if (dives.value(0).text() == diveid && later) {
+                newest = diveid;
+                start = began;
+            }
         }
     }
     return newest;

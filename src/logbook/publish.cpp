@@ -9,7 +9,6 @@ namespace {
 
 using platform::ProgramFolder;
 
-constexpr qsizetype kSheetColumns = 8;
 constexpr qsizetype kEnding = 3;
 
 QString divefile(const ProgramFolder& folder, const QString& location) {
@@ -74,20 +73,21 @@ Publication publishdive(const ProgramFolder& folder, const PublishedDive& dive) 
     return result;
 }
 
-QByteArray spreadsheettext(const QStringList& headers, const std::vector<QStringList>& rows) {
+QByteArray spreadsheetheader(const QStringList& headers) {
     QString text;
     for (const QString& header : headers.first(std::min(kSheetColumns, headers.size()))) {
         text += header + QLatin1Char(',');
     }
-    text += QLatin1String("\r\n");
-    for (const QStringList& row : rows) {
-        for (const QString& cell : row.first(std::min(kSheetColumns, row.size()))) {
-            const QString trimmed = platform::trimBlanks(cell);
-            text += (trimmed.isEmpty() ? QStringLiteral("NA") : trimmed) + QLatin1Char(',');
-        }
-        text += QLatin1String("\r\n");
+    return (text + QLatin1String("\r\n")).toUtf8();
+}
+
+QByteArray spreadsheetrow(const QStringList& cells) {
+    QString text;
+    for (const QString& cell : cells.first(std::min(kSheetColumns, cells.size()))) {
+        const QString trimmed = platform::trimBlanks(cell);
+        text += (trimmed.isEmpty() ? QStringLiteral("NA") : trimmed) + QLatin1Char(',');
     }
-    return text.toUtf8();
+    return (text + QLatin1String("\r\n")).toUtf8();
 }
 
 } // namespace benthor::logbook

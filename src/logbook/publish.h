@@ -31,8 +31,12 @@ Publication publishdive(const platform::ProgramFolder& folder, const PublishedDi
 /// The text of the message: its opening, the diver's note, the sign-off, and a line for each column.
 QString publishtext(const PublishedDive& dive);
 
-/// The first eight columns of the header and of each row, a comma behind each; an empty cell is "NA". Nothing
-/// is quoted. Lines end in CR LF; texts are UTF-8.
-QByteArray spreadsheettext(const QStringList& headers, const std::vector<QStringList>& rows);
+/// How many columns of the list go into a spreadsheet: the first ones.
+inline constexpr qsizetype kSheetColumns = 8;
+
+/// The first columns of the header, and of one row, a comma behind each; an empty cell of a row is "NA".
+/// Nothing is quoted. The line ends in CR LF; texts are UTF-8.
+QByteArray spreadsheetheader(const QStringList& headers);
+QByteArray spreadsheetrow(const QStringList& cells);
 
 } // namespace benthor::logbook

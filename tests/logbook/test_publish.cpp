@@ -13,6 +13,14 @@ using namespace benthor::logbook;
 
 namespace {
 
+QByteArray sheet(const QStringList& headers, const std::vector<QStringList>& rows) {
+    QByteArray text = spreadsheetheader(headers);
+    for (const QStringList& row : rows) {
+        text += spreadsheetrow(row);
+    }
+    return text;
+}
+
 QString sorry() {
     return QStringLiteral("Sorry, could not find dive file.\nThe location name should be the name of the "
                           "file. However, if this has been "
@@ -155,21 +163,21 @@ private slots:
         const QJsonArray sheets =
             QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("list_sheets")).toArray();
         QCOMPARE(sheets.size(), 2);
-        for (const QJsonValue& sheet : sheets) {
+        for (const QJsonValue& vector : sheets) {
             std::vector<QStringList> rows;
-            for (const QJsonValue& row : sheet[QStringLiteral("rows")].toArray()) {
+            for (const QJsonValue& row : vector[QStringLiteral("rows")].toArray()) {
                 rows.push_back(texts(row));
             }
             const QByteArray expected =
-                (texts(sheet[QStringLiteral("lines")]).join(QLatin1String("\r\n")) + QLatin1String("\r\n"))
+                (texts(vector[QStringLiteral("lines")]).join(QLatin1String("\r\n")) + QLatin1String("\r\n"))
                     .toUtf8();
-            QCOMPARE(spreadsheettext(texts(sheet[QStringLiteral("header")]), rows), expected);
+            QCOMPARE(sheet(texts(vector[QStringLiteral("header")]), rows), expected);
         }
     }
 
     void aShortListIsWrittenAsItIs() {
-        QCOMPARE(spreadsheettext({QStringLiteral("DiveID")}, {{QStringLiteral("D1")}}), "DiveID,\r\nD1,\r\n");
-        QCOMPARE(spreadsheettext({}, {}), "\r\n");
+        QCOMPARE(sheet({QStringLiteral("DiveID")}, {{QStringLiteral("D1")}}), "DiveID,\r\nD1,\r\n");
+        QCOMPARE(sheet({}, {}), "\r\n");
     }
 };
 

@@ -43,6 +43,11 @@ private slots:
     void fillThatFindsNoDivesLeavesAnEmptyGrid();
     void longListIsPaintedWhileItIsChecked();
     void fillEndsWhenTheListIsUnloaded();
+    void theGridTellsWhenItIsFilled();
+    void theFirstRowsCanBeSeenBeforeTheRestIsRead();
+    void aWindowThatIsClosedEndsTheFill();
+    void aListThatIsLoadedHiddenShowsNothing();
+    void textsOfASavedDiveAreTakenAndTheChoiceStays();
 };
 
 namespace {
@@ -417,6 +422,102 @@ void TestRbmainFill::fillEndsWhenTheListIsUnloaded() {
     QCOMPARE(watch.said.size(), 1);
     QVERIFY(!world.list.isLoaded());
     QTRY_VERIFY(list.isNull());
+}
+
+namespace {
+
+/// Does something at each painting of the list's rows while the list comes up.
+class RowsWatch : public QObject {
+public:
+    explicit RowsWatch(std::function<void(platform::FlexGrid& grid)> painted)
+        : painted_(std::move(painted)) {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* grid = qobject_cast<platform::FlexGrid*>(watched->parent());
+        if (event->type() == QEvent::Paint && grid != nullptr && watched == grid->viewport()) {
+            painted_(*grid);
+        }
+        return false;
+    }
+
+private:
+    std::function<void(platform::FlexGrid& grid)> painted_;
+};
+
+} // namespace
+
+void TestRbmainFill::theGridTellsWhenItIsFilled() {
+    ListWorld world;
+    addManyDives(kManyDives);
+    QList<bool> told;
+    const RowsWatch watch([&told](platform::FlexGrid& grid) { told += grid.property("filled").toBool(); });
+    world.list.show();
+    QVERIFY(world.grid().property("filled").toBool());
+    QVERIFY(told.size() >= 2 && !told.contains(true));
+    process().database.execute("DELETE FROM main");
+    world.list.get().filldivelist();
+    QVERIFY(world.grid().property("filled").toBool());
+}
+
+void TestRbmainFill::theFirstRowsCanBeSeenBeforeTheRestIsRead() {
+    ListWorld world;
+    addManyDives(kManyDives);
+    QStringList first;
+    QStringList last;
+    const RowsWatch watch([&](platform::FlexGrid& grid) {
+        first += grid.text(1, 0);
+        last += grid.text(kManyDives, 0);
+        QCOMPARE(grid.rows(), kManyDives + 1);
+    });
+    world.list.show();
+    QVERIFY(!first.isEmpty());
+    QVERIFY(!first.contains(QString()));
+    QCOMPARE(last.first(), QString());
+    QCOMPARE(world.grid().text(kManyDives, 0), diveNumber(kManyDives));
+}
+
+void TestRbmainFill::aWindowThatIsClosedEndsTheFill() {
+    ListWorld world;
+    addManyDives(kManyDives);
+    int painted = 0;
+    bool filled = false;
+    const RowsWatch watch([&](platform::FlexGrid& grid) {
+        filled = filled || grid.property("filled").toBool();
+        if (++painted == 1) { // as a window manager asks for it
+            QMetaObject::invokeMethod(
+                grid.window(), [window = grid.window()] { window->close(); }, Qt::QueuedConnection);
+        }
+    });
+    world.list.show();
+    QVERIFY(!world.list.isLoaded());
+    QVERIFY(!filled);
+    QVERIFY(painted <= 2);
+    QVERIFY(!platform::Screen::anyAtWork());
+    QCOMPARE(ListWorld::count("SELECT COUNT(*) FROM main"), kManyDives);
+    process().database.execute("DELETE FROM main WHERE DiveID = 'D0000001'"); // nothing holds the store
+}
+
+void TestRbmainFill::aListThatIsLoadedHiddenShowsNothing() {
+    ListWorld world;
+    addManyDives(200);
+    int painted = 0;
+    const RowsWatch watch([&painted](platform::FlexGrid&) { ++painted; });
+    QCOMPARE(world.grid().rows(), 201);
+    QVERIFY(!world.list.isVisible());
+    QCOMPARE(painted, 0);
+}
+
+void TestRbmainFill::textsOfASavedDiveAreTakenAndTheChoiceStays() {
+    ListWorld world;
+    addManyDives(3);
+    world.list.get().chooseDive(diveNumber(2));
+    process().database.execute("UPDATE main SET Location = 'Wreck ' || rowid");
+    world.list.get().takeTextsOf(diveNumber(2));
+    QCOMPARE(world.column(4), (QStringList{QStringLiteral("Dive01.txt"), QStringLiteral("Wreck 2"),
+                                           QStringLiteral("Dive03.txt")}));
+    QCOMPARE(world.labelText("txtlocation"), QStringLiteral("Wreck 2"));
+    QCOMPARE(world.blueRows(), QList<int>{2});
 }
 
 QTEST_MAIN(TestRbmainFill)

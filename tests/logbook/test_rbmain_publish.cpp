@@ -106,6 +106,8 @@ private slots:
     void theSpreadsheetHasTheNameThatWasChosen();
     void aCancelledSpreadsheetSaysSo();
     void aSpreadsheetThatCannotBeWrittenSaysSo();
+    void aLongSpreadsheetTellsHowFarItIs();
+    void aSpreadsheetOfAListThatIsClosedStaysCut();
 };
 
 void TestRbmainPublish::thePanelChangesTheHeightOfTheList() {
@@ -376,6 +378,66 @@ void TestRbmainPublish::aSpreadsheetThatCannotBeWrittenSaysSo() {
     world.dialogs.answerFile(QStringLiteral("/nowhere/list.csv"));
     world.trigger("mnuSaveSpread");
     QCOMPARE(world.dialogs.messages(), QStringList{"Data is not saved to a file....!!"});
+}
+
+namespace {
+
+void addManyDives(int count) {
+    platform::Transaction together(process().database);
+    for (int number = 3; number <= count; ++number) {
+        ListWorld::addDive(diveNumber(number));
+    }
+    together.commit();
+}
+
+/// Does something at the first painting of the quiet line with words in it.
+class SaysWatch : public QObject {
+public:
+    QStringList said;
+    std::function<void()> act;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const QString text = static_cast<QLabel*>(watched)->text();
+        if (event->type() == QEvent::Paint && !text.isEmpty()) {
+            said += text;
+            if (act) {
+                std::exchange(act, {})();
+            }
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+void TestRbmainPublish::aLongSpreadsheetTellsHowFarItIs() {
+    PublishWorld world;
+    addManyDives(300);
+    world.show();
+    SaysWatch watch;
+    world.control<QLabel>("quietline")->installEventFilter(&watch);
+    const QString path = world.folder.path(u"list.csv");
+    world.dialogs.answerFile(path);
+    world.trigger("mnuSaveSpread");
+    QCOMPARE(world.dialogs.messages(), QStringList{"Data saved to CSV file....!!"});
+    QCOMPARE(watch.said.value(0), QStringLiteral("Saving dive 1 of 300"));
+    QCOMPARE(world.control<QLabel>("quietline")->text(), QString());
+    QCOMPARE(platform::readFile(path).value_or("").count('\n'), 301);
+}
+
+void TestRbmainPublish::aSpreadsheetOfAListThatIsClosedStaysCut() {
+    PublishWorld world;
+    addManyDives(300);
+    world.show();
+    SaysWatch watch;
+    watch.act = [&world] { world.list.get().close(); };
+    world.control<QLabel>("quietline")->installEventFilter(&watch);
+    const QString path = world.folder.path(u"list.csv");
+    world.dialogs.answerFile(path);
+    world.trigger("mnuSaveSpread");
+    QCOMPARE(world.dialogs.messages(), QStringList{"Data is not saved to a file....!!"});
+    QVERIFY(!world.list.isLoaded());
+    const qsizetype lines = platform::readFile(path).value_or("").count('\n');
+    QVERIFY(lines >= 1 && lines < 301);
 }
 
 int main(int argc, char** argv) {

@@ -145,6 +145,7 @@ private:
     void publishDive();
     void connectMailer();
     void cmdSave_click();
+    bool writeSheet(const QString& path);
 
     // store
     platform::Database& store();
@@ -167,7 +168,7 @@ private:
     void askForTexts();
     bool showEarly();
     bool checkDives();
-    template <typename Before> bool paintPending(Before before);
+    bool paintPending(const std::function<void()>& before);
     void noteFault(const QString& diveid);
     void showFaults(const QString& title, const QString& problemtext);
 

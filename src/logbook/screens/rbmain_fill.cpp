@@ -141,7 +141,7 @@ void rbmain::showSort() {
 
 /// Serves painting alone, now and then, where the screen can be seen; `before` runs before that. A window
 /// that the user closes is closed. False when it was this one.
-template <typename Before> bool rbmain::paintPending(Before before) {
+bool rbmain::paintPending(const std::function<void()>& before) {
     if (!isVisible() || (sincePainting_.isValid() && sincePainting_.elapsed() < kPaintEveryMilliseconds)) {
         return !isUnloaded() && !platform::allWaitsEnd();
     }

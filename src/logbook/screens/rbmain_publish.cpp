@@ -18,6 +18,7 @@ namespace benthor::logbook {
 namespace {
 
 constexpr int kFoldingPictures = 2;
+constexpr int kManyRows = 100;
 constexpr int kTextFilePosition = 26; // of the field that names the dive's text file
 
 } // namespace
@@ -109,29 +110,39 @@ void rbmain::connectMailer() {
     });
 }
 
+/// One row after the other; the file of a list that is closed meanwhile stays cut. Whether all is written.
+bool rbmain::writeSheet(const QString& path) {
+    const auto cells = [this](int row) {
+        QStringList texts;
+        for (int col = 0; col < std::min(MSFlexGrid1_->cols(), static_cast<int>(kSheetColumns)); ++col) {
+            texts += MSFlexGrid1_->text(row, col);
+        }
+        return texts;
+    };
+    QFile file(path);
+    bool written = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    const auto write = [&file](const QByteArray& line) { return file.write(line) == line.size(); };
+    written = written && write(spreadsheetheader(cells(0)));
+    sincePainting_.start();
+    if (divecount_ > kManyRows) {
+        sincePainting_.invalidate(); // what is going on is told from the beginning
+    }
+    for (int row = 1; written && row <= divecount_; ++row) {
+        written = write(spreadsheetrow(cells(row))) && paintPending([this, row] {
+                      tell(QStringLiteral("Saving dive %1 of %2")
+                               .arg(QString::number(row), QString::number(divecount_)));
+                  });
+    }
+    tell(QString());
+    return written && file.flush();
+}
+
 void rbmain::cmdSave_click() {
     const Routine routine(*this);
     const QString path = platform::dialogs().saveFile(
         this, QStringLiteral("Save as"), platform::ProgramFolder::current().path(u"divelist.csv"),
         QStringLiteral("Text Files (*.csv)|*.csv|All Files (*.*)|*.*"));
-    const auto cells = [this](int row) {
-        QStringList texts;
-        for (int col = 0; col < MSFlexGrid1_->cols(); ++col) {
-            texts += MSFlexGrid1_->text(row, col);
-        }
-        return texts;
-    };
-    bool saved = false;
-    if (!path.isEmpty()) {
-        std::vector<QStringList> rows;
-        for (int row = 1; row <= divecount_; ++row) {
-            rows.push_back(cells(row));
-        }
-        const QByteArray text = spreadsheettext(cells(0), rows);
-        QFile file(path);
-        saved = file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size() &&
-                file.flush();
-    }
+    const bool saved = !path.isEmpty() && writeSheet(path);
     platform::dialogs().message(this, saved ? QStringLiteral("Data saved to CSV file....!!")
                                             : QStringLiteral("Data is not saved to a file....!!"));
 }
