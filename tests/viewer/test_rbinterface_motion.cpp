@@ -155,6 +155,30 @@ private slots:
         QVERIFY(!stage.chart->isMoving());
     }
 
+    void aHoverPaintsNoMoreThanItsWords() {
+        Stage stage;
+        stage.mouse(QEvent::MouseMove, {500, 100}, Qt::NoButton, Qt::NoButton);
+        QCoreApplication::processEvents();
+        class Paints : public QObject {
+        public:
+            QRegion all;
+
+        protected:
+            bool eventFilter(QObject*, QEvent* event) override {
+                if (event->type() == QEvent::Paint)
+                    all += static_cast<QPaintEvent*>(event)->region();
+                return false;
+            }
+        } paints;
+        stage.chart->installEventFilter(&paints);
+        stage.mouse(QEvent::MouseMove, {700, 100}, Qt::NoButton, Qt::NoButton);
+        QCoreApplication::processEvents();
+        QVERIFY(!paints.all.isEmpty());
+        QVERIFY2(paints.all.boundingRect().height() < 60,
+                 qPrintable(QString::number(paints.all.boundingRect().height())));
+        QVERIFY(paints.all.boundingRect().width() < stage.chart->width() / 2);
+    }
+
     void exportsOfAMovingChartAreThoseOfAResting_data() {
         QTest::addColumn<QByteArray>("name");
         for (const QByteArray name : {"chart.png", "chart.svg"})

@@ -5,6 +5,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/ticktimer.h"
 #include "tests/profile/divetext.h"
+#include "viewer/screens/alarmstripview.h"
 #include "viewer/screens/samplekeys.h"
 #include "viewer/screens/tipbox.h"
 
@@ -63,6 +64,38 @@ class TestRbinterfacePlay : public QObject {
     Q_OBJECT
 
 private slots:
+    /// The signs are kept as a picture while the cursor moves under them.
+    void theStripIsPaintedAsAWholeWhereverTheCursorWas() {
+        Stage stage;
+        auto& strip = control<AlarmStripView>(*stage.screen, "Picture1");
+        const auto& chart = control<Chart>(*stage.screen, "MSChart1");
+        for (const int row : {5, 20, 21, 48, 30}) {
+            stage.grid->setRow(row);
+            const QImage shown = strip.grab().toImage();
+            QImage whole(shown.size(), QImage::Format_RGB32);
+            whole.setDevicePixelRatio(shown.devicePixelRatio());
+            QPainter painter(&whole);
+            const QRect frame(chart.plotLeft(), 0, chart.plotWidth(), strip.height());
+            strip.paint(painter, frame);
+            painter.end();
+            int worst = 0;
+            for (int y = 1; y < frame.height() - 1; ++y) {
+                for (int x = frame.left() + 5; x < frame.right() - 5; ++x) {
+                    const QColor one = shown.pixelColor(x, y);
+                    const QColor other = whole.pixelColor(x, y);
+                    worst = std::max({worst, std::abs(one.red() - other.red()),
+                                      std::abs(one.green() - other.green()),
+                                      std::abs(one.blue() - other.blue())});
+                }
+            }
+            QVERIFY2(worst <= 3, qPrintable(QStringLiteral("row %1: %2").arg(row).arg(worst)));
+            const QColor green(0, 255, 0);
+            const int cursor =
+                frame.left() + qRound(frame.width() * (static_cast<double>(row) / chart.matrix().lastRow()));
+            QCOMPARE(shown.pixelColor(cursor, frame.height() - 4) == green, row != 20 && row != 30);
+        }
+    }
+
     void playingMovesNoButton_data() {
         QTest::addColumn<int>("width");
         for (int width = 1024; width <= 1920; width += 64) {
