@@ -211,6 +211,9 @@ QWidget* MainScreen::buildTips() {
 void MainScreen::fitLeastSize() {
     const QLayout* ground = contents()->layout();
     const int width = Frame4_->isHidden() ? 880 : 1000;
+    if (look::fontScale() <= 1 && contents()->minimumWidth() != width) {
+        contents()->setMinimumWidth(width); // with a large font it is measured
+    }
     const int height =
         std::max(ground->totalMinimumSize().height(), ground->totalMinimumHeightForWidth(width));
     const QSize least = QSize(width, std::max(560, menuBar()->sizeHint().height() + height))

@@ -20,6 +20,7 @@ namespace benthor::viewer {
 namespace {
 
 constexpr int kEmptyTextWidth = 460;
+constexpr int kLeastPlotWidth = 480;
 constexpr int kLeastHeight = 280;
 
 } // namespace
@@ -71,6 +72,10 @@ QWidget* ChartCard::makePage() {
     column->addWidget(Picture1);
     column->addWidget(legend_);
     column->addSpacing(look::spaceTight);
+    // The margins of the plot are shares of the width: the numbers of a large font need more of it.
+    if (look::fontScale() > 1) {
+        page->setMinimumWidth(look::scaled(kLeastPlotWidth));
+    }
     return page;
 }
 

@@ -71,8 +71,12 @@ bool ContentsArea::viewportEvent(QEvent* event) {
     return done;
 }
 
+/// A least size that the contents were given goes before what they would ask for.
 QSize ContentsArea::needed() const {
-    return widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
+    const QSize given = widget()->minimumSize();
+    const QSize asked = widget()->minimumSizeHint();
+    return {given.width() > 0 ? given.width() : asked.width(),
+            given.height() > 0 ? given.height() : asked.height()};
 }
 
 QSize ContentsArea::sizeIn(const QSize& room) const {
