@@ -65,15 +65,23 @@ store::Maintenance maintainbehindwindow(const platform::ProgramFolder& folder) {
     window.setPatience(kPatience);
     window.setStopTip(QStringLiteral("Starts at once, without a new backup; no dive is lost by that"));
     Share share(folder);
+    // For how long another program has held the store; it has not: -1.
+    std::atomic<std::chrono::milliseconds::rep> held{-1};
     std::future<store::Maintenance> work = std::async(std::launch::async, [&] {
-        const platform::StoreWaiting waiting(
-            [&stopped](platform::StoreWait, std::chrono::milliseconds) { return !stopped; });
+        const platform::StoreWaiting waiting([&](platform::StoreWait why, std::chrono::milliseconds waited) {
+            held = why == platform::StoreWait::Locked ? waited.count() : -1;
+            return !stopped;
+        });
         return store::maintainstore(folder, watch);
     });
     const platform::StoreAtWork atWork;
     while (work.wait_for(kPause) != std::future_status::ready) {
         const MaintenanceStep now = step;
-        if (!window.goOnWith(wordsOf(now), share.of(now))) {
+        const std::chrono::milliseconds waited{held.load()};
+        // A held store has a window of its own, on this thread.
+        const bool goesOn = waited.count() >= 0 ? platform::goOnWaiting(platform::StoreWait::Locked, waited)
+                                                : window.goOnWith(wordsOf(now), share.of(now));
+        if (!goesOn) {
             stopped = true;
         }
     }
