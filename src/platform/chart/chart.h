@@ -30,7 +30,7 @@ public:
     static constexpr double plotWidthTwips = 10065;
 
     /// Milliseconds from the last movement to the full picture.
-    static constexpr int restInterval = 60;
+    static constexpr int restInterval = 50;
 
     explicit Chart(QWidget* parent = nullptr);
     ~Chart() override;
