@@ -19,6 +19,36 @@ const QString kCut = QStringLiteral("cut");
 const QString kOutside = QStringLiteral("outside");
 const QString kOverlapping = QStringLiteral("overlapping");
 const QString kLarger = QStringLiteral("larger");
+const QString kRestless = QStringLiteral("restless");
+
+/// Counts who asks for a layout.
+class LayoutWatch : public QObject {
+public:
+    LayoutWatch() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::LayoutRequest && watched->isWidgetType()) {
+            ++requests_[QStringLiteral("%1 %2").arg(QLatin1String(watched->metaObject()->className()),
+                                                    watched->objectName())];
+        }
+        return false;
+    }
+    /// Those that do so again and again while nothing happens: they keep the machine busy for ever.
+    QStringList restless() {
+        constexpr int kOften = 8; // of the ten rounds of settle()
+        requests_.clear();
+        tests::settle();
+        QStringList found;
+        for (auto at = requests_.constBegin(); at != requests_.constEnd(); ++at) {
+            if (at.value() >= kOften) {
+                found += QStringLiteral("%1 asks for a layout for ever").arg(at.key());
+            }
+        }
+        return found;
+    }
+
+private:
+    QMap<QString, int> requests_;
+};
 
 class FittingAlbum final : public tests::FaultAlbum {
 protected:
@@ -46,6 +76,7 @@ protected:
         note(kCut, face, tests::cutTexts(window));
         note(kOutside, face, tests::controlsOutside(window));
         note(kOverlapping, face, tests::overlaps(window));
+        note(kRestless, face, LayoutWatch().restless());
     }
 };
 
@@ -61,6 +92,7 @@ private slots:
     void noTextIsCut();
     void noControlLiesOutside();
     void nothingOverlaps();
+    void everyFaceComesToRest();
 
 private:
     QTemporaryDir folder_;
@@ -92,6 +124,10 @@ void TestFit::noControlLiesOutside() {
 
 void TestFit::nothingOverlaps() {
     QVERIFY(album_.isFaultless(kOverlapping));
+}
+
+void TestFit::everyFaceComesToRest() {
+    QVERIFY(album_.isFaultless(kRestless));
 }
 
 int main(int argc, char** argv) {

@@ -235,7 +235,7 @@ void TestInstalledPages::theChangesAreOfThisVersion() {
     }
     QVERIFY(changes.contains("\n -- Benthor maintainers "));
     // It is what CHANGELOG.md tells.
-    QVERIFY(changes.contains("  * Metres and feet, light and dark.\n"));
+    QVERIFY(changes.contains("  * Metres and feet, light and dark, and in the desktop's high contrast"));
 }
 
 void TestInstalledPages::changesOfAnotherVersionAreRefused() {

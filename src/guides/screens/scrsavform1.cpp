@@ -65,7 +65,7 @@ void ScrSavForm1::cmdCapture_click() {
     }
     QImage picture;
     if (diveScreen_ != nullptr && diveScreen_->isLoaded()) {
-        picture = diveScreen_->grab().toImage();
+        picture = diveScreen_->picture().toImage();
     }
     const platform::ProgramFolder& folder = platform::ProgramFolder::current();
     const QString name = captureName(divefilename_);

@@ -74,6 +74,27 @@ void Screen::setContents(QWidget* contents) {
     setCentralWidget(area_);
 }
 
+QPixmap Screen::picture() {
+    constexpr int kPasses = 4; // what one layout changes may ask for another
+    for (int pass = 0; pass < kPasses; ++pass) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
+    if (area_ == nullptr || area_->maximumViewportSize() == contents_->size()) {
+        return grab();
+    }
+    QWidget* const menu = menuWidget() != nullptr && menuWidget()->isVisible() ? menuWidget() : nullptr;
+    const int top = menu == nullptr ? 0 : menu->height();
+    const QSize size(contents_->width(), top + contents_->height());
+    QPixmap whole(size * devicePixelRatioF());
+    whole.setDevicePixelRatio(devicePixelRatioF());
+    whole.fill(palette().color(QPalette::Window));
+    if (menu != nullptr) {
+        menu->render(&whole);
+    }
+    contents_->render(&whole, QPoint(0, top));
+    return whole;
+}
+
 void Screen::load() {
     if (state_ == State::New) {
         state_ = State::Loaded;

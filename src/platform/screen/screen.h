@@ -40,6 +40,8 @@ public:
     /// once, in place of setCentralWidget.
     void setContents(QWidget* contents);
     QWidget* contents() const { return contents_; } ///< null before they are set
+    /// The window as a picture, laid out to the end. Where its contents scroll all of them are in it.
+    QPixmap picture();
 
     /// Whether a routine of any screen is on the stack: events then run inside it.
     static bool anyAtWork();

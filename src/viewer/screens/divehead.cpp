@@ -128,7 +128,6 @@ void DiveHead::fit(int windowWidth) {
     for (HeadBox* box : std::as_const(boxes_)) {
         box->setNumberSize(narrow ? kNarrowNumber : kNumber);
     }
-    across_->setSpacing(row_->spacing());
     placeButtons();
 }
 
@@ -147,7 +146,9 @@ void DiveHead::placeButtons() {
                        buttons_->minimumSize().width() + around.right();
     const bool below = look::fontScale() > 1 && beside > windowWidth_;
     across_->setDirection(below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    across_->setSpacing(below ? 0 : row_->spacing());
+    if (const int spacing = below ? 0 : row_->spacing(); spacing != across_->spacing()) {
+        across_->setSpacing(spacing); // asks for a layout whatever was there before, which leads here again
+    }
     const int height =
         look::scaledRow(kHeadHeight, 2) + (below ? Command4->sizeHint().height() + look::spaceSmall : 0);
     if (height != maximumHeight()) {

@@ -58,6 +58,7 @@ private slots:
     void noWindowIsMadeLargerThanASmallDisplay();
     void whatHasTheKeyboardComesIntoSight();
     void whatIsClickedStaysWhereItIs();
+    void aPictureHoldsWhatScrolls();
     void wordsThatWrapAreNotSqueezed();
     void contentsThatGrowMakeTheWindowGrow();
     void aFirstSizeGrowsWithWhatIsNeeded();
@@ -173,6 +174,27 @@ void TestLookContents::aFirstSizeGrowsWithWhatIsNeeded() {
     needy.showScreen();
     QCOMPARE(needy.height(), std::min(needy.screen()->availableSize().height(),
                                       needy.contents()->minimumSizeHint().height()));
+}
+
+void TestLookContents::aPictureHoldsWhatScrolls() {
+    Tall screen({2000, 1500});
+    screen.room->setAutoFillBackground(true);
+    QPalette palette = screen.room->palette();
+    palette.setColor(QPalette::Window, Qt::red);
+    screen.room->setPalette(palette);
+    screen.showScreen();
+    screen.resize(600, 500);
+    settle();
+    const QImage picture = screen.picture().toImage();
+    QVERIFY(picture.width() >= 2000 && picture.height() >= 1500);
+    const QRect room(screen.room->mapTo(screen.contents(), QPoint()), screen.room->size());
+    QCOMPARE(picture.pixelColor(room.topLeft() + QPoint(5, 5)), QColor(Qt::red));
+    QCOMPARE(picture.pixelColor(room.bottomRight() - QPoint(5, 5)), QColor(Qt::red));
+    Tall fits({100, 100});
+    fits.showScreen();
+    fits.resize(600, 500);
+    settle();
+    QCOMPARE(fits.picture().toImage(), fits.grab().toImage());
 }
 
 QTEST_MAIN(TestLookContents)
