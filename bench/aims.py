@@ -45,13 +45,12 @@ def escaped(name):
 
 
 def ratio(aim, found):
-    """Of an aim: the time of `of` over those of `beside` together, over `seconds`, or a counter of `of`
-    by itself, or one over that."""
+    """Of an aim: the time of `of` over those of `beside` together; or a counter of `of` over
+    `of_counter`, or one over that."""
     own = found[aim["of"]]
     if "counter" in aim:
-        return 1 / own[aim["counter"]] if aim.get("inverse") else own[aim["counter"]]
-    if "seconds" in aim:
-        return own["seconds"] / aim["seconds"]
+        value = own[aim["counter"]] / aim.get("of_counter", 1)
+        return 1 / value if aim.get("inverse") else value
     return own["seconds"] / sum(found[name]["seconds"] for name in aim["beside"])
 
 

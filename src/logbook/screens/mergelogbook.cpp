@@ -4,6 +4,7 @@
 #include "platform/look/icons.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
+#include "platform/look/widgets/stretchedcolumn.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/progresswindow.h"
@@ -33,6 +34,7 @@ using platform::StoreError;
 
 namespace {
 
+constexpr int kLeastName = 150; ///< of a name, or of what two logbooks say
 constexpr int kRowHeight = 28; ///< as in the dive list
 constexpr int kRoom = 8;       ///< above and below the lines of a cell, together
 constexpr int kBoxMargin = 2;
@@ -118,8 +120,7 @@ void mergelogbook::buildLayout() {
     treemerge_->setItemDelegateForColumn(MergeModel::kChoice, new ChoiceDelegate(*model_, this));
     treemerge_->setEditTriggers(QAbstractItemView::AllEditTriggers);
     treemerge_->setAllColumnsShowFocus(true);
-    treemerge_->header()->setStretchLastSection(false);
-    treemerge_->header()->setSectionResizeMode(MergeModel::Name, QHeaderView::Stretch);
+    new look::StretchedColumn(treemerge_, MergeModel::Name, kLeastName);
     lblmerge_ = named(new QLabel, "lblmerge");
     lblmerge_->setWordWrap(true);
     lblmerge_->setTextFormat(Qt::PlainText);

@@ -3,6 +3,7 @@
 #include "logbook/chosenrows.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/card.h"
+#include "platform/look/widgets/stretchedcolumn.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/storewait.h"
@@ -26,7 +27,8 @@ namespace {
 
 enum Column { Number, Name, Dived, Deleted };
 constexpr int kItemRole = Qt::UserRole;
-constexpr int kRowHeight = 28; ///< as in the dive list
+constexpr int kRowHeight = 28;  ///< as in the dive list
+constexpr int kLeastName = 150; ///< of the names' column
 
 /// As the dive list writes a moment.
 QString shownMoment(const QString& stored) {
@@ -58,9 +60,8 @@ void trash::buildLayout() {
     treetrash_->setUniformRowHeights(true);
     treetrash_->setAllColumnsShowFocus(true);
     treetrash_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    treetrash_->header()->setStretchLastSection(false);
     treetrash_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    treetrash_->header()->setSectionResizeMode(Name, QHeaderView::Stretch);
+    new look::StretchedColumn(treetrash_, Name, kLeastName);
     connect(treetrash_, &QTreeWidget::itemSelectionChanged, this, &trash::showChoice);
     connect(treetrash_, &QTreeWidget::itemActivated, this, &trash::cmdputback_click);
     lbltrash_ = new QLabel;

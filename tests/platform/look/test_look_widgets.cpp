@@ -7,12 +7,16 @@
 #include "platform/look/widgets/gauge.h"
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/look/widgets/status.h"
+#include "platform/look/widgets/stretchedcolumn.h"
 #include "platform/look/widgets/toldbutton.h"
 #include "platform/look/widgets/wholelabel.h"
 
 #include <QAbstractButton>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -32,6 +36,7 @@ class TestLookWidgets : public QObject {
 private slots:
     void aLongLabelWrapsToTheWidthItGets();
     void initTestCase();
+    void aStretchedColumnTakesWhatIsLeftAndKeepsItsLeastWidth();
     void aLabelIsClickedByAReleaseInside();
     void aLabelIsNotClickedByAReleaseOutside();
     void aLabelIsNotClickedByAnotherButton();
@@ -427,6 +432,24 @@ void TestLookWidgets::aNoticeFollowsTheTheme() {
     setTheme(Theme::Dark);
     QCOMPARE(band.label()->palette().color(QPalette::WindowText), tokens(Theme::Dark).notice);
     setTheme(Theme::Light);
+}
+
+void TestLookWidgets::aStretchedColumnTakesWhatIsLeftAndKeepsItsLeastWidth() {
+    QTreeWidget tree;
+    tree.setColumnCount(3);
+    new StretchedColumn(&tree, 1, 150);
+    tree.resize(600, 200);
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    tree.header()->resizeSection(0, 100);
+    tree.header()->resizeSection(2, 120);
+    QCOMPARE(tree.header()->sectionSize(1), tree.viewport()->width() - 220);
+    QCOMPARE(tree.horizontalScrollBar()->maximum(), 0);
+    tree.resize(300, 200);
+    QTRY_COMPARE(tree.header()->sectionSize(1), scaled(150));
+    QVERIFY(tree.horizontalScrollBar()->maximum() > 0);
+    tree.resize(500, 200);
+    QTRY_COMPARE(tree.header()->sectionSize(1), tree.viewport()->width() - 220);
 }
 
 QTEST_MAIN(TestLookWidgets)
