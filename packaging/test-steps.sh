@@ -68,7 +68,7 @@ startDisplay() {
     chmod 700 "$root/run/user/1000"
     local number=$place/display
     : >"$number"
-    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp -ac 3>"$number" 2>"$place/xvfb.log" &
+    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp -noreset -ac 3>"$number" 2>"$place/xvfb.log" &
     waitFor "a virtual display" test -s "$number"
     export DISPLAY=:$(cat "$number")
     mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"

@@ -37,9 +37,12 @@ def need_tools(display):
 def start_display(folder):
     """A virtual display; its number is told when it takes connections."""
     reading, writing = os.pipe()
+    # Without -noreset the server would begin anew, and refuse who comes meanwhile, when the first of its clients (a
+    # part of the bus) goes.
     with open(os.path.join(folder, "xvfb.log"), "w", encoding="utf-8") as log:
         server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1920x1080x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1920x1080x24", "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=[writing],
             stdout=log,
             stderr=log,
