@@ -1,4 +1,4 @@
-// Import of 1,000 waiting dive files, beside a reference of the same work done barely: each file copied
+// Import of waiting dive files, beside a reference of the same work done barely: each file copied
 // twice, the copies synced, the same rows put into the store by prepared statements, one durable transaction
 // a dive, the source removed.
 
@@ -18,13 +18,12 @@ namespace {
 
 using namespace benthor;
 
-constexpr int kFiles = 1000;
-
 void importFiles(benchmark::State& state) {
+    const int files = static_cast<int>(state.range(0));
     for ([[maybe_unused]] auto step : state) {
         state.PauseTiming();
         const auto folder = std::make_unique<bench::BenchFolder>();
-        folder->layFiles(kFiles);
+        folder->layFiles(files);
         process().database.open(folder->path("rb.mdb"));
         divefiles::ImportState run;
         divefiles::ImportScreen screen;
@@ -33,7 +32,7 @@ void importFiles(benchmark::State& state) {
             divefiles::importdives(platform::ProgramFolder(folder->root()), run, screen);
         state.PauseTiming();
         if (end != divefiles::ImportEnd::Done ||
-            process().database.openRecordset("SELECT * FROM tissue").recordCount() != 16 * kFiles) {
+            process().database.openRecordset("SELECT * FROM tissue").recordCount() != 16 * files) {
             state.SkipWithError("the import failed");
         }
         process().database.close();
@@ -63,10 +62,11 @@ void bareSyncFolder(const QByteArray& path) {
 }
 
 void bareImport(benchmark::State& state) {
+    const int files = static_cast<int>(state.range(0));
     for ([[maybe_unused]] auto step : state) {
         state.PauseTiming();
         const auto folder = std::make_unique<bench::BenchFolder>();
-        folder->layFiles(kFiles);
+        folder->layFiles(files);
         auto store = std::make_unique<bench::BareStore>(folder->path("rb.mdb"));
         bench::BareDiveWriter writer(*store);
         const QByteArray root = folder->root().toUtf8();
@@ -74,13 +74,13 @@ void bareImport(benchmark::State& state) {
         const auto name = [](int i) {
             return "Dive" + QByteArray::number(i).rightJustified(6, '0') + ".txt";
         };
-        for (int i = 0; i < kFiles; ++i) {
+        for (int i = 0; i < files; ++i) {
             bareCopy(root + "/new/" + name(i), root + "/old/" + name(i));
             bareCopy(root + "/new/" + name(i), root + "/dbtxt/11A2B3C" + name(i));
         }
         bareSyncFolder(root + "/old");
         bareSyncFolder(root + "/dbtxt");
-        for (int i = 0; i < kFiles; ++i) {
+        for (int i = 0; i < files; ++i) {
             writer.write(i + 1);
             unlink((root + "/new/" + name(i)).constData());
         }
@@ -92,6 +92,18 @@ void bareImport(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(bareImport)->Name("import 1000 files, reference")->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(importFiles)->Name("import 1000 files")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(bareImport)
+    ->Name("import, reference")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(importFiles)
+    ->Name("import")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_MAIN();
