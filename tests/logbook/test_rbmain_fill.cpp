@@ -1,5 +1,6 @@
 #include "tests/logbook/listworld.h"
 
+#include "platform/look/look.h"
 #include "platform/look/widgets/segmentedchoice.h"
 
 #include <QAction>
@@ -44,6 +45,7 @@ private slots:
     void longListIsPaintedWhileItIsChecked();
     void fillEndsWhenTheListIsUnloaded();
     void theGridTellsWhenItIsFilled();
+    void cellsGrowWithTheDesktopsFont();
     void theFirstRowsCanBeSeenBeforeTheRestIsRead();
     void aWindowThatIsClosedEndsTheFill();
     void aListThatIsLoadedHiddenShowsNothing();
@@ -460,6 +462,24 @@ void TestRbmainFill::theGridTellsWhenItIsFilled() {
     process().database.execute("DELETE FROM main");
     world.list.get().filldivelist();
     QVERIFY(world.grid().property("filled").toBool());
+}
+
+void TestRbmainFill::cellsGrowWithTheDesktopsFont() {
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSizeF(14);
+    QApplication::setFont(large);
+    look::apply(*qApp);
+    const auto back = qScopeGuard([&before] {
+        QApplication::setFont(before);
+        look::apply(*qApp);
+    });
+    QVERIFY(look::fontScale() > 1.2);
+    ListWorld world;
+    addManyDives(3);
+    world.list.show();
+    QCOMPARE(world.grid().font().pointSizeF(), 8 * look::fontScale());
+    QVERIFY(world.grid().rowHeight(1) > 28);
 }
 
 void TestRbmainFill::theFirstRowsCanBeSeenBeforeTheRestIsRead() {

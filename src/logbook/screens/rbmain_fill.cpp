@@ -5,6 +5,7 @@
 #include "logbook/screens/listfoot.h"
 #include "logbook/screens/listtoolbar.h"
 #include "logbook/screens/rbmain.h"
+#include "platform/look/type.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/look/widgets/wholelabel.h"
@@ -180,7 +181,7 @@ void rbmain::filldivelist() {
 /// Reads the dives into the grid; the first of them can be seen at once. A failing store gives none.
 rbmain::Shown rbmain::showDives() {
     MSFlexGrid1_->clearColours();
-    MSFlexGrid1_->setFontSize(kFontPoints);
+    MSFlexGrid1_->setFontSize(kFontPoints * look::fontScale());
     faulty_.clear();
     faultyDives_.clear();
     clickedRow_ = 0;

@@ -185,7 +185,7 @@ void rbmain::setUpGrid() {
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setAccessibleName(QStringLiteral("Dives"));
     MSFlexGrid1_->setFigureFont(look::numbers(13));
-    MSFlexGrid1_->setDefaultRowHeightPx(kRowHeight);
+    MSFlexGrid1_->setDefaultRowHeightPx(look::scaledRow(kRowHeight));
     MSFlexGrid1_->setEmptyText(emptyList());
     MSFlexGrid1_->setRowNames([this](int row) { return MSFlexGrid1_->text(row, 0); });
     MSFlexGrid1_->setRowSigns([this](int row) { return signOf(row); });
