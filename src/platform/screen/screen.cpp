@@ -236,10 +236,9 @@ QSize Screen::openingSize() const {
     if (area_ == nullptr) {
         return firstSize();
     }
-    QSize least = area_->sizeIn(firstSize());
-    if (menuWidget() != nullptr) {
-        least.rheight() += menuWidget()->sizeHint().height();
-    }
+    const int menu = menuWidget() != nullptr ? menuWidget()->sizeHint().height() : 0;
+    QSize least = area_->sizeIn(firstSize() - QSize(0, menu));
+    least.rheight() += menu;
     return firstSize().expandedTo(least);
 }
 

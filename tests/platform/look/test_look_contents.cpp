@@ -59,6 +59,7 @@ private slots:
     void whatHasTheKeyboardComesIntoSight();
     void whatIsClickedStaysWhereItIs();
     void aPictureHoldsWhatScrolls();
+    void aWindowOpensInItsOwnSizeMenuAndAll();
     void wordsThatWrapAreNotSqueezed();
     void contentsThatGrowMakeTheWindowGrow();
     void aFirstSizeGrowsWithWhatIsNeeded();
@@ -174,6 +175,26 @@ void TestLookContents::aFirstSizeGrowsWithWhatIsNeeded() {
     needy.showScreen();
     QCOMPARE(needy.height(), std::min(needy.screen()->availableSize().height(),
                                       needy.contents()->minimumSizeHint().height()));
+}
+
+void TestLookContents::aWindowOpensInItsOwnSizeMenuAndAll() {
+    class Sized final : public platform::Screen {
+    public:
+        explicit Sized(int least)
+            : Screen(QStringLiteral("Sized%1").arg(least)) {
+            menuBar()->addMenu(QStringLiteral("File"));
+            auto* ground = new QWidget;
+            ground->setMinimumSize(100, least);
+            setContents(ground);
+        }
+        QSize firstSize() const override { return {600, 400}; }
+    };
+    Sized fits(100);
+    fits.showScreen();
+    QCOMPARE(fits.size(), QSize(600, 400));
+    Sized needs(500); // more than that opens larger
+    needs.showScreen();
+    QCOMPARE(needs.size(), QSize(600, 500 + needs.menuBar()->sizeHint().height()));
 }
 
 void TestLookContents::aPictureHoldsWhatScrolls() {
