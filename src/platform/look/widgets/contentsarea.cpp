@@ -25,8 +25,13 @@ ContentsArea::ContentsArea(QWidget* contents) {
     viewport()->setAutoFillBackground(false);
     contents->setAutoFillBackground(false);
     contents->installEventFilter(this);
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget*, QWidget* now) { showWhatHasTheKeyboard(now); });
+    focusWatch_ = connect(qApp, &QApplication::focusChanged, this,
+                          [this](QWidget*, QWidget* now) { showWhatHasTheKeyboard(now); });
+}
+
+/// The contents go behind this, and with them a control that has the keyboard.
+ContentsArea::~ContentsArea() {
+    disconnect(focusWatch_);
 }
 
 QSize ContentsArea::largestLeast(const QWidget* window) {

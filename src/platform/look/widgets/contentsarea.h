@@ -13,6 +13,7 @@ class ContentsArea : public QScrollArea {
 public:
     /// `contents`: never null; belongs to the area from now on.
     explicit ContentsArea(QWidget* contents);
+    ~ContentsArea() override;
 
     /// The size, in pixels, beyond which no window has to grow for its contents' sake: the smallest that
     /// screens are laid out for, or the display that `window` stands on where that is smaller.
@@ -37,6 +38,7 @@ private:
     void fit();
     void showWhatHasTheKeyboard(QWidget* now);
 
+    QMetaObject::Connection focusWatch_;
     bool fitting_ = false;
 };
 
