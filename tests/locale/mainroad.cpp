@@ -23,10 +23,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <strings.h>
 
 namespace benthor::tests {
 
@@ -320,7 +320,7 @@ QString localeSeen() {
     std::snprintf(number.data(), number.size(), "%.1f", 1.5);
     return QStringLiteral("%1 %2 %3 %4 %5")
         .arg(QLatin1String(number.data()), QLocale::system().toString(1.5),
-             QLatin1String(::strcasecmp("I", "i") == 0 ? "one" : "two"),
+             QLatin1String(std::tolower('I') == 'i' ? "one" : "two"),
              QGuiApplication::isLeftToRight() ? QStringLiteral("ltr") : QStringLiteral("rtl"),
              QString::fromLocal8Bit(std::strerror(ENOENT)));
 }
