@@ -16,24 +16,19 @@
 #include <QFile>
 #include <QSettings>
 #include <benchmark/benchmark.h>
-#include <map>
 
 namespace {
 
 using namespace benthor;
 
-const bench::BenchFolder& folderOf(int dives) {
-    static std::map<int, std::unique_ptr<bench::BenchFolder>> folders;
-    std::unique_ptr<bench::BenchFolder>& folder = folders[dives];
-    if (!folder) {
-        folder = std::make_unique<bench::BenchFolder>();
-        bench::layDives(folder->path("rb.mdb"), dives);
-        QFile key(folder->path("dsort.txt"));
-        if (!key.open(QIODevice::WriteOnly) || key.write("d\r\n") != 3) {
-            std::abort();
-        }
+/// Sorted by date.
+const bench::BenchFolder& sortedFolder(int dives) {
+    const bench::BenchFolder& folder = bench::folderOf(dives);
+    QFile key(folder.path("dsort.txt"));
+    if (!key.open(QIODevice::WriteOnly) || key.write("d\r\n") != 3) {
+        std::abort();
     }
-    return *folder;
+    return folder;
 }
 
 /// Notes when the grid painted its first rows, and the longest time without a painting from then on.
@@ -75,7 +70,7 @@ double memory() {
 
 void fillList(benchmark::State& state) {
     const int dives = static_cast<int>(state.range(0));
-    const bench::BenchFolder& folder = folderOf(dives);
+    const bench::BenchFolder& folder = sortedFolder(dives);
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder.root()));
     process().database.open(folder.path("rb.mdb"));
     process().depthunit = QStringLiteral("metre");
@@ -124,7 +119,7 @@ size_t readRows(sqlite3_stmt* statement) {
 
 void bareReading(benchmark::State& state) {
     const int dives = static_cast<int>(state.range(0));
-    bench::BareStore store(folderOf(dives).path("rb.mdb"));
+    bench::BareStore store(sortedFolder(dives).path("rb.mdb"));
     sqlite3_stmt* const main = store.prepare("SELECT * FROM main ORDER BY startdate");
     sqlite3_stmt* const gas = store.prepare("SELECT * FROM gas");
     sqlite3_stmt* const tissue = store.prepare("SELECT * FROM tissue");
@@ -137,7 +132,7 @@ void bareReading(benchmark::State& state) {
 
 /// The same by the shell of the engine, its output to nowhere.
 void shellReading(benchmark::State& state) {
-    const QString store = folderOf(static_cast<int>(state.range(0))).path("rb.mdb");
+    const QString store = sortedFolder(static_cast<int>(state.range(0))).path("rb.mdb");
     const std::string command = "sqlite3 '" + store.toStdString() +
                                 "' 'SELECT * FROM main ORDER BY startdate; SELECT * FROM gas; "
                                 "SELECT * FROM tissue' >/dev/null";
@@ -161,7 +156,7 @@ BENCHMARK(fillList)->Name("list")->Apply(sizes);
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folderOf(100).root());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, sortedFolder(100).root());
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -18,21 +18,10 @@
 #include <QSettings>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
-#include <map>
 
 namespace {
 
 using namespace benthor;
-
-const bench::BenchFolder& folderOf(int dives) {
-    static std::map<int, std::unique_ptr<bench::BenchFolder>> folders;
-    std::unique_ptr<bench::BenchFolder>& folder = folders[dives];
-    if (!folder) {
-        folder = std::make_unique<bench::BenchFolder>();
-        bench::layDives(folder->path("rb.mdb"), dives);
-    }
-    return *folder;
-}
 
 /// Notes the longest time without a painting.
 class Gaps : public QObject {
@@ -72,7 +61,7 @@ platform::Screen* screen(const char* name) {
 }
 
 void startProgram(benchmark::State& state) {
-    const bench::BenchFolder& folder = folderOf(static_cast<int>(state.range(0)));
+    const bench::BenchFolder& folder = bench::folderOf(static_cast<int>(state.range(0)));
     platform::ProgramFolder::setCurrent(platform::ProgramFolder(folder.root()));
     double gap = 0;
     for ([[maybe_unused]] auto step : state) {
@@ -104,7 +93,7 @@ void emptyWindow() {
 }
 
 void bareStart(benchmark::State& state) {
-    const bench::BenchFolder& folder = folderOf(static_cast<int>(state.range(0)));
+    const bench::BenchFolder& folder = bench::folderOf(static_cast<int>(state.range(0)));
     const QString packed = folder.path("bare.mdb");
     const QString copy = folder.path("copy.mdb");
     for ([[maybe_unused]] auto step : state) {
@@ -139,7 +128,7 @@ BENCHMARK(startProgram)
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folderOf(10).root());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, bench::folderOf(10).root());
     look::apply(application);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -8,6 +8,8 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
+#include <memory>
 
 namespace benthor::bench {
 
@@ -144,6 +146,16 @@ void layDives(const QString& path, int count) {
               "Location = printf('Dive%06d.txt', rowid * 31 % 100003)");
     store.run("UPDATE serialno SET getstarted = 'Close'");
     store.run("COMMIT");
+}
+
+const BenchFolder& folderOf(int dives) {
+    static std::map<int, std::unique_ptr<BenchFolder>> folders;
+    std::unique_ptr<BenchFolder>& folder = folders[dives];
+    if (!folder) {
+        folder = std::make_unique<BenchFolder>();
+        layDives(folder->path("rb.mdb"), dives);
+    }
+    return *folder;
 }
 
 } // namespace benthor::bench

@@ -65,4 +65,7 @@ private:
     sqlite3_stmt* tissue_;
 };
 
+/// A folder whose store has so many usual dives; one for each number as long as the process runs.
+const BenchFolder& folderOf(int dives);
+
 } // namespace benthor::bench
