@@ -9,14 +9,8 @@ namespace benthor::exports {
 
 namespace {
 constexpr qint64 kBlock = 256 * 1024;
-}
-
-void ZxuLogbook::begin() {
-    if (!waiting_.open()) {
-        throw ExportError(
-            QStringLiteral("No file for the dives can be made: %1.").arg(waiting_.errorString()));
-    }
-}
+constexpr qsizetype kMostHeld = 4 * 1024 * 1024; ///< a hundred usual dives
+} // namespace
 
 ZxuGroup ZxuLogbook::prepare(const WholeDive& dive) {
     return zxuGroup({dive.profile,
@@ -30,12 +24,29 @@ ZxuGroup ZxuLogbook::prepare(const WholeDive& dive) {
 }
 
 void ZxuLogbook::add(const Prepared& dive) {
-    writeWhole(waiting_, groups_.next(dive));
+    const QByteArray group = groups_.next(dive);
+    if (!waiting_.isOpen() && held_.size() + group.size() <= kMostHeld) {
+        held_ += group;
+        return;
+    }
+    if (!waiting_.isOpen() && !waiting_.open()) {
+        throw ExportError(
+            QStringLiteral("No file for the dives can be made: %1.").arg(waiting_.errorString()));
+    }
+    writeWhole(waiting_, group);
 }
 
 void ZxuLogbook::end() {
-    flushWhole(waiting_);
     writeWhole(device_, zxuHead(written_) + groups_.warnings());
+    writeWhole(device_, held_);
+    if (waiting_.isOpen()) {
+        copyWaiting();
+    }
+    flushWhole(device_);
+}
+
+void ZxuLogbook::copyWaiting() {
+    flushWhole(waiting_);
     if (!waiting_.seek(0)) {
         throw ExportError(waiting_.errorString());
     }
@@ -48,7 +59,6 @@ void ZxuLogbook::end() {
         }
         writeWhole(device_, QByteArrayView(block.data(), read));
     }
-    flushWhole(device_);
 }
 
 } // namespace benthor::exports

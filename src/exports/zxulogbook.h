@@ -11,8 +11,9 @@ namespace benthor::exports {
 /// Dives in one DL7 file: the head, one table of warnings for all of them, and a group from ZDH to ZDT a
 /// dive.
 ///
-/// The head comes first and needs the warnings of the last dive, so that the groups wait in a file in the
-/// system's folder for such until end(). A single dive gives the file that fullZxu() makes of it.
+/// The head comes first and needs the warnings of the last dive, so that the groups wait until end(): the
+/// first of them in memory, those that do not fit there in a file in the system's folder for such. A single
+/// dive gives the file that fullZxu() makes of it.
 class ZxuLogbook {
 public:
     /// `written`: the moment of the export.
@@ -21,7 +22,7 @@ public:
         , written_(written) {}
     /// In this order, add() for each dive. ExportError where the device or the waiting file does not take
     /// all.
-    void begin();
+    void begin() {}
     void add(const WholeDive& dive) { add(prepare(dive)); }
     void end();
 
@@ -31,9 +32,12 @@ public:
     void add(const Prepared& dive);
 
 private:
+    void copyWaiting();
+
     QIODevice& device_;
     QDateTime written_;
-    QTemporaryFile waiting_;
+    QByteArray held_;        ///< of the groups the first
+    QTemporaryFile waiting_; ///< those behind them; opened for the first of these
     ZxuGroups groups_;
 };
 

@@ -76,6 +76,11 @@ char* writeText(char* at, QByteArrayView text) {
     return std::copy(text.begin(), text.end(), at);
 }
 
+/// The same of words whose length the compiler knows.
+template <std::size_t Size> char* writeWord(char* at, const char (&word)[Size]) {
+    return std::copy_n(word, Size - 1, at);
+}
+
 /// As danMinutes(). Of most samples the text follows from whole ten-thousandths; where these are not certain,
 /// that function decides.
 char* writeMinutes(char* at, double minutes) {
@@ -91,7 +96,7 @@ char* writeMinutes(char* at, double minutes) {
         return writeText(at, danMinutes(minutes).toLatin1());
     }
     char* const begin = at;
-    at = std::to_chars(at, at + kLongestNumber, parts / 10000).ptr;
+    at = writeHundredths(at, parts / 10000 * 100);
     const int part = parts % 10000;
     *at++ = '.';
     *at++ = static_cast<char>('0' + part / 1000);
@@ -129,8 +134,8 @@ public:
         at = rounded(at, true, depth);
         at = writeGas(at, sample);
         at = rounded(at, withPo2_, profile.po2[place] / kBarPerAta);
-        at = writeText(at, isFast(sample, depth) ? "T|" : "F|");
-        at = writeText(at, ceiling > 0 && depth < ceiling ? "T|" : "F|");
+        at = flag(at, isFast(sample, depth));
+        at = flag(at, ceiling > 0 && depth < ceiling);
         at = rounded(at, ceiling > 0, ceiling);
         at = field(at, withTemperature_, profile.temp[place]);
         if (QStringList words = warningWords(profile, sample); !words.isEmpty()) {
@@ -139,11 +144,13 @@ public:
         *at++ = '|';
         at = field(at, withSupplies_, profile.hpo2[place]);
         at = field(at, withSupplies_, profile.hpdil[place]);
-        at = writeText(at, "||||\r\n");
+        at = writeWord(at, "||||\r\n");
         group.text.resize(begin + (at - line));
     }
 
 private:
+    static char* flag(char* at, bool isSet) { return writeWord(at, isSet ? "T|" : "F|"); }
+
     static char* field(char* at, bool isThere, float value) {
         at = isThere ? writeNumber(at, value) : at;
         *at++ = '|';
@@ -175,8 +182,8 @@ private:
         if (sample == profile::kFirstSample || dive_.interval <= 0) {
             return false;
         }
-        const double before = dive_.profile.depthpos[sample - 2];
-        return (before - depth) / minutes_ > kFastAscent;
+        const double risen = dive_.profile.depthpos[sample - 2] - depth;
+        return risen > 0 && risen / minutes_ > kFastAscent;
     }
 
     static constexpr qsizetype kFields = 15;

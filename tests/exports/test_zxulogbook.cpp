@@ -29,6 +29,14 @@ WholeDive numbered(int number, const QByteArrayList& records) {
     return dive;
 }
 
+constexpr int kBeyondMemory = 10; ///< so many of these do not fit into what is held of a file
+
+/// Half a megabyte and more in a file.
+std::unique_ptr<WholeDive> largeDive() {
+    constexpr int kRecords = 24000;
+    return std::make_unique<WholeDive>(numbered(1, QByteArrayList(kRecords, "0,227,0,M0,T18,A500")));
+}
+
 } // namespace
 
 class TestZxuLogbook : public QObject {
@@ -122,11 +130,34 @@ private slots:
                  0);
     }
 
+    void manyDivesWaitInAFileAndComeOutInOrder() {
+        const std::unique_ptr<WholeDive> large = largeDive();
+        const QByteArray one = zxuOf({large.get()});
+        const QByteArray ten = zxuOf(std::vector<const WholeDive*>(kBeyondMemory, large.get()));
+        const auto groups = [](const QByteArray& text) { return text.mid(text.indexOf("ZDH|")); };
+        QByteArray expected = one.first(one.indexOf("ZDH|"));
+        for (int i = 1; i <= kBeyondMemory; ++i) {
+            expected += groups(one)
+                            .replace("ZDH|1|", "ZDH|" + QByteArray::number(i) + "|")
+                            .replace("ZDT|1|", "ZDT|" + QByteArray::number(i) + "|");
+        }
+        QVERIFY(ten.size() > 4 * 1024 * 1024);
+        QVERIFY(ten == expected);
+    }
+
     void aWaitingFileThatDoesNotFitIsTold() {
-        const WholeDive dive = numbered(1, QByteArrayList(2000, "0,0,0,M0,T18,A500"));
+        const std::unique_ptr<WholeDive> large = largeDive();
+        const std::vector<const WholeDive*> dives(kBeyondMemory, large.get());
         const tests::SmallDisk disk(1000);
         QBuffer buffer;
-        QVERIFY_THROWS_EXCEPTION(ExportError, tests::written(ZxuLogbook(buffer, kWritten), buffer, {&dive}));
+        QVERIFY_THROWS_EXCEPTION(ExportError, tests::written(ZxuLogbook(buffer, kWritten), buffer, dives));
+    }
+
+    void aFewDivesNeedNoFileToWaitIn() {
+        const WholeDive dive = numbered(1, QByteArrayList(2000, "0,0,0,M0,T18,A500"));
+        const QByteArray expected = zxuOf({&dive});
+        const tests::SmallDisk disk(1000);
+        QCOMPARE(zxuOf({&dive}), expected);
     }
 };
 
