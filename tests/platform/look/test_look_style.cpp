@@ -3,7 +3,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyleOptionButton>
@@ -39,6 +41,7 @@ private slots:
     void noStyleSheetSlowsItemViews();
     void everyStandardIconCanBeAskedFor();
     void aFileDialogOpens();
+    void theSignOfAnOpenMessageFollowsTheTheme();
 };
 
 void TestLookStyle::initTestCase() {
@@ -209,6 +212,27 @@ void TestLookStyle::aFileDialogOpens() {
     dialog.show();
     QCoreApplication::processEvents();
     QVERIFY(dialog.isVisible());
+}
+
+void TestLookStyle::theSignOfAnOpenMessageFollowsTheTheme() {
+    const auto inkOf = [](const QPixmap& sign) {
+        const QImage picture = sign.toImage();
+        QColor ink;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y).alpha() == 255) {
+                    ink = picture.pixelColor(x, y);
+                }
+            }
+        }
+        return ink;
+    };
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Send"), QStringLiteral("Send it all the same?"));
+    box.show();
+    for (const Theme one : {Theme::Dark, Theme::Light}) {
+        setTheme(one);
+        QCOMPARE(inkOf(box.iconPixmap()), tokens(one).notice);
+    }
 }
 
 QTEST_MAIN(TestLookStyle)

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QSlider>
 #include <QStyleOption>
 #include <QTabBar>
@@ -49,6 +50,10 @@ void LookStyle::polish(QWidget* widget) {
         widget->removeEventFilter(this);
         widget->installEventFilter(this);
     }
+    if (qobject_cast<QMessageBox*>(widget)) {
+        widget->removeEventFilter(this);
+        widget->installEventFilter(this);
+    }
     if (auto* header = qobject_cast<QHeaderView*>(widget);
         header && header->defaultAlignment() == Qt::AlignCenter) {
         header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -56,6 +61,13 @@ void LookStyle::polish(QWidget* widget) {
 }
 
 bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
+    // A box keeps its sign as a picture made when it opened, which would stay in the colours of that time.
+    if (auto* box = qobject_cast<QMessageBox*>(watched); box && event->type() == QEvent::PaletteChange) {
+        if (box->icon() != QMessageBox::NoIcon) {
+            box->setIcon(box->icon());
+        }
+        return false;
+    }
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (event->type() == QEvent::Wheel && widget != nullptr && !widget->hasFocus()) {
         event->ignore();
