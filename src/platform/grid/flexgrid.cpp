@@ -2,6 +2,7 @@
 
 #include "platform/grid/flexpaint.h"
 #include "platform/grid/gridaccess.h"
+#include "platform/look/style/paint.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -145,8 +146,11 @@ void FlexGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     QPainter painter(viewport());
     if (ring_ && hasFocus() && row_ == 0) { // there is no current cell to show it
-        painter.setPen(QPen(colours_.accent, 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+        const int width = look::focusRingWidth();
+        const int near = width / 2;
+        const int far = width - near;
+        painter.setPen(QPen(colours_.accent, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(viewport()->rect().adjusted(near, near, -far, -far));
     }
     if (rows() > 1 || emptyText_.isEmpty())
         return;

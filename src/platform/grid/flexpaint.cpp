@@ -2,6 +2,7 @@
 
 #include "platform/grid/flexgrid.h"
 #include "platform/look/contrast.h"
+#include "platform/look/style/paint.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -76,12 +77,14 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     if (row == grid_->row() && col == grid_->col()) {
         const bool own = !grid_->backColour(row, col).isValid();
-        const int width = grid_->hasFocus() ? 2 : 1;
+        const int width = grid_->hasFocus() ? look::focusRingWidth() : 1;
         painter->setPen(QPen(own ? grid_->gridColours().accent : look::readableOn(colours.back), width,
                              Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         painter->setBrush(Qt::NoBrush);
         const QRect inside = option.rect.adjusted(0, 0, -1, -1);
-        painter->drawRect(width == 2 ? inside.adjusted(1, 1, -1, -1) : inside.adjusted(0, 0, -1, -1));
+        const int near = width / 2;
+        const int far = width - near;
+        painter->drawRect(inside.adjusted(near, near, -far, -far));
     }
 }
 

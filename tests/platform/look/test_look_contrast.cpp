@@ -3,12 +3,15 @@
 #include "platform/look/look.h"
 #include "platform/look/series.h"
 #include "platform/look/style/paint.h"
+#include "platform/look/widgets/activitysweep.h"
+#include "platform/look/widgets/gauge.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPalette>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace benthor::look;
@@ -46,6 +49,7 @@ private slots:
     void whatIsSelectedIsSeen();
     void theFocusRingIsWider();
     void wordsInAToldColourReadFully();
+    void theRingOfATableIsAsWideAsAnyOther();
 };
 
 void TestLookContrast::cleanup() {
@@ -187,6 +191,22 @@ void TestLookContrast::wordsInAToldColourReadFully() {
             QVERIFY(contrastRatio(legibleOn(told, tokens(theme).surface), tokens(theme).surface) >= 7);
         }
     }
+}
+
+void TestLookContrast::theRingOfATableIsAsWideAsAnyOther() {
+    QTreeWidget table;
+    table.setHeaderHidden(true);
+    table.resize(200, 120);
+    table.show();
+    table.activateWindow();
+    table.setFocus();
+    QTRY_VERIFY(table.hasFocus());
+    const QImage picture = table.grab().toImage();
+    int width = 0;
+    while (picture.pixelColor(width, 60) == tokens().accent) {
+        ++width;
+    }
+    QCOMPARE(width, focusWidth + 1);
 }
 
 QTEST_MAIN(TestLookContrast)

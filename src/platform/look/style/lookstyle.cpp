@@ -140,7 +140,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_SplitterWidth:
         return 8;
     case PM_DefaultFrameWidth:
-        return 2;
+        return focusRingWidth(); // what lies within a frame must not cover its ring
     case PM_ComboBoxFrameWidth:
         return 1;
     case PM_MenuPanelWidth:

@@ -115,7 +115,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         drawPanel(painter, option->rect, QColor(),
                   (option->state & State_HasFocus) ? token.accent
                                                    : (isWritable(widget) ? token.edge : token.line),
-                  4, (option->state & State_HasFocus) ? focusWidth : 1);
+                  4, (option->state & State_HasFocus) ? focusRingWidth() : 1);
         return;
     case PE_FrameFocusRect:
         drawFocusRing(painter, option->rect, 4);

@@ -28,9 +28,12 @@ void drawPanel(QPainter* painter, const QRect& rect, const QColor& fill, const Q
     painter->restore();
 }
 
+int focusRingWidth() {
+    return contrast() == Contrast::High ? focusWidth + 1 : focusWidth;
+}
+
 void drawFocusRing(QPainter* painter, const QRect& rect, qreal corner) {
-    const int width = contrast() == Contrast::High ? focusWidth + 1 : focusWidth;
-    drawPanel(painter, rect, QColor(), tokens().accent, corner, width);
+    drawPanel(painter, rect, QColor(), tokens().accent, corner, focusRingWidth());
 }
 
 void drawIcon(QPainter* painter, const QString& name, const QRect& rect, int size, const QColor& colour) {

@@ -23,6 +23,9 @@ namespace benthor::look {
 void drawPanel(QPainter* painter, const QRect& rect, const QColor& fill, const QColor& border,
                qreal corner = radius, qreal width = 1);
 
+/// How wide the ring round what has the keyboard is, in the contrast in force.
+int focusRingWidth();
+
 /// The ring round what has the keyboard, just inside `rect`.
 void drawFocusRing(QPainter* painter, const QRect& rect, qreal corner = radius);
 

@@ -39,7 +39,7 @@ void ToldButton::paintEvent(QPaintEvent* event) {
     if (told_.isValid()) {
         // Inside the edge, or inside the ring when focused, and parted from the rest by a line.
         const bool focus = option.state & QStyle::State_HasFocus;
-        const int inset = focus ? focusWidth : 1;
+        const int inset = focus ? focusRingWidth() : 1;
         const QRect inner = rect().adjusted(inset, inset, -inset, -inset);
         QPainterPath shape;
         shape.addRoundedRect(inner, radius - inset, radius - inset);
