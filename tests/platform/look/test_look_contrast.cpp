@@ -49,6 +49,8 @@ private slots:
     void whatIsSelectedIsSeen();
     void theFocusRingIsWider();
     void wordsInAToldColourReadFully();
+    void aFieldThatIsOnlyReadStandsOnALineInsteadOfWithinAnEdge();
+    void focusIsSeenOnAToldGround();
     void theRingOfATableIsAsWideAsAnyOther();
 };
 
@@ -189,6 +191,53 @@ void TestLookContrast::wordsInAToldColourReadFully() {
         for (const QColor& told :
              {QColor(Qt::red), QColor(Qt::blue), QColor(Qt::green), QColor(Qt::yellow)}) {
             QVERIFY(contrastRatio(legibleOn(told, tokens(theme).surface), tokens(theme).surface) >= 7);
+        }
+    }
+}
+
+void TestLookContrast::aFieldThatIsOnlyReadStandsOnALineInsteadOfWithinAnEdge() {
+    for (const Theme theme : {Theme::Light, Theme::Dark}) {
+        setTheme(theme);
+        QLineEdit field;
+        field.resize(120, 32);
+        const QImage typed = field.grab().toImage();
+        QCOMPARE(typed.pixelColor(0, 16), tokens().edge);
+        QCOMPARE(typed.pixelColor(60, 4), tokens().surface);
+        field.setReadOnly(true);
+        const QImage read = field.grab().toImage();
+        QCOMPARE(read.pixelColor(0, 16), tokens().sunken);
+        QCOMPARE(read.pixelColor(60, 0), tokens().sunken);
+        QCOMPARE(read.pixelColor(60, 4), tokens().sunken);
+        QCOMPARE(read.pixelColor(60, 31), tokens().edge);
+    }
+}
+
+void TestLookContrast::focusIsSeenOnAToldGround() {
+    const QColor cyan(192, 255, 255);
+    QWidget window;
+    QLineEdit field(&window);
+    field.setGeometry(10, 10, 120, 32);
+    QPalette colours = field.palette();
+    colours.setColor(QPalette::Base, cyan);
+    field.setPalette(colours);
+    window.show();
+    window.activateWindow();
+    field.setFocus();
+    QTRY_VERIFY(field.hasFocus());
+    for (const Contrast one : {Contrast::High, Contrast::Usual}) {
+        setContrast(one);
+        for (const Theme theme : {Theme::Light, Theme::Dark}) {
+            setTheme(theme);
+            const QImage picture = field.grab().toImage();
+            // From the edge to the ground: each step is seen, and the first is the accent.
+            QCOMPARE(picture.pixelColor(60, 0), tokens().accent);
+            QColor before = tokens().accent;
+            for (int y = 1; y < 6; ++y) {
+                const QColor now = picture.pixelColor(60, y);
+                QVERIFY(now == before || contrastRatio(now, before) >= 3);
+                before = now;
+            }
+            QCOMPARE(before, cyan);
         }
     }
 }

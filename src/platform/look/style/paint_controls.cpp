@@ -88,17 +88,46 @@ bool isLabelBox(const QStyleOption& option, const QWidget* widget) {
            !isInnerBox(widget);
 }
 
+namespace {
+
+/// In high contrast ground and surface are one: what is only read is sunken, and stands on a line instead of
+/// within an edge.
+void drawReadOnlyPanel(QPainter* painter, const QRect& rect, const QColor& fill, const QColor& edge) {
+    drawPanel(painter, rect, fill, QColor());
+    const int foot = static_cast<int>(radius);
+    painter->fillRect(QRect(rect.x() + foot, rect.bottom(), rect.width() - 2 * foot, 1), edge);
+}
+
+/// On a told ground that accent does not stand out from, a line of black or white parts the two.
+void drawFieldRing(QPainter* painter, const QRect& rect, const QColor& fill) {
+    constexpr double seen = 3;
+    drawFocusRing(painter, rect);
+    if (contrastRatio(tokens().accent, fill) < seen) {
+        const int ring = focusRingWidth();
+        drawPanel(painter, rect.adjusted(ring, ring, -ring, -ring), QColor(), readableOn(fill), radius - ring,
+                  ring - 1);
+    }
+}
+
+} // namespace
+
 void drawField(QPainter* painter, const QStyleOption& option) {
     const Tokens& token = tokens();
     const bool enabled = option.state & QStyle::State_Enabled;
-    const bool focus = enabled && (option.state & QStyle::State_HasFocus);
+    const bool high = contrast() == Contrast::High;
+    const bool readOnly = option.state & QStyle::State_ReadOnly;
+    const QColor edge = enabled ? token.edge : token.line;
     QColor fill = option.palette.color(QPalette::Base);
-    if ((option.state & QStyle::State_ReadOnly) && fill == token.surface) {
-        fill = token.ground;
+    if (readOnly && fill == token.surface) {
+        fill = high ? token.sunken : token.ground;
     }
-    drawPanel(painter, option.rect, fill, enabled ? token.edge : token.line);
-    if (focus) {
-        drawFocusRing(painter, option.rect);
+    if (readOnly && high) {
+        drawReadOnlyPanel(painter, option.rect, fill, edge);
+    } else {
+        drawPanel(painter, option.rect, fill, edge);
+    }
+    if (enabled && (option.state & QStyle::State_HasFocus)) {
+        drawFieldRing(painter, option.rect, fill);
     }
 }
 
