@@ -15,7 +15,7 @@ namespace {
 QPalette::ColorRole roleOf(Ink ink) {
     switch (ink) {
     case Ink::Quiet:
-        return QPalette::PlaceholderText;
+        return QPalette::LinkVisited; // no link is ever shown as visited
     case Ink::Accent:
         return QPalette::Link;
     case Ink::Bad:
@@ -39,7 +39,6 @@ QPalette themePalette() {
     set(QPalette::Base, token.surface);
     set(QPalette::AlternateBase, token.ground);
     set(QPalette::Text, token.text);
-    set(QPalette::PlaceholderText, token.textquiet);
     set(QPalette::Button, token.surface);
     set(QPalette::ButtonText, token.text);
     set(QPalette::BrightText, token.bad);
@@ -47,7 +46,9 @@ QPalette themePalette() {
     set(QPalette::Highlight, high ? token.accent : token.accentsoft);
     set(QPalette::HighlightedText, high ? token.ontext : token.text);
     set(QPalette::Link, token.accent);
-    set(QPalette::LinkVisited, token.accent);
+    set(QPalette::LinkVisited, token.textquiet);
+    // Quiet words are as dark as the rest there, and what waits to be typed over is not to pass for it.
+    set(QPalette::PlaceholderText, high ? token.faint : token.textquiet);
     set(QPalette::ToolTipBase, token.surface);
     set(QPalette::ToolTipText, token.text);
     set(QPalette::Light, token.surface);
@@ -57,7 +58,7 @@ QPalette themePalette() {
     set(QPalette::Shadow, token.edge);
     for (QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText,
-          QPalette::PlaceholderText, QPalette::Link, QPalette::BrightText}) {
+          QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited, QPalette::BrightText}) {
         palette.setColor(QPalette::Disabled, role, token.faint);
     }
     palette.setColor(QPalette::Disabled, QPalette::Base, token.ground);

@@ -50,6 +50,7 @@ private slots:
     void theFocusRingIsWider();
     void wordsInAToldColourReadFully();
     void aFieldThatIsOnlyReadStandsOnALineInsteadOfWithinAnEdge();
+    void placeholdersArePalerThanWhatWasTyped();
     void focusIsSeenOnAToldGround();
     void theRingOfATableIsAsWideAsAnyOther();
 };
@@ -209,6 +210,19 @@ void TestLookContrast::aFieldThatIsOnlyReadStandsOnALineInsteadOfWithinAnEdge() 
         QCOMPARE(read.pixelColor(60, 0), tokens().sunken);
         QCOMPARE(read.pixelColor(60, 4), tokens().sunken);
         QCOMPARE(read.pixelColor(60, 31), tokens().edge);
+    }
+}
+
+void TestLookContrast::placeholdersArePalerThanWhatWasTyped() {
+    for (const Theme theme : {Theme::Light, Theme::Dark}) {
+        setTheme(theme);
+        const QPalette palette = qApp->palette();
+        const QColor waiting = palette.color(QPalette::PlaceholderText);
+        QVERIFY(contrastRatio(waiting, palette.color(QPalette::Text)) >= 2);
+        QVERIFY(contrastRatio(waiting, palette.color(QPalette::Base)) >= 7);
+        QLabel quiet(QStringLiteral("Response"));
+        setInk(&quiet, Ink::Quiet);
+        QCOMPARE(quiet.palette().color(quiet.foregroundRole()), tokens().text);
     }
 }
 
