@@ -53,6 +53,7 @@ private slots:
     void placeholdersArePalerThanWhatWasTyped();
     void focusIsSeenOnAToldGround();
     void theRingOfATableIsAsWideAsAnyOther();
+    void whatIsUnlitHasAnEdge();
 };
 
 void TestLookContrast::cleanup() {
@@ -270,6 +271,21 @@ void TestLookContrast::theRingOfATableIsAsWideAsAnyOther() {
         ++width;
     }
     QCOMPARE(width, focusWidth + 1);
+}
+
+void TestLookContrast::whatIsUnlitHasAnEdge() {
+    for (const Theme theme : {Theme::Light, Theme::Dark}) {
+        setTheme(theme);
+        Gauge gauge;
+        gauge.setLit(1);
+        gauge.resize(gauge.sizeHint());
+        const QImage scale = gauge.grab().toImage();
+        QCOMPARE(scale.pixelColor(scale.width() - 1, scale.height() / 2), tokens().line);
+        ActivitySweep sweep;
+        sweep.resize(sweep.sizeHint());
+        const QImage bar = sweep.grab().toImage();
+        QCOMPARE(bar.pixelColor(bar.width() - 1, bar.height() / 2), tokens().line);
+    }
 }
 
 QTEST_MAIN(TestLookContrast)

@@ -92,6 +92,10 @@ void drawCheckMark(QPainter* painter, const QRect& rect, const QStyleOption& opt
     painter->restore();
 }
 
+QColor troughEdge() {
+    return contrast() == Contrast::High ? tokens().line : QColor();
+}
+
 QColor faintInk() {
     return tokens().faint;
 }

@@ -57,6 +57,10 @@ void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option);
 void drawMenuBarItem(QPainter* painter, const QStyleOptionMenuItem& option);
 
 /// The ink of what cannot be worked.
+/// The edge of a trough that has none in usual contrast; invalid there. In high contrast sunken ground alone
+/// would not be seen.
+QColor troughEdge();
+
 QColor faintInk();
 
 /// Whether dynamic property `name` of `widget` is true.

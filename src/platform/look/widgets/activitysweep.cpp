@@ -43,7 +43,11 @@ void ActivitySweep::paintEvent(QPaintEvent* event) {
         const int left = (width() + gap) * k / segments;
         const int right = (width() + gap) * (k + 1) / segments - gap;
         const QRect place(left, 0, right - left, height());
-        drawPanel(&painter, place, isLit(k) ? tokens().accent : tokens().sunken, QColor(), 2);
+        if (isLit(k)) {
+            drawPanel(&painter, place, tokens().accent, QColor(), 2);
+        } else {
+            drawPanel(&painter, place, tokens().sunken, troughEdge(), 2);
+        }
     }
 }
 

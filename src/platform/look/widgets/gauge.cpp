@@ -72,7 +72,7 @@ void Gauge::paintEvent(QPaintEvent* event) {
         if (isLit(k)) {
             drawPanel(&painter, place, over ? token.bad : own, QColor(), 1);
         } else {
-            drawPanel(&painter, place, token.sunken, QColor(), 1);
+            drawPanel(&painter, place, token.sunken, troughEdge(), 1);
         }
     }
 }
