@@ -42,6 +42,7 @@ private slots:
     void everyStandardIconCanBeAskedFor();
     void aFileDialogOpens();
     void theSignOfAnOpenMessageFollowsTheTheme();
+    void theLastHeadHasNoLineBesideTheFrame();
 };
 
 void TestLookStyle::initTestCase() {
@@ -233,6 +234,24 @@ void TestLookStyle::theSignOfAnOpenMessageFollowsTheTheme() {
         setTheme(one);
         QCOMPARE(inkOf(box.iconPixmap()), tokens(one).notice);
     }
+}
+
+void TestLookStyle::theLastHeadHasNoLineBesideTheFrame() {
+    QTableWidget table(1, 2);
+    table.verticalHeader()->hide();
+    table.horizontalHeader()->setStretchLastSection(true);
+    table.resize(300, 100);
+    table.show();
+    QHeaderView* heads = table.horizontalHeader();
+    const auto lineAt = [heads](int x) {
+        return heads->viewport()->grab().toImage().pixelColor(x, heads->height() / 2) == tokens().line;
+    };
+    const int first = heads->sectionSize(0) - 1;
+    QVERIFY(lineAt(first));
+    QVERIFY(!lineAt(heads->viewport()->width() - 1));
+    heads->setStretchLastSection(false);
+    heads->resizeSection(1, 50);
+    QVERIFY(lineAt(first + 50)); // it parts the last column from what is empty
 }
 
 QTEST_MAIN(TestLookStyle)

@@ -51,7 +51,8 @@ private:
     bool drawButtonControl(ControlElement element, const QStyleOptionButton& option, QPainter* painter,
                            const QWidget* widget) const;
     bool drawBarControl(ControlElement element, const QStyleOption* option, QPainter* painter) const;
-    bool drawHeadControl(ControlElement element, const QStyleOption* option, QPainter* painter) const;
+    bool drawHeadControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                         const QWidget* widget) const;
 
     void drawCheckControl(const QStyleOptionButton& option, bool round, QPainter* painter,
                           const QWidget* widget) const;

@@ -195,10 +195,11 @@ bool LookStyle::drawBarControl(ControlElement element, const QStyleOption* optio
     }
 }
 
-bool LookStyle::drawHeadControl(ControlElement element, const QStyleOption* option, QPainter* painter) const {
+bool LookStyle::drawHeadControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const {
     if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
         if (element == CE_HeaderSection) {
-            drawHeaderGround(painter, *header);
+            drawHeaderGround(painter, *header, widget);
             return true;
         }
         if (element == CE_HeaderLabel) {
@@ -223,7 +224,8 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
                             const QWidget* widget) const {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     const bool drawn = (button && drawButtonControl(element, *button, painter, widget)) ||
-                       drawHeadControl(element, option, painter) || drawBarControl(element, option, painter);
+                       drawHeadControl(element, option, painter, widget) ||
+                       drawBarControl(element, option, painter);
     if (!drawn) {
         QProxyStyle::drawControl(element, option, painter, widget);
     }

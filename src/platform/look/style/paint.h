@@ -52,15 +52,16 @@ void drawSlider(QPainter* painter, const QStyleOptionSlider& option, const QRect
                 const QRect& handle);
 void drawProgressBar(QPainter* painter, const QStyleOptionProgressBar& option);
 void drawTab(QPainter* painter, const QStyleOptionTab& option);
-void drawHeaderGround(QPainter* painter, const QStyleOptionHeader& option);
+/// `head`: the row of heads that the one painted belongs to; may be null.
+void drawHeaderGround(QPainter* painter, const QStyleOptionHeader& option, const QWidget* head);
 void drawMenuItem(QPainter* painter, const QStyleOptionMenuItem& option);
 void drawMenuBarItem(QPainter* painter, const QStyleOptionMenuItem& option);
 
-/// The ink of what cannot be worked.
 /// The edge of a trough that has none in usual contrast; invalid there. In high contrast sunken ground alone
 /// would not be seen.
 QColor troughEdge();
 
+/// The ink of what cannot be worked.
 QColor faintInk();
 
 /// Whether dynamic property `name` of `widget` is true.

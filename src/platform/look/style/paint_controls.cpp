@@ -211,12 +211,15 @@ void drawTab(QPainter* painter, const QStyleOptionTab& option) {
     }
 }
 
-void drawHeaderGround(QPainter* painter, const QStyleOptionHeader& option) {
+void drawHeaderGround(QPainter* painter, const QStyleOptionHeader& option, const QWidget* head) {
     const Tokens& token = tokens();
     painter->fillRect(option.rect, option.palette.color(QPalette::Window));
     painter->setPen(token.line);
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-    painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
+    // Where the last head reaches the frame, a line would double that.
+    if (head == nullptr || option.rect.right() < head->rect().right()) {
+        painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
+    }
 }
 
 } // namespace benthor::look
