@@ -7,7 +7,7 @@
 #include "platform/look/widgets/status.h"
 #include "platform/screen/toldqcolor.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QPainter>
 
 namespace benthor::firmware {
@@ -16,6 +16,9 @@ using link::showText;
 using link::showVisible;
 
 namespace {
+
+constexpr int kStepWidth = 110; // the least
+constexpr int kStepRows = 3;    // title, lamp, reason
 
 /// Covers the check sign of a step for as long as its lamp is not green: the step's number stands there then.
 class Cover : public QWidget {
@@ -87,10 +90,10 @@ private:
 } // namespace
 
 StepsPath::StepsPath(QWidget* parent)
-    : Pane(Qt::BottomEdge, parent) {
-    auto* across = new QHBoxLayout(this);
-    across->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceBase);
-    across->setSpacing(look::spaceTight);
+    : Pane(Qt::BottomEdge, parent)
+    , grid_(new QGridLayout(this)) {
+    grid_->setContentsMargins(look::spaceWide, look::spaceBase, look::spaceWide, look::spaceBase);
+    grid_->setSpacing(look::spaceTight);
     struct Step {
         const char* title;
         const char* icon;
@@ -98,19 +101,18 @@ StepsPath::StepsPath(QWidget* parent)
     static constexpr std::array<Step, 5> steps{
         {{"Port", "plug"}, {"Link", "link"}, {"Prompt", "prompt"}, {"Ready", "send"}, {"Result", "flag"}}};
     for (size_t index = 0; index < steps.size(); ++index) {
+        const int column = 2 * static_cast<int>(index);
         if (index > 0) {
-            across->addWidget(new Sign("chevron-right", 16));
+            grid_->addWidget(new Sign("chevron-right", 16), 0, column - 1, kStepRows, 1);
         }
-        across->addWidget(buildStep(index, steps.at(index).title, steps.at(index).icon), 1);
+        grid_->setColumnMinimumWidth(column, look::scaled(kStepWidth));
+        grid_->setColumnStretch(column, 1);
+        buildStep(index, column, steps.at(index).title, steps.at(index).icon);
     }
 }
 
-QWidget* StepsPath::buildStep(size_t index, const char* title, const char* icon) {
-    auto* step = new QWidget;
-    step->setMinimumWidth(look::scaled(110));
-    auto* down = new QVBoxLayout(step);
-    down->setContentsMargins({});
-    down->setSpacing(look::spaceTight);
+/// Each row is as high as the step that needs most: the lamps stay all alike.
+void StepsPath::buildStep(size_t index, int column, const char* title, const char* icon) {
     auto* head = new QHBoxLayout;
     head->setSpacing(look::spaceSmall);
     auto* cover = new Cover(static_cast<int>(index) + 1);
@@ -122,15 +124,15 @@ QWidget* StepsPath::buildStep(size_t index, const char* title, const char* icon)
     head->addWidget(words);
     head->addStretch(1);
     head->addWidget(new Sign(icon, 18));
-    down->addLayout(head);
+    grid_->addLayout(head, 0, column);
 
     auto* chip = new look::StatusChip;
     chip->setObjectName(QStringLiteral("Label4(%1)").arg(index));
     chip->setAccessibleName(QLatin1String(title));
-    chip->setWordWrap(true);
-    chip->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    chip->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    chip->setWrapping();
     chips_.at(index) = chip;
-    down->addWidget(chip);
+    grid_->addWidget(chip, 1, column);
 
     QLabel* reason = look::makeCaption(QString());
     reason->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -138,8 +140,7 @@ QWidget* StepsPath::buildStep(size_t index, const char* title, const char* icon)
     reason->setMinimumHeight(2 * QFontMetrics(look::caption()).lineSpacing());
     reason->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     reasons_.at(index) = reason;
-    down->addWidget(reason);
-    return step;
+    grid_->addWidget(reason, 2, column);
 }
 
 void StepsPath::sync(const std::array<Lamp, 5>& lamps, const std::array<QString, 5>& reasons) {

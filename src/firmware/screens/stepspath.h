@@ -5,6 +5,7 @@
 
 #include <array>
 
+class QGridLayout;
 class QLabel;
 
 namespace benthor::look {
@@ -24,8 +25,9 @@ public:
     void sync(const std::array<Lamp, 5>& lamps, const std::array<QString, 5>& reasons);
 
 private:
-    QWidget* buildStep(size_t index, const char* title, const char* icon);
+    void buildStep(size_t index, int column, const char* title, const char* icon);
 
+    QGridLayout* grid_;
     std::array<look::StatusChip*, 5> chips_{};
     std::array<QLabel*, 5> reasons_{};
     std::array<QWidget*, 5> covers_{};

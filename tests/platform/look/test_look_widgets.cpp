@@ -53,6 +53,7 @@ private slots:
     void aToldButtonKeepsItsColourAndShowsABlock();
     void aToldButtonShowsItsBlockWhileDisabled();
     void aChipsWordsReadOnItsColour();
+    void aChipThatWrapsIsAsHighAsItsWords();
     void aLampKeepsItsColourAndWords();
     void theSweepsWindowMovesByOneAndWraps();
     void aGaugeLightsWhatTheMaskNames();
@@ -264,6 +265,21 @@ void TestLookWidgets::aChipsWordsReadOnItsColour() {
     QCOMPARE(chip.height(), 40);
     QCOMPARE(pixelOf(chip, {6, 20}), QColor(0, 255, 0));
     QCOMPARE(chip.property("toldBackground").value<QColor>(), QColor(0, 255, 0));
+}
+
+void TestLookWidgets::aChipThatWrapsIsAsHighAsItsWords() {
+    StatusChip chip;
+    chip.setWrapping();
+    chip.setText(QStringLiteral("OK"));
+    QCOMPARE(chip.heightForWidth(200), 40);
+    const int line = chip.fontMetrics().lineSpacing();
+    chip.setText(QStringLiteral("one\ntwo\nthree\nfour"));
+    QCOMPARE_GE(chip.heightForWidth(200), 4 * line);
+    const int wide = chip.fontMetrics().horizontalAdvance(QStringLiteral("words words"));
+    chip.setText(QStringLiteral("words words words words words words"));
+    QCOMPARE_GE(chip.heightForWidth(wide), 5 * line); // the words' room is less than the chip
+    chip.setIconName(QStringLiteral("check"));
+    QCOMPARE_GE(chip.heightForWidth(wide), 6 * line);
 }
 
 void TestLookWidgets::aLampKeepsItsColourAndWords() {

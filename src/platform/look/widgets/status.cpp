@@ -7,6 +7,8 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace benthor::look {
 
 StatusChip::StatusChip(QWidget* parent)
@@ -32,6 +34,12 @@ void StatusChip::setFixedChipHeight(int px) {
     setFixedHeight(height_);
 }
 
+void StatusChip::setWrapping() {
+    setWordWrap(true);
+    setMinimumHeight(height_);
+    setMaximumHeight(QWIDGETSIZE_MAX);
+}
+
 QSize StatusChip::sizeHint() const {
     const int icon = iconName_.isEmpty() ? 0 : scaled(20) + spaceSmall;
     return {fontMetrics().horizontalAdvance(text()) + icon + 2 * spaceWide, height_};
@@ -41,18 +49,34 @@ QSize StatusChip::minimumSizeHint() const {
     return wordWrap() ? QSize(2 * spaceWide, height_) : sizeHint();
 }
 
+int StatusChip::heightForWidth(int width) const {
+    if (!wordWrap()) {
+        return height_;
+    }
+    constexpr int kAnyHeight = 10000;
+    const QRect room = wordsRoom({0, 0, width, kAnyHeight});
+    const int words = fontMetrics().boundingRect(room, Qt::AlignLeft | Qt::TextWordWrap, text()).height();
+    return std::max(height_, words + 2 * spaceTight);
+}
+
+/// What is left for the words beside the icon.
+QRect StatusChip::wordsRoom(const QRect& chip) const {
+    const int margin = wordWrap() ? spaceBase : spaceWide;
+    const int icon = iconName_.isEmpty() ? 0 : scaled(20) + spaceSmall;
+    return chip.adjusted(margin + icon, 0, -margin, 0);
+}
+
 void StatusChip::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     const QColor fill = told_.isValid() ? told_ : tokens().sunken;
     drawPanel(&painter, rect(), fill, mixed(fill, readableOn(fill), 0.3));
     const QColor ink = readableOn(fill);
-    const int margin = wordWrap() ? spaceBase : spaceWide;
-    QRect room = rect().adjusted(margin, 0, -margin, 0);
+    const QRect room = wordsRoom(rect());
     if (!iconName_.isEmpty()) {
         const int side = scaled(20);
-        drawIcon(&painter, iconName_, QRect(room.x(), room.y(), side, room.height()), side, ink);
-        room.setLeft(room.left() + side + spaceSmall);
+        const QRect sign(room.x() - spaceSmall - side, room.y(), side, room.height());
+        drawIcon(&painter, iconName_, sign, side, ink);
     }
     painter.setPen(ink);
     painter.drawText(room,

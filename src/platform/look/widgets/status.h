@@ -6,8 +6,8 @@
 namespace benthor::look {
 
 /// A state in words on a filled ground of a told colour; the words are black or white, whichever reads. 40
-/// high. With word wrap on, the words take two lines where one is too short, and the chip as narrow a place
-/// as it gets.
+/// high. A chip that wraps takes as narrow a place as it gets, and is higher where its words take more than
+/// two lines.
 class StatusChip : public QLabel {
     Q_OBJECT
     Q_PROPERTY(QColor toldBackground READ toldBackground WRITE setToldBackground)
@@ -20,14 +20,19 @@ public:
     /// Before the words, in their colour; empty: none.
     void setIconName(const QString& name);
     void setFixedChipHeight(int px);
+    /// To be called instead of setWordWrap.
+    void setWrapping();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QRect wordsRoom(const QRect& chip) const;
+
     QColor told_;
     QString iconName_;
     int height_ = 40;
