@@ -1,6 +1,7 @@
 // What stands on a window scrolls where there is no room for it, and only there.
 
 #include "platform/look/look.h"
+#include "platform/look/widgets/columnarea.h"
 #include "platform/look/widgets/contentsarea.h"
 #include "platform/screen/screen.h"
 
@@ -35,6 +36,11 @@ public:
         return area()->viewport()->rect().contains(place);
     }
 
+    bool isSeenDownwards(const QWidget* control) const {
+        const int top = control->mapTo(area()->viewport(), QPoint()).y();
+        return top >= 0 && top + control->height() <= area()->viewport()->height();
+    }
+
     QLineEdit* first = new QLineEdit;
     QWidget* room = new QWidget;
     QLineEdit* last = new QLineEdit;
@@ -57,7 +63,11 @@ private slots:
     void aWindowKeepsTheLeastSizeOfWhatFitsASmallDisplay();
     void noWindowIsMadeLargerThanASmallDisplay();
     void whatHasTheKeyboardComesIntoSight();
+    void aWindowOpensAtItsStart();
+    void whatIsShownOnlyNowIsScrolledToAsAWhole();
+    void whatIsLargerThanTheViewIsSeenFromItsStart();
     void whatIsClickedStaysWhereItIs();
+    void aColumnIsWholeWhereTheWindowScrolls();
     void aPictureHoldsWhatScrolls();
     void aWindowOpensInItsOwnSizeMenuAndAll();
     void wordsThatWrapAreNotSqueezed();
@@ -117,6 +127,92 @@ void TestLookContents::whatHasTheKeyboardComesIntoSight() {
     QVERIFY(window.isSeen(window.last));
     window.first->setFocus(Qt::ShortcutFocusReason);
     QVERIFY(window.isSeen(window.first));
+}
+
+void TestLookContents::aWindowOpensAtItsStart() {
+    Tall window({3000, 2000});
+    window.last->setFocus();
+    window.showScreen();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    settle();
+    QVERIFY(window.last->hasFocus());
+    QCOMPARE(window.area()->verticalScrollBar()->value(), 0);
+    QCOMPARE(window.area()->horizontalScrollBar()->value(), 0);
+    QTest::keyClick(window.last, Qt::Key_Backtab);
+    QVERIFY(window.first->hasFocus());
+    QTest::keyClick(window.first, Qt::Key_Tab);
+    QVERIFY(window.isSeenDownwards(window.last));
+    // A window in between takes the keyboard, and gives it back.
+    window.area()->verticalScrollBar()->setValue(0);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(window.last->hasFocus());
+    QCOMPARE(window.area()->verticalScrollBar()->value(), 0);
+}
+
+void TestLookContents::whatIsShownOnlyNowIsScrolledToAsAWhole() {
+    Tall window({300, 2000});
+    auto* late = new QLineEdit;
+    late->setFixedHeight(90);
+    late->hide();
+    static_cast<QVBoxLayout*>(window.contents()->layout())->addWidget(late);
+    window.resize(600, 500);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.first->setFocus();
+    settle();
+    late->show();
+    late->setFocus(); // before the layout was told
+    settle();
+    QVERIFY(window.isSeen(late));
+}
+
+void TestLookContents::whatIsLargerThanTheViewIsSeenFromItsStart() {
+    Tall window({300, 2000});
+    window.room->setFocusPolicy(Qt::StrongFocus);
+    window.resize(600, 500);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.first->setFocus();
+    settle();
+    QScrollBar* bar = window.area()->verticalScrollBar();
+    window.room->setFocus();
+    QCOMPARE(bar->value(), window.room->y() - look::spaceSmall);
+    window.first->setFocus();
+    bar->setValue(700); // nothing but the large one is seen there
+    window.room->setFocus();
+    QCOMPARE(bar->value(), 700);
+}
+
+void TestLookContents::aColumnIsWholeWhereTheWindowScrolls() {
+    constexpr int kWhole = 600;
+    constexpr int kLeast = 200;
+    Tall window({300, 100});
+    auto* column = new QWidget;
+    column->setMinimumHeight(kWhole);
+    auto* inner = new look::ColumnArea(column, kLeast);
+    static_cast<QVBoxLayout*>(window.contents()->layout())->insertWidget(1, inner);
+    const int others = window.contents()->minimumSizeHint().height() - kLeast;
+    window.resize(600, others + 400); // the column scrolls, and the window does not
+    window.show();
+    settle();
+    QCOMPARE(window.area()->verticalScrollBar()->maximum(), 0);
+    QCOMPARE_GT(inner->verticalScrollBar()->maximum(), 0);
+    window.room->setMinimumHeight(1000); // now the window has to
+    settle();
+    QCOMPARE_GT(window.area()->verticalScrollBar()->maximum(), 0);
+    QCOMPARE(inner->verticalScrollBar()->maximum(), 0);
+    QCOMPARE(inner->height(), kWhole);
+    window.room->setMinimumHeight(100);
+    settle();
+    QCOMPARE(window.area()->verticalScrollBar()->maximum(), 0);
 }
 
 void TestLookContents::whatIsClickedStaysWhereItIs() {

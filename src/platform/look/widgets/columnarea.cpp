@@ -2,6 +2,7 @@
 
 #include "platform/look/look.h"
 
+#include <QLayout>
 #include <QScrollBar>
 
 namespace benthor::look {
@@ -24,6 +25,26 @@ QSize ColumnArea::minimumSizeHint() const {
     const int bar = scrolls ? verticalScrollBar()->sizeHint().width() : 0;
     const int content = std::max(widget()->minimumSizeHint().width(), widget()->minimumWidth());
     return {content + bar, look::scaled(least_)};
+}
+
+QSize ColumnArea::sizeHint() const {
+    return QSize(0, wholeHeight()).expandedTo(minimumSizeHint());
+}
+
+/// Of words that wrap it is known at a width only: that which the area has.
+int ColumnArea::wholeHeight() const {
+    const QLayout* layout = widget()->layout();
+    return layout != nullptr && layout->hasHeightForWidth() && isVisible()
+               ? layout->totalHeightForWidth(width())
+               : std::max(widget()->sizeHint().height(), widget()->minimumHeight());
+}
+
+void ColumnArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    if (const int whole = wholeHeight(); whole != asked_) {
+        asked_ = whole;
+        updateGeometry();
+    }
 }
 
 } // namespace benthor::look

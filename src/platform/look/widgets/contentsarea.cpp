@@ -16,6 +16,18 @@ namespace {
 /// Screens are laid out for it.
 constexpr QSize kSmallestWindow(1024, 700);
 
+/// Where a bar goes so that all from `start` on, `length` long, is seen with some room around it. What is
+/// longer than the view is not moved as long as it fills that, and is else seen from its start.
+int showing(const QScrollBar& bar, int view, int start, int length) {
+    const int from = start - spaceSmall;
+    const int to = start + length + spaceSmall;
+    const int now = bar.value();
+    if (to - from > view) {
+        return from <= now && now + view <= to ? now : from;
+    }
+    return std::clamp(now, to - view, from);
+}
+
 } // namespace
 
 ContentsArea::ContentsArea(QWidget* contents) {
@@ -26,7 +38,7 @@ ContentsArea::ContentsArea(QWidget* contents) {
     contents->setAutoFillBackground(false);
     contents->installEventFilter(this);
     focusWatch_ = connect(qApp, &QApplication::focusChanged, this,
-                          [this](QWidget*, QWidget* now) { showWhatHasTheKeyboard(now); });
+                          [this](QWidget* before, QWidget* now) { showWhatHasTheKeyboard(before, now); });
 }
 
 /// The contents go behind this, and with them a control that has the keyboard.
@@ -67,6 +79,13 @@ void ContentsArea::resizeEvent(QResizeEvent* event) {
     fit();
 }
 
+void ContentsArea::showEvent(QShowEvent* event) {
+    QScrollArea::showEvent(event);
+    if (!event->spontaneous()) {
+        opened_ = true;
+    }
+}
+
 bool ContentsArea::viewportEvent(QEvent* event) {
     const bool done = QScrollArea::viewportEvent(event);
     if (event->type() == QEvent::LayoutRequest) {
@@ -93,6 +112,13 @@ QSize ContentsArea::sizeIn(const QSize& room) const {
     return size;
 }
 
+/// What the contents would have: where the window scrolls anyway, nothing in them needs a bar of its own.
+int ContentsArea::wholeHeight(int width) const {
+    const QLayout* layout = widget()->layout();
+    return layout != nullptr && layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                                            : widget()->sizeHint().height();
+}
+
 void ContentsArea::fit() {
     if (fitting_) {
         return; // a scroll bar that comes or goes changes what is seen
@@ -112,18 +138,34 @@ void ContentsArea::fit() {
         }
         size = sizeIn(room);
     }
+    if (size.height() > room.height()) {
+        size.setHeight(std::max(size.height(), wholeHeight(size.width())));
+    }
     widget()->resize(size);
     fitting_ = false;
 }
 
-/// What is clicked is seen already, and must not move under the pointer.
-void ContentsArea::showWhatHasTheKeyboard(QWidget* now) {
-    if (now != nullptr && widget()->isAncestorOf(now) && QApplication::mouseButtons() == Qt::NoButton) {
-        const QRect place(now->mapTo(widget(), QPoint()), now->size());
-        const QPoint centre = place.center();
-        ensureVisible(centre.x(), centre.y(), std::min(place.width(), viewport()->width()) / 2 + spaceSmall,
-                      std::min(place.height(), viewport()->height()) / 2 + spaceSmall);
+/// What is clicked is seen already, and must not move under the pointer. Nor do contents move because their
+/// window becomes active: at first it shows its start, and later stays as it was left.
+void ContentsArea::showWhatHasTheKeyboard(const QWidget* before, QWidget* now) {
+    if (now == nullptr || now == last_ || !widget()->isAncestorOf(now)) {
+        return;
     }
+    const bool first = opened_ && (before == nullptr || before->window() != window());
+    last_ = now;
+    opened_ = false;
+    if (first || QApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    if (widget()->layout() != nullptr) {
+        widget()->layout()->activate(); // what is only now shown has no place yet
+        fit();
+    }
+    const QRect place(now->mapTo(widget(), QPoint()), now->size());
+    QScrollBar* across = horizontalScrollBar();
+    QScrollBar* down = verticalScrollBar();
+    across->setValue(showing(*across, viewport()->width(), place.x(), place.width()));
+    down->setValue(showing(*down, viewport()->height(), place.y(), place.height()));
 }
 
 } // namespace benthor::look
