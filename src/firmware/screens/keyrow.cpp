@@ -1,5 +1,6 @@
 #include "firmware/screens/keyrow.h"
 
+#include "firmware/screens/breakingrow.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/toldbutton.h"
@@ -63,9 +64,19 @@ KeyRow::KeyRow(QWidget* parent)
     }
     connect(Command2_, &QPushButton::clicked, this, &KeyRow::sendClicked);
 
-    auto* across = new QHBoxLayout(this);
-    across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
-    across->setSpacing(look::spaceTight); // all keys in one row on a display of 1024
+    auto* around = new QVBoxLayout(this);
+    around->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
+    row_ = new BreakingRow(look::spaceTight);
+    row_->add(buildKeys(), 1);
+    row_->add(buildActs(), 0);
+    around->addWidget(row_);
+}
+
+QWidget* KeyRow::buildKeys() {
+    auto* keys = new QWidget;
+    auto* across = new QHBoxLayout(keys);
+    across->setContentsMargins({});
+    across->setSpacing(look::spaceTight); // all in one row with the great acts on a display of 1024
     for (const size_t index : {kKeyRefresh, kKeyContinue, kKeyRetry, kKeyYes, kKeyNo, kKeyQuit}) {
         across->addWidget(SendCh_.at(index));
     }
@@ -74,8 +85,18 @@ KeyRow::KeyRow(QWidget* parent)
     across->addWidget(rule());
     across->addWidget(SendCh_[kKeyErase]);
     across->addStretch(1);
+    return keys;
+}
+
+QWidget* KeyRow::buildActs() {
+    auto* acts = new QWidget;
+    auto* across = new QHBoxLayout(acts);
+    across->setContentsMargins({});
+    across->setSpacing(look::spaceTight);
+    across->addStretch(1);
     across->addWidget(Command2_);
     across->addWidget(SendCh_[kKeyRestart]);
+    return acts;
 }
 
 look::ToldButton* KeyRow::key(size_t index, const char* caption, const char* icon, const char* toolTip) {

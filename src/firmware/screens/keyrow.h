@@ -11,8 +11,10 @@ class ToldButton;
 
 namespace benthor::firmware {
 
-/// The keys of the device, Erase apart, and the two great acts at the right. The one that comes next carries
-/// the accent.
+class BreakingRow;
+
+/// The keys of the device, Erase apart, and the two great acts at the right, below them where the row is too
+/// narrow. The one that comes next carries the accent.
 class KeyRow : public look::Pane {
     Q_OBJECT
 
@@ -27,10 +29,13 @@ signals:
     void sendClicked();
 
 private:
+    QWidget* buildKeys();
+    QWidget* buildActs();
     look::ToldButton* key(size_t index, const char* caption, const char* icon, const char* toolTip);
 
     std::array<look::ToldButton*, kKeys> SendCh_{};
     look::ToldButton* Command2_;
+    BreakingRow* row_ = nullptr;
 };
 
 } // namespace benthor::firmware

@@ -1,6 +1,7 @@
 // What stands where.
 
 #include "firmware/screens/advancedcard.h"
+#include "firmware/screens/breakingrow.h"
 #include "firmware/screens/imagecard.h"
 #include "firmware/screens/keyrow.h"
 #include "firmware/screens/progresscard.h"
@@ -198,12 +199,11 @@ void ReProg_Link::buildBody() {
     pair->addWidget(image_, 15);
     pair->addWidget(progress_, 14);
     area->addWidget(cards);
-    auto* words = new QHBoxLayout;
-    words->setSpacing(look::spaceBase);
-    words->addWidget(buildWords(), 1);
+    auto* words = new BreakingRow(look::spaceBase);
+    words->add(buildWords(), 1);
     advancedArea_ = new look::ColumnArea(advanced_, kLeastKeyboard);
-    words->addWidget(advancedArea_);
-    area->addLayout(words, 1);
+    words->add(advancedArea_, 0);
+    area->addWidget(words, 1);
     down->addLayout(area, 1);
     down->addWidget(keys_);
     setContents(ground);
