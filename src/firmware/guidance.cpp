@@ -201,7 +201,7 @@ std::array<QString, 5> lampreasons(const ReprogState& state, bool portopen) {
     const bool mode = inreprogmode(state);
     const bool sends = mode && state.noanswer < kTooLate;
     return {portreason(state, portopen),
-            text ? QStringLiteral("text comes from the device") : QStringLiteral("nothing heard since"),
+            text ? QStringLiteral("text comes from the device") : QStringLiteral("no text comes from the device"),
             prompt                          ? QStringLiteral("R, Enter seen")
             : mode                          ? QStringLiteral("left for the reprog mode")
             : state.Text4.holds("R, Enter") ? QStringLiteral("R, Enter seen, but not the whole page")

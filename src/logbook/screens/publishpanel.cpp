@@ -56,6 +56,7 @@ PublishPanel::PublishPanel(QWidget* parent)
     send_->setToolTip(QStringLiteral("Mails the chosen dive with its file and pictures"));
     auto* txtsearch = new QLineEdit;
     txtsearch->setObjectName(QStringLiteral("txtsearch"));
+    txtsearch->setPlaceholderText(QStringLiteral("Search"));
     txtsearch->setAccessibleName(QStringLiteral("Search"));
     txtsearch->setMaximumWidth(look::scaled(160));
     connect(Option1_, &QCheckBox::toggled, this, &PublishPanel::Option1_toggled);

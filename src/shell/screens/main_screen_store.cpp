@@ -31,7 +31,7 @@ QString heldByAnother() {
 }
 
 QString didNotComeAlong() {
-    return QStringLiteral("It is an older one (a Jet file) that has not come along.");
+    return QStringLiteral("It is an older one (a Jet file) that has not come along; the next start tries it again.");
 }
 
 } // namespace
