@@ -109,10 +109,13 @@ QWidget* MainScreen::buildHint(const QString& text, const char* name, const QLis
     middle->addStretch(1);
     middle->addWidget(words);
     middle->addStretch(1);
-    auto* ways = new QHBoxLayout;
-    ways->setSpacing(look::spaceBase);
+    auto* ways = new QHBoxLayout; // with a large font the room between the buttons gives way first
+    ways->setSpacing(look::spaceTight);
     ways->addStretch(1);
     for (QPushButton* button : buttons) {
+        if (button != buttons.first()) {
+            ways->addItem(new QSpacerItem(look::spaceBase - look::spaceTight, 0, QSizePolicy::Maximum));
+        }
         ways->addWidget(button);
     }
     ways->addStretch(1);
