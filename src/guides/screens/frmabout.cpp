@@ -63,6 +63,11 @@ frmAbout::frmAbout()
     setMinimumSize(480, 280);
 }
 
+/// The words keep their share of the width with a large font.
+QSize frmAbout::firstSize() const {
+    return {look::scaled(560), look::scaled(320)};
+}
+
 void frmAbout::StartSysInfo() {
     const std::optional<SystemInfoTool> tool = findSystemInfoTool();
     if (!tool || !QProcess::startDetached(tool->program, tool->arguments)) {

@@ -17,7 +17,7 @@ public:
     void StartSysInfo();
 
 protected:
-    QSize firstSize() const override { return {560, 320}; }
+    QSize firstSize() const override;
 };
 
 } // namespace benthor::guides

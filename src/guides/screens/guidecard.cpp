@@ -52,8 +52,8 @@ void GuideCard::setPicture(QLabel* picture) {
 void GuideCard::showPicture(QLabel* label, const QString& file) {
     const QImage picture = file.isEmpty() ? QImage() : QImage(platform::ProgramFolder::current().path(file));
     if (picture.isNull()) {
-        label->setPixmap(
-            look::applicationIcon().pixmap(QSize(kSignSize, kSignSize), label->devicePixelRatio()));
+        const int side = look::scaled(kSignSize);
+        label->setPixmap(look::applicationIcon().pixmap(QSize(side, side), label->devicePixelRatio()));
         return;
     }
     const int width = look::scaled(kPictureWidth);
