@@ -1,5 +1,6 @@
 #include "gas/gascalc.h"
 #include "gas/screens/gasblend.h"
+#include "gas/screens/numberbox.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/screen/ticktimer.h"
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QStyleOptionButton>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QtTest>
@@ -69,6 +71,7 @@ private slots:
     void closingKeepsTheText();
     void readingsAreShownInTheUnitInForce();
     void changesAreCountedAgainstTheDevice();
+    void aWrongBoxShowsTheKeyboard();
 };
 
 void TestGasBlend::controlsAreThereByName_data() {
@@ -493,6 +496,20 @@ void TestGasBlend::changesAreCountedAgainstTheDevice() {
     QCOMPARE(table->item(0, 0)->text(), "PPO2 Set Point");
     QCOMPARE(table->item(0, 1)->text(), "1.30 bar");
     QCOMPARE(table->item(0, 2)->text(), "1.25 bar");
+}
+
+void TestGasBlend::aWrongBoxShowsTheKeyboard() {
+    QWidget window;
+    NumberBox box(QString(), &window);
+    box.resize(60, 28);
+    box.setWrong(QStringLiteral("no number"));
+    window.show();
+    window.activateWindow();
+    box.setFocus();
+    QTRY_VERIFY(box.hasFocus());
+    const QImage picture = box.grab().toImage();
+    QCOMPARE(picture.pixelColor(30, 0), look::tokens().accent);
+    QCOMPARE(picture.pixelColor(30, look::focusWidth), look::tokens().bad);
 }
 
 int main(int argc, char** argv) {

@@ -1,6 +1,7 @@
 #include "gas/screens/numberbox.h"
 
 #include "platform/look/look.h"
+#include "platform/look/style/paint.h"
 
 #include <QPainter>
 
@@ -28,8 +29,9 @@ void NumberBox::paintEvent(QPaintEvent* event) {
         return;
     }
     constexpr int kEdge = 2;
-    constexpr int kRadius = 6;
     constexpr int kSign = 12;
+    constexpr int kSignAt = 3;
+    const int ring = hasFocus() ? look::focusRingWidth() : 0; // both are seen, one within the other
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     // A cell of the table has a told, light ground, whatever the theme.
@@ -38,9 +40,12 @@ void NumberBox::paintEvent(QPaintEvent* event) {
     const QColor bad =
         look::legibleOn(look::tokens(light ? look::Theme::Light : look::Theme::Dark).bad, ground);
     painter.setPen(QPen(bad, kEdge));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
+    const qreal inset = ring + kEdge / 2.0;
+    const qreal corner = look::radius - ring;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), corner, corner);
     painter.setFont(look::strong(look::caption()));
-    painter.drawText(QRect(3, 0, kSign, height()), Qt::AlignVCenter | Qt::AlignLeft, QStringLiteral("!"));
+    painter.drawText(QRect(kSignAt + ring, 0, kSign, height()), Qt::AlignVCenter | Qt::AlignLeft,
+                     QStringLiteral("!"));
 }
 
 } // namespace benthor::gas
