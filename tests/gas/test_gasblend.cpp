@@ -71,6 +71,8 @@ private slots:
     void closingKeepsTheText();
     void readingsAreShownInTheUnitInForce();
     void changesAreCountedAgainstTheDevice();
+    void theEdgesOfOneRowStandOffThoseOfTheNext();
+    void everySettingEndsAtOneEdge();
     void aWrongBoxShowsTheKeyboard();
 };
 
@@ -496,6 +498,39 @@ void TestGasBlend::changesAreCountedAgainstTheDevice() {
     QCOMPARE(table->item(0, 0)->text(), "PPO2 Set Point");
     QCOMPARE(table->item(0, 1)->text(), "1.30 bar");
     QCOMPARE(table->item(0, 2)->text(), "1.25 bar");
+}
+
+void TestGasBlend::theEdgesOfOneRowStandOffThoseOfTheNext() {
+    Stage stage;
+    const auto place = [&stage](const char* name) {
+        const QWidget* control = stage.control(name);
+        return QRect(control->mapTo(stage.screen.data(), QPoint()), control->size());
+    };
+    const auto gap = [&place](const char* above, const char* below) {
+        return place(below).top() - place(above).bottom() - 1;
+    };
+    QTRY_VERIFY(gap("Text1(0)", "Text1(1)") >= 2);
+    QVERIFY(gap("Text4(8)", "Text4(9)") >= 2);
+    QVERIFY(gap("Text5", "sptext") >= 2);
+    QVERIFY(gap("Command3(0)", "List1(1)") >= 2);
+    QVERIFY(gap("List1(4)", "List1(5)") >= 2);
+    QVERIFY(gap("Command4(1)", "Command4(2)") >= 2);
+}
+
+void TestGasBlend::everySettingEndsAtOneEdge() {
+    Stage stage;
+    const auto end = [&stage](const char* name, int inside) {
+        const QWidget* control = stage.control(name);
+        return control->mapTo(stage.screen.data(), QPoint(inside, 0)).x();
+    };
+    auto* check = stage.control<QCheckBox>("Check2(3)");
+    QStyleOptionButton option;
+    option.initFrom(check);
+    const QRect box = check->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, check);
+    const int edge = end("Check2(3)", box.right());
+    for (const char* name : {"Text5", "Command3(0)", "List1(1)", "List1(4)", "List1(0)", "Label12(1)"}) {
+        QCOMPARE(end(name, stage.control(name)->width() - 1), edge);
+    }
 }
 
 void TestGasBlend::aWrongBoxShowsTheKeyboard() {

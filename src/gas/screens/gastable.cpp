@@ -14,7 +14,10 @@ namespace benthor::gas {
 
 namespace {
 
-constexpr int kRowHeight = 29;
+constexpr int kRowHeight = 32;
+constexpr int kBoxHeight = 28; // the edges of one row's boxes stand off those of the next
+constexpr int kHeadHeight = 29;
+constexpr int kFirstMark = 6; // column
 constexpr int kCellWidth = 42;
 constexpr int kDepthWidth = 50; // a depth may come with its tenth
 constexpr int kAccentEdge = 3;
@@ -83,6 +86,9 @@ void GasTable::buildHead() {
     for (size_t col = 0; col < kHeads.size(); ++col) {
         QLabel* head = look::makeCaption(QLatin1String(kHeads[col].caption));
         head->setToolTip(QLatin1String(kHeads[col].tip));
+        if (col >= kFirstMark) { // these fill their columns
+            head->setContentsMargins(look::spaceTight, 0, look::spaceTight, 0);
+        }
         head->setAlignment(col == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
         grid->addWidget(head, 0, static_cast<int>(col));
         if (col == 3) {
@@ -90,7 +96,7 @@ void GasTable::buildHead() {
             Label4_->setObjectName(QStringLiteral("Label4(0)"));
         }
     }
-    grid->setRowMinimumHeight(0, look::scaledRow(kRowHeight));
+    grid->setRowMinimumHeight(0, look::scaledRow(kHeadHeight));
 }
 
 NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip) {
@@ -102,7 +108,8 @@ NumberBox* GasTable::cell(const char* name, int row, Cell kind, const char* tip)
                                            {Cell::PPO2, QStringLiteral("PPO2")}};
     box->setAccessibleName(QStringLiteral("%1 of gas %2").arg(kinds.value(kind)).arg(row));
     box->setAlignment(Qt::AlignRight);
-    box->setFixedWidth(look::scaled(kind == Cell::MOD ? kDepthWidth : kCellWidth));
+    box->setFixedSize(look::scaled(kind == Cell::MOD ? kDepthWidth : kCellWidth),
+                      look::scaledRow(kBoxHeight));
     box->setFont(look::numbers(13));
     if (kind == Cell::PPO2) {
         // Rewritten with two places at each change: taken when it is finished, not at each key.

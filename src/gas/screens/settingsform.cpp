@@ -9,13 +9,15 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyleOptionButton>
 #include <QVBoxLayout>
 
 namespace benthor::gas {
 
 namespace {
 
-constexpr int kRowHeight = 31;
+constexpr int kRowHeight = 30;
+constexpr int kControlHeight = 28; // the edges of one row's controls stand off those of the next
 constexpr int kBoxWidth = 44;
 constexpr int kDiveGas = 1;
 constexpr int kStopMetres = 2;
@@ -34,7 +36,13 @@ void showText(QLineEdit& box, const QString& text) {
 SettingsForm::SettingsForm(QWidget* parent)
     : QWidget(parent)
     , column_(new QVBoxLayout(this)) {
-    column_->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
+    const QCheckBox probe;
+    QStyleOptionButton option;
+    option.rect = QRect(QPoint(), probe.sizeHint());
+    const QRect box = probe.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &probe);
+    ringRoom_ = option.rect.right() - box.right();
+    column_->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase - ringRoom_,
+                                look::spaceSmall);
     column_->setSpacing(0);
     buildDecompression();
     buildDisplay();
@@ -45,7 +53,10 @@ SettingsForm::SettingsForm(QWidget* parent)
 void SettingsForm::heading(const char* caption) {
     if (column_->count() > 0) {
         column_->addSpacing(look::spaceTight);
-        column_->addWidget(new look::Rule);
+        auto* across = new QHBoxLayout;
+        across->setContentsMargins(0, 0, ringRoom_, 0);
+        across->addWidget(new look::Rule);
+        column_->addLayout(across);
     }
     column_->addSpacing(look::spaceTight);
     auto* label = look::makeCaption(QLatin1String(caption));
@@ -57,8 +68,13 @@ void SettingsForm::row(const char* caption, QWidget* control) {
     auto* line = new QWidget;
     line->setFixedHeight(look::scaledRow(kRowHeight));
     auto* across = new QHBoxLayout(line);
-    across->setContentsMargins({});
+    // A box without words keeps room for its ring, and is still to end where the others do.
+    const bool marks = qobject_cast<QCheckBox*>(control) != nullptr;
+    across->setContentsMargins(0, 0, marks ? 0 : ringRoom_, 0);
     across->setSpacing(look::spaceTight);
+    if (!marks) {
+        control->setFixedHeight(look::scaledRow(kControlHeight));
+    }
     auto* label = new QLabel(QLatin1String(caption));
     across->addWidget(label);
     across->addStretch(1);

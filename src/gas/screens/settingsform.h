@@ -44,6 +44,7 @@ private:
     void showWrong(const QList<WrongCell>& wrong);
 
     QVBoxLayout* column_;
+    int ringRoom_ = 0; ///< beside a check box, in pixels
     std::array<QComboBox*, 6> List1_{};
     std::array<QCheckBox*, 4> Check2_{};
     NumberBox* Text5_ = nullptr;
