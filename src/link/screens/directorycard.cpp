@@ -50,6 +50,7 @@ DirectoryCard::DirectoryCard(QWidget* parent)
     body()->setSpacing(0);
     body()->addWidget(buildHead());
     body()->addWidget(Mgrid_, 1);
+    roundOff(Mgrid_);
     Mgrid_->setAccessibleName(QStringLiteral("Dives of the device"));
     Mgrid_->setFontSize(kCellPoints * look::fontScale());
     Mgrid_->setFigureFont(look::numbers(12));

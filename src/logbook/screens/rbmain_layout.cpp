@@ -10,6 +10,7 @@
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
 #include "platform/look/look.h"
+#include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/faultframe.h"
 #include "platform/look/widgets/segmentedchoice.h"
@@ -22,7 +23,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainterPath>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -38,28 +38,6 @@ QString emptyList() {
         "fetch its dives, and they are imported from there.\n"
         "A dive file that is put into the folder \"new\" is imported as well.");
 }
-
-/// A card that is all table: the corners of the table are cut where those of the card are round.
-class TableCard : public look::Card {
-public:
-    explicit TableCard(QWidget* table)
-        : table_(table) {
-        body()->setContentsMargins(1, 1, 1, 1);
-        body()->addWidget(table);
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override {
-        look::Card::resizeEvent(event);
-        layout()->activate();
-        QPainterPath shape;
-        shape.addRoundedRect(table_->rect(), look::radius - 1, look::radius - 1);
-        table_->setMask(QRegion(shape.toFillPolygon().toPolygon()));
-    }
-
-private:
-    QWidget* table_;
-};
 
 } // namespace
 
@@ -161,7 +139,11 @@ void rbmain::buildBody() {
     column->addLayout(middle, 1);
     storeBand_ = new OtherStoreBand;
     middle->addWidget(storeBand_);
-    middle->addWidget(new TableCard(MSFlexGrid1_), 1);
+    auto* card = new look::Card; // that is all table
+    card->body()->setContentsMargins(1, 1, 1, 1);
+    card->body()->addWidget(MSFlexGrid1_);
+    card->roundOff(MSFlexGrid1_);
+    middle->addWidget(card, 1);
     foot_ = new ListFoot;
     middle->addWidget(foot_);
     Label16_ = new look::WholeLabel;

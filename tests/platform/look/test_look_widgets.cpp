@@ -1,5 +1,6 @@
 #include "platform/look/look.h"
 #include "platform/look/widgets/activitysweep.h"
+#include "platform/look/widgets/card.h"
 #include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/entryrow.h"
 #include "platform/look/widgets/faultframe.h"
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTableWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -66,6 +68,7 @@ private slots:
     void choosingByProgramIsSilent();
     void aFoldOpensByMouseAndKeys();
     void aNoticeFollowsTheTheme();
+    void theCornersOfACardStayRoundBesideWhatFillsIt();
 };
 
 void TestLookWidgets::aLongLabelWrapsToTheWidthItGets() {
@@ -466,6 +469,35 @@ void TestLookWidgets::aStretchedColumnTakesWhatIsLeftAndKeepsItsLeastWidth() {
     QVERIFY(tree.horizontalScrollBar()->maximum() > 0);
     tree.resize(500, 200);
     QTRY_COMPARE(tree.header()->sectionSize(1), tree.viewport()->width() - 220);
+}
+
+void TestLookWidgets::theCornersOfACardStayRoundBesideWhatFillsIt() {
+    Card bare;
+    Card full;
+    full.body()->setContentsMargins(1, 1, 1, 1);
+    full.body()->setSpacing(0);
+    auto* head = new QLabel(QStringLiteral("Dives of the device"));
+    auto* table = new QTableWidget;
+    table->setFrameShape(QFrame::NoFrame);
+    full.body()->addWidget(head);
+    full.body()->addWidget(table, 1);
+    full.roundOff(table);
+    for (const QSize size : {QSize(200, 150), QSize(300, 180)}) {
+        QImage pictures[2];
+        int at = 0;
+        for (Card* card : {&bare, &full}) {
+            card->resize(size);
+            card->show();
+            pictures[at++] = card->grab().toImage();
+        }
+        for (int x = 0; x < radius; ++x) {
+            for (int y = size.height() - radius; y < size.height(); ++y) {
+                QCOMPARE(pictures[1].pixelColor(x, y), pictures[0].pixelColor(x, y));
+                const int right = size.width() - 1 - x;
+                QCOMPARE(pictures[1].pixelColor(right, y), pictures[0].pixelColor(right, y));
+            }
+        }
+    }
 }
 
 QTEST_MAIN(TestLookWidgets)

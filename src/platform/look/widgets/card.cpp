@@ -6,6 +6,9 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <cmath>
+#include <utility>
+
 namespace benthor::look {
 
 Card::Card(QWidget* parent)
@@ -18,6 +21,43 @@ Card::Card(QWidget* parent)
 void Card::setRaised(bool raised) {
     raised_ = raised;
     update();
+}
+
+void Card::roundOff(QWidget* content) {
+    content->installEventFilter(this);
+    cutCorners(*content);
+}
+
+bool Card::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Move) {
+        cutCorners(*static_cast<QWidget*>(watched));
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+/// Pixels through which the border goes are the card's, also those that it covers in part.
+void Card::cutCorners(QWidget& content) const {
+    constexpr int inner = radius - 1;
+    const QRect whole = content.rect();
+    const QRect place(content.mapTo(this, QPoint()), content.size());
+    const bool left = place.left() <= 1;
+    const bool right = place.right() >= width() - 2;
+    const bool top = place.top() <= 1;
+    const bool bottom = place.bottom() >= height() - 2;
+    QRegion shape(whole);
+    for (int row = 0; row < inner; ++row) {
+        const double up = inner - row;
+        const int cut = static_cast<int>(std::ceil(inner - std::sqrt(inner * inner - up * up)));
+        for (const auto& [has, y] : {std::pair{top, row}, std::pair{bottom, whole.bottom() - row}}) {
+            if (has && left) {
+                shape -= QRect(0, y, cut, 1);
+            }
+            if (has && right) {
+                shape -= QRect(whole.width() - cut, y, cut, 1);
+            }
+        }
+    }
+    content.setMask(shape);
 }
 
 void Card::paintEvent(QPaintEvent* event) {

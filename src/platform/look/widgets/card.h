@@ -17,6 +17,11 @@ public:
     QVBoxLayout* body() const { return body_; }
     /// A stronger border, for a card that lies over others.
     void setRaised(bool raised);
+    /// Cuts the corners of `content` that lie in the card's own, so that these stay round. Never null; lies
+    /// within the card's border.
+    void roundOff(QWidget* content);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -24,6 +29,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void cutCorners(QWidget& content) const;
+
     bool ring_ = false;
     QVBoxLayout* body_;
     bool raised_ = false;
