@@ -139,7 +139,9 @@ class SteppedAct::State {
 public:
     State(Database& database, ActKind kind)
         : database_(database)
-        , kind_(kind) {}
+        , kind_(kind) {
+        record_.span.before = database_.stamp();
+    }
 
     void step(const std::function<void(ActRecorder&)>& work) {
         if (record_.fault.isEmpty()) {
@@ -162,7 +164,11 @@ public:
         transaction.commit();
     }
 
-    const ActRecord& record() const { return record_; }
+    ActRecord record() const {
+        ActRecord record = record_;
+        record.span.after = database_.stamp();
+        return record;
+    }
 
 private:
     void keep(const std::function<void(ActRecorder&)>& work) {

@@ -50,8 +50,9 @@ public:
 
 /// How the keeping of an act went.
 struct ActRecord {
-    bool kept = false; ///< it can be taken back; false as well where the store is the same as before
-    QString fault;     ///< why it cannot be taken back; empty where it can, or where nothing changed
+    bool kept = false;          ///< it can be taken back; false as well where the store is the same as before
+    QString fault;              ///< why it cannot be taken back; empty where it can, or where nothing changed
+    platform::StoreSpan span{}; ///< of the store, around all that was done
 };
 
 /// Does `work` in one transaction of the store `database` and keeps what it did as one act: the act that undo

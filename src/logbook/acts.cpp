@@ -60,7 +60,7 @@ void passOver(Database& database, ActFile& file, qint64 act) {
     transaction.commit();
 }
 
-TurnedAct turnact(Database& database, const ProgramFolder& folder, qint64 id, bool undo) {
+TurnedAct turnfitting(Database& database, const ProgramFolder& folder, qint64 id, bool undo) {
     TurnedAct told;
     const std::unique_ptr<ActFile> file = ActFile::ifThere(database);
     const std::vector<Act> acts = file ? file->acts() : std::vector<Act>();
@@ -84,6 +84,13 @@ TurnedAct turnact(Database& database, const ProgramFolder& folder, qint64 id, bo
     }
     takeFiles(folder, files);
     platform::skipErrors([&] { bringOwedFiles(database, folder, *file, told); });
+    return told;
+}
+
+TurnedAct turnact(Database& database, const ProgramFolder& folder, qint64 id, bool undo) {
+    const platform::StoreStamp before = database.stamp();
+    TurnedAct told = turnfitting(database, folder, id, undo);
+    told.span = {before, database.stamp()};
     return told;
 }
 
@@ -155,6 +162,7 @@ QStringList awayfiles(Database& database) {
 
 TurnedAct putback(Database& database, const ProgramFolder& folder, const std::vector<qint64>& dives) {
     TurnedAct told;
+    told.span.before = database.stamp();
     const std::unique_ptr<ActFile> file = ActFile::ifThere(database);
     QStringList reasons;
     for (const qint64 id : file ? dives : std::vector<qint64>()) {
@@ -177,6 +185,7 @@ TurnedAct putback(Database& database, const ProgramFolder& folder, const std::ve
         }
         told.state = TurnedAct::State::Done;
         told.back += one.back;
+        told.changed += one.changed;
         told.renamed.insert(told.renamed.end(), one.renamed.begin(), one.renamed.end());
     }
     told.back.sort();
@@ -184,6 +193,7 @@ TurnedAct putback(Database& database, const ProgramFolder& folder, const std::ve
     if (file) {
         platform::skipErrors([&] { bringOwedFiles(database, folder, *file, told); });
     }
+    told.span.after = database.stamp();
     return told;
 }
 

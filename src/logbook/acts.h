@@ -46,6 +46,8 @@ struct TurnedAct {
     QStringList back;             ///< dives that came into the store, under their numbers now
     QStringList files;            ///< that came back into the folder `new`, by their names there
     QString fileFault;            ///< why a file did not; it is tried again later
+    QStringList changed{};        ///< all dives whose row in main came, went or changed, by all their numbers
+    platform::StoreSpan span{};   ///< of the store, around all of it
 };
 
 /// Takes the act back, which must be the one that undo means, or does it again. All of it in one transaction,

@@ -108,6 +108,7 @@ void ActTurn::takeAway(ActItem& item, ActKind kind) {
     TableRows going = rows;
     std::erase_if(going, [isDelete](const TableRow& row) { return isDelete && row.table == "buddylist"; });
     removerows(file_.store(), going);
+    told_.changed += *diveid;
 }
 
 void ActTurn::bring(ActItem& item) {
@@ -133,6 +134,7 @@ void ActTurn::bring(ActItem& item) {
     }
     bringOwedProfile(kept);
     told_.back += item.diveid;
+    told_.changed += item.diveid;
     item.here = true;
     item.rows.clear();
     item.gone.clear();
@@ -169,6 +171,7 @@ void ActTurn::turnEdit(ActItem& item) {
     if (digestof(now) != digestof(wanted)) {
         throw DoesNotFit(QStringLiteral("The store does not take the dive %1 as it was.").arg(*diveid));
     }
+    told_.changed += *diveid;
     item.diveid = *diveid;
     item.key = keyof(now);
     item.digest = digestof(now);

@@ -166,7 +166,7 @@ SavedDetails savedetails(Database& database, const store::DiveIdentity& dive, co
             offerValue(kBuddy, buddy);
         }
     });
-    return {refused, record.fault};
+    return {refused, record.fault, record.span};
 }
 
 QString divenotetemplate() {

@@ -55,7 +55,8 @@ struct PickLists {
 
 struct SavedDetails {
     QStringList refused;
-    QString notTakenBack; ///< why the save cannot be taken back; empty where it can
+    QString notTakenBack;       ///< why the save cannot be taken back; empty where it can
+    platform::StoreSpan span{}; ///< of the store, around the save
 };
 
 struct DiveDetails {

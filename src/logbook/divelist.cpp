@@ -116,6 +116,11 @@ platform::Query listquery(int sortnumber, bool downward) {
     }
 }
 
+std::string orderof(const platform::Query& listquery) {
+    const std::string sql = listquery.sql();
+    return sql.substr(sql.find("ORDER BY"));
+}
+
 QString newestof(platform::Database& database, const QStringList& diveids) {
     QString newest;
     Value start;

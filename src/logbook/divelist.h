@@ -34,6 +34,9 @@ inline QString identifierkey() {
 /// All dives in the order of a sort number, the last one first where that is wanted.
 platform::Query listquery(int sortnumber, bool downward = false);
 
+/// The words of such a query from "ORDER BY" on.
+std::string orderof(const platform::Query& listquery);
+
 /// Of those dives the one that began last; empty where the store has none of them.
 QString newestof(platform::Database& database, const QStringList& diveids);
 

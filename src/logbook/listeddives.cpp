@@ -57,6 +57,16 @@ FieldText takeField(const char*& at) {
     return text;
 }
 
+/// The same for texts that differ in the case of plain letters alone.
+unsigned foldedhash(std::string_view text) {
+    unsigned hash = 2166136261U;
+    for (const char c : text) {
+        const char folded = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        hash = (hash ^ static_cast<unsigned char>(folded)) * 16777619U;
+    }
+    return hash;
+}
+
 platform::Value valueOf(const FieldText& text) {
     return text ? platform::Value(QString::fromUtf8(text->data(), static_cast<qsizetype>(text->size())))
                 : platform::Value();
@@ -87,6 +97,23 @@ QString ListedDives::cell(int number, int displaycolumn, QStringView depthunit) 
     return celltext(position, valueOf(field(number, position)), depthunit);
 }
 
+size_t ListedDives::takeFields(int number, std::span<FieldText> fields) const {
+    const size_t count = std::min(fields.size(), order_.size());
+    std::fill(fields.begin(), fields.end(), std::nullopt);
+    if (!isRead(number) || count == 0) {
+        return count;
+    }
+    const char* at = start(place(number));
+    for (size_t position = 0, found = 0; found < count; ++position) {
+        const FieldText text = takeField(at);
+        if (const auto column = static_cast<size_t>(columnOf_[position]); column < count) {
+            fields[column] = text;
+            ++found;
+        }
+    }
+    return count;
+}
+
 QString ListedDives::diveid(int number) const {
     return valueOf(field(number, 0)).text();
 }
@@ -112,7 +139,7 @@ bool ListedDives::hasTextIdentifier(int number) const {
     return isRead(number) && place(number).textIdentifier;
 }
 
-void ListedDives::keep(int number, const platform::StoredCells& row) {
+void ListedDives::keep(int number, const platform::StoredCells& row, qint64 rowNumber) {
     if (blocks_.empty() || blocks_.back().size() > kBlock - kBlock / 16) {
         blocks_.emplace_back().reserve(kBlock);
     }
@@ -130,10 +157,48 @@ void ListedDives::keep(int number, const platform::StoredCells& row) {
         putNumber(block, static_cast<size_t>(bytes.size()) + 1);
         block.append(bytes.data(), static_cast<size_t>(bytes.size()));
     }
-    places_[static_cast<size_t>(number) - 1] = {static_cast<int>(blocks_.size()) - 1,
-                                                static_cast<unsigned>(offset),
-                                                row.type(0) == platform::StoredValue::Type::Text &&
-                                                    row.name(0).compare("diveid", Qt::CaseInsensitive) == 0};
+    Place& place = places_[static_cast<size_t>(number) - 1];
+    place.row = rowNumber;
+    place.block = static_cast<int>(blocks_.size()) - 1;
+    const QByteArrayView identifier = row.bytes(0);
+    place.identifier = foldedhash({identifier.data(), static_cast<size_t>(identifier.size())});
+    place.offset = static_cast<unsigned>(offset) & 0x7fffffffU;
+    place.textIdentifier = row.type(0) == platform::StoredValue::Type::Text &&
+                           row.name(0).compare("diveid", Qt::CaseInsensitive) == 0;
+}
+
+void ListedDives::insert(int number, const platform::StoredCells& row, qint64 rowNumber) {
+    places_.insert(places_.begin() + (number - 1), Place());
+    keep(number, row, rowNumber);
+}
+
+void ListedDives::remove(const std::vector<int>& numbers) {
+    removenumbers(places_, numbers, 1);
+}
+
+std::vector<int> ListedDives::numbersOf(const QStringList& diveids) const {
+    std::vector<std::pair<unsigned, std::string>> wanted;
+    for (const QString& diveid : diveids) {
+        std::string text = diveid.toStdString();
+        const unsigned hash = foldedhash(text);
+        wanted.emplace_back(hash, std::move(text));
+    }
+    std::sort(wanted.begin(), wanted.end());
+    std::vector<int> numbers;
+    for (int number = 1; number <= count(); ++number) {
+        const unsigned hash = place(number).identifier;
+        const auto first =
+            std::lower_bound(wanted.begin(), wanted.end(), hash,
+                             [](const auto& one, unsigned other) { return one.first < other; });
+        for (auto one = first; one != wanted.end() && one->first == hash; ++one) {
+            const FieldText identifier = field(number, 0);
+            if (identifier && QByteArrayView(*identifier).compare(one->second, Qt::CaseInsensitive) == 0) {
+                numbers.push_back(number);
+                break;
+            }
+        }
+    }
+    return numbers;
 }
 
 void ListedDives::takeText(platform::Database& database, const QString& diveid) {
@@ -145,9 +210,9 @@ void ListedDives::takeText(platform::Database& database, const QString& diveid) 
                 return;
             }
             const std::string theirs = row.bytes(*id).toByteArray().toStdString();
-            for (int number = 1; number <= count(); ++number) {
+            for (const int number : numbersOf({QString::fromStdString(theirs)})) {
                 if (field(number, 0) == theirs) {
-                    keep(number, row);
+                    keep(number, row, place(number).row);
                 }
             }
         });
@@ -156,6 +221,10 @@ void ListedDives::takeText(platform::Database& database, const QString& diveid) 
 void ListedDives::setColumns(platform::Database& database) {
     const platform::Recordset none = database.openRecordset("SELECT * FROM main LIMIT 0");
     order_ = columnorder(none.fieldCount());
+    columnOf_.resize(order_.size());
+    for (size_t column = 0; column < order_.size(); ++column) {
+        columnOf_[static_cast<size_t>(order_[column])] = static_cast<int>(column);
+    }
     for (const int position : order_) {
         const QString field = none.fieldName(position);
         columns_.headers += headertext(field);
@@ -171,7 +240,7 @@ DiveReading::DiveReading(platform::Database& database, int sortnumber, bool down
     dives_ = {};
     const platform::Query query = listquery(sortnumber, downward);
     process().querytext = query.text();
-    order_ = query.sql().substr(query.sql().find("ORDER BY"));
+    order_ = orderof(query);
     dives_.setColumns(database);
     dives_.places_.resize(static_cast<size_t>(rows_.read("SELECT COUNT(*) FROM main").at(0).at(0).integer));
 }
@@ -183,7 +252,7 @@ void DiveReading::readFirst(int count) {
     rows_.prepare(QByteArray("SELECT * FROM main ") + order_.c_str() + " LIMIT ?1")
         .each({platform::StoredValue(static_cast<qint64>(count))}, [&](const platform::StoredCells& row) {
             if (++number <= dives_.count()) {
-                dives_.keep(number, row);
+                dives_.keep(number, row, 0);
             }
         });
 }
@@ -213,7 +282,7 @@ bool DiveReading::readMore() {
                  [this](const platform::StoredCells& row) {
                      const qint64 id = row.integer(dives_.order_.size());
                      if (next_ < ranks_.size() && ranks_[next_].row == id) {
-                         dives_.keep(ranks_[next_++].number, row);
+                         dives_.keep(ranks_[next_++].number, row, id);
                      }
                  });
     if (next_ < ranks_.size() && ranks_[next_].row == from) {

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace benthor::logbook {
@@ -19,6 +20,21 @@ struct ListColumns {
     std::vector<int> widths;   ///< in twips, 15 to a pixel; 0 is hidden
     std::vector<bool> figures; ///< whether the column holds numbers
 };
+
+/// Takes the entries of those numbers out, which ascend; the first entry has the number `first`.
+template <class Entry>
+void removenumbers(std::vector<Entry>& entries, const std::vector<int>& numbers, int first) {
+    auto gone = numbers.begin();
+    size_t kept = 0;
+    for (size_t at = 0; at < entries.size(); ++at) {
+        if (gone != numbers.end() && *gone == static_cast<int>(at) + first) {
+            ++gone;
+        } else {
+            entries[kept++] = entries[at];
+        }
+    }
+    entries.resize(kept);
+}
 
 /// Numbers count from 1, as the rows of the list.
 class ListedDives {
@@ -34,6 +50,11 @@ public:
     QString location(int number) const;
     /// The field at a position of `main`, as it lies in the store.
     divefiles::FieldText field(int number, int position) const;
+    /// The field position that a display column shows.
+    int position(int displaycolumn) const { return order_[static_cast<size_t>(displaycolumn)]; }
+    /// The fields of the first display columns, as many as there is room for, in one pass over the row.
+    /// Returns how many there are; those of a dive that has not been read are Null.
+    size_t takeFields(int number, std::span<divefiles::FieldText> fields) const;
     /// Whether the dive's row of `main` has no fault.
     bool mainIsGood(int number) const;
     /// Whether its identifier lies in the store as a text, in the field of that name.
@@ -43,20 +64,32 @@ public:
     /// failing store is a StoreError.
     void takeText(platform::Database& database, const QString& diveid);
 
+    /// Numbers of the dives of those identifiers, without regard to the case of plain letters; they ascend.
+    std::vector<int> numbersOf(const QStringList& diveids) const;
+    /// The number of the dive's row in the store.
+    qint64 rowNumber(int number) const { return place(number).row; }
+    /// Takes dives out; their numbers ascend.
+    void remove(const std::vector<int>& numbers);
+    /// Puts a row of the store in; those from that number on move up.
+    void insert(int number, const platform::StoredCells& row, qint64 rowNumber);
+
 private:
     friend class DiveReading;
     struct Place {
+        qint64 row = 0;
         int block = -1;
-        unsigned offset = 0;
-        bool textIdentifier = false;
+        unsigned identifier = 0; // hashed, so that one can be looked for without a look at each row
+        unsigned offset : 31 = 0;
+        bool textIdentifier : 1 = false;
     };
     const Place& place(int number) const { return places_[static_cast<size_t>(number) - 1]; }
-    void keep(int number, const platform::StoredCells& row);
+    void keep(int number, const platform::StoredCells& row, qint64 rowNumber);
     void setColumns(platform::Database& database);
     const char* start(const Place& place) const;
 
     ListColumns columns_;
     std::vector<int> order_;          // field position of each display column
+    std::vector<int> columnOf_;       // the display column of each field position
     std::vector<std::string> blocks_; // of each row all fields, each behind its length
     std::vector<Place> places_;       // by number
     size_t bytes_ = 0;

@@ -36,7 +36,13 @@ bool isGood(platform::Database& database, const QString& diveid) {
 bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, const ListedDives& dives,
                 const CheckWatch& watch) {
     std::vector<bool> sound;
-    if (!findsounddives(database, dives, watch.between, sound)) {
+    return checkdives(database, folder, dives, watch, sound);
+}
+
+bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, const ListedDives& dives,
+                const CheckWatch& watch, std::vector<bool>& sound) {
+    if (sound.size() != static_cast<size_t>(dives.count()) + 1 &&
+        !findsounddives(database, dives, watch.between, sound)) {
         return false;
     }
     for (int number = 1; number <= dives.count(); ++number) {

@@ -5,6 +5,7 @@
 #include "platform/programfolder.h"
 
 #include <functional>
+#include <vector>
 
 namespace benthor::logbook {
 
@@ -21,6 +22,10 @@ struct CheckWatch {
 /// Checks all dives. Each faulty one stands in `currentdiveid`, and its messages in `problemtext`, when it is
 /// told; its file is copied from `old` to `corrupt`, and a copy that fails is passed over. Behind the last
 /// dive `problemtext` is that dive's. False where the checks were ended.
+/// `sound`, by number, its first entry unused: the dives that are certainly good. Where it is empty all
+/// tables are read for it, and it is kept there.
+bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, const ListedDives& dives,
+                const CheckWatch& watch, std::vector<bool>& sound);
 bool checkdives(platform::Database& database, const platform::ProgramFolder& folder, const ListedDives& dives,
                 const CheckWatch& watch);
 

@@ -49,6 +49,8 @@ public:
     /// Whether no other program keeps it from being changed; `wait`: for a while.
     bool canChange(bool wait);
     SQLite::Database& database();
+    /// The number of this opening; no other one in the process has it.
+    quint64 opening() const { return opening_; }
 
     /// The prepared form of a query that returns rows, its row number behind its last field where rows can be
     /// changed.
@@ -81,6 +83,7 @@ private:
     bool foreign_ = false; ///< opened for a look: a statement may not work without end
     bool patient_ = true;  ///< waits for another program that holds the store
     std::chrono::steady_clock::time_point workBegan_;
+    quint64 opening_ = 0;
     int depth_ = 0;       ///< scopes that are open, one within the other
     bool broken_ = false; ///< a scope within the outermost ended without commit
 };

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <sqlite3.h>
 
 namespace benthor::platform {
@@ -121,6 +122,8 @@ void Connection::open(const QString& path, StoreAccess access) {
         // One thread has the handle, as it has everything of this: the engine need not guard each field read.
         database_ = std::make_unique<SQLite::Database>(opened, flags | SQLite::OPEN_NOMUTEX);
         makeReady();
+        static std::atomic<quint64> openings = 0;
+        opening_ = ++openings;
     } catch (const SQLite::Exception& error) {
         failed(QString::fromUtf8(error.what()), error.getErrorCode());
     } catch (const StoreError& error) {

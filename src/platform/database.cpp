@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+#include <sqlite3.h>
+
 namespace benthor::platform {
 
 namespace {
@@ -86,6 +88,22 @@ Recordset Database::openRecordset(const Query& query) {
         return result;
     } catch (const SQLite::Exception& error) {
         throwStoreError(QStringLiteral("The query \"%1\" failed").arg(query.text()), error);
+    }
+}
+
+StoreStamp Database::stamp() {
+    try {
+        const auto number = [this](const char* pragma) {
+            return openRecordset(pragma).value(0).text().toLongLong();
+        };
+        StoreStamp stamp;
+        stamp.others = number("PRAGMA main.data_version");
+        stamp.form = number("PRAGMA main.schema_version");
+        stamp.own = sqlite3_total_changes64(connection_->database().getHandle());
+        stamp.opening = connection_->opening();
+        return stamp;
+    } catch (const StoreError&) {
+        return {};
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/recordset.h"
 #include "platform/storeaccess.h"
+#include "platform/storestamp.h"
 
 #include <QStringList>
 
@@ -37,6 +38,10 @@ public:
     bool canChangeNow();
     /// The same after waiting for it, as every change would.
     bool waitToChange();
+
+    /// Where the store stands now, within a reading where it stood at its begin; it costs no row. Nothing is
+    /// known of a store that is closed or fails.
+    StoreStamp stamp();
 
     /// The rows of a query, the first one current.
     Recordset openRecordset(const Query& query);

@@ -40,8 +40,7 @@ void DiveScreens::takeTurn(const logbook::TurnedAct& turned, const QString& word
     if (rbdetails.isLoaded()) {
         rbdetails.get().takeStored();
     }
-    rbmain.unload();
-    rbmain.showInFront();
+    showListAfresh();
     showOtherActs();
     if (!rbmain.isLoaded()) {
         return;
@@ -91,8 +90,12 @@ void DiveScreens::takeMerge(const logbook::MergeResult& result) {
 void DiveScreens::takePutBack(const logbook::TurnedAct& turned) {
     if (!turned.back.isEmpty() && process().storepath.isEmpty()) {
         const Handover handover(host_);
-        rbmain.unload();
+        if (rbmain.isLoaded()) {
+            rbmain.get().follow(turned.span, turned.changed);
+        }
+        unloadList();
         rbmain.show();
+        filled_ = {};
         if (rbmain.isLoaded()) {
             rbmain.get().chooseDive(turned.back.first());
         }

@@ -61,6 +61,7 @@ DiveScreens::DiveScreens(DiveHost& host)
 logbook::rbmain* DiveScreens::makeList() {
     auto* screen = new logbook::rbmain;
     host_.watchEnd(*screen);
+    screen->takeOver(std::exchange(filled_, {}));
     screen->setKeeper([this](const QStringList& dives) { return storeDetailsOf(dives); });
     QObject::connect(screen, &logbook::rbmain::diveOpened, screen, [this] {
         openedFrom_ = rbmain.get().otherStore();
@@ -69,8 +70,7 @@ logbook::rbmain* DiveScreens::makeList() {
     QObject::connect(screen, &logbook::rbmain::reloadWanted, screen, [this] {
         const Handover handover(host_);
         const QString word = closeWhatIsDeleted();
-        rbmain.unload();
-        rbmain.showInFront();
+        showListAfresh();
         if (!word.isEmpty() && rbmain.isLoaded()) {
             rbmain.get().tell(word);
         }
@@ -109,9 +109,9 @@ logbook::rbdetails* DiveScreens::makeDetails() {
     auto* screen = new logbook::rbdetails;
     host_.watchEnd(*screen);
     QObject::connect(screen, &logbook::rbdetails::captureWanted, screen, [this] { captureDiveView(); });
-    QObject::connect(screen, &logbook::rbdetails::saved, screen, [this] {
+    QObject::connect(screen, &logbook::rbdetails::saved, screen, [this](const platform::StoreSpan& save) {
         if (rbmain.isLoaded() && rbmain.get().otherStore().isEmpty()) {
-            rbmain.get().takeTextsOf(rbdetails.get().dive().diveid);
+            rbmain.get().takeTextsOf(rbdetails.get().dive().diveid, save);
             rbmain.get().takeActs();
         }
     });
@@ -132,11 +132,24 @@ void DiveScreens::showList() {
     const Handover handover(host_);
     const QString lookedAt = rbinterface.isLoaded() ? rbinterface.get().dive().diveid : QString();
     rbinterface.unload();
-    rbmain.unload();
-    rbmain.showInFront();
+    showListAfresh();
     if (rbmain.isLoaded()) {
         rbmain.get().chooseDive(lookedAt);
     }
+}
+
+/// What the list has read it hands on to the next one.
+void DiveScreens::unloadList() {
+    if (rbmain.isLoaded()) {
+        filled_ = rbmain.get().handOver();
+        rbmain.unload();
+    }
+}
+
+void DiveScreens::showListAfresh() {
+    unloadList();
+    rbmain.showInFront();
+    filled_ = {};
 }
 
 QString DiveScreens::reopenList() {

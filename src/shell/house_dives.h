@@ -63,6 +63,8 @@ private:
     logbook::mergelogbook* makeMerge();
 
     void openDive();
+    void unloadList();
+    void showListAfresh();
     void showList();
     void reloadDiveView(bool keepsView);
     void showDetails();
@@ -81,6 +83,7 @@ private:
     DiveHost& host_;
     QString openedFrom_; ///< the other store whose list the dive on the screen was opened from; empty: the
                          ///< own one
+    logbook::FilledList filled_;                 ///< of the list that has just gone, for the one that comes
     std::optional<viewer::ViewerState> resumed_; ///< of the dive screen that is about to be loaded anew
 };
 

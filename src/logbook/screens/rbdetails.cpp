@@ -86,7 +86,7 @@ QString rbdetails::saveQuietly() {
     takeTypedBuddy();
     try {
         const SavedDetails done = savedetails(process().database, dive_, edited());
-        noteSaved();
+        noteSaved(done.span);
         besides_ = besidesOf(done);
         if (!besides_.isEmpty()) {
             tell(wordOf(done));
@@ -175,7 +175,7 @@ void rbdetails::cmdSave_click() {
     }
     try {
         const SavedDetails done = savedetails(process().database, dive_, edited());
-        noteSaved();
+        noteSaved(done.span);
         showPickLists();
         tell(wordOf(done));
     } catch (const StoreError& error) {
@@ -193,7 +193,7 @@ void rbdetails::saveOrAsk() {
         try {
             const bool changed = !(edited() == stored_); // else it was told when it was saved
             const SavedDetails done = savedetails(process().database, dive_, edited());
-            noteSaved();
+            noteSaved(done.span);
             const bool plain = done.refused.isEmpty() && done.notTakenBack.isEmpty();
             if (!plain && changed && isUnloaded()) {
                 dialogs().message(this, wordOf(done), platform::BoxKind::Information);
@@ -219,9 +219,9 @@ void rbdetails::saveOrAsk() {
     }
 }
 
-void rbdetails::noteSaved() {
+void rbdetails::noteSaved(const platform::StoreSpan& span) {
     stored_ = edited();
-    emit saved();
+    emit saved(span);
     if (!rescued_.isEmpty()) {
         static_cast<void>(platform::removeFile(ProgramFolder::current().path(std::exchange(rescued_, {}))));
     }

@@ -42,9 +42,9 @@ public:
     void closeForDeletion();
 
 signals:
-    void saved();          ///< the store has what stands here
-    void diveViewWanted(); ///< the screen is to be unloaded and the dive screen shown
-    void captureWanted();  ///< on the way out, before the dive is stored
+    void saved(const platform::StoreSpan& span); ///< the store has what stands here
+    void diveViewWanted();                       ///< the screen is to be unloaded and the dive screen shown
+    void captureWanted();                        ///< on the way out, before the dive is stored
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -80,7 +80,7 @@ private:
     void showPickLists();
     DiverAdds edited() const;
     void saveOrAsk();
-    void noteSaved();
+    void noteSaved(const platform::StoreSpan& span);
     void rescue(const QString& reason);
     void takeInHand() const;
     void tell(const QString& quietLine);

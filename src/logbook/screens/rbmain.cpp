@@ -274,7 +274,9 @@ void rbmain::cmdelete_click() {
         return;
     }
     try {
-        tellNotTakenBack(deletedives(store(), ProgramFolder::current(), dives));
+        const ActRecord record = deletedives(store(), ProgramFolder::current(), dives);
+        follow(record.span, dives + QStringList{QStringLiteral("*")});
+        tellNotTakenBack(record);
     } catch (const StoreError& error) {
         platform::dialogs().message(this, QStringLiteral("Not all of the dives could be deleted.\n\n") +
                                               error.text());

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "logbook/acts.h"
-#include "logbook/listeddives.h"
+#include "logbook/filledlist.h"
 #include "platform/database.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
@@ -72,8 +72,15 @@ public:
     void scrollToNewest(const QStringList& dives);
     /// Shows depths in the unit in hand, where the list does not; the choice and the order stay.
     void takeUnit();
-    /// Shows what the store has of that dive by now; the choice and the order stay.
-    void takeTextsOf(const QString& diveid);
+    /// Shows what the store has of that dive by now; the choice and the order stay. `save`: of its details.
+    void takeTextsOf(const QString& diveid, const platform::StoreSpan& save = {});
+
+    /// An act has changed the store: the next list need not read more than those dives anew.
+    void follow(const platform::StoreSpan& act, const QStringList& dives) { list_.follow(act, dives); }
+    /// What the next list can be filled from; this one is about to go and shows nothing from here on.
+    FilledList handOver();
+    /// Before it is loaded: what the list before it has handed over.
+    void takeOver(FilledList list) { list_ = std::move(list); }
 
     /// A line of the list's own, until the next choice.
     void tell(const QString& quietLine);
@@ -164,6 +171,7 @@ private:
     void showSort();
     enum class Shown { None, Some, Ended };
     Shown showDives();
+    bool showFilled();
     void showRows();
     void askForTexts();
     bool showEarly();
@@ -224,7 +232,7 @@ private:
     QString sortkey_;
     bool downward_ = false; ///< the last dive of the order stands first
     QString unit_;          ///< that the depths are shown in
-    ListedDives dives_;
+    FilledList list_;
     int divecount_ = 0;
     int clickedRow_ = 0;      ///< row under the last click
     std::vector<int> clicks_; ///< rows clicked, the last one at the end

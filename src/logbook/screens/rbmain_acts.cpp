@@ -101,6 +101,7 @@ void rbmain::turnAct(bool undo) {
         const auto& folder = platform::ProgramFolder::current();
         const TurnedAct turned = undo ? undoact(process().database, folder, meant.id)
                                       : redoact(process().database, folder, meant.id);
+        follow(turned.span, turned.changed);
         const QString word = undo ? QStringLiteral("Taken back: ") : QStringLiteral("Done again: ");
         emit actTurned(turned, turned.state == TurnedAct::State::Done ? word + turned.what : QString());
     } catch (const StoreError& error) {

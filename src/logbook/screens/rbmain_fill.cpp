@@ -172,6 +172,9 @@ void rbmain::filldivelist() {
     if (!checkDives()) {
         return;
     }
+    if (list_.stamp != store().stamp()) {
+        list_.stamp = {};
+    }
     tell(QString());
     chooseOnly(1);
     MSFlexGrid1_->setTopRow(1);
@@ -187,8 +190,15 @@ rbmain::Shown rbmain::showDives() {
     clickedRow_ = 0;
     clicks_.clear();
     bool goesOn = true;
+    if (showFilled()) {
+        return divecount_ == 0 ? Shown::None : Shown::Some;
+    }
     try {
-        DiveReading reading(store(), sortnumber(sortkey_), downward_, dives_);
+        list_ = {};
+        list_.sortnumber = sortnumber(sortkey_);
+        list_.downward = downward_;
+        DiveReading reading(store(), list_.sortnumber, downward_, list_.dives);
+        list_.stamp = store().stamp();
         unit_ = process().depthunit;
         reading.readFirst(kFirstRows);
         showRows();
@@ -203,15 +213,34 @@ rbmain::Shown rbmain::showDives() {
         if (storeFault_.isEmpty()) {
             storeFault_ = error.text();
         }
-        dives_ = {};
+        list_ = {};
         showRows();
     }
     askForTexts(); // widths go by rows from all over the list
     return !goesOn ? Shown::Ended : divecount_ == 0 ? Shown::None : Shown::Some;
 }
 
+/// What the list before this one has handed over, brought up to date; false where that is not to be had.
+bool rbmain::showFilled() {
+    if (!list_.takeChanges(store(), sortnumber(sortkey_), downward_)) {
+        return false;
+    }
+    process().querytext = listquery(list_.sortnumber, downward_).text();
+    unit_ = process().depthunit;
+    showRows();
+    sincePainting_.start();
+    return true;
+}
+
+FilledList rbmain::handOver() {
+    if (filling_ || isElsewhere()) {
+        return {};
+    }
+    return std::exchange(list_, {});
+}
+
 void rbmain::showRows() {
-    const int count = dives_.count();
+    const int count = list_.dives.count();
     divecount_ = 0;
     moving_ = true;
     MSFlexGrid1_->setRows(1 + count);
@@ -220,7 +249,7 @@ void rbmain::showRows() {
         refreshStrip();
         return;
     }
-    const ListColumns& shown = dives_.columns();
+    const ListColumns& shown = list_.dives.columns();
     const int columns = static_cast<int>(shown.headers.size());
     MSFlexGrid1_->setCols(columns);
     askForTexts();
@@ -237,7 +266,7 @@ void rbmain::showRows() {
 
 /// From now on the grid asks for the text of a cell when it is looked at.
 void rbmain::askForTexts() {
-    MSFlexGrid1_->setTextFunction([this](int row, int col) { return dives_.cell(row, col, unit_); });
+    MSFlexGrid1_->setTextFunction([this](int row, int col) { return list_.dives.cell(row, col, unit_); });
 }
 
 /// The first screenful is there. False when the screen was unloaded meanwhile.
@@ -255,11 +284,12 @@ void rbmain::takeUnit() {
     showStrip();
 }
 
-void rbmain::takeTextsOf(const QString& diveid) {
+void rbmain::takeTextsOf(const QString& diveid, const platform::StoreSpan& save) {
     if (filling_ || divecount_ == 0) {
         return;
     }
-    platform::skipErrors([&] { dives_.takeText(store(), diveid); });
+    follow(save, {diveid});
+    platform::skipErrors([&] { list_.dives.takeText(store(), diveid); });
     askForTexts();
     showStrip();
 }
@@ -283,7 +313,8 @@ bool rbmain::checkDives() {
     if (divecount_ > kFirstRows) {
         sincePainting_.invalidate(); // what is going on is told from the beginning
     }
-    return checkdives(store(), platform::ProgramFolder::current(), dives_, {checked, between});
+    return checkdives(store(), platform::ProgramFolder::current(), list_.dives, {checked, between},
+                      list_.sound);
 }
 
 void rbmain::noteFault(const QString& diveid) {

@@ -60,6 +60,11 @@ void rbmain::chooseOnly(int row) {
 }
 
 int rbmain::rowOf(const QString& diveid) const {
+    const std::vector<int> numbers = list_.dives.numbersOf({diveid});
+    if (!numbers.empty() && numbers.front() <= divecount_) {
+        return numbers.front();
+    }
+    // One that the store holds as no plain text.
     for (int row = 1; row <= divecount_; ++row) {
         if (MSFlexGrid1_->text(row, 0).compare(diveid, Qt::CaseInsensitive) == 0) {
             return row;
