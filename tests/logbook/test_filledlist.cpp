@@ -3,6 +3,7 @@
 
 #include "logbook/filledlist.h"
 #include "logbook/listfill.h"
+#include "logbook/sheetlines.h"
 #include "tests/logbook/actworld.h"
 
 #include <QRandomGenerator>
@@ -10,6 +11,7 @@
 using namespace benthor;
 using namespace benthor::tests;
 using logbook::FilledList;
+using platform::StoredValue;
 
 namespace {
 
@@ -108,6 +110,7 @@ private slots:
     void anotherOrderIsReadAfresh();
     void aNumberThatTwoDivesBearIsReadAfresh();
     void aDiveThatIsNoLongerSoundIsFaultyInTheListHandedOn();
+    void linesOfASheetAreThoseOfTheCells();
 };
 
 void TestFilledList::actsOfAnyKindLeaveTheListThatWouldBeRead_data() {
@@ -216,6 +219,67 @@ void TestFilledList::aDiveThatIsNoLongerSoundIsFaultyInTheListHandedOn() {
     list.follow({before, process().database.stamp()}, {ListWorld::id(4)});
     QVERIFY(list.takeChanges(process().database, 0, false));
     QVERIFY(world.shown(list.dives, list.sound).at(3).endsWith(QLatin1String("faulty")));
+}
+
+/// Values as devices write them, as divers write them, and damaged ones.
+void TestFilledList::linesOfASheetAreThoseOfTheCells() {
+    const ListWorld world;
+    QRandomGenerator random(7);
+    const QStringList values{QStringLiteral("2017-09-27 03:34:38"),
+                             QStringLiteral("2017-02-29 03:34:38"),
+                             QStringLiteral("2016-02-29 23:59:59"),
+                             QStringLiteral("1971-12-01 24:00:00"),
+                             QStringLiteral("0000-01-01 00:00:00"),
+                             QStringLiteral("0001-01-31 10:60:00"),
+                             QStringLiteral("2017-13-01 00:00:00"),
+                             QStringLiteral("2017-9-27 3:34:38"),
+                             QStringLiteral("41:7"),
+                             QStringLiteral("23.500"),
+                             QStringLiteral("-0.4"),
+                             QStringLiteral(" 12"),
+                             QStringLiteral("1e3"),
+                             QStringLiteral("5400"),
+                             QStringLiteral("  two words  "),
+                             QStringLiteral("a,b"),
+                             QStringLiteral("R\u00e9union \u2603"),
+                             QString(),
+                             QStringLiteral("   "),
+                             QStringLiteral("\tx\r\n")};
+    const QStringList fields{QStringLiteral("DiveID"),   QStringLiteral("Duration"),
+                             QStringLiteral("MaxDepth"), QStringLiteral("startdate"),
+                             QStringLiteral("Location"), QStringLiteral("site"),
+                             QStringLiteral("dusage"),   QStringLiteral("UserName")};
+    for (int row = 1; row <= 300; ++row) {
+        platform::Recordset dives = process().database.openForAdding("main");
+        dives.addNew();
+        for (const QString& field : fields) {
+            if (random.bounded(8) > 0) {
+                dives.set(field, values.at(random.bounded(static_cast<int>(values.size()))));
+            }
+        }
+        dives.update();
+    }
+    for (int month = 1; month <= 12; ++month) {
+        platform::StoredRows(process().database)
+            .change("INSERT INTO main (DiveID, startdate) VALUES ('D1', ?1)",
+                    {StoredValue(QStringLiteral("2001-%1-17 01:02:03").arg(month, 2, 10, QLatin1Char('0')))});
+    }
+    // What no text of ours is.
+    process().database.execute(
+        "INSERT INTO main (DiveID, site) VALUES (CAST(x'44ff31' AS TEXT), CAST(x'c328' AS TEXT))");
+    const logbook::ListedDives dives = logbook::readdives(process().database, 0);
+    for (const QString& unit : {QStringLiteral("metre"), QStringLiteral("Feet")}) {
+        logbook::SheetLines sheet(dives, unit);
+        for (int number = 1; number <= dives.count(); ++number) {
+            QStringList cells;
+            for (int col = 0; col < logbook::kSheetColumns; ++col) {
+                cells += dives.cell(number, col, unit);
+            }
+            std::string line;
+            sheet.add(number, line);
+            QCOMPARE(QByteArray::fromStdString(line), logbook::spreadsheetrow(cells));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestFilledList)

@@ -4,6 +4,7 @@
 #include "logbook/screens/publishpanel.h"
 #include "logbook/screens/rbmain.h"
 #include "logbook/screens/summarystrip.h"
+#include "logbook/sheetlines.h"
 #include "platform/look/widgets/numberlabel.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
@@ -110,31 +111,37 @@ void rbmain::connectMailer() {
     });
 }
 
-/// One row after the other; the file of a list that is closed meanwhile stays cut. Whether all is written.
+/// Some rows after the others; the file of a list that is closed meanwhile stays cut. Whether all is written.
 bool rbmain::writeSheet(const QString& path) {
-    const auto cells = [this](int row) {
-        QStringList texts;
-        for (int col = 0; col < std::min(MSFlexGrid1_->cols(), static_cast<int>(kSheetColumns)); ++col) {
-            texts += MSFlexGrid1_->text(row, col);
-        }
-        return texts;
-    };
+    QStringList headers;
+    for (int col = 0; col < std::min(MSFlexGrid1_->cols(), static_cast<int>(kSheetColumns)); ++col) {
+        headers += MSFlexGrid1_->text(0, col);
+    }
     QFile file(path);
     bool written = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    const auto write = [&file](const QByteArray& line) { return file.write(line) == line.size(); };
-    written = written && write(spreadsheetheader(cells(0)));
+    std::string lines = spreadsheetheader(headers).toStdString();
+    const auto write = [&file, &lines] {
+        const bool whole =
+            file.write(lines.data(), static_cast<qint64>(lines.size())) == static_cast<qint64>(lines.size());
+        lines.clear();
+        return whole;
+    };
     sincePainting_.start();
     if (divecount_ > kManyRows) {
         sincePainting_.invalidate(); // what is going on is told from the beginning
     }
+    SheetLines sheet(list_.dives, unit_);
     for (int row = 1; written && row <= divecount_; ++row) {
-        written = write(spreadsheetrow(cells(row))) && paintPending([this, row] {
-                      tell(QStringLiteral("Saving dive %1 of %2")
-                               .arg(QString::number(row), QString::number(divecount_)));
-                  });
+        sheet.add(row, lines);
+        if (row == 1 || row % kManyRows == 0) {
+            written = write() && paintPending([this, row] {
+                          tell(QStringLiteral("Saving dive %1 of %2")
+                                   .arg(QString::number(row), QString::number(divecount_)));
+                      });
+        }
     }
     tell(QString());
-    return written && file.flush();
+    return written && write() && file.flush();
 }
 
 void rbmain::cmdSave_click() {
