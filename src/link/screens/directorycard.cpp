@@ -8,7 +8,6 @@
 
 #include <QEvent>
 #include <QHeaderView>
-#include <QPainterPath>
 #include <QVBoxLayout>
 
 namespace benthor::link {
@@ -159,16 +158,6 @@ void DirectoryCard::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         takeTheme();
     }
-}
-
-/// The corners of the grid are cut where those of the card are round.
-void DirectoryCard::resizeEvent(QResizeEvent* event) {
-    look::Card::resizeEvent(event);
-    layout()->activate();
-    QPainterPath shape;
-    const QRectF whole(Mgrid_->rect());
-    shape.addRoundedRect(whole.adjusted(0, -look::radius, 0, 0), look::radius - 1, look::radius - 1);
-    Mgrid_->setMask(QRegion(shape.toFillPolygon().toPolygon()) & Mgrid_->rect());
 }
 
 } // namespace benthor::link
