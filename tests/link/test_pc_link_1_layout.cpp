@@ -45,6 +45,7 @@ private slots:
     // room
     void eachFaceFitsTheLeastDisplay_data();
     void eachFaceFitsTheLeastDisplay();
+    void theKeyKeepsItsColoursWhileADownloadRuns();
     void allColumnsOfTheDirectoryAreSeenAtTheFirstSize_data();
     void allColumnsOfTheDirectoryAreSeenAtTheFirstSize();
 
@@ -289,6 +290,28 @@ void TestPcLink1Layout::allColumnsOfTheDirectoryAreSeenAtTheFirstSize_data() {
     QTest::newRow("large") << 13.0;
     QTest::newRow("larger") << 15.0;
     QTest::newRow("usual again") << 10.0;
+}
+
+void TestPcLink1Layout::theKeyKeepsItsColoursWhileADownloadRuns() {
+    LinkStage stage(QStringLiteral("Dive"));
+    stage.screen->showScreen();
+    auto* words = [&stage]() -> QWidget* {
+        for (auto* label : stage.screen->findChildren<QLabel*>()) {
+            if (label->text() == QLatin1String("selected")) {
+                return label;
+            }
+        }
+        return nullptr;
+    }();
+    QVERIFY(words != nullptr);
+    const auto swatch = [words] {
+        const QImage row = words->parentWidget()->grab().toImage();
+        return row.pixelColor(words->x() - benthor::look::spaceSmall - benthor::look::scaled(6),
+                              row.height() / 2);
+    };
+    QCOMPARE(swatch(), QColor(Qt::blue));
+    stage.control("Mgrid")->parentWidget()->setEnabled(false);
+    QCOMPARE(swatch(), QColor(Qt::blue));
 }
 
 /// Eleven with the number of the dive; the start code is hidden.

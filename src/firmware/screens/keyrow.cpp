@@ -1,6 +1,6 @@
 #include "firmware/screens/keyrow.h"
 
-#include "firmware/screens/breakingrow.h"
+#include "link/screens/breakingrow.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/toldbutton.h"
@@ -66,10 +66,10 @@ KeyRow::KeyRow(QWidget* parent)
 
     auto* around = new QVBoxLayout(this);
     around->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
-    row_ = new BreakingRow(look::spaceTight);
-    row_->add(buildKeys(), 1);
-    row_->add(buildActs(), 0);
-    around->addWidget(row_);
+    auto* row = new link::BreakingRow(look::spaceTight);
+    row->add(buildKeys(), 1);
+    row->add(buildActs(), 0);
+    around->addWidget(row);
 }
 
 QWidget* KeyRow::buildKeys() {

@@ -11,8 +11,6 @@ class ToldButton;
 
 namespace benthor::firmware {
 
-class BreakingRow;
-
 /// The keys of the device, Erase apart, and the two great acts at the right, below them where the row is too
 /// narrow. The one that comes next carries the accent.
 class KeyRow : public look::Pane {
@@ -35,7 +33,6 @@ private:
 
     std::array<look::ToldButton*, kKeys> SendCh_{};
     look::ToldButton* Command2_;
-    BreakingRow* row_ = nullptr;
 };
 
 } // namespace benthor::firmware

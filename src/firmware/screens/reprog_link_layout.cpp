@@ -1,7 +1,6 @@
 // What stands where.
 
 #include "firmware/screens/advancedcard.h"
-#include "firmware/screens/breakingrow.h"
 #include "firmware/screens/imagecard.h"
 #include "firmware/screens/keyrow.h"
 #include "firmware/screens/progresscard.h"
@@ -9,6 +8,7 @@
 #include "firmware/screens/reprog_link_host.h"
 #include "firmware/screens/stepspath.h"
 #include "firmware/session.h"
+#include "link/screens/breakingrow.h"
 #include "link/screens/rawtext.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
@@ -199,7 +199,7 @@ void ReProg_Link::buildBody() {
     pair->addWidget(image_, 15);
     pair->addWidget(progress_, 14);
     area->addWidget(cards);
-    auto* words = new BreakingRow(look::spaceBase);
+    auto* words = new link::BreakingRow(look::spaceBase);
     words->add(buildWords(), 1);
     advancedArea_ = new look::ColumnArea(advanced_, kLeastKeyboard);
     words->add(advancedArea_, 0);

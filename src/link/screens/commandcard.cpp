@@ -2,6 +2,7 @@
 
 #include "link/commandmenu.h"
 #include "link/console.h"
+#include "link/screens/breakingrow.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/clickablelabel.h"
@@ -133,11 +134,12 @@ QWidget* CommandCard::buildTitle() {
 }
 
 QWidget* CommandCard::buildValues() {
-    auto* values = new QWidget;
+    auto* values = new BreakingRow(look::spaceWide);
     values->setMinimumHeight(look::scaledRow(kFieldHeight + 20, 2));
-    auto* across = new QHBoxLayout(values);
-    across->setContentsMargins({});
-    across->setSpacing(look::spaceWide);
+    auto* fields = new QWidget;
+    fields_ = new QHBoxLayout(fields);
+    fields_->setContentsMargins({});
+    fields_->setSpacing(look::spaceWide);
 
     auto* interval = new QHBoxLayout(interval_);
     interval->setContentsMargins({});
@@ -149,22 +151,30 @@ QWidget* CommandCard::buildValues() {
     intervalRead_->setMinimumHeight(look::scaledRow(kFieldHeight));
     interval->addWidget(
         captioned(look::makeCaption(QStringLiteral("Interval in the device (secs)")), intervalRead_));
-    across->addWidget(interval_);
+    fields_->addWidget(interval_);
 
     Text9_->setAccessibleName(QStringLiteral("Data"));
     Text12_->setAccessibleName(QStringLiteral("Index"));
     Text12_->setToolTip(QStringLiteral("Characters of the book to pass over, or a free number"));
     TextResponse_->setReadOnly(true);
     TextResponse_->setAccessibleName(QStringLiteral("Response"));
-    across->addWidget(captioned(Label3_, Text9_), 2);
-    across->addWidget(captioned(AFLabel1_, Text12_));
-    across->addWidget(captioned(AFLabel4_, TextResponse_), 1);
-    across->addWidget(Label6_);
-    across->addWidget(Label7_);
-    across->addStretch(1);
+    fields_->addWidget(captioned(Label3_, Text9_), 2);
+    fields_->addWidget(captioned(AFLabel1_, Text12_));
+    fields_->addWidget(captioned(AFLabel4_, TextResponse_), 1);
+    fields_->addWidget(Label6_);
+    fields_->addWidget(Label7_);
+    fields_->addStretch(1);
+    values->add(fields, 1);
+    values->add(buildSend(), 0);
+    return values;
+}
 
-    auto* edge = new QVBoxLayout(Shape1_);
-    edge->setContentsMargins({});
+QWidget* CommandCard::buildSend() {
+    auto* across = new QHBoxLayout(Shape1_); // in a row of its own it stands at the end
+    across->setContentsMargins({});
+    across->addStretch(1);
+    auto* edge = new QVBoxLayout;
+    across->addLayout(edge);
     edge->addStretch(1);
     goes_->setTextFormat(Qt::PlainText);
     goes_->setAlignment(Qt::AlignRight);
@@ -174,8 +184,7 @@ QWidget* CommandCard::buildValues() {
     Command2_->setIcon(look::icon("send"));
     Command2_->setMinimumHeight(look::scaledRow(kFieldHeight));
     edge->addWidget(Command2_);
-    across->addWidget(Shape1_);
-    return values;
+    return Shape1_;
 }
 
 QWidget* CommandCard::buildFile() {
@@ -226,6 +235,10 @@ void CommandCard::syncValues(const Console& console) {
         Text9_->setMaxLength(console.Text9MaxLength > 0 ? console.Text9MaxLength : 32767);
     }
     showText(Text9_, console.Text9);
+    // Free text has all the room up to the button.
+    if (const int rest = console.Text9Visible ? 0 : 1; fields_->stretch(fields_->count() - 1) != rest) {
+        fields_->setStretch(fields_->count() - 1, rest);
+    }
     showBox(Text9_, Label3_, console.Text9Visible, console.Label3Visible || console.advanced);
     showText(Text12_, console.Text12.text);
     showEnabled(Text12_, console.Text12.enabled);

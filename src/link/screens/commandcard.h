@@ -3,6 +3,7 @@
 #include "link/linkstate.h"
 #include "platform/look/widgets/card.h"
 
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -33,6 +34,7 @@ public:
 private:
     QWidget* buildTitle();
     QWidget* buildValues();
+    QWidget* buildSend();
     QWidget* buildFile();
     void syncTitle(const Console& console);
     void showInterval(const QString& text);
@@ -54,7 +56,8 @@ private:
     QLabel* Label6_;
     QLabel* Label7_;
     QWidget* Shape1_;
-    QLabel* goes_; ///< what Send sends now
+    QHBoxLayout* fields_ = nullptr; ///< what the command takes, and the room behind it
+    QLabel* goes_;                  ///< what Send sends now
     QPushButton* Command2_;
     QLabel* fileCaption_;
     QLineEdit* Text5_;

@@ -47,6 +47,14 @@ void redden(look::EntryRow& row) {
     row.caption()->setInk(look::Ink::Bad);
 }
 
+/// The picture is as pale as the row it stands on.
+QPixmap edged(QPixmap picture) {
+    const QRect whole(QPoint(), (picture.size() / picture.devicePixelRatio()));
+    QPainter painter(&picture);
+    look::drawPanel(&painter, whole, QColor(), look::tokens().edge);
+    return picture;
+}
+
 /// What cannot be undone stands in a red edge.
 class RedFrame : public QWidget {
 public:
@@ -79,6 +87,9 @@ CommandList::CommandList(QWidget* parent)
     body()->addSpacing(look::spaceTight);
     body()->addWidget(buildOptions());
     body()->addStretch(1);
+    body()->addSpacing(look::spaceBase); // it stands apart in a low window, too
+    body()->addWidget(new look::Rule);
+    body()->addSpacing(look::spaceBase);
     body()->addWidget(buildRestart());
     // A chosen entry is written bold and needs the most room.
     for (look::EntryRow* row : std::as_const(rows_)) {
@@ -147,8 +158,10 @@ void CommandList::sync(const Console& console) {
 void CommandList::setSaverPicture(const QImage& picture) {
     saver_ = picture;
     if (!picture.isNull()) {
+        const int side = look::scaled(kSaverPicture);
         rows_.value(0)->picture()->setPixmap(
-            look::picturePixmap(picture, QSize(kSaverPicture, kSaverPicture), devicePixelRatioF()));
+            edged(look::picturePixmap(picture, QSize(side, side), devicePixelRatioF())));
+        rows_.value(0)->picture()->setAlignment(Qt::AlignCenter); // as the icons of the other rows
     }
 }
 

@@ -1,5 +1,6 @@
 #include "link/screens/directorycard.h"
 
+#include "link/screens/breakingrow.h"
 #include "link/screens/showing.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/look/look.h"
@@ -8,6 +9,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QPainter>
 #include <QVBoxLayout>
 
 namespace benthor::link {
@@ -27,13 +29,25 @@ QString emptyDirectory() {
                           "are listed here by themselves; Refresh asks again.");
 }
 
-QLabel* keyBlock(platform::ToldColour colour) {
-    auto* block = new QLabel;
-    QPixmap fill(look::scaled(12), look::scaled(12));
-    fill.fill(platform::toQColor(colour));
-    block->setPixmap(fill);
-    return block;
-}
+/// A colour of the rows in the key: always that colour, and edged, as it may be that of the ground, too.
+class KeyBlock : public QWidget {
+public:
+    explicit KeyBlock(platform::ToldColour colour)
+        : colour_(platform::toQColor(colour)) {
+        setFixedSize(look::scaled(12), look::scaled(12));
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        Q_UNUSED(event)
+        QPainter painter(this);
+        painter.fillRect(rect(), look::tokens().edge);
+        painter.fillRect(rect().adjusted(1, 1, -1, -1), colour_);
+    }
+
+private:
+    QColor colour_;
+};
 
 } // namespace
 
@@ -62,16 +76,28 @@ DirectoryCard::DirectoryCard(QWidget* parent)
 
 QWidget* DirectoryCard::buildHead() {
     auto* head = new QWidget;
-    auto* across = new QHBoxLayout(head);
-    across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
-    across->setSpacing(look::spaceSmall);
-    across->addWidget(look::makeHeading(QStringLiteral("Dives of the device")));
-    across->addWidget(count_);
+    auto* around = new QVBoxLayout(head);
+    around->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceBase, look::spaceSmall);
+    auto* row = new BreakingRow(look::spaceSmall);
+    around->addWidget(row);
+    const auto part = [row](int stretch) {
+        auto* made = new QWidget;
+        auto* layout = new QHBoxLayout(made);
+        layout->setContentsMargins({});
+        layout->setSpacing(look::spaceSmall);
+        row->add(made, stretch);
+        return layout;
+    };
+    QHBoxLayout* title = part(1);
+    title->addWidget(look::makeHeading(QStringLiteral("Dives of the device")));
+    title->addWidget(count_);
+    title->addStretch(1);
+    QHBoxLayout* across = part(0);
     across->addStretch(1);
-    across->addWidget(keyBlock(platform::kToldBlue));
+    across->addWidget(new KeyBlock(platform::kToldBlue));
     across->addWidget(look::makeCaption(QStringLiteral("selected")));
     across->addSpacing(look::spaceSmall);
-    across->addWidget(keyBlock(platform::kToldYellow));
+    across->addWidget(new KeyBlock(platform::kToldYellow));
     across->addWidget(look::makeCaption(QStringLiteral("already in My Dives")));
     across->addSpacing(look::spaceSmall);
     across->addWidget(cmdstore_);

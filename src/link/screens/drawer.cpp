@@ -1,5 +1,6 @@
 #include "link/screens/drawer.h"
 
+#include "link/screens/breakingrow.h"
 #include "link/screens/rawtext.h"
 #include "link/screens/showing.h"
 #include "platform/look/look.h"
@@ -43,8 +44,10 @@ Drawer::Drawer(QWidget* parent)
     body()->setContentsMargins(20, look::spaceSmall, look::spaceSmall, look::spaceBase);
     auto* across = new QHBoxLayout;
     across->setSpacing(look::spaceWide);
-    across->addWidget(buildFields());
-    across->addWidget(buildTexts(), 1);
+    auto* row = new BreakingRow(look::spaceWide);
+    row->add(buildFields(), 0);
+    row->add(buildTexts(), 1);
+    across->addWidget(row, 1);
     auto* close = new look::ClickableLabel;
     close->setIconName(QStringLiteral("close"), 16);
     close->setAccessibleName(QStringLiteral("Close the drawer"));

@@ -66,7 +66,7 @@ QSize HudScale::sizeHint() const {
 }
 
 QSize HudScale::minimumSizeHint() const {
-    return {look::scaled(420), sizeHint().height()};
+    return {look::scaled(380), sizeHint().height()};
 }
 
 QRect HudScale::bar() const {

@@ -13,6 +13,7 @@ namespace benthor::link {
 namespace {
 
 constexpr int kLampWidth = 16;
+constexpr int kLeastLampWidth = 8; // with a large font
 constexpr int kLampHeight = 14;
 constexpr int kGap = 3;
 
@@ -20,7 +21,13 @@ constexpr int kGap = 3;
 
 Lamp::Lamp(QWidget* parent)
     : QWidget(parent) {
-    setFixedSize(kLampWidth, kLampHeight);
+    setFixedHeight(look::scaled(kLampHeight));
+    setMinimumWidth(look::scaled(kLeastLampWidth));
+    setMaximumWidth(look::scaled(kLampWidth));
+}
+
+QSize Lamp::sizeHint() const {
+    return {look::scaled(kLampWidth), look::scaled(kLampHeight)};
 }
 
 void Lamp::setToldBackground(const QColor& colour) {

@@ -19,6 +19,8 @@ public:
     void setToldBackground(const QColor& colour);
     QColor toldBackground() const { return told_; }
 
+    QSize sizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

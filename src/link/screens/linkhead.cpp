@@ -1,5 +1,6 @@
 #include "link/screens/linkhead.h"
 
+#include "link/screens/breakingrow.h"
 #include "link/screens/lamprow.h"
 #include "link/screens/showing.h"
 #include "platform/look/access/access.h"
@@ -77,12 +78,17 @@ public:
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     }
 
+    /// The foot is as high as the smaller font needs it.
+    bool hasHeightForWidth() const override { return false; }
+
     /// A long hint is written smaller, so that all of it can be read.
     void fit() {
         const int room = std::max(1, width() - kHintBlock - look::spaceSmall);
-        const QRect needed =
-            QFontMetrics(look::body()).boundingRect(0, 0, room, 10000, Qt::TextWordWrap, text());
-        const QFont wanted = needed.height() <= height() ? look::body() : look::caption();
+        const auto needed = [this, room](const QFont& font) {
+            return QFontMetrics(font).boundingRect(0, 0, room, 10000, Qt::TextWordWrap, text()).height();
+        };
+        setMinimumHeight(needed(look::caption()));
+        const QFont wanted = needed(look::body()) <= height() ? look::body() : look::caption();
         if (font() != wanted) {
             setFont(wanted);
         }
@@ -136,9 +142,19 @@ LinkHead::LinkHead(QWidget* parent)
     });
     Label11_->setIconName(QStringLiteral("home"));
 
-    auto* across = new QHBoxLayout(this);
-    across->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceWide, look::spaceSmall);
-    across->setSpacing(look::spaceBase); // the row has to fit a display of 1024
+    auto* around = new QVBoxLayout(this);
+    around->setContentsMargins(look::spaceBase, look::spaceSmall, look::spaceWide, look::spaceSmall);
+    auto* row = new BreakingRow(look::spaceBase); // with a usual font it fits a display of 1024
+    row->add(buildStatus(), 1);
+    row->add(buildPort(), 0);
+    around->addWidget(row);
+}
+
+QWidget* LinkHead::buildStatus() {
+    auto* status = new QWidget;
+    auto* across = new QHBoxLayout(status);
+    across->setContentsMargins({});
+    across->setSpacing(look::spaceBase);
     auto* face = new QVBoxLayout;
     face->setSpacing(0);
     face->addWidget(lblheading_);
@@ -159,6 +175,15 @@ LinkHead::LinkHead(QWidget* parent)
     activity->addStretch(1);
     across->addLayout(activity);
     across->addStretch(1);
+    return status;
+}
+
+QWidget* LinkHead::buildPort() {
+    auto* port = new QWidget;
+    auto* across = new QHBoxLayout(port);
+    across->setContentsMargins({});
+    across->setSpacing(look::spaceBase);
+    across->addStretch(1);
     across->addWidget(portCaption_);
     across->addWidget(ComNum_);
     across->addWidget(Command6_);
@@ -166,6 +191,7 @@ LinkHead::LinkHead(QWidget* parent)
     rule->setFixedHeight(look::scaled(30));
     across->addWidget(rule);
     across->addWidget(new EdgedBox(Label11_));
+    return port;
 }
 
 void LinkHead::layFace(bool dive) {
@@ -243,7 +269,7 @@ LinkFoot::LinkFoot(QWidget* parent)
     across->addWidget(infotext_, 1);
     across->addWidget(txtstatus2_);
     across->addWidget(Label20_);
-    setFixedHeight(
+    setMinimumHeight(
         std::max(2 * fontMetrics().lineSpacing(), 3 * QFontMetrics(look::caption()).lineSpacing()) +
         2 * look::spaceSmall + 2);
 }

@@ -38,6 +38,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QWidget* buildStatus();
+    QWidget* buildPort();
+
     QLabel* lblheading_;
     look::ClickableLabel* Label13_;
     look::StatusChip* AFLabel3_;

@@ -20,6 +20,13 @@
 
 namespace benthor::link {
 
+namespace {
+
+/// The values that are read are seen; where a large font has no room for that all of the window scrolls.
+constexpr int kLeastSetup = 290;
+
+} // namespace
+
 void PC_Link_1::buildBody() {
     auto* ground = new QWidget;
     auto* down = new QVBoxLayout(ground);
@@ -72,7 +79,7 @@ QWidget* PC_Link_1::buildMiddle() {
     cards->addWidget(hud_);
     cards->addStretch(1);
     middle_->addWidget(directory_);
-    middle_->addWidget(new look::ColumnArea(setup));
+    middle_->addWidget(new look::ColumnArea(setup, kLeastSetup));
     down->addWidget(middle_, 1);
     drawer_ = new Drawer;
     down->addWidget(drawer_);

@@ -4,7 +4,7 @@
 
 class QBoxLayout;
 
-namespace benthor::firmware {
+namespace benthor::link {
 
 /// Parts beside each other, or below each other where the row is too narrow for all of them. It needs no more
 /// width than its widest part.
@@ -30,4 +30,4 @@ private:
     QBoxLayout* layout_;
 };
 
-} // namespace benthor::firmware
+} // namespace benthor::link

@@ -1,11 +1,11 @@
-#include "firmware/screens/breakingrow.h"
+#include "link/screens/breakingrow.h"
 
 #include <QBoxLayout>
 #include <QEvent>
 
 #include <algorithm>
 
-namespace benthor::firmware {
+namespace benthor::link {
 
 BreakingRow::BreakingRow(int spacing, QWidget* parent)
     : QWidget(parent)
@@ -57,4 +57,4 @@ void BreakingRow::arrange() {
     }
 }
 
-} // namespace benthor::firmware
+} // namespace benthor::link
