@@ -6,18 +6,34 @@ namespace benthor::platform {
 
 namespace {
 
+constexpr int tickLength = 5; // at the left axis
+constexpr int leftPadding = 4;
+constexpr int rightPadding = 8;
+
 bool isSeries(int series) {
     return series >= 1 && series < ChartMatrix::columns;
 }
 
 /// Values of the right axis come negated and are labelled without their sign.
-QSharedPointer<QCPAxisTickerText> tickerFor(const ChartScale& scale, ChartAxis axis) {
+QSharedPointer<QCPAxisTickerText> tickerFor(const AxisNotes& notes, double step, ChartAxis axis) {
     const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
-    for (const double value : scale.labels) {
+    for (const double value : notes.labels) {
         const double shown = axis == ChartAxis::Right ? std::abs(value) : value;
-        ticker->addTick(value, QString::number(shown, 'f', decimalsOf(scale.step)));
+        const QString label = QString::number(shown, 'f', decimalsOf(step));
+        ticker->addTick(value, value == notes.unit ? QString() : label);
     }
     return ticker;
+}
+
+/// The room between an axis and its labels: what is wished, or what they leave of the margin.
+int labelPadding(int wished, int margin, QCPAxisTickerText& ticker, const QFont& font) {
+    constexpr int fromTheEdge = 3;
+    constexpr int fromTheAxis = 2;
+    const QFontMetrics metrics(font);
+    int widest = 0;
+    for (const QString& label : std::as_const(ticker.ticks()))
+        widest = std::max(widest, metrics.horizontalAdvance(label));
+    return std::clamp(margin - widest - fromTheEdge, fromTheAxis, wished);
 }
 
 QSharedPointer<QCPAxisTickerText> quarterTicker(RowRange view) {
@@ -69,12 +85,10 @@ void Chart::setUpAxes() {
         axis->grid()->setZeroLinePen(Qt::NoPen);
     }
     QCPAxis* left = axisRect()->axis(QCPAxis::atLeft);
-    left->setTickLengthOut(5);
+    left->setTickLengthOut(tickLength);
     left->setTickLabels(true);
-    left->setTickLabelPadding(4);
     QCPAxis* right = axisRect()->axis(QCPAxis::atRight);
     right->setTickLabels(true);
-    right->setTickLabelPadding(8);
     right->grid()->setVisible(true);
     axisRect()->axis(QCPAxis::atBottom)->grid()->setVisible(true);
 }
@@ -140,6 +154,7 @@ void Chart::setBackdrop(const QColor& colour) {
 void Chart::setAxisFont(const QFont& font) {
     axisFont_ = font;
     updateColours();
+    updateTicks();
     changed();
 }
 
@@ -162,15 +177,34 @@ void Chart::updateScales() {
     updateTicks();
 }
 
+AxisNotes Chart::notesOf(ChartAxis axis) const {
+    const QSize size = viewport().size();
+    const QMargins margins = plotMargins(size, axisFont_, !title_.isEmpty());
+    return axisNotes(scaleOf(axis), size.height() - margins.top() - margins.bottom(),
+                     QFontMetrics(axisFont_).height(), axis);
+}
+
+/// In another size there is room for other labels.
+void Chart::fitTicks() {
+    if (viewport().size() != tickedSize_)
+        updateTicks();
+}
+
 void Chart::updateTicks() {
+    tickedSize_ = viewport().size();
+    const QMargins margins = plotMargins(tickedSize_, axisFont_, !title_.isEmpty());
     QCPAxis* left = axisRect()->axis(QCPAxis::atLeft);
     left->setRange(left_.lower, left_.upper);
-    left->setTicker(tickerFor(left_, ChartAxis::Left));
+    const auto leftTicker = tickerFor(notesOf(ChartAxis::Left), left_.step, ChartAxis::Left);
+    left->setTicker(leftTicker);
+    left->setTickLabelPadding(labelPadding(leftPadding, margins.left() - tickLength, *leftTicker, axisFont_));
     // The horizontal lines belong to the right axis as long as anything is drawn by it.
     left->grid()->setVisible(right_.labels.empty());
     QCPAxis* right = axisRect()->axis(QCPAxis::atRight);
     right->setRange(right_.lower, right_.upper);
-    right->setTicker(tickerFor(right_, ChartAxis::Right));
+    const auto rightTicker = tickerFor(notesOf(ChartAxis::Right), right_.step, ChartAxis::Right);
+    right->setTicker(rightTicker);
+    right->setTickLabelPadding(labelPadding(rightPadding, margins.right(), *rightTicker, axisFont_));
     QCPAxis* bottom = axisRect()->axis(QCPAxis::atBottom);
     bottom->setRange(view().first, view().last);
     bottom->setTicker(quarterTicker(view()));
@@ -180,6 +214,7 @@ void Chart::updateTicks() {
 
 void Chart::setTitle(const QString& title) {
     title_ = title;
+    updateTicks();
     changed();
 }
 
@@ -220,7 +255,7 @@ int Chart::plotWidth() const {
 }
 
 QRect Chart::plotArea() const {
-    return rect().marginsRemoved(plotMargins(size(), !title_.isEmpty()));
+    return rect().marginsRemoved(plotMargins(size(), axisFont_, !title_.isEmpty()));
 }
 
 double Chart::xOfRow(double row) const {

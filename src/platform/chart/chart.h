@@ -95,6 +95,8 @@ public:
     const ChartScale& rightScale() const { return right_; }
     const ChartScale& innerScale() const { return inner_; }
     const ChartScale& scaleOf(ChartAxis axis) const;
+    /// What is written at that axis in the size that is drawn.
+    AxisNotes notesOf(ChartAxis axis) const;
 
     void refresh();
 
@@ -138,6 +140,7 @@ private:
     void updateScales();
     void updateColours();
     void updateTicks();
+    void fitTicks();
     void changed();
     void redrawIfStale();
     void rest();
@@ -161,6 +164,7 @@ private:
     QString innerUnit_;
     QList<int> rowLines_;
     int row_ = 0;
+    QSize tickedSize_; ///< the size that the labels of the axes were chosen for
     bool edgeCursor_ = false;
     bool stale_ = true;
     CursorLayer* cursor_ = nullptr; ///< of the plot's layers

@@ -30,6 +30,7 @@ void Chart::refresh() {
     stale_ = false;
     const QScopedValueRollback<bool> plain(drawsPlain_, isMoving());
     setViewport(rect()); // a chart that is not shown yet has not been told its size
+    fitTicks();
     replot(QCustomPlot::rpQueuedRefresh);
 }
 
@@ -43,6 +44,7 @@ void Chart::changed() {
 /// All layers one upon the other, as a picture for elsewhere is made.
 void Chart::draw(QCPPainter* painter) {
     const QScopedValueRollback<bool> whole(drawsWhole_, true);
+    fitTicks();
     QCustomPlot::draw(painter);
 }
 

@@ -9,9 +9,9 @@ namespace {
 
 constexpr double leftShare = 0.057;
 constexpr double rightShare = 0.946;
-constexpr int kRingSeries = 1; // carries the cursor's ring
-constexpr int edgeMargin = 9;  // half a label, which stands level with the edge
-constexpr int titleHeight = 20;
+constexpr int kRingSeries = 1;    // carries the cursor's ring
+constexpr int labelClearance = 2; // of a label that stands level with the edge
+constexpr int titleClearance = 7; // of the title above and below it
 constexpr double cursorWidth = 2;
 constexpr double ringRadius = 4.5;
 
@@ -27,12 +27,22 @@ double yAt(const QRectF& plot, double value, const ChartScale& scale) {
     return plot.bottom() - scale.share(value) * plot.height();
 }
 
+/// Half a label stands above the plot, and half of one below it: cut labels are not drawn at all.
+int edgeMargin(const QFont& font) {
+    return (QFontMetrics(font).height() + 1) / 2 + labelClearance;
+}
+
+int titleHeight(const QFont& font) {
+    return QFontMetrics(font).height() + titleClearance;
+}
+
 } // namespace
 
-QMargins plotMargins(QSize size, bool titled) {
+QMargins plotMargins(QSize size, const QFont& font, bool titled) {
     const int left = qRound(leftShare * size.width());
     const int right = size.width() - qRound(rightShare * size.width());
-    return {left, edgeMargin + (titled ? titleHeight : 0), right, edgeMargin};
+    const int edge = edgeMargin(font);
+    return {left, edge + (titled ? titleHeight(font) : 0), right, edge};
 }
 
 PlotRect::PlotRect(Chart* chart)
@@ -43,7 +53,8 @@ PlotRect::PlotRect(Chart* chart)
 }
 
 int PlotRect::calculateAutoMargin(QCP::MarginSide side) {
-    const QMargins margins = plotMargins(chart_->viewport().size(), !chart_->title().isEmpty());
+    const QMargins margins =
+        plotMargins(chart_->viewport().size(), chart_->axisFont(), !chart_->title().isEmpty());
     switch (side) {
     case QCP::msLeft:
         return margins.left();
@@ -135,25 +146,30 @@ void NoteLayer::draw(QCPPainter* painter) {
     painter->setFont(bold);
     if (!chart_->title().isEmpty()) {
         painter->setPen(chart_->colours().cursor);
-        const QRectF band(plot.left(), plot.top() - titleHeight - edgeMargin / 2.0, plot.width(),
-                          titleHeight);
+        const QFont& font = chart_->axisFont();
+        const int height = titleHeight(font);
+        const QRectF band(plot.left(), plot.top() - height - edgeMargin(font) / 2.0, plot.width(), height);
         painter->drawText(band, Qt::AlignCenter, chart_->title());
     }
 }
 
 void NoteLayer::drawUnits(QCPPainter* painter, const QRectF& plot) const {
     painter->setFont(chart_->axisFont());
+    const double middle = painter->fontMetrics().height() / 2.0;
     const ChartScale& right = chart_->rightScale();
     if (right.labels.size() > 1) {
-        const double y = yAt(plot, right.lower + right.step / 2, right);
-        painter->drawText(QRectF(plot.right() + 8, y - 10, 60, 20), Qt::AlignLeft | Qt::AlignVCenter,
-                          chart_->rightUnit());
+        const double y = yAt(plot, chart_->notesOf(ChartAxis::Right).unit, right);
+        const double from = plot.right() + chart_->axisRect()->axis(QCPAxis::atRight)->tickLabelPadding();
+        painter->drawText(QRectF(from, y - middle, chart_->viewport().right() - from, 2 * middle),
+                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, chart_->rightUnit());
     }
     const ChartScale& left = chart_->leftScale();
     if (!left.labels.empty()) {
-        const double y = yAt(plot, left.labels.back() + left.step * 0.6, left);
-        painter->drawText(QRectF(plot.left() - 69, y - 10, 60, 20), Qt::AlignRight | Qt::AlignVCenter,
-                          chart_->leftUnit());
+        const double y = yAt(plot, chart_->notesOf(ChartAxis::Left).unit, left);
+        const QCPAxis& axis = *chart_->axisRect()->axis(QCPAxis::atLeft);
+        const double to = plot.left() - axis.tickLengthOut() - axis.tickLabelPadding();
+        painter->drawText(QRectF(0, y - middle, to, 2 * middle),
+                          Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, chart_->leftUnit());
     }
     drawInner(painter, plot);
 }
@@ -168,12 +184,13 @@ void NoteLayer::drawInner(QCPPainter* painter, const QRectF& plot) const {
         painter->fillRect(patch, chart_->colours().backdrop);
         painter->drawText(patch, Qt::AlignCenter | Qt::TextDontClip, text);
     };
-    for (const double value : inner.labels) {
+    const AxisNotes notes = chart_->notesOf(ChartAxis::Inner);
+    for (const double value : notes.labels) {
         if (value > inner.lower)
             draw(value, QString::number(value, 'f', decimalsOf(inner.step)));
     }
     if (!inner.labels.empty() && !chart_->innerUnit().isEmpty())
-        draw(inner.labels.back() + inner.step * 0.6, chart_->innerUnit());
+        draw(notes.unit, chart_->innerUnit());
 }
 
 QRect CursorLayer::clipRect() const {

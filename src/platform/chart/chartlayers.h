@@ -8,8 +8,8 @@ namespace benthor::platform {
 
 class Chart;
 
-/// Where the plot area lies in a chart of this size.
-QMargins plotMargins(QSize size, bool titled);
+/// Where the plot area lies in a chart of this size, whose labels and title are in `font`.
+QMargins plotMargins(QSize size, const QFont& font, bool titled);
 
 /// An axis rectangle whose margins follow the width of the chart, not the width of the labels.
 class PlotRect final : public QCPAxisRect {

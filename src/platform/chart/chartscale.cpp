@@ -39,6 +39,27 @@ std::vector<double> labelsBetween(double step, int from, int to) {
     return labels;
 }
 
+/// Every how manieth label is written: one, two, five, ten and so on, so that their distance is round.
+int labelStride(double apart, double lineHeight) {
+    int stride = 1;
+    for (int decade = 1; stride * apart < lineHeight && decade <= 1000; decade *= 10) {
+        for (const int factor : {1, 2, 5}) {
+            stride = factor * decade;
+            if (stride * apart >= lineHeight)
+                break;
+        }
+    }
+    return stride;
+}
+
+double downwardUnit(const ChartScale& scale, const std::vector<double>& labels, double perPixel,
+                    double lineHeight) {
+    if (labels.size() < 2 || labels.front() - scale.lower >= lineHeight * perPixel)
+        return scale.lower;
+    const double gap = labels[1] - labels[0];
+    return gap >= 2 * lineHeight * perPixel ? labels[0] + gap / 2 : labels[1];
+}
+
 } // namespace
 
 double niceStep(double extent, int intervals, std::initializer_list<double> factors) {
@@ -79,6 +100,23 @@ ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(
     const int last = static_cast<int>(std::ceil(labelled / step - 1e-9));
     const int first = static_cast<int>(std::ceil(lower / step - 1e-9));
     return {lower, upper, step, labelsBetween(step, first, last)};
+}
+
+AxisNotes axisNotes(const ChartScale& scale, double height, double lineHeight, ChartAxis axis) {
+    AxisNotes notes;
+    if (scale.labels.empty() || scale.step <= 0 || height <= 0)
+        return notes;
+    const double perPixel = (scale.upper - scale.lower) / height;
+    const int stride = labelStride(scale.step / perPixel, lineHeight);
+    for (const double value : scale.labels) {
+        if (std::lround(value / scale.step) % stride == 0)
+            notes.labels.push_back(value);
+    }
+    if (axis == ChartAxis::Right)
+        notes.unit = downwardUnit(scale, notes.labels, perPixel, lineHeight);
+    else if (!notes.labels.empty())
+        notes.unit = notes.labels.back() + std::max(0.6 * scale.step, lineHeight * perPixel);
+    return notes;
 }
 
 } // namespace benthor::platform

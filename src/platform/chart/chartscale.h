@@ -18,6 +18,12 @@ struct ChartScale {
     double share(double value) const { return (value - lower) / (upper - lower); }
 };
 
+/// What is written at an axis that is so and so high.
+struct AxisNotes {
+    std::vector<double> labels; ///< the values that are labelled, lowest first
+    double unit = 0;            ///< where the unit stands, in the place of a label where there is one
+};
+
 /// The least of `factors` times a power of ten that divides `extent` into at most `intervals` parts.
 double niceStep(double extent, int intervals, std::initializer_list<double> factors = {1, 2, 5});
 
@@ -33,5 +39,12 @@ int decimalsOf(double step);
 /// value. Only zeros: to 1.
 ChartScale upwardScale(const ChartMatrix& matrix, const std::function<ChartAxis(int series)>& axisOf,
                        ChartAxis axis = ChartAxis::Left);
+
+/// The labels of `scale` that do not touch each other on an axis of `height`, where each is `lineHeight`
+/// high, both in pixels: all of them, or every second, fifth, tenth and so on, counted from 0. The unit keeps
+/// clear of them: for the axis that counts down it stands above the last label (at its end, where the axis
+/// goes on so far, and in the place of the label before where they stand close), for the others above the
+/// highest.
+AxisNotes axisNotes(const ChartScale& scale, double height, double lineHeight, ChartAxis axis);
 
 } // namespace benthor::platform

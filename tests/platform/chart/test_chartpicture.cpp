@@ -78,6 +78,9 @@ private slots:
     void rowLinesAreDrawn();
     void markersAreDrawnWhereVisible();
     void axisLabelsStandBesideThePlot();
+    void theOutermostLabelsAreDrawnInEveryFont_data();
+    void theOutermostLabelsAreDrawnInEveryFont();
+    void labelsKeepClearOfTheEdgeOfANarrowChart();
     void gridLinesShowThroughTheFill();
     void thousandsOfRowsInEverySeriesAreDrawn();
 };
@@ -407,6 +410,51 @@ void TestChartPicture::axisLabelsStandBesideThePlot() {
     chart.setUnits("m", "bar");
     QVERIFY(ink(beside(-65, ChartAxis::Right)) > 5);
     QVERIFY(ink(beside(1.6 + 0.6 * 0.4, ChartAxis::Left)) > 10);
+}
+
+/// A label that the picture's edge would cut is not drawn at all.
+void TestChartPicture::theOutermostLabelsAreDrawnInEveryFont_data() {
+    QTest::addColumn<int>("pixels");
+    for (const int pixels : {9, 11, 15, 22, 33})
+        QTest::newRow(qPrintable(QString::number(pixels))) << pixels;
+}
+
+void TestChartPicture::theOutermostLabelsAreDrawnInEveryFont() {
+    QFETCH(int, pixels);
+    PlainChart chart;
+    QFont font = chart.axisFont();
+    font.setPixelSize(pixels);
+    chart.setAxisFont(font);
+    ChartMatrix matrix = flat(100, 1, -63);
+    matrix.set(5, 3, 1.4);
+    chart.setData(matrix);
+    const QImage picture = chart.picture();
+    const QRect plot = chart.plotArea();
+    const auto inkAt = [&](int from, int to, int y) {
+        int found = 0;
+        for (int x = from; x < to; ++x) {
+            for (int line = -pixels / 3; line <= pixels / 3; ++line)
+                found += picture.pixelColor(x, y + line) != chart.colours().backdrop;
+        }
+        return found;
+    };
+    QVERIFY(inkAt(plot.right() + 2, chart.width(), plot.top()) > pixels / 2);
+    QVERIFY(inkAt(plot.right() + 2, chart.width(), plot.bottom()) > pixels / 2);
+    QVERIFY(inkAt(0, plot.left() - 7, plot.bottom()) > pixels / 2);
+}
+
+/// Three figures fit between the plot and the edge of a narrow chart.
+void TestChartPicture::labelsKeepClearOfTheEdgeOfANarrowChart() {
+    PlainChart chart;
+    chart.resize(512, 500);
+    chart.setData(flat(100, 1, -240));
+    const QImage picture = chart.picture();
+    for (int y = 0; y < chart.height(); ++y)
+        QCOMPARE(picture.pixelColor(chart.width() - 2, y), chart.colours().backdrop);
+    QVERIFY(chart.yAxis2->tickLabelPadding() >= 2);
+    chart.resize(1200, 500);
+    chart.refresh();
+    QCOMPARE(chart.yAxis2->tickLabelPadding(), 8);
 }
 
 void TestChartPicture::gridLinesShowThroughTheFill() {

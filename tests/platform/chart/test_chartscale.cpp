@@ -38,6 +38,10 @@ private slots:
     void theLeftAxisEndsAtTwoAndAHalfTimesTheLargest();
     void theLeftAxisIsLabelledUpToTheLargest();
     void rightValuesDoNotCountForTheLeftAxis();
+    void anAxisWithRoomHasAllItsLabels();
+    void labelsThatTouchAreLeftOut();
+    void theUnitKeepsClearOfTheLabels_data();
+    void theUnitKeepsClearOfTheLabels();
     void nothingByTheLeftAxisLeavesItBlank();
     void zerosByTheLeftAxisHaveAScale();
     void valuesBelowZeroAreReached();
@@ -135,6 +139,60 @@ void TestChartScale::onlyValuesBelowZeroAreReached() {
     const ChartScale scale = upwardScale(with({{5, -2}, {5, -1}}), axisOf);
     QCOMPARE(scale.lower, -2.0);
     QVERIFY(scale.upper > 0);
+}
+
+namespace {
+
+QList<double> labelsOf(const AxisNotes& notes) {
+    return {notes.labels.begin(), notes.labels.end()};
+}
+
+constexpr double lineHeight = 20;
+const ChartScale depths{-70, 0, 10, {-70, -60, -50, -40, -30, -20, -10, 0}};
+const ChartScale pressures{0, 4, 0.4, {0, 0.4, 0.8, 1.2, 1.6}};
+
+} // namespace
+
+void TestChartScale::anAxisWithRoomHasAllItsLabels() {
+    const AxisNotes down = axisNotes(depths, 7 * 40, lineHeight, ChartAxis::Right);
+    QCOMPARE(labelsOf(down), labelsOf(depths));
+    QCOMPARE(down.unit, -65.0);
+    const AxisNotes up = axisNotes(pressures, 500, lineHeight, ChartAxis::Left);
+    QCOMPARE(labelsOf(up), labelsOf(pressures));
+    QCOMPARE(up.unit, 1.6 + 0.6 * 0.4);
+}
+
+void TestChartScale::labelsThatTouchAreLeftOut() {
+    QCOMPARE(labelsOf(axisNotes(depths, 7 * 19, lineHeight, ChartAxis::Right)),
+             (QList<double>{-60, -40, -20, 0}));
+    QCOMPARE(labelsOf(axisNotes(depths, 7 * 5, lineHeight, ChartAxis::Right)), (QList<double>{-50, 0}));
+    // Labels that stand close leave no room between them.
+    QCOMPARE(axisNotes(depths, 7 * 39, lineHeight, ChartAxis::Right).unit, -60.0);
+    QCOMPARE(labelsOf(axisNotes(pressures, 150, lineHeight, ChartAxis::Left)), (QList<double>{0, 0.8, 1.6}));
+    QVERIFY(axisNotes({}, 100, lineHeight, ChartAxis::Left).labels.empty());
+}
+
+/// Whatever the height, unit and labels are a line apart.
+void TestChartScale::theUnitKeepsClearOfTheLabels_data() {
+    QTest::addColumn<int>("height");
+    for (const int height : {90, 110, 133, 150, 180, 200, 270, 281, 400, 900})
+        QTest::newRow(qPrintable(QString::number(height))) << height;
+}
+
+void TestChartScale::theUnitKeepsClearOfTheLabels() {
+    QFETCH(int, height);
+    const auto least = [height](const ChartScale& scale, ChartAxis axis) {
+        const AxisNotes notes = axisNotes(scale, height, lineHeight, axis);
+        double pixels = height;
+        for (const double label : notes.labels) {
+            if (label == notes.unit)
+                continue; // it stands there instead
+            pixels = std::min(pixels, std::abs(label - notes.unit) / (scale.upper - scale.lower) * height);
+        }
+        return pixels;
+    };
+    QVERIFY(least(depths, ChartAxis::Right) >= lineHeight - 1e-6);
+    QVERIFY(least(pressures, ChartAxis::Left) >= lineHeight - 1e-6);
 }
 
 QTEST_APPLESS_MAIN(TestChartScale)
