@@ -135,6 +135,26 @@ private slots:
         QVERIFY(!stage.shown("Frame4(3)"));
     }
 
+    /// Neither the samples nor the sizes that the window has had move the chart.
+    void theChartKeepsItsWidthWhateverTheInstrumentsShow() {
+        const Stage stage;
+        for (const QSize size : {QSize(1024, 700), QSize(1366, 768), QSize(1920, 1080)}) {
+            stage.screen->resize(size);
+            QCoreApplication::processEvents();
+            const int width = stage.chart->width();
+            for (int row = 2; row <= 203; row += 3) {
+                stage.grid->setRow(row);
+                QCoreApplication::processEvents();
+                QCOMPARE(stage.chart->width(), width);
+            }
+            stage.screen->resize(1920, 1080);
+            QCoreApplication::processEvents();
+            stage.screen->resize(size);
+            QCoreApplication::processEvents();
+            QCOMPARE(stage.chart->width(), width);
+        }
+    }
+
     void anAlarmTurnsTextAndTipRed() {
         const Stage stage;
         stage.grid->setRow(43);

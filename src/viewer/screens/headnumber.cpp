@@ -53,10 +53,20 @@ void HeadNumber::setNumberSize(int px) {
     value_->setNumberSize(px);
     value_->setFont(look::big(px));
     placeUnit();
+    reserve();
 }
 
-void HeadNumber::setLeastWidth(int px) {
-    leastWidth_ = px;
+void HeadNumber::setWidest(const QString& value, const QString& unit) {
+    widest_ = value;
+    widestUnit_ = unit;
+    reserve();
+}
+
+void HeadNumber::reserve() {
+    const int unit = widestUnit_.isEmpty()
+                         ? 0
+                         : kGapBeforeUnit + QFontMetrics(unit_->font()).horizontalAdvance(widestUnit_);
+    leastWidth_ = value_->widthOf(widest_) + unit;
     updateGeometry();
 }
 

@@ -24,8 +24,9 @@ public:
     void setUnit(const QString& text);
     /// Size of the value in pixels of the layout.
     void setNumberSize(int px);
-    /// It takes that width in pixels even where its value needs less.
-    void setLeastWidth(int px);
+    /// It takes the width of that value, with its unit, even where its own needs less: what stands beside it
+    /// keeps its place whatever the values. The value may carry a unit of its own.
+    void setWidest(const QString& value, const QString& unit = {});
     QSize sizeHint() const override { return QWidget::sizeHint().expandedTo({leastWidth_, 0}); }
     QSize minimumSizeHint() const override { return QWidget::minimumSizeHint().expandedTo({leastWidth_, 0}); }
     /// Of the value; invalid: the text colour.
@@ -33,9 +34,12 @@ public:
 
 private:
     void placeUnit();
+    void reserve();
 
     look::NumberLabel* value_;
     QLabel* unit_;
+    QString widest_;
+    QString widestUnit_;
     int leastWidth_ = 0;
 };
 

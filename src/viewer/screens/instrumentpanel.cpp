@@ -88,6 +88,17 @@ QWidget* groundOf(Gauge* gauge, int index) {
     return ground;
 }
 
+/// What has changed deep within counts at once, not when the events that tell of it have gone round.
+void remeasure(QWidget& widget) {
+    for (QWidget* part : widget.findChildren<QWidget*>()) {
+        part->updateGeometry();
+    }
+    for (QLayout* part : widget.findChildren<QLayout*>()) {
+        part->invalidate();
+    }
+    widget.updateGeometry();
+}
+
 } // namespace
 
 InstrumentPanel::InstrumentPanel(QWidget* parent)
@@ -125,10 +136,13 @@ QWidget* InstrumentPanel::makeDepthRow() {
     auto* group = new QWidget;
     auto* row = new QHBoxLayout(group);
     row->setContentsMargins({});
-    row->setSpacing(look::spaceTight);
+    row->setSpacing(look::spaceSmall);
     Lbldepth = new HeadNumber(QStringLiteral("Lbldepth"), QStringLiteral("Depth"));
     Lbldtime = new HeadNumber(QStringLiteral("Lbldtime"), QStringLiteral("Time"), QStringLiteral("min"));
     lbldgas = new HeadNumber(QStringLiteral("lbldgas"), QStringLiteral("Gas"));
+    Lbldepth->setWidest(QStringLiteral("000m"));
+    Lbldtime->setWidest(QStringLiteral("000"), QStringLiteral("min"));
+    lbldgas->setWidest(QStringLiteral("TX00/00"));
     row->addWidget(Lbldepth, 0, Qt::AlignTop);
     row->addStretch();
     row->addWidget(Lbldtime, 0, Qt::AlignTop);
@@ -146,6 +160,9 @@ QWidget* InstrumentPanel::makeOxygen() {
     Lbldppo2 = new HeadNumber(QStringLiteral("Lbldppo2"), QStringLiteral("PPO2"), QStringLiteral("bar"));
     Lbldsetpoint =
         new HeadNumber(QStringLiteral("Lbldsetpoint"), QStringLiteral("Setpoint"), QStringLiteral("bar"));
+    for (HeadNumber* number : {Lbldppo2, Lbldsetpoint}) {
+        number->setWidest(QStringLiteral("0.00"), QStringLiteral("bar"));
+    }
     row->addWidget(Lbldppo2);
     row->addStretch();
     row->addWidget(Lbldsetpoint);
@@ -213,9 +230,10 @@ QWidget* InstrumentPanel::makeCeiling() {
     auto* row = new QHBoxLayout;
     Lbldceiling =
         new HeadNumber(QStringLiteral("Lbldceiling"), QStringLiteral("Ceiling"), QStringLiteral("m"));
+    Lbldceiling->setWidest(QStringLiteral("^000.0"), QStringLiteral("m"));
     row->addWidget(Lbldceiling);
     row->addStretch();
-    Text6 = new QLabel(QStringLiteral("MARK"));
+    Text6 = keepingRoom(new QLabel(QStringLiteral("MARK")));
     Text6->setObjectName(QStringLiteral("Text6"));
     Text6->setFont(look::strong(look::caption()));
     Text6->setFrameShape(QFrame::StyledPanel);
@@ -249,26 +267,26 @@ QWidget* InstrumentPanel::makeScrubber() {
     auto* group = new QWidget;
     auto* row = new QHBoxLayout(group);
     row->setContentsMargins({});
-    row->setSpacing(look::spaceTight);
-    const auto add = [&](const char* name, const char* caption, const char* unit) {
+    row->setSpacing(look::spaceBase); // less reads as one number
+    const auto add = [&](const char* name, const char* caption, const char* unit, const char* widest) {
         auto* number = new HeadNumber(QLatin1String(name), QLatin1String(caption), QLatin1String(unit));
         number->setNumberSize(kSmallNumber);
+        number->setWidest(QLatin1String(widest), QLatin1String(unit));
         row->addWidget(number);
         return number;
     };
-    Lbldtemp = add("Lbldtemp", "Temp", "C");
+    Lbldtemp = add("Lbldtemp", "Temp", "C", "000");
     Lbldtemp->unit()->setObjectName(QStringLiteral("lbltempf"));
     row->addStretch();
-    lbldstack = add("lbldstack", "Stack", "%");
+    lbldstack = add("lbldstack", "Stack", "%", "00.0");
     row->addStretch();
-    spread_ = add("Text9(0)", "Spread", "");
+    spread_ = add("Text9(0)", "Spread", "", "00.000");
     row->addStretch();
-    percent_ = add("Text9(1)", "TPM", "%");
-    mask(3) = new MaskPanel(QStringLiteral("Frame4(3)"), QStringLiteral("–"), Lbldtemp);
-    mask(4) = new MaskPanel(QStringLiteral("Frame4(4)"), QStringLiteral("–"), lbldstack);
-    for (HeadNumber* covered : {Lbldtemp, lbldstack}) {
-        covered->setLeastWidth(look::scaled(40));
-    }
+    percent_ = add("Text9(1)", "TPM", "%", "00");
+    mask(3) = new MaskPanel(QStringLiteral("Frame4(3)"), QStringLiteral("–"), Lbldtemp,
+                            Lbldtemp->value()->accessibleName());
+    mask(4) = new MaskPanel(QStringLiteral("Frame4(4)"), QStringLiteral("–"), lbldstack,
+                            lbldstack->value()->accessibleName());
     return group;
 }
 
@@ -284,7 +302,7 @@ QWidget* InstrumentPanel::makeSupply(const char* caption, const char* name, cons
     row->addWidget(text);
     number = new HeadNumber(QLatin1String(name), QString(), QStringLiteral("bar"));
     number->setNumberSize(kRowNumber);
-    number->setLeastWidth(look::scaled(64));
+    number->setWidest(QStringLiteral("0000"), QStringLiteral("psi"));
     row->addWidget(number);
     gauge = makeGauge(gaugeName, qPrintable(QLatin1String(caption) + QStringLiteral(" gauge")));
     number->value()->setAccessibleName(QLatin1String(caption));
@@ -363,6 +381,9 @@ void InstrumentPanel::showState(const PanelState& state, bool feet) {
 }
 
 void InstrumentPanel::setNumberSize(int px) {
+    if (px == std::exchange(numberSize_, px)) {
+        return;
+    }
     for (HeadNumber* number : {Lbldepth, Lbldtime, Lbldppo2}) {
         number->setNumberSize(px);
     }
@@ -370,6 +391,8 @@ void InstrumentPanel::setNumberSize(int px) {
     Lbldsetpoint->setNumberSize(px * 3 / 4);
     Lbldceiling->setNumberSize(px * 3 / 4);
     Text7->setNumberSize(px * 3 / 4);
+    Text7->setMinimumWidth(Text7->widthOf(QStringLiteral("100%")));
+    remeasure(*this);
 }
 
 void InstrumentPanel::changeEvent(QEvent* event) {

@@ -71,6 +71,7 @@ private:
     std::array<QWidget*, 5> Shape8{}; ///< the ground that each of these gauges stands on
     QPlainTextEdit* Alarm_Text = nullptr;
     std::array<MaskPanel*, 6> Frame4{};
+    int numberSize_ = 0;
 };
 
 } // namespace benthor::viewer

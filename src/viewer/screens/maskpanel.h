@@ -10,8 +10,9 @@ class MaskPanel : public QWidget {
     Q_OBJECT
 
 public:
-    /// Covers `instrument`. `words` may be short where there is little room.
-    MaskPanel(const QString& name, const QString& words, QWidget* instrument);
+    /// Covers `instrument`. `words` may be short where there is little room; below a caption they stand where
+    /// the value will.
+    MaskPanel(const QString& name, const QString& words, QWidget* instrument, const QString& caption = {});
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -19,6 +20,7 @@ protected:
 
 private:
     QString words_;
+    QString caption_;
 };
 
 } // namespace benthor::viewer

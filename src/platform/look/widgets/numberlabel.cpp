@@ -126,6 +126,10 @@ void NumberLabel::setNumberSize(int px) {
     update();
 }
 
+int NumberLabel::widthOf(const QString& text) const {
+    return extent(splitNumberAndUnit(text), facesFor(px_)).width();
+}
+
 void NumberLabel::setStandIn(const NumberAndUnit& standIn) {
     if (standIn.number != standIn_.number || standIn.unit != standIn_.unit) {
         standIn_ = standIn;

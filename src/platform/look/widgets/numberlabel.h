@@ -28,6 +28,8 @@ public:
     void setCaption(const QString& caption);
     QString caption() const { return caption_; }
     void setNumberSize(int px);
+    /// The width that another text would need, in pixels.
+    int widthOf(const QString& text) const;
     /// Painted in the place of the text, which stays what it was told; an empty number: the text.
     void setStandIn(const NumberAndUnit& standIn);
     const NumberAndUnit& standIn() const { return standIn_; }
