@@ -63,7 +63,6 @@ HeadBox* DiveHead::addBox(const char* name, const char* caption, const char* uni
 
 void DiveHead::addButtons() {
     buttons_->setSpacing(look::spaceTight);
-    buttons_->addStretch();
     const auto add = [this](const char* caption, const char* icon, const char* name, const char* picture,
                             DiveAct act) {
         auto* button =
@@ -146,6 +145,11 @@ void DiveHead::placeButtons() {
                        buttons_->minimumSize().width() + around.right();
     const bool below = look::fontScale() > 1 && beside > windowWidth_;
     across_->setDirection(below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // In a row of their own they begin where the boxes do: its end may be out of sight.
+    const Qt::Alignment place = below ? Qt::AlignLeft : Qt::Alignment();
+    if (place != buttons_->alignment()) {
+        across_->setAlignment(buttons_, place); // asks for a layout, too
+    }
     if (const int spacing = below ? 0 : row_->spacing(); spacing != across_->spacing()) {
         across_->setSpacing(spacing); // asks for a layout whatever was there before, which leads here again
     }

@@ -28,7 +28,9 @@ HeadEdit::HeadEdit(const QString& name, QWidget* parent)
 QSize HeadEdit::sizeHint() const {
     const QFontMetrics metrics(font());
     const int width = metrics.horizontalAdvance(text()) + 2 * kInset + kCaret;
-    return {std::clamp(width, look::scaled(kLeastWidth), look::scaled(kMostWidth)), metrics.height()};
+    // The unit stands close to the shortest number.
+    return {text().isEmpty() ? look::scaled(kLeastWidth) : std::min(width, look::scaled(kMostWidth)),
+            metrics.height()};
 }
 
 HeadBox::HeadBox(const QString& name, const QString& caption, const QString& unit, QWidget* parent)
