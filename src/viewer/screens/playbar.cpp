@@ -34,6 +34,8 @@ PlayBar::PlayBar(QWidget* parent)
     Label18->setAccessibleName(QStringLiteral("Play speed"));
     Label18->setFont(look::strong(look::numbers(13)));
     Label18->setAlignment(Qt::AlignCenter);
+    // What it says begins with a blank; as much room behind it keeps the words in the middle.
+    Label18->setContentsMargins(0, 0, QFontMetrics(Label18->font()).horizontalAdvance(u' '), 0);
     Label18->setMinimumWidth(look::scaledRow(34));
     row->addWidget(Label18);
     add("Increments play speed x2", "faster", Act::Faster, "Command6(0)");
