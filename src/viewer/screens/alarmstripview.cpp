@@ -19,7 +19,8 @@ namespace {
 
 constexpr int kHeight = 30;
 constexpr double kCorner = 4;
-constexpr double kSign = 10; ///< size of triangle and diamond, pixels
+constexpr double kSign = 10;         ///< size of triangle and diamond, pixels
+constexpr double kLeastContrast = 3; ///< of what is drawn
 
 QPainterPath signShape(StripSign sign) {
     constexpr double half = kSign / 2;
@@ -42,9 +43,12 @@ void paintSign(QPainter& painter, const StripLine& line, const QRect& frame) {
     const double x = frame.left() + line.place * frame.width();
     const QColor colour = platform::toQColor(line.colour);
     const double top = frame.top() + 3;
-    painter.fillRect(
-        QRectF(x - line.width / 2.0, top + kSign / 2, line.width, frame.bottom() - 1 - top - kSign / 2),
-        colour);
+    const QRectF stem(x - line.width / 2.0, top + kSign / 2, line.width,
+                      frame.bottom() - 1 - top - kSign / 2);
+    if (look::contrastRatio(colour, look::tokens().surface) < kLeastContrast) {
+        painter.fillRect(stem.adjusted(-1, 0, 1, 0), Qt::white); // edged as the signs are
+    }
+    painter.fillRect(stem, colour);
     painter.setPen(QPen(Qt::white, 1));
     painter.setBrush(colour);
     painter.drawPath(signShape(line.sign).translated(x, top + kSign / 2));
