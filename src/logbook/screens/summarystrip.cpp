@@ -15,6 +15,7 @@ namespace {
 constexpr std::array<const char*, kStripBoxes.size()> kCaptions{
     "Dive", "Duration", "MaxDepth", "Start", "Dive Name", "Usage", "Interval", "OTU", "Atmospheric"};
 constexpr int kHeight = 60;
+constexpr int kLines = 2; ///< a caption and its number
 constexpr int kShortestName = 72;
 constexpr int kNumberSize = 16;
 constexpr int kSmallNumberSize = 13;
@@ -109,7 +110,7 @@ int SummaryStrip::widthWith(int px) const {
 }
 
 QSize SummaryStrip::minimumSizeHint() const {
-    return {widthWith(kSmallNumberSize), look::scaled(kHeight)};
+    return {widthWith(kSmallNumberSize), look::scaledRow(kHeight, kLines)};
 }
 
 void SummaryStrip::resizeEvent(QResizeEvent* event) {
