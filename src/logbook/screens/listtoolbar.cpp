@@ -16,10 +16,12 @@ namespace benthor::logbook {
 namespace {
 
 // From all captions to none; at each level some more actions are icons with a tip.
-constexpr int kLevels = 4;
+constexpr int kLevels = 6;
 constexpr int kFewActionsCompact = 1;
 constexpr int kWaysOutCompact = 2;
-constexpr int kAllCompact = 3;
+constexpr int kDeleteCompact = 3;
+constexpr int kSortUntold = 4;
+constexpr int kAllCompact = 5;
 
 void setLabel(look::ClickableLabel* label, const QString& caption, bool compact) {
     label->setText(compact ? QString() : caption);
@@ -112,8 +114,8 @@ void ListToolBar::setCompactness(int level) {
     setLabel(toLink_, linkCaption(), level >= kWaysOutCompact);
     setLabel(toMain_, mainCaption(), level >= kWaysOutCompact);
     open_->setCompact(level >= kAllCompact);
-    remove_->setCompact(level >= kAllCompact);
-    sortCaption_->setVisible(level < kAllCompact);
+    remove_->setCompact(level >= kDeleteCompact);
+    sortCaption_->setVisible(level < kSortUntold);
     layout()->invalidate();
 }
 

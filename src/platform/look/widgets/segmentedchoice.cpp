@@ -26,7 +26,8 @@ public:
 
     QSize sizeHint() const override {
         const QFontMetrics metrics(strong(font()));
-        return {metrics.size(Qt::TextShowMnemonic, text()).width() + scaled(24), scaled(32)};
+        return {metrics.size(Qt::TextShowMnemonic, text()).width() + scaled(24),
+                scaledRow(32)}; // as high as a button
     }
 
 protected:
