@@ -28,7 +28,7 @@ namespace {
 enum Column { Number, Name, Dived, Deleted };
 constexpr int kItemRole = Qt::UserRole;
 constexpr int kRowHeight = 28;  ///< as in the dive list
-constexpr int kLeastName = 150; ///< of the names' column
+constexpr int kLeastName = 100; ///< of the names' column
 
 /// As the dive list writes a moment.
 QString shownMoment(const QString& stored) {
