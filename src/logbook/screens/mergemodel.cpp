@@ -11,7 +11,7 @@ namespace {
 constexpr int kDepthPosition = 9; // of the table main
 constexpr int kGroupBits = 2;
 constexpr int kDifferenceBits = 5;
-constexpr qsizetype kMostShown = 60; // characters of a text in a line
+constexpr qsizetype kMostShown = 400; // characters of a text in a line; the column shows what it has room for
 
 QString inOneLine(const QString& text) {
     const QString line = text.simplified();
@@ -33,6 +33,10 @@ QString wordOf(TakeDetail take) {
 QString shownMoment(const QString& stored) {
     const QDateTime moment = platform::Value(stored).dateTime();
     return moment.isValid() ? platform::formatDate(moment, u"mmm/dd/yyyy hh:mm:ss") : stored;
+}
+
+bool isNumber(int column) {
+    return column == MergeModel::Duration || column == MergeModel::MaxDepth;
 }
 
 } // namespace
@@ -229,6 +233,9 @@ QVariant MergeModel::data(const QModelIndex& index, int role) const {
             dives_[static_cast<size_t>(place.dive)].differences[static_cast<size_t>(place.difference)];
         return QStringLiteral("Mine:\n%1\n\nTheirs:\n%2").arg(difference.mine, difference.theirs);
     }
+    if (role == Qt::TextAlignmentRole && place.difference < 0 && isNumber(index.column())) {
+        return (Qt::AlignRight | Qt::AlignVCenter).toInt();
+    }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
     }
@@ -293,6 +300,9 @@ Qt::ItemFlags MergeModel::flags(const QModelIndex& index) const {
 QVariant MergeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     static constexpr std::array<const char*, Columns> kHeadings{"Dive",     "Dive Name", "Started",
                                                                 "Duration", "MaxDepth",  "S\\N"};
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && isNumber(section)) {
+        return (Qt::AlignRight | Qt::AlignVCenter).toInt();
+    }
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return QAbstractItemModel::headerData(section, orientation, role);
     }
