@@ -3,6 +3,7 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/look/contrast.h"
 #include "platform/look/style/paint.h"
+#include "platform/look/type.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -11,6 +12,8 @@
 namespace benthor::platform {
 
 namespace {
+
+constexpr int signSize = 16; // of a row, in pixels of the layout
 
 QRect textArea(const QRect& cell) {
     return cell.adjusted(cellMarginLeft, 0, -cellMarginRight, -1);
@@ -208,7 +211,7 @@ void SignBar::paintSection(QPainter* painter, const QRect& rect, int logicalInde
     const RowSign sign = grid_->cells().sign(logicalIndex + 1);
     if (sign.icon.isNull())
         return;
-    const int side = std::min(16, rect.height() - 2);
+    const int side = std::min({look::scaled(signSize), FlexGrid::gutterWidth - 2, rect.height() - 2});
     const QRect place(rect.center().x() - side / 2 + 1, rect.center().y() - side / 2, side, side);
     sign.icon.paint(painter, place);
 }
