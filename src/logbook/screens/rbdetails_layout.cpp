@@ -1,5 +1,6 @@
 // What stands where.
 
+#include "logbook/screens/buddyrow.h"
 #include "logbook/screens/picturebutton.h"
 #include "logbook/screens/picturetile.h"
 #include "logbook/screens/rbdetails.h"
@@ -29,6 +30,8 @@ constexpr int kDeviceWidth = 248;
 constexpr int kTilesHeight = 148;
 constexpr int kSuitLength = 50; // the store takes no longer one
 constexpr int kNumber = 20;
+constexpr int kLeastNotes = 72; // height of a box of words
+constexpr int kLeastBuddies = 48;
 
 template <class Box> Box* named(Box* box, const char* name, const char* accessibleName) {
     box->setObjectName(QLatin1String(name));
@@ -222,7 +225,7 @@ QPlainTextEdit* rbdetails::notes(const char* name, QPlainTextEdit* box) {
     box = box != nullptr ? box : new QPlainTextEdit;
     box->setObjectName(QLatin1String(name));
     box->setTabChangesFocus(true);
-    box->setMinimumHeight(72);
+    box->setMinimumHeight(look::scaled(kLeastNotes));
     return box;
 }
 
@@ -283,7 +286,7 @@ QWidget* rbdetails::buildBuddies() {
     down->addWidget(look::makeCaption(QStringLiteral("Buddies")));
     cbobuddy_ = pickBox("cbobuddy", "Buddy");
     List1_ = named(new QListWidget, "List1", "Buddies of this dive");
-    List1_->setMinimumHeight(48);
+    List1_->setMinimumHeight(look::scaled(kLeastBuddies));
     const auto button = [this](const char* name, const char* caption, const char* icon,
                                void (rbdetails::*act)()) {
         auto* made = new QPushButton(look::icon(icon), QLatin1String(caption));
@@ -292,12 +295,8 @@ QWidget* rbdetails::buildBuddies() {
         connect(made, &QPushButton::clicked, this, act);
         return made;
     };
-    auto* row = new QHBoxLayout;
-    row->setSpacing(look::spaceSmall);
-    row->addWidget(cbobuddy_, 1);
-    row->addWidget(button("cmdadd", "Add", "add", &rbdetails::cmdadd_click));
-    row->addWidget(button("cmdremove", "Remove", "remove", &rbdetails::cmdremove_click));
-    down->addLayout(row);
+    down->addWidget(new BuddyRow(cbobuddy_, button("cmdadd", "Add", "add", &rbdetails::cmdadd_click),
+                                 button("cmdremove", "Remove", "remove", &rbdetails::cmdremove_click)));
     down->addWidget(List1_, 1);
     return panel;
 }
