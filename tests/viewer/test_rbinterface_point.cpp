@@ -155,6 +155,28 @@ private slots:
         }
     }
 
+    /// On whole pixels: laid between two of them a colour would be half lost in the ground.
+    void everyCurveHasItsWholeColourInTheLegend() {
+        const Stage stage;
+        for (const char* box : {"Check3", "Check8", "Check9", "Check11"}) {
+            stage.check(box);
+        }
+        stage.screen->resize(1920, 1080);
+        QCoreApplication::processEvents();
+        auto& legend = control<LegendStrip>(*stage.screen, "legend");
+        const QImage picture = legend.grab().toImage();
+        QVERIFY(legend.entries().size() >= 5);
+        for (const LegendEntry& entry : legend.entries()) {
+            int whole = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    whole += picture.pixelColor(x, y) == entry.style.colour ? 1 : 0;
+                }
+            }
+            QVERIFY2(whole > 4, qPrintable(entry.name));
+        }
+    }
+
     void anAlarmTurnsTextAndTipRed() {
         const Stage stage;
         stage.grid->setRow(43);

@@ -89,9 +89,12 @@ void LegendStrip::paintLine(QPainter& painter, const QRect& frame, const QList<L
     int left = frame.left();
     for (const LegendEntry& entry : entries) {
         QPen pen = platform::seriesPen(entry.style);
-        pen.setWidthF(std::max(1.5, entry.style.width));
+        // On whole pixels, or the colour is lost in the ground.
+        const int thick = std::max(2, qRound(entry.style.width));
+        const double y = middle + thick % 2 / 2.0;
+        pen.setWidth(thick);
         painter.setPen(pen);
-        painter.drawLine(left, middle, left + kStroke, middle);
+        painter.drawLine(QLineF(left, y, left + kStroke, y));
         painter.setPen(ink);
         const int width = widthOf(entry);
         painter.drawText(QRect(left + kStroke + look::spaceTight, frame.top(), width, frame.height()),

@@ -13,6 +13,7 @@ namespace {
 constexpr int swatchWidth = 22;
 constexpr int swatchHeight = 12;
 constexpr qreal disabledOpacity = 0.4;
+constexpr qreal disabledOpacityInContrast = 0.75; // what cannot be worked is still seen
 
 void paintLines(QPainter& painter, const QRectF& room, const QList<Series>& series) {
     const qreal pitch = 4.5;
@@ -91,7 +92,9 @@ void SeriesBox::paintEvent(QPaintEvent* event) {
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled() ? 1.0 : disabledOpacity);
+    if (!isEnabled()) {
+        painter.setOpacity(contrast() == Contrast::High ? disabledOpacityInContrast : disabledOpacity);
+    }
     const QSize size(scaled(swatchWidth), scaled(swatchHeight));
     const QRect place(width() - size.width(), (height() - size.height()) / 2, size.width(), size.height());
     const QRectF room(QStyle::visualRect(layoutDirection(), rect(), place));
