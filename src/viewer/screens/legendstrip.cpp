@@ -93,6 +93,13 @@ void LegendStrip::paintLine(QPainter& painter, const QRect& frame, const QList<L
         const int thick = std::max(2, qRound(entry.style.width));
         const double y = middle + thick % 2 / 2.0;
         pen.setWidth(thick);
+        QList<qreal> dashes = entry.style.dashes; // in widths of the curve
+        for (qreal& dash : dashes) {
+            dash *= std::max(1.5, entry.style.width) / thick;
+        }
+        if (!dashes.isEmpty()) {
+            pen.setDashPattern(dashes);
+        }
         painter.setPen(pen);
         painter.drawLine(QLineF(left, y, left + kStroke, y));
         painter.setPen(ink);
