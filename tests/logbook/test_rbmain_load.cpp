@@ -1,3 +1,6 @@
+#include "logbook/screens/listtoolbar.h"
+#include "logbook/screens/picturebutton.h"
+#include "platform/look/widgets/clickablelabel.h"
 #include "platform/look/widgets/segmentedchoice.h"
 #include "platform/look/widgets/wholelabel.h"
 #include "tests/logbook/listworld.h"
@@ -28,6 +31,7 @@ private slots:
     void emptyStoreSaysSoAndTheListClosesItself();
     void emptyStoreSaysInTheGridHowTheFirstDiveGetsIn();
     void missingStoreIsNotMadeAndIsToldBehindTheKnownWords();
+    void theToolBarGivesUpItsWordsOneByOne();
     void missingSortFileListsInTheOrderOfTheDives();
     void sortFile_data();
     void sortFile();
@@ -152,6 +156,29 @@ void TestRbmainLoad::missingStoreIsNotMadeAndIsToldBehindTheKnownWords() {
     QVERIFY(told.contains(QStringLiteral("rb.mdb")));
     QVERIFY(!QFile::exists(world.folder.path(u"rb.mdb")));
     QVERIFY(!world.list.isLoaded());
+}
+
+/// No more of them go than the width asks for, the one of the primary button last.
+void TestRbmainLoad::theToolBarGivesUpItsWordsOneByOne() {
+    QWidget window;
+    logbook::ListToolBar bar(&window);
+    const auto words = [&bar] {
+        return QStringList{bar.publish()->text(), bar.toMain()->text(), bar.remove()->text(),
+                           bar.open()->text()};
+    };
+    window.show(); // what is hidden is told no size
+    bar.resize(2000, bar.sizeHint().height());
+    QVERIFY(!words().contains(QString()));
+    QList<qsizetype> left;
+    for (int width = 2000; width >= bar.minimumSizeHint().width(); --width) {
+        bar.resize(width, bar.height());
+        const qsizetype gone = words().count(QString());
+        QCOMPARE(words().lastIndexOf(QString()), gone - 1); // in this order
+        if (left.isEmpty() || left.last() != gone) {
+            left += gone;
+        }
+    }
+    QCOMPARE(left, (QList<qsizetype>{0, 1, 2, 3, 4}));
 }
 
 void TestRbmainLoad::missingSortFileListsInTheOrderOfTheDives() {

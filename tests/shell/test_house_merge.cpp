@@ -143,6 +143,9 @@ void TestHouseMerge::depthsStandInTheUnitInHand() {
     store.close();
     program.chooseFolder();
     QCOMPARE(program.dive(0, 0, MergeModel::MaxDepth).data().toString(), "30m");
+    for (const int column : {MergeModel::Duration, MergeModel::MaxDepth}) { // numbers stand right
+        QVERIFY(program.dive(0, 0, column).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
+    }
     control<QAction>("main", "mnuFeet")->trigger();
     QCOMPARE(program.dive(0, 0, MergeModel::MaxDepth).data().toString(), "98ft");
 }
