@@ -1,16 +1,9 @@
 // The firmware screen with a large font on a small display: it scrolls down, and nothing else.
 
-#include "firmware/screens/reprog_link.h"
-#include "link/supervision.h"
-#include "platform/look/look.h"
 #include "platform/look/widgets/columnarea.h"
 #include "platform/look/widgets/status.h"
-#include "platform/screen/ticktimer.h"
-#include "tests/firmware/fakefirmwareneighbours.h"
-#include "tests/link/fakehost.h"
-#include "tests/support/scripteddialogs.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/testsettings.h"
+#include "tests/firmware/reprogstage.h"
+#include "tests/support/largefont.h"
 
 #include <QAction>
 #include <QScrollArea>
@@ -29,33 +22,11 @@ void settle() {
     }
 }
 
-struct Stage {
-    Stage() {
-        QDir::setCurrent(folder.root());
-        folder.put("Reprog/bpcsp2shchk.sog", QByteArray(7041, 'x'));
-        folder.put("Reprog/chklst.txt", "bpcsp2shchk.sog  chksum= 0ABC\r\n");
-        link::writecomport(QStringLiteral("3"));
-        link::LinkLines lines;
-        lines.make = [this](QObject*, const std::function<void()>&) {
-            auto made = std::make_unique<FakeLine>();
-            line = made.get();
-            return made;
-        };
-        screen = std::make_unique<ReProg_Link>(neighbours, lines);
-        screen->showScreen();
+struct Stage : ReprogStage {
+    Stage()
+        : ReprogStage(QByteArray(7041, 'x')) {
         screen->activateWindow();
         settle();
-    }
-    template <class T = QWidget> T* control(const char* name) const {
-        auto* found = screen->findChild<T*>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("no %s", name);
-        }
-        return found;
-    }
-    void hear(const QByteArray& text) {
-        line->waiting += text;
-        control<platform::TickTimer>("Timer1")->expire();
     }
     void resize(const QSize& size) {
         for (int step = 0; step < 2; ++step) {
@@ -64,13 +35,6 @@ struct Stage {
         }
     }
     QScrollArea* area() const { return static_cast<QScrollArea*>(screen->centralWidget()); }
-
-    TestSettings settings;
-    TestFolder folder;
-    ScriptedDialogs dialogs;
-    FakeFirmwareNeighbours neighbours;
-    FakeLine* line = nullptr;
-    std::unique_ptr<ReProg_Link> screen;
 };
 
 } // namespace
@@ -79,13 +43,7 @@ class TestReprogLinkLarge : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QFont font = QApplication::font();
-        font.setPointSize(14);
-        QApplication::setFont(font);
-        look::apply(*qApp);
-        QCOMPARE_GT(look::fontScale(), 1.3);
-    }
+    void initTestCase() { useLargeFont(); }
 
     void theLampsAreAllAsHighAsTheLongestWordsNeed_data() { sizes(); }
     void theLampsAreAllAsHighAsTheLongestWordsNeed() {

@@ -1,16 +1,9 @@
 // What the firmware screen shows at each size: nothing that a decision hangs on is cut or covered.
 
-#include "firmware/screens/reprog_link.h"
 #include "firmware/session.h"
-#include "link/supervision.h"
 #include "platform/look/look.h"
 #include "platform/look/widgets/status.h"
-#include "platform/screen/ticktimer.h"
-#include "tests/firmware/fakefirmwareneighbours.h"
-#include "tests/link/fakehost.h"
-#include "tests/support/scripteddialogs.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/testsettings.h"
+#include "tests/firmware/reprogstage.h"
 
 #include <QAction>
 #include <QLabel>
@@ -28,46 +21,15 @@ constexpr QSize kLeast(1024, 700);
 const QByteArray kPage = "Status check complete, press R, Enter to begin or Q to quit.......";
 const QByteArray kProgrammed = "MEMORY A Programmed MEMORY B Programmed MEMORY C Programmed ";
 
-struct Stage {
-    Stage() {
-        QDir::setCurrent(folder.root());
-        // 3 more than a record, and a list that says otherwise: each notice is at its longest.
-        QByteArray image(138 * 51 + 2, 'x');
-        folder.put("Reprog/bpcsp2shchk.sog", image);
-        folder.put("Reprog/chklst.txt", "bpcsp2shchk.sog  chksum= 0ABC\r\n");
-        link::writecomport(QStringLiteral("3"));
-        link::LinkLines lines;
-        lines.make = [this](QObject*, const std::function<void()>&) {
-            auto made = std::make_unique<FakeLine>();
-            line = made.get();
-            return made;
-        };
-        screen = std::make_unique<ReProg_Link>(neighbours, lines);
-        screen->showScreen();
-    }
-    template <class T = QWidget> T* control(const char* name) const {
-        auto* found = screen->findChild<T*>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("no %s", name);
-        }
-        return found;
-    }
-    void hear(const QByteArray& text) {
-        line->waiting += text;
-        control<platform::TickTimer>("Timer1")->expire();
-    }
+struct Stage : ReprogStage {
+    // 3 more than a record, and a list that says otherwise: each notice is at its longest.
+    Stage()
+        : ReprogStage(QByteArray(138 * 51 + 2, 'x')) {}
     void trigger(const char* action) { control<QAction>(action)->trigger(); }
     void resize(QSize size) {
         screen->resize(size);
         QCoreApplication::processEvents();
     }
-
-    TestSettings settings;
-    TestFolder folder;
-    ScriptedDialogs dialogs;
-    FakeFirmwareNeighbours neighbours;
-    FakeLine* line = nullptr;
-    std::unique_ptr<ReProg_Link> screen;
 };
 
 /// The faces that the screen has, each as a step from its opening.

@@ -1,8 +1,8 @@
 // The link screen with a large font on small displays.
 
-#include "platform/look/look.h"
 #include "platform/look/widgets/columnarea.h"
 #include "tests/link/linkstage.h"
+#include "tests/support/largefont.h"
 
 #include <QLabel>
 #include <QScrollBar>
@@ -14,13 +14,7 @@ class TestPcLink1Large : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QFont font = QApplication::font();
-        font.setPointSize(14);
-        QApplication::setFont(font);
-        look::apply(*qApp);
-        QCOMPARE_GT(look::fontScale(), 1.3);
-    }
+    void initTestCase() { benthor::tests::useLargeFont(); }
 
     void itScrollsDownAtTheMostAndNoColumnWithin_data();
     void itScrollsDownAtTheMostAndNoColumnWithin();
