@@ -9,6 +9,7 @@
 #include "exports/logbookjson.h"
 #include "exports/outputfile.h"
 #include "exports/samplescsv.h"
+#include "exports/uddf.h"
 #include "exports/wholewrite.h"
 #include "exports/workahead.h"
 #include "exports/zxulogbook.h"
@@ -109,6 +110,14 @@ struct Zxu {
     explicit Zxu(QIODevice& device)
         : format(device, QDateTime({2026, 2, 3}, {4, 5, 6})) {}
     ZxuLogbook format;
+};
+
+struct Uddf {
+    static constexpr DiveFormat kFormat = DiveFormat::Uddf;
+    static auto prepare(const WholeDive& dive) { return UddfWriter::prepare(dive); }
+    explicit Uddf(QIODevice& device)
+        : format(device, QStringLiteral("2.0"), QDateTime({2026, 2, 3}, {4, 5, 6})) {}
+    UddfWriter format;
 };
 
 /// The dives of the store, as the program and the tool let them out.
@@ -290,6 +299,7 @@ int main(int count, char** arguments) {
     registerFormat<Json>("json");
     registerFormat<Csv>("csv");
     registerFormat<Zxu>("zxu");
+    registerFormat<Uddf>("uddf");
     benchmark::RegisterBenchmark("dataset/same_files", sameFiles)
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();

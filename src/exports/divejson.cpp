@@ -93,6 +93,7 @@ QByteArray samplesJson(const WholeDive& dive) {
                       (dive.figures.interval ? numberText(*dive.figures.interval) : QByteArray("null")) +
                       ",\"columns\":" + columns + ",\"rows\":[";
     const SampleRows rows(dive, "null");
+    rows.reserve(json, 0);
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         if (sample != profile::kFirstSample) {
             json += ',';

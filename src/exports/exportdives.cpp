@@ -108,7 +108,9 @@ LossReport exportdives(DiveFormat format, QIODevice& device, DiveReader& dives, 
         break;
     }
     UddfWriter uddf(device, QStringLiteral(BENTHOR_VERSION), platform::now());
-    run.to(uddf, [](WholeDive&& dive) { return std::pair(std::move(dive), LostKinds()); }); // told by itself
+    run.to(uddf, [](WholeDive&& dive) { // its losses it tells by itself
+        return std::pair(UddfWriter::prepare(std::move(dive)), LostKinds());
+    });
     return uddf.report();
 }
 

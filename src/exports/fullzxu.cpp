@@ -63,7 +63,8 @@ QString danNumber(const QString& diveid) {
 
 QByteArray fullZxu(const FullDive& dive) {
     ZxuGroups groups;
-    const QByteArray group = groups.next(zxuGroup(dive));
+    QByteArray group;
+    groups.next(zxuGroup(dive), [&group](QByteArrayView bytes) { group += bytes; });
     return zxuHead(dive.written) + groups.warnings() + group;
 }
 

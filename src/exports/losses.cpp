@@ -9,23 +9,26 @@ namespace benthor::exports {
 
 namespace {
 
+using P = profile::DiveProfile;
+
 struct KindOfColumns {
     ColumnKind kind;
     const char* name;
-    const char* columns; ///< parted by blanks
+    std::array<ColumnArray, 10> columns; ///< behind the last of them null
 };
 constexpr std::array<KindOfColumns, 7> kKinds{
-    {{ColumnKind::Cells, "oxygen cells", "cella cellb cellc"},
-     {ColumnKind::Marks, "marks", "mark"},
-     {ColumnKind::Filter, "filter", "filterpct"},
-     {ColumnKind::Batteries, "battery volts", "bat1 bat2"},
-     {ColumnKind::Co2, "CO2", "co2 co2adjust1 co2adjust2"},
-     {ColumnKind::Thermistors, "thermistors", "tpm1 tpm2 tpm3 tpm4 tpm5 tpm6 tpm7 tpm8 tpmpcta tpmpctb"},
-     {ColumnKind::Extra, "extra columns", "extrao extrap extraq extrar extrav extrat extraf"}}};
-
-bool isOf(const SampleColumn& column, const KindOfColumns& kind) {
-    return QString::fromLatin1(kind.columns).split(u' ').contains(QLatin1String(column.name));
-}
+    {{ColumnKind::Cells, "oxygen cells", {&P::cella, &P::cellb, &P::cellc}},
+     {ColumnKind::Marks, "marks", {&P::mark}},
+     {ColumnKind::Filter, "filter", {&P::filterpct}},
+     {ColumnKind::Batteries, "battery volts", {&P::bat1, &P::bat2}},
+     {ColumnKind::Co2, "CO2", {&P::co2, &P::co2adjust1, &P::co2adjust2}},
+     {ColumnKind::Thermistors,
+      "thermistors",
+      {&P::tpm1, &P::tpm2, &P::tpm3, &P::tpm4, &P::tpm5, &P::tpm6, &P::tpm7, &P::tpm8, &P::tpmpcta,
+       &P::tpmpctb}},
+     {ColumnKind::Extra,
+      "extra columns",
+      {&P::extrao, &P::extrap, &P::extraq, &P::extrar, &P::extrav, &P::extrat, &P::extraf}}}};
 
 bool isTold(const std::optional<QString>& value) {
     return value && !value->trimmed().isEmpty();
@@ -60,14 +63,11 @@ bool isRepeated(const WholeDive& dive, QStringView field, const QString& value) 
 
 void addLostColumns(const WholeDive& dive, std::span<const ColumnKind> kinds, LostKinds& lost) {
     for (const KindOfColumns& kind : kKinds) {
-        if (std::find(kinds.begin(), kinds.end(), kind.kind) == kinds.end()) {
-            continue;
-        }
-        for (const SampleColumn& column : sampleColumns()) {
-            if (isOf(column, kind) && isRecorded(dive, column)) {
-                lost.insert(QLatin1String(kind.name));
-                break;
-            }
+        const bool isAsked = std::find(kinds.begin(), kinds.end(), kind.kind) != kinds.end();
+        if (isAsked && std::any_of(kind.columns.begin(), kind.columns.end(), [&dive](ColumnArray column) {
+                return column != nullptr && isRecorded(dive, column);
+            })) {
+            lost.insert(QLatin1String(kind.name));
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "exports/outputfile.h"
 
+#include "exports/pieces.h"
 #include "platform/faultpoint.h"
 #include "platform/files.h"
 #include "platform/storewait.h"
@@ -21,8 +22,6 @@
 namespace benthor::exports {
 
 namespace {
-
-constexpr qsizetype kBuffer = 256 * 1024;
 
 /// A write to a pipe that nobody reads fails, as long as this lives, and does not end the process.
 class NoPipeSignal {
@@ -83,7 +82,6 @@ public:
     Target(const QString& path, bool force)
         : path_(path)
         , force_(force) {
-        buffer_.reserve(kBuffer);
         if (path == u"-") {
             file_ = STDOUT_FILENO;
         } else {
@@ -102,7 +100,7 @@ public:
     QString why() const { return number_ == 0 ? QString() : reason(number_); }
 
     void commit() {
-        flushBuffer();
+        pieces_.flush([this](QByteArrayView piece) { send(piece); });
         if (number_ == 0) {
             number_ = attempt("sync", [&] { return ::fsync(file_); });
             if (draft_.isEmpty() && (number_ == EINVAL || number_ == ENOTSUP || number_ == EROFS)) {
@@ -129,14 +127,7 @@ protected:
     qint64 readData(char*, qint64) override { return -1; }
 
     qint64 writeData(const char* bytes, qint64 count) override {
-        if (buffer_.size() + count > kBuffer) {
-            flushBuffer();
-        }
-        if (count >= kBuffer) {
-            send(bytes, count);
-        } else {
-            buffer_.append(bytes, count);
-        }
+        pieces_.put(QByteArrayView(bytes, count), [this](QByteArrayView piece) { send(piece); });
         if (number_ != 0) {
             setErrorString(why());
             return -1;
@@ -244,22 +235,17 @@ private:
         return number_ == 0;
     }
 
-    void flushBuffer() {
-        send(buffer_.constData(), buffer_.size());
-        buffer_.resize(0);
-    }
-
     /// After the first refusal nothing more is sent: what came behind a gap would be no export.
-    void send(const char* bytes, qint64 count) {
-        while (number_ == 0 && count > 0) {
+    void send(QByteArrayView bytes) {
+        while (number_ == 0 && !bytes.isEmpty()) {
             ssize_t sent = 0;
-            number_ =
-                attempt("write", [&] { return sent = ::write(file_, bytes, static_cast<size_t>(count)); });
+            number_ = attempt("write", [&] {
+                return sent = ::write(file_, bytes.data(), static_cast<size_t>(bytes.size()));
+            });
             if (number_ == 0) {
-                bytes += sent;
-                count -= sent;
+                bytes = bytes.sliced(sent);
                 // A pipe took a part and waits for its reader, who may never come.
-                number_ = count > 0 && platform::allWaitsEnd() ? EINTR : 0;
+                number_ = !bytes.isEmpty() && platform::allWaitsEnd() ? EINTR : 0;
             }
         }
     }
@@ -271,7 +257,7 @@ private:
     int number_ = 0;   ///< of the system's first refusal
     QString place_;    ///< of the file behind all links; empty where it is written in place
     QByteArray draft_; ///< the hidden file, as long as there is one of ours
-    QByteArray buffer_;
+    Pieces pieces_;
 };
 
 OutputFile::OutputFile(const QString& path, bool force)

@@ -54,17 +54,15 @@ std::span<const SampleColumn> sampleColumns() {
     return kColumns;
 }
 
-bool isRecorded(const WholeDive& dive, const SampleColumn& column) {
-    if (column.array == &DiveProfile::depthpos || column.array == &DiveProfile::gasnum) {
+bool isRecorded(const WholeDive& dive, ColumnArray column) {
+    if (column == &DiveProfile::depthpos || column == &DiveProfile::gasnum) {
         return dive.samples() > 0;
     }
-    const profile::SampleArray& values = dive.profile.*column.array;
-    for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
-        if (values[sample - 1] != 0.0F) {
-            return true;
-        }
-    }
-    return false;
+    constexpr size_t kFirst = profile::kFirstSample - 1;
+    const std::span<const float> all = (dive.profile.*column).values();
+    const size_t end = std::min(all.size(), static_cast<size_t>(std::max(0, dive.lastsample())));
+    return end > kFirst && std::any_of(all.begin() + kFirst, all.begin() + static_cast<std::ptrdiff_t>(end),
+                                       [](float value) { return value != 0.0F; });
 }
 
 } // namespace benthor::exports

@@ -18,8 +18,13 @@ public:
     SampleRows(const WholeDive& dive, QByteArrayView nothing);
     /// Puts the row of a sample, from profile::kFirstSample to the dive's last one, behind `text`.
     void append(QByteArray& text, int sample) const;
+    /// Makes room behind `text` for the rows of all samples, as long as they usually are, with `more` bytes
+    /// around each.
+    void reserve(QByteArray& text, qsizetype more) const;
 
 private:
+    qsizetype room() const; ///< that a row can need at most
+
     const WholeDive& dive_;
     QByteArrayView nothing_;
     std::vector<const profile::SampleArray*> columns_; ///< null where nothing is recorded

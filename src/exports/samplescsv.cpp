@@ -33,6 +33,7 @@ QByteArray samplesCsvLines(const WholeDive& dive, SampleIds ids) {
     const QByteArray id = ids == SampleIds::First ? csvField(dive.figures.id) + ',' : QByteArray();
     QByteArray lines;
     const SampleRows rows(dive, {});
+    rows.reserve(lines, id.size());
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         lines += id;
         rows.append(lines, sample);

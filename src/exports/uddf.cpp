@@ -34,12 +34,36 @@ std::optional<int> diveNumber(const QString& id) {
     return number > 0 ? std::optional(number) : std::nullopt;
 }
 
+/// Seconds between samples. Every sample must have a time, and a later one a later time: nothing where the
+/// dive's interval does not give that.
+std::optional<double> intervalOf(const WholeDive& dive) {
+    const double interval = dive.figures.interval.value_or(0);
+    return interval >= kShortestInterval && interval <= kLongestInterval ? std::optional(interval)
+                                                                         : std::nullopt;
+}
+
 } // namespace
+
+UddfWriter::Prepared::Prepared(WholeDive whole)
+    : dive(std::move(whole))
+    , profile(dive)
+    , mixes(UddfGases::mixesOf(dive)) {
+    if (dive.samples() > 0) {
+        samples = uddfSamples(dive, profile, intervalOf(dive).value_or(kStandInInterval));
+    }
+    lost = samples.lost;
+    addUddfLosses(dive, lost);
+    if (profile.impossible) {
+        lost.insert(QStringLiteral("readings that cannot be"));
+    }
+    dive.file.reset();
+    dive.profile = {};
+}
 
 /// A dive while it is written.
 struct UddfWriter::DiveInHand {
     const WholeDive& dive;
-    const UddfProfile profile;
+    const UddfProfile& profile;
     const QString name; ///< in the file
     LostKinds lost;
 
@@ -65,8 +89,9 @@ void UddfWriter::begin() {
     xml_.close();
 }
 
-void UddfWriter::add(const WholeDive& dive) {
-    DiveInHand hand{dive, UddfProfile(dive), names_.unique(dive.figures.id), {}};
+void UddfWriter::add(const Prepared& prepared) {
+    const WholeDive& dive = prepared.dive;
+    DiveInHand hand{dive, prepared.profile, names_.unique(dive.figures.id), prepared.lost};
     ++report_.dives;
     if (hand.name != hand.id()) {
         report_.addMust(hand.id(),
@@ -78,21 +103,20 @@ void UddfWriter::add(const WholeDive& dive) {
     xml_.attribute(QStringLiteral("id"), QStringLiteral("d-") + hand.name);
     writeBefore(hand);
     writeTanks(hand);
-    if (dive.samples() > 0) {
-        writeUddfSamples(xml_, dive, hand.profile, hand.name, intervalOf(dive), hand.lost);
+    if (!prepared.samples.bytes.isEmpty()) {
+        if (!intervalOf(dive)) {
+            report_.addMust(hand.id(), QStringLiteral("no interval; 10 seconds stand for it"));
+        }
+        writeUddfSamples(xml_, prepared.samples, hand.name);
         tellWithoutRow(hand);
     } else {
         report_.addWithoutSamples(hand.id(), dive.withoutSamples);
     }
     writeAfter(hand);
     xml_.close();
-    gases_.add(hand.name, dive, hand.profile.withoutRow);
-    addUddfLosses(dive, hand.lost);
-    if (hand.profile.impossible) {
-        hand.lost.insert(QStringLiteral("readings that cannot be"));
-    }
+    gases_.add(hand.name, prepared.mixes, hand.profile.withoutRow);
     const bool replacedInParts = parts_.takeReplaced();
-    if (xml_.takeReplaced() || replacedInParts) {
+    if (xml_.takeReplaced() || replacedInParts || prepared.samples.replaced) {
         hand.lost.insert(QStringLiteral("characters that XML cannot hold"));
     }
     if (parts_.takeCut()) {
@@ -140,16 +164,6 @@ void UddfWriter::closeGroup() {
         xml_.close();
         groupIsOpen_ = false;
     }
-}
-
-/// Every sample must have a time, and a later one a later time.
-double UddfWriter::intervalOf(const WholeDive& dive) {
-    const double interval = dive.figures.interval.value_or(0);
-    if (interval >= kShortestInterval && interval <= kLongestInterval) {
-        return interval;
-    }
-    report_.addMust(dive.figures.id, QStringLiteral("no interval; 10 seconds stand for it"));
-    return kStandInInterval;
 }
 
 void UddfWriter::writeBefore(DiveInHand& hand) {

@@ -26,13 +26,26 @@ namespace benthor::exports {
 /// the bytes; the file is worth nothing then.
 class UddfWriter {
 public:
+    /// The two halves of add(): what can be made of a dive by itself, on any thread, and its going out.
+    struct Prepared {
+        explicit Prepared(WholeDive whole);
+
+        WholeDive dive; ///< without its file and its profile
+        UddfProfile profile;
+        UddfSamples samples; ///< empty where the dive has none
+        std::vector<UddfGases::Mix> mixes;
+        LostKinds lost;      ///< without what shows only when it goes out
+    };
+    static Prepared prepare(WholeDive dive) { return Prepared(std::move(dive)); }
+
     /// `version`: of the program. `written`: the moment of the export.
     UddfWriter(QIODevice& device, QString version, QDateTime written);
 
     void begin();
     /// Dives of one day share a group when they come one behind the other, as they do by their start. A day
     /// that comes again begins another group.
-    void add(const WholeDive& dive);
+    void add(const Prepared& dive);
+    void add(const WholeDive& dive) { add(prepare(dive)); }
     void end();
 
     /// What had no place and what was made up, of the dives until now.
@@ -43,7 +56,6 @@ private:
 
     void openGroup(const DiveInHand& hand);
     void closeGroup();
-    double intervalOf(const WholeDive& dive);
     void writeBefore(DiveInHand& hand);
     void writeLinks(DiveInHand& hand);
     void writeEquipmentUsed(DiveInHand& hand);

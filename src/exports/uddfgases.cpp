@@ -15,6 +15,12 @@ void writeShare(QXmlStreamWriter& xml, const QString& name, double perCent) {
     }
 }
 
+void fill(UddfXml& xml, const UddfForm& form, QByteArrayView id) {
+    xml.put(form.before);
+    xml.put(id);
+    xml.put(form.behind);
+}
+
 } // namespace
 
 void GasesWithoutRow::add(int gas, const WholeDive& dive) {
@@ -29,9 +35,12 @@ int UddfGases::rowsOf(const WholeDive& dive) {
     return static_cast<int>(std::min(dive.gases.size(), static_cast<std::size_t>(profile::kMostGases)));
 }
 
-QString UddfGases::id(const QString& name, int gas) {
-    return QStringLiteral("mix-") + name + u'-' +
-           (isNumber(gas) ? QString::number(gas) : QStringLiteral("unknown"));
+QByteArray UddfGases::id(const QString& name, int gas) {
+    return idBefore() + name.toLatin1() + idBehind(gas);
+}
+
+QByteArray UddfGases::idBehind(int gas) {
+    return '-' + (isNumber(gas) ? QByteArray::number(gas) : QByteArrayLiteral("unknown"));
 }
 
 /// As the dive screen reads the row. The depth has its tenths where they belong to the metres shown there: a
@@ -45,16 +54,20 @@ UddfGases::Mix UddfGases::mixOf(const WholeDive& dive, int row) {
             exact ? *tenths / kModTenthsPerMetre : metres};
 }
 
-void UddfGases::add(const QString& name, const WholeDive& dive, const GasesWithoutRow& withoutRow) {
-    std::vector<Mix> rows;
-    rows.reserve(static_cast<std::size_t>(rowsOf(dive)));
+std::vector<UddfGases::Mix> UddfGases::mixesOf(const WholeDive& dive) {
+    std::vector<Mix> mixes;
+    mixes.reserve(static_cast<std::size_t>(rowsOf(dive)));
     for (int row = 0; row < rowsOf(dive); ++row) {
-        rows.push_back(mixOf(dive, row));
+        mixes.push_back(mixOf(dive, row));
     }
-    if (rows.empty() && withoutRow.numbers.none() && !withoutRow.beyond) {
+    return mixes;
+}
+
+void UddfGases::add(const QString& name, const std::vector<Mix>& mixes, const GasesWithoutRow& withoutRow) {
+    if (mixes.empty() && withoutRow.numbers.none() && !withoutRow.beyond) {
         return;
     }
-    const auto table = tables_.try_emplace(std::move(rows), 0).first;
+    const auto table = tables_.try_emplace(mixes, 0).first;
     ++table->second;
     dives_.push_back({name, &table->first, withoutRow});
 }
@@ -87,7 +100,7 @@ void UddfGases::write(UddfXml& xml) const {
         return;
     }
     const UddfForm all = UddfForm::around({"uddf", "gasdefinitions"});
-    xml.before(all);
+    xml.put(all.before);
     const std::vector<Mix>* rows = nullptr; // of the dive before: mostly the same
     std::vector<UddfForm> forms;
     for (const OfDive& dive : dives_) {
@@ -99,18 +112,18 @@ void UddfGases::write(UddfXml& xml) const {
         }
         int gas = 0;
         for (const UddfForm& form : forms) {
-            xml.fill(form, id(dive.name, gas++).toLatin1());
+            fill(xml, form, id(dive.name, gas++));
         }
         for (; gas < profile::kMostGases; ++gas) {
             if (dive.withoutRow.numbers.test(static_cast<std::size_t>(gas))) {
-                xml.fill(formOf(QStringLiteral("Gas %1").arg(gas)), id(dive.name, gas).toLatin1());
+                fill(xml, formOf(QStringLiteral("Gas %1").arg(gas)), id(dive.name, gas));
             }
         }
         if (dive.withoutRow.beyond) {
-            xml.fill(formOf(QStringLiteral("Unknown gas")), id(dive.name, -1).toLatin1());
+            fill(xml, formOf(QStringLiteral("Unknown gas")), id(dive.name, -1));
         }
     }
-    xml.behind(all);
+    xml.put(all.behind);
 }
 
 } // namespace benthor::exports

@@ -7,14 +7,13 @@ namespace benthor::exports {
 
 class NumberWriter {
 public:
-    template <typename... Form> NumberWriter& put(Form... value) {
-        char* const begin = text_.digits_.data() + text_.size_;
-        const auto [end, error] = std::to_chars(begin, text_.digits_.data() + text_.digits_.size(), value...);
-        if (error == std::errc()) {
-            text_.size_ += end - begin;
-        }
-        return *this;
+    /// Most are small enough for the sooner way.
+    NumberWriter& put(long long value) {
+        const auto small = static_cast<uint32_t>(value);
+        return small == value ? write(small) : write(value);
     }
+    NumberWriter& put(double value) { return write(value, std::chars_format::fixed); }
+    NumberWriter& put(float value) { return write(value, std::chars_format::fixed); }
     NumberWriter& put(char letter) {
         text_.digits_[static_cast<std::size_t>(text_.size_++)] = letter;
         return *this;
@@ -22,6 +21,14 @@ public:
     NumberText text() const { return text_; }
 
 private:
+    template <typename... Form> NumberWriter& write(Form... value) {
+        char* const begin = text_.digits_.data() + text_.size_;
+        const auto [end, error] = std::to_chars(begin, text_.digits_.data() + text_.digits_.size(), value...);
+        if (error == std::errc()) {
+            text_.size_ += end - begin;
+        }
+        return *this;
+    }
     NumberText text_;
 };
 
@@ -40,7 +47,7 @@ template <typename Number> NumberText shortest(Number value) {
     if (value == std::floor(value)) {
         return NumberWriter().put(static_cast<long long>(value)).text(); // the same digits, sooner
     }
-    return NumberWriter().put(value, std::chars_format::fixed).text();
+    return NumberWriter().put(value).text();
 }
 
 } // namespace

@@ -59,6 +59,7 @@ QString alarmWord(const QString& token) {
 
 /// The elements of a waypoint, made once.
 struct Forms {
+    const UddfForm samples = UddfForm::around({"uddf", "profiledata", "repetitiongroup", "dive", "samples"});
     const UddfForm waypoint =
         UddfForm::around({"uddf", "profiledata", "repetitiongroup", "dive", "samples", "waypoint"});
     const UddfForm alarm = UddfForm::leaf(QStringLiteral("alarm"));
@@ -94,21 +95,20 @@ const Forms& forms() {
 
 class Waypoints {
 public:
-    Waypoints(UddfXml& xml, const WholeDive& dive, const UddfProfile& told, const QString& name,
-              double interval, LostKinds& lost)
-        : xml_(xml)
-        , dive_(dive)
+    Waypoints(const WholeDive& dive, const UddfProfile& told, double interval)
+        : dive_(dive)
         , profile_(dive.profile)
         , told_(told)
-        , name_(name)
-        , interval_(interval)
-        , lost_(lost) {}
+        , interval_(interval) {}
 
-    void writeAll() {
+    UddfSamples all() {
+        text_.put(forms_.samples.before);
         writeLead();
         for (int sample = kFirstSample; sample <= dive_.lastsample(); ++sample) {
             write(sample);
         }
+        text_.put(forms_.samples.behind);
+        return {text_.take(), std::move(gaps_), std::move(lost_), text_.replaced()};
     }
 
 private:
@@ -116,40 +116,38 @@ private:
     void writeLead() {
         const int gas = gasOf(profile_, kFirstSample);
         const bool closed = isBar(profile_.setpoint[kFirstSample - 1]);
-        // The library's own, so that the element around it is finished and forms can follow.
-        xml_.open(QStringLiteral("waypoint"));
-        xml_.leaf(QStringLiteral("depth"), QStringLiteral("0"));
-        xml_.leaf(QStringLiteral("divetime"), QStringLiteral("0"));
-        xml_.mark(QStringLiteral("switchmix"), QStringLiteral("ref"), UddfGases::id(name_, gas));
-        xml_.mark(QStringLiteral("divemode"), QStringLiteral("type"), QLatin1String(modeOf(closed)));
-        xml_.close();
-        gas_ = gas;
+        text_.put(forms_.waypoint.before);
+        text_.fill(forms_.depth, "0");
+        text_.fill(forms_.time, "0");
+        writeSwitch(gas);
+        text_.fill(forms_.mode, modeOf(closed));
+        text_.put(forms_.waypoint.behind);
         closed_ = closed;
     }
 
     /// The format has an order for the elements of a waypoint.
     void write(int sample) {
         const int at = sample - 1;
-        xml_.before(forms_.waypoint);
+        text_.put(forms_.waypoint.before);
         const QString marker = writeAlarms(sample);
         if (const float ceiling = -profile_.ceilingneg[at]; isCeiling(ceiling)) {
-            xml_.fill(forms_.ceiling, decimalText(ceiling));
+            text_.fill(forms_.ceiling, decimalText(ceiling));
         }
         writeBar(forms_.po2, profile_.po2[at]);
-        xml_.fill(forms_.depth, decimalText(depthAt(profile_, at)));
-        xml_.fill(forms_.time, decimalText(sample * interval_));
+        text_.fill(forms_.depth, decimalText(depthAt(profile_, at)));
+        text_.fill(forms_.time, decimalText(sample * interval_));
         if (!marker.isEmpty()) {
-            xml_.fillText(forms_.marker, marker);
+            text_.fillText(forms_.marker, marker);
         }
         writeBar(forms_.setpoint, profile_.setpoint[at]);
         writeGas(sample);
         writeBars(forms_.tanks, kTanks, at);
         if (told_.temperature && isTemperature(profile_.temp[at])) {
-            xml_.fill(forms_.temperature, kelvinText(profile_.temp[at]));
+            text_.fill(forms_.temperature, kelvinText(profile_.temp[at]));
         }
         writeMode(sample);
         writeBars(forms_.cells, kCells, at);
-        xml_.behind(forms_.waypoint);
+        text_.put(forms_.waypoint.behind);
     }
 
     /// The text of the marker: marks, and alarms that the format has no word for.
@@ -164,7 +162,7 @@ private:
         for (const QString& token : alarmTokens(profile_, sample)) {
             const QString word = alarmWord(token);
             if (!word.isEmpty()) {
-                xml_.fill(forms_.alarm, word.toLatin1());
+                text_.fill(forms_.alarm, word.toLatin1());
             } else if (token.isEmpty()) {
                 lost_.insert(QStringLiteral("alarms without a text"));
             } else {
@@ -185,7 +183,7 @@ private:
 
     void writeBar(const UddfForm& form, float bar) {
         if (isBar(bar)) {
-            xml_.fill(form, pascalText(bar));
+            text_.fill(form, pascalText(bar));
         }
     }
 
@@ -200,9 +198,15 @@ private:
     void writeGas(int sample) {
         const int gas = gasOf(profile_, sample);
         if (gas != gas_) {
-            xml_.fill(forms_.gas, UddfGases::id(name_, gas).toLatin1());
-            gas_ = gas;
+            writeSwitch(gas);
         }
+    }
+
+    void writeSwitch(int gas) {
+        text_.put(forms_.gas.before).put(UddfGases::idBefore());
+        gaps_.push_back(text_.size());
+        text_.put(UddfGases::idBehind(gas)).put(forms_.gas.behind);
+        gas_ = gas;
     }
 
     static const char* modeOf(bool closed) { return closed ? "closedcircuit" : "opencircuit"; }
@@ -210,19 +214,19 @@ private:
     void writeMode(int sample) {
         const bool closed = isBar(profile_.setpoint[sample - 1]);
         if (closed != closed_) {
-            xml_.fill(forms_.mode, modeOf(closed));
+            text_.fill(forms_.mode, modeOf(closed));
             closed_ = closed;
         }
     }
 
     const Forms& forms_ = forms();
-    UddfXml& xml_;
     const WholeDive& dive_;
     const DiveProfile& profile_;
     const UddfProfile& told_;
-    const QString& name_;
     const double interval_;
-    LostKinds& lost_;
+    UddfBytes text_;
+    std::vector<qsizetype> gaps_;
+    LostKinds lost_;
     int gas_ = 0;         ///< of the waypoint before
     bool closed_ = false; ///< its mode
 };
@@ -231,8 +235,7 @@ private:
 
 UddfProfile::UddfProfile(const WholeDive& dive) {
     const DiveProfile& profile = dive.profile;
-    const SampleColumn temp{"temp", "C", &DiveProfile::temp};
-    temperature = profile.enabled.test(5) && isRecorded(dive, temp);
+    temperature = profile.enabled.test(5) && isRecorded(dive, &DiveProfile::temp);
     const auto bar = [&](const SampleArray& array, int at) {
         const float value = array[at];
         impossible = impossible || (value != 0 && !isBar(value));
@@ -262,11 +265,20 @@ UddfProfile::UddfProfile(const WholeDive& dive) {
     }
 }
 
-void writeUddfSamples(UddfXml& xml, const WholeDive& dive, const UddfProfile& profile, const QString& name,
-                      double interval, LostKinds& lost) {
-    xml.open(QStringLiteral("samples"));
-    Waypoints(xml, dive, profile, name, interval, lost).writeAll();
-    xml.close();
+UddfSamples uddfSamples(const WholeDive& dive, const UddfProfile& profile, double interval) {
+    return Waypoints(dive, profile, interval).all();
+}
+
+void writeUddfSamples(UddfXml& xml, const UddfSamples& samples, const QString& name) {
+    const QByteArray inFile = name.toLatin1();
+    const QByteArrayView bytes(samples.bytes);
+    qsizetype done = 0;
+    for (const qsizetype gap : samples.gaps) {
+        xml.put(bytes.sliced(done, gap - done));
+        xml.put(inFile);
+        done = gap;
+    }
+    xml.put(bytes.sliced(done));
 }
 
 } // namespace benthor::exports

@@ -28,10 +28,21 @@ struct UddfProfile {
     bool impossible = false; ///< there are readings that were passed over
 };
 
-/// The element samples of a dive that has some: the zero lead as one waypoint at 0 m and 0 s, and one
-/// waypoint for each record. A value that is 0 counts as not recorded, depth and temperature excepted.
-/// `name`: the dive's in the file; `interval`: seconds, above 0.
-void writeUddfSamples(UddfXml& xml, const WholeDive& dive, const UddfProfile& profile, const QString& name,
-                      double interval, LostKinds& lost);
+/// The element samples of a dive, made before the dive's turn comes: what it is called in the file depends on
+/// the dives before it.
+struct UddfSamples {
+    QByteArray bytes;
+    std::vector<qsizetype> gaps; ///< into `bytes`, where the dive's name belongs
+    LostKinds lost;
+    bool replaced = false; ///< characters that XML cannot hold
+};
+
+/// Of a dive that has samples: the zero lead as one waypoint at 0 m and 0 s, and one waypoint for each record.
+/// A value that is 0 counts as not recorded, depth and temperature excepted. `interval`: seconds, above 0.
+/// Safe on any thread.
+UddfSamples uddfSamples(const WholeDive& dive, const UddfProfile& profile, double interval);
+
+/// `name`: the dive's in the file.
+void writeUddfSamples(UddfXml& xml, const UddfSamples& samples, const QString& name);
 
 } // namespace benthor::exports

@@ -9,7 +9,7 @@ namespace benthor::exports {
 
 namespace {
 
-constexpr qsizetype kPiece = 65536;
+constexpr qsizetype kRoom = 65536; ///< that bytes in memory grow by, at least
 const QString kOpen = QStringLiteral("#"); ///< where the value goes
 
 /// Indented as the elements of a waypoint are.
@@ -127,9 +127,26 @@ UddfForm UddfForm::withId(const QString& parent, const QString& name, const Writ
     });
 }
 
+void UddfBytes::fillText(const UddfForm& form, const QString& value) {
+    fill(form, xmlText(value, replaced_).toHtmlEscaped().toUtf8());
+}
+
+UddfBytes& UddfBytes::put(QByteArrayView bytes) {
+    if (size_ + bytes.size() > bytes_.size()) {
+        bytes_.resize(std::max(2 * bytes_.size(), size_ + bytes.size() + kRoom));
+    }
+    std::memcpy(bytes_.data() + size_, bytes.data(), static_cast<std::size_t>(bytes.size()));
+    size_ += bytes.size();
+    return *this;
+}
+
+QByteArray UddfBytes::take() {
+    bytes_.resize(std::exchange(size_, 0));
+    return std::exchange(bytes_, QByteArray());
+}
+
 UddfXml::UddfXml(QIODevice& device)
     : device_(device)
-    , bytes_(kPiece, Qt::Uninitialized)
     , writer_(&text_) {
     format(writer_);
 }
@@ -145,7 +162,7 @@ void UddfXml::begin() {
 void UddfXml::end() {
     writer_.writeEndDocument();
     take();
-    drain();
+    pieces_.flush([this](QByteArrayView piece) { writeWhole(device_, piece); });
     flushWhole(device_);
 }
 
@@ -164,34 +181,16 @@ void UddfXml::mark(const QString& name, const QString& attribute, const QString&
     writer_.writeAttribute(attribute, of);
 }
 
-void UddfXml::fill(const UddfForm& form, QByteArrayView value) {
-    put(form.before);
-    put(value);
-    put(form.behind);
-}
-
-void UddfXml::fillText(const UddfForm& form, const QString& value) {
-    fill(form, xmlText(value, replaced_).toHtmlEscaped().toUtf8());
-}
-
 void UddfXml::put(QByteArrayView bytes) {
     if (!text_.isEmpty()) {
         take();
     }
-    if (size_ + bytes.size() > bytes_.size()) {
-        drain();
-        if (bytes.size() > bytes_.size()) {
-            writeWhole(device_, bytes);
-            return;
-        }
-    }
-    std::memcpy(bytes_.data() + size_, bytes.data(), static_cast<std::size_t>(bytes.size()));
-    size_ += bytes.size();
+    pieces_.put(bytes, [this](QByteArrayView piece) { writeWhole(device_, piece); });
 }
 
 /// What the library has written until now goes behind the bytes.
 void UddfXml::take() {
-    constexpr qsizetype kMostKept = 4 * kPiece; // a note of megabytes is not to stay in memory
+    constexpr qsizetype kMostKept = 4 * kRoom; // a note of megabytes is not to stay in memory
     const QByteArray bytes = text_.toUtf8();
     if (text_.capacity() > kMostKept) {
         text_ = QString();
@@ -199,11 +198,6 @@ void UddfXml::take() {
         text_.resize(0);
     }
     put(bytes);
-}
-
-void UddfXml::drain() {
-    writeWhole(device_, QByteArrayView(bytes_).first(size_));
-    size_ = 0;
 }
 
 } // namespace benthor::exports

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "exports/pieces.h"
 #include "exports/uddfnumbers.h"
 
 #include <QIODevice>
@@ -34,6 +35,27 @@ struct UddfForm {
     static UddfForm ceiling();
 };
 
+/// Forms filled one behind the other, in memory: of a file what can be made on any thread.
+class UddfBytes {
+public:
+    /// A form with a value of digits, or of letters that need no escape.
+    void fill(const UddfForm& form, QByteArrayView value) { put(form.before).put(value).put(form.behind); }
+    /// A form with any text whatever: characters that XML cannot hold stand as U+FFFD.
+    void fillText(const UddfForm& form, const QString& value);
+    UddfBytes& put(QByteArrayView bytes);
+
+    qsizetype size() const { return size_; }
+    /// The bytes until now; it is empty then.
+    QByteArray take();
+    /// Whether fillText() ever replaced characters.
+    bool replaced() const { return replaced_; }
+
+private:
+    QByteArray bytes_;   ///< with room behind them
+    qsizetype size_ = 0; ///< of these taken
+    bool replaced_ = false;
+};
+
 /// The elements of a UDDF file as bytes, handed on in pieces of some tens of kilobytes. Every function throws
 /// ExportError when the device does not take them.
 class UddfXml {
@@ -59,28 +81,19 @@ public:
     /// <link ref="...">
     void link(const QString& ref) { mark(QStringLiteral("link"), QStringLiteral("ref"), ref); }
 
-    // Not right behind open() and mark(): what they write is finished by the library's next element only.
-
-    /// A form with a value of digits, or of letters that need no escape.
-    void fill(const UddfForm& form, QByteArrayView value);
-    /// A form with any text whatever, as text() has it.
-    void fillText(const UddfForm& form, const QString& value);
-    /// The two parts of a form, with others between them.
-    void before(const UddfForm& form) { put(form.before); }
-    void behind(const UddfForm& form) { put(form.behind); }
+    /// Whole elements as bytes. Not right behind open() and mark(): what they write is finished by the
+    /// library's next element only.
+    void put(QByteArrayView bytes);
 
     /// Whether text() replaced characters since the last call.
     bool takeReplaced() { return std::exchange(replaced_, false); }
 
 private:
-    void put(QByteArrayView bytes);
     void take();
-    void drain();
 
     QIODevice& device_;
-    QByteArray bytes_;   ///< a piece
-    qsizetype size_ = 0; ///< of it not yet handed on
-    QString text_;       ///< of the library, behind these bytes
+    Pieces pieces_;
+    QString text_; ///< of the library, behind these
     QXmlStreamWriter writer_;
     bool replaced_ = false;
 };

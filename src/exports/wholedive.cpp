@@ -63,12 +63,14 @@ std::optional<QString> fieldOf(const StoreFields& row, QStringView name) {
 }
 
 std::optional<double> plainNumber(QStringView text) {
-    static const QRegularExpression form(QStringLiteral(R"(^[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?$)"));
-    const QString trimmed = text.trimmed().toString();
+    const QStringView trimmed = text.trimmed();
+    const auto isOfNumbers = [](QChar letter) { // the library takes words for numbers, too
+        return (letter >= u'0' && letter <= u'9') || QStringView(u"+-.eE").contains(letter);
+    };
     bool ok = false;
-    const double number = trimmed.toDouble(&ok);
-    return ok && std::isfinite(number) && form.match(trimmed).hasMatch() ? std::optional(number)
-                                                                         : std::nullopt;
+    const double number =
+        std::all_of(trimmed.begin(), trimmed.end(), isOfNumbers) ? trimmed.toDouble(&ok) : 0.0;
+    return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<double> durationSeconds(QStringView text) {

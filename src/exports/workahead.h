@@ -35,11 +35,8 @@ public:
 
     /// The result of the next piece. To be called once for each. What the making or the piece throws.
     Result next() {
-        while (begun_ < count_ && static_cast<int>(waiting_.size()) <= 2 * pool_.maxThreadCount()) {
-            auto task = std::make_shared<std::packaged_task<Result()>>( // a pool copies what it is given
-                make_(begun_++));
-            waiting_.push_back(task->get_future());
-            pool_.start([task] { (*task)(); });
+        if (static_cast<int>(waiting_.size()) <= kLeastAhead * pool_.maxThreadCount()) {
+            begin();
         }
         std::future<Result> first = std::move(waiting_.front());
         waiting_.pop_front();
@@ -47,6 +44,20 @@ public:
     }
 
 private:
+    // For each thread. Many are begun at once, as a thread that ran out of work is slow to wake: where pieces
+    // are small that would take as long as they do.
+    static constexpr int kLeastAhead = 2;
+    static constexpr int kMostAhead = 6;
+
+    void begin() {
+        while (begun_ < count_ && static_cast<int>(waiting_.size()) < kMostAhead * pool_.maxThreadCount()) {
+            auto task = std::make_shared<std::packaged_task<Result()>>( // a pool copies what it is given
+                make_(begun_++));
+            waiting_.push_back(task->get_future());
+            pool_.start([task] { (*task)(); });
+        }
+    }
+
     qsizetype count_;
     MakePiece make_;
     qsizetype begun_ = 0;

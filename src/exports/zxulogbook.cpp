@@ -24,16 +24,21 @@ ZxuGroup ZxuLogbook::prepare(const WholeDive& dive) {
 }
 
 void ZxuLogbook::add(const Prepared& dive) {
-    const QByteArray group = groups_.next(dive);
-    if (!waiting_.isOpen() && held_.size() + group.size() <= kMostHeld) {
-        held_ += group;
-        return;
+    groups_.next(dive, [this](QByteArrayView bytes) { keep(bytes); });
+}
+
+void ZxuLogbook::keep(QByteArrayView bytes) {
+    if (!waiting_.isOpen()) {
+        if (held_.size() + bytes.size() <= kMostHeld) {
+            held_ += bytes;
+            return;
+        }
+        if (!waiting_.open()) {
+            throw ExportError(
+                QStringLiteral("No file for the dives can be made: %1.").arg(waiting_.errorString()));
+        }
     }
-    if (!waiting_.isOpen() && !waiting_.open()) {
-        throw ExportError(
-            QStringLiteral("No file for the dives can be made: %1.").arg(waiting_.errorString()));
-    }
-    writeWhole(waiting_, group);
+    pieces_.put(bytes, [this](QByteArrayView piece) { writeWhole(waiting_, piece); });
 }
 
 void ZxuLogbook::end() {
@@ -46,6 +51,7 @@ void ZxuLogbook::end() {
 }
 
 void ZxuLogbook::copyWaiting() {
+    pieces_.flush([this](QByteArrayView piece) { writeWhole(waiting_, piece); });
     flushWhole(waiting_);
     if (!waiting_.seek(0)) {
         throw ExportError(waiting_.errorString());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "exports/pieces.h"
 #include "exports/wholedive.h"
 #include "exports/zxusegments.h"
 
@@ -12,7 +13,7 @@ namespace benthor::exports {
 /// dive.
 ///
 /// The head comes first and needs the warnings of the last dive, so that the groups wait until end(): the
-/// first of them in memory, those that do not fit there in a file in the system's folder for such. A single
+/// beginning of them in memory, what does not fit there in a file in the system's folder for such. A single
 /// dive gives the file that fullZxu() makes of it.
 class ZxuLogbook {
 public:
@@ -32,12 +33,14 @@ public:
     void add(const Prepared& dive);
 
 private:
+    void keep(QByteArrayView bytes);
     void copyWaiting();
 
     QIODevice& device_;
     QDateTime written_;
-    QByteArray held_;        ///< of the groups the first
-    QTemporaryFile waiting_; ///< those behind them; opened for the first of these
+    QByteArray held_;        ///< of the groups what comes first
+    QTemporaryFile waiting_; ///< what is behind that; opened for the first of it
+    Pieces pieces_;          ///< on their way there
     ZxuGroups groups_;
 };
 

@@ -111,7 +111,11 @@ char* writeMinutes(char* at, double minutes) {
 
 /// The fields of one sample line, from the third on written only where the device recorded them.
 class ZxuLines {
+    static constexpr qsizetype kFields = 15;
+
 public:
+    static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1); ///< of which most is room only
+
     explicit ZxuLines(const FullDive& dive)
         : dive_(dive)
         , minutes_(dive.interval / 60)
@@ -138,8 +142,10 @@ public:
         at = flag(at, ceiling > 0 && depth < ceiling);
         at = rounded(at, ceiling > 0, ceiling);
         at = field(at, withTemperature_, profile.temp[place]);
-        if (QStringList words = warningWords(profile, sample); !words.isEmpty()) {
-            group.gaps.push_back({begin + (at - line), std::move(words)});
+        if (profile.alarmcount[place] > 0.0F) {
+            if (QStringList words = warningWords(profile, sample); !words.isEmpty()) {
+                group.gaps.push_back({begin + (at - line), std::move(words)});
+            }
         }
         *at++ = '|';
         at = field(at, withSupplies_, profile.hpo2[place]);
@@ -165,12 +171,12 @@ private:
 
     /// The gas where it or the setpoint changes.
     char* writeGas(char* at, int sample) {
-        const int number = gasOf(dive_, sample);
-        const double setpoint = setpointAt(dive_, sample);
+        const float number = dive_.profile.gasnum[sample - 1];
+        const float setpoint = dive_.profile.setpoint[sample - 1];
         if (number != number_ || setpoint != setpoint_ || sample == profile::kFirstSample) {
             number_ = number;
             setpoint_ = setpoint;
-            const QByteArray gas = danGas(dive_.gases, number, setpoint).toLatin1();
+            const QByteArray gas = danGas(dive_.gases, gasOf(dive_, sample), setpoint).toLatin1();
             at = gas == gas_ ? at : writeText(at, gas);
             gas_ = gas;
         }
@@ -186,14 +192,11 @@ private:
         return risen > 0 && risen / minutes_ > kFastAscent;
     }
 
-    static constexpr qsizetype kFields = 15;
-    static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1);
-
     const FullDive& dive_;
     double minutes_; ///< between two samples
     bool withPo2_, withTemperature_, withSupplies_;
-    int number_ = 0;
-    double setpoint_ = 0;
+    float number_ = 0; ///< as recorded
+    float setpoint_ = 0;
     QByteArray gas_;
 };
 
@@ -236,7 +239,7 @@ ZxuGroup zxuGroup(const FullDive& dive) {
     leaveDiveNumber();
     group.text += openingFields(dive) + "ZDP{" + kLineEnd;
     constexpr qsizetype kUsualLine = 48;
-    group.text.reserve(group.text.size() + (dive.lastsample + 1) * kUsualLine);
+    group.text.reserve(group.text.size() + (dive.lastsample + 1) * kUsualLine + ZxuLines::kLongestLine);
     ZxuLines lines(dive);
     for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
         lines.append(group, sample);
@@ -247,18 +250,16 @@ ZxuGroup zxuGroup(const FullDive& dive) {
     return group;
 }
 
-QByteArray ZxuGroups::next(const ZxuGroup& group) {
-    constexpr qsizetype kRoomForNumbers = 4096;
+void ZxuGroups::next(const ZxuGroup& group, const std::function<void(QByteArrayView)>& put) {
     ++dives_;
-    QByteArray text;
-    text.reserve(group.text.size() + kRoomForNumbers);
+    const QByteArrayView text(group.text);
     qsizetype done = 0;
     for (const ZxuGroup::Gap& gap : group.gaps) {
-        text += QByteArrayView(group.text).sliced(done, gap.at - done);
-        text += QByteArray::number(gap.words.isEmpty() ? dives_ : warning(gap.words));
+        put(text.sliced(done, gap.at - done));
+        put(QByteArray::number(gap.words.isEmpty() ? dives_ : warning(gap.words)));
         done = gap.at;
     }
-    return text += QByteArrayView(group.text).sliced(done);
+    put(text.sliced(done));
 }
 
 int ZxuGroups::warning(const QStringList& words) {

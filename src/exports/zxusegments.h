@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -34,8 +35,9 @@ ZxuGroup zxuGroup(const FullDive& dive);
 /// number, too.
 class ZxuGroups {
 public:
-    /// The text of the next dive: its number is its place in the file, counted from 1.
-    QByteArray next(const ZxuGroup& group);
+    /// Hands the text of the next dive on, from its beginning to its end: its number is its place in the
+    /// file, counted from 1.
+    void next(const ZxuGroup& group, const std::function<void(QByteArrayView)>& put);
     /// The segment of the warnings so far with its line end: number and words, parted by "^", one entry
     /// behind the other, parted by "~".
     QByteArray warnings() const;

@@ -184,6 +184,11 @@ void TestUddfHostile::identifiersThatMeetEachOther() {
     const Written written(dives);
     QCOMPARE(written.broken(), QString());
     QCOMPARE(tests::divesOf(written.root).size(), dives.size());
+    for (size_t number = 0; number < dives.size(); ++number) { // samples are made before the name is known
+        const QString name = written.dive(number).attributes.value("id").mid(2);
+        const Element& lead = *written.dive(number)["samples"].all("waypoint").at(0);
+        QCOMPARE(lead["switchmix"].attributes.value("ref"), "mix-" + name + "-0");
+    }
 }
 
 void TestUddfHostile::readingsBelowZeroAreLeftOut() {

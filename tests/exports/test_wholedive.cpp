@@ -4,6 +4,11 @@
 #include "exports/wholedive.h"
 #include "tests/support/programfixture.h"
 
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include <cmath>
+
 using namespace benthor;
 using namespace benthor::exports;
 using tests::ProgramFixture;
@@ -36,6 +41,7 @@ class TestWholeDive : public QObject {
 private slots:
     void numbersAreNumbersAndNothingElse_data();
     void numbersAreNumbersAndNothingElse();
+    void numbersHaveOneForm();
     void durations_data();
     void durations();
     void allOfADiveIsRead();
@@ -73,6 +79,27 @@ void TestWholeDive::numbersAreNumbersAndNothingElse() {
     if (read) {
         QCOMPARE(*read, number);
     }
+}
+
+/// Against the form of a number, spelled out.
+void TestWholeDive::numbersHaveOneForm() {
+    const QRegularExpression form(QStringLiteral(R"(^[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?$)"));
+    const QString letters = QStringLiteral("0123456789012345+-..eE ,infax'_");
+    QRandomGenerator random(20261123);
+    int numbers = 0;
+    for (int i = 0; i < 20000; ++i) {
+        QString text;
+        for (int letter = random.bounded(1, 6); letter > 0; --letter) {
+            text += letters[random.bounded(letters.size())];
+        }
+        const bool isNumber = form.match(text.trimmed()).hasMatch() && std::isfinite(text.toDouble());
+        QVERIFY2(plainNumber(text).has_value() == isNumber, qPrintable(text));
+        if (isNumber) {
+            QCOMPARE(*plainNumber(text), text.trimmed().toDouble());
+            ++numbers;
+        }
+    }
+    QVERIFY(numbers > 1000);
 }
 
 void TestWholeDive::durations_data() {
@@ -235,14 +262,14 @@ void TestWholeDive::columnsThatHoldNothingAreNotRecorded() {
     const std::optional<WholeDive> dive = world.read();
     QStringList recorded;
     for (const SampleColumn& column : sampleColumns()) {
-        if (isRecorded(*dive, column)) {
+        if (isRecorded(*dive, column.array)) {
             recorded += QLatin1String(column.name);
         }
     }
     // Its only record: depth 10, gas 0, PO2 0.70, mark 0, 20 degrees, filter 500
     QCOMPARE(recorded, (QStringList{"depthpos", "gasnum", "po2", "temp", "filterpct"}));
     WholeDive none;
-    QVERIFY(!isRecorded(none, sampleColumns().front()));
+    QVERIFY(!isRecorded(none, sampleColumns().front().array));
     QCOMPARE(sampleColumns().size(), size_t{36});
     QCOMPARE(QLatin1String(sampleColumns().back().name), QLatin1String("extraf"));
 }
