@@ -111,26 +111,32 @@ char* writeMinutes(char* at, double minutes) {
 
 /// The fields of one sample line, from the third on written only where the device recorded them.
 class ZxuLines {
-    static constexpr qsizetype kFields = 15;
-
 public:
-    static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1); ///< of which most is room only
-
-    explicit ZxuLines(const FullDive& dive)
+    /// The lines go behind what the group has.
+    ZxuLines(const FullDive& dive, ZxuGroup& group)
         : dive_(dive)
+        , group_(group)
+        , end_(group.text.size())
         , minutes_(dive.interval / 60)
         , withPo2_(dive.profile.enabled.test(3))
         , withTemperature_(dive.profile.enabled.test(5))
-        , withSupplies_(dive.profile.enabled.test(8)) {}
+        , withSupplies_(dive.profile.enabled.test(8)) {
+        constexpr qsizetype kUsualLine = 48;
+        group_.text.resize(end_ + (dive.lastsample + 1) * kUsualLine + kLongestLine);
+    }
 
-    void append(ZxuGroup& group, int sample) {
+    /// All lines are there.
+    void finish() { group_.text.truncate(end_); }
+
+    void append(int sample) {
         const profile::DiveProfile& profile = dive_.profile;
         const int place = sample - 1;
         const double depth = profile.depthpos[place];
         const double ceiling = -static_cast<double>(profile.ceilingneg[place]);
-        const qsizetype begin = group.text.size();
-        group.text.resize(begin + kLongestLine);
-        char* const line = group.text.data() + begin;
+        if (group_.text.size() - end_ < kLongestLine) {
+            group_.text.resize(2 * group_.text.size());
+        }
+        char* const line = group_.text.data() + end_;
         char* at = line;
         *at++ = '|';
         at = writeMinutes(at, (sample - profile::kFirstSample) * dive_.interval / 60);
@@ -144,14 +150,14 @@ public:
         at = field(at, withTemperature_, profile.temp[place]);
         if (profile.alarmcount[place] > 0.0F) {
             if (QStringList words = warningWords(profile, sample); !words.isEmpty()) {
-                group.gaps.push_back({begin + (at - line), std::move(words)});
+                group_.gaps.push_back({end_ + (at - line), std::move(words)});
             }
         }
         *at++ = '|';
         at = field(at, withSupplies_, profile.hpo2[place]);
         at = field(at, withSupplies_, profile.hpdil[place]);
         at = writeWord(at, "||||\r\n");
-        group.text.resize(begin + (at - line));
+        end_ += at - line;
     }
 
 private:
@@ -192,7 +198,12 @@ private:
         return risen > 0 && risen / minutes_ > kFastAscent;
     }
 
+    static constexpr qsizetype kFields = 15;
+    static constexpr qsizetype kLongestLine = kFields * (kLongestNumber + 1); ///< mostly room only
+
     const FullDive& dive_;
+    ZxuGroup& group_;
+    qsizetype end_; ///< of the text until now; behind it is room
     double minutes_; ///< between two samples
     bool withPo2_, withTemperature_, withSupplies_;
     float number_ = 0; ///< as recorded
@@ -238,12 +249,11 @@ ZxuGroup zxuGroup(const FullDive& dive) {
     group.text = "ZDH|";
     leaveDiveNumber();
     group.text += openingFields(dive) + "ZDP{" + kLineEnd;
-    constexpr qsizetype kUsualLine = 48;
-    group.text.reserve(group.text.size() + (dive.lastsample + 1) * kUsualLine + ZxuLines::kLongestLine);
-    ZxuLines lines(dive);
+    ZxuLines lines(dive, group);
     for (int sample = profile::kFirstSample; sample <= dive.lastsample; ++sample) {
-        lines.append(group, sample);
+        lines.append(sample);
     }
+    lines.finish();
     group.text += "ZDP}" + kLineEnd + "ZDT|";
     leaveDiveNumber();
     group.text += closingFields(dive);
