@@ -82,15 +82,21 @@ void FlexGrid::setFigureFont(const QFont& font) {
     viewport()->update();
 }
 
-QFont FlexGrid::cellFont(int col) const {
-    if (!hasFigureFont_ || cells_->column(col).alignment != Qt::AlignRight)
-        return font();
-    QFont figures = figureFont_;
-    if (font().pixelSize() > 0)
-        figures.setPixelSize(font().pixelSize());
-    else
-        figures.setPointSizeF(font().pointSizeF());
-    return figures;
+const TextWidths& FlexGrid::cellWidths(int col) const {
+    if (!hasFigureFont_ || cells_->column(col).alignment != Qt::AlignRight) {
+        if (!widths_)
+            widths_.emplace(font());
+        return *widths_;
+    }
+    if (!figureWidths_) {
+        QFont figures = figureFont_;
+        if (font().pixelSize() > 0)
+            figures.setPixelSize(font().pixelSize());
+        else
+            figures.setPointSizeF(font().pointSizeF());
+        figureWidths_.emplace(figures);
+    }
+    return *figureWidths_;
 }
 
 void FlexGrid::setSortableColumns(const QList<int>& columns) {
@@ -114,6 +120,8 @@ int FlexGrid::sortColumn() const {
 }
 
 void FlexGrid::forgetFit() {
+    widths_.reset();
+    figureWidths_.reset();
     headingsFitted_ = false;
     fitted_.clear();
     for (int col = 0; col < cols(); ++col)
@@ -155,8 +163,7 @@ void FlexGrid::fitRow(int row) {
         const QString text = cells_->text(row, col);
         if (text.isEmpty())
             continue;
-        const int width =
-            QFontMetrics(cellFont(col)).horizontalAdvance(text) + cellMarginLeft + cellMarginRight;
+        const int width = cellWidths(col).of(text) + cellMarginLeft + cellMarginRight;
         column.needed = std::max(column.needed, width);
     }
 }
@@ -184,6 +191,8 @@ int FlexGrid::rowsPerPage() const {
 }
 
 void FlexGrid::changeEvent(QEvent* event) {
+    widths_.reset();
+    figureWidths_.reset();
     QTableView::changeEvent(event);
     if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
         return;

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "platform/grid/flexmodel.h"
+#include "platform/grid/textwidths.h"
 
 #include <QTableView>
+
+#include <optional>
 
 namespace benthor::platform {
 
@@ -75,7 +78,9 @@ public:
     /// A font whose figures have one width, for the columns aligned right. Its size is that of the grid.
     void setFigureFont(const QFont& font);
     /// The font of a column's cells.
-    QFont cellFont(int col) const;
+    QFont cellFont(int col) const { return cellWidths(col).font(); }
+    /// The widths of texts in it; of no use behind the next event.
+    const TextWidths& cellWidths(int col) const;
 
     /// The current cell. Row 0: none yet, or the header. A row or column that does not exist is ignored.
     int row() const { return row_; }
@@ -200,6 +205,8 @@ private:
     int rowHeight_ = 28;
     QFont figureFont_;
     bool hasFigureFont_ = false;
+    mutable std::optional<TextWidths> widths_;       // in the grid's font; made when it is asked for
+    mutable std::optional<TextWidths> figureWidths_; // in the other
     int sortSlot_ = -1;
     bool sortAscending_ = true;
     QString emptyText_;

@@ -25,12 +25,11 @@ void drawLines(QPainter* painter, const QRect& cell, const QColor& line) {
 }
 
 /// Where the heading is broken into two lines so that the longer one is shortest; -1 where there is no blank.
-qsizetype bestBreak(const QString& text, const QFontMetrics& metrics) {
+qsizetype bestBreak(const QString& text, const TextWidths& widths) {
     qsizetype best = -1;
-    int bestWidth = metrics.horizontalAdvance(text);
+    int bestWidth = widths.of(text);
     for (qsizetype at = text.indexOf(u' '); at >= 0; at = text.indexOf(u' ', at + 1)) {
-        const int width = std::max(metrics.horizontalAdvance(text.first(at)),
-                                   metrics.horizontalAdvance(text.sliced(at + 1)));
+        const int width = std::max(widths.of(text.first(at)), widths.of(text.sliced(at + 1)));
         if (width < bestWidth) {
             bestWidth = width;
             best = at;
@@ -70,13 +69,13 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     const QRect area = textArea(option.rect);
     if (!text.isEmpty()) {
-        const QFont font = grid_->cellFont(col);
-        painter->setFont(font);
+        const TextWidths& widths = grid_->cellWidths(col);
+        painter->setFont(widths.font());
         painter->setPen(colours.fore);
-        const QFontMetrics metrics(font);
         const int flags = Qt::TextSingleLine | Qt::AlignVCenter | grid_->cells().column(col).alignment;
-        const bool fits = metrics.horizontalAdvance(text) <= area.width();
-        painter->drawText(area, flags, fits ? text : metrics.elidedText(text, Qt::ElideRight, area.width()));
+        const bool fits = widths.of(text) <= area.width();
+        painter->drawText(area, flags,
+                          fits ? text : widths.metrics().elidedText(text, Qt::ElideRight, area.width()));
     }
     if (row == grid_->row() && col == grid_->col()) {
         const bool own = !grid_->backColour(row, col).isValid();
@@ -92,9 +91,9 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 }
 
 QSize CellDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
-    const QFontMetrics metrics(grid_->cellFont(index.column()));
+    const TextWidths& widths = grid_->cellWidths(index.column());
     const QString text = grid_->text(index.row() + 1, index.column());
-    return {metrics.horizontalAdvance(text) + cellMarginLeft + cellMarginRight, metrics.height() + 4};
+    return {widths.of(text) + cellMarginLeft + cellMarginRight, widths.metrics().height() + 4};
 }
 
 bool CellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -133,12 +132,11 @@ int HeadingBar::neededWidth(int col) const {
     QFont font = grid_->font();
     if (sortable)
         font.setWeight(QFont::DemiBold); // as wide as it gets, so that sorting moves nothing
-    const QFontMetrics metrics(font);
+    const TextWidths widths(font);
     const QString text = grid_->text(0, col);
-    const qsizetype at = bestBreak(text, metrics);
-    const int width = at < 0 ? metrics.horizontalAdvance(text)
-                             : std::max(metrics.horizontalAdvance(text.first(at)),
-                                        metrics.horizontalAdvance(text.sliced(at + 1)));
+    const qsizetype at = bestBreak(text, widths);
+    const int width = at < 0 ? widths.of(text)
+                             : std::max(widths.of(text.first(at)), widths.of(text.sliced(at + 1)));
     return width + cellMarginLeft + cellMarginRight + (sortable ? sortArrowWidth : 0);
 }
 
@@ -159,17 +157,17 @@ void HeadingBar::paintSection(QPainter* painter, const QRect& rect, int logicalI
         area.setRight(area.right() - sortArrowWidth);
 
     const QFont font = headingFont(logicalIndex);
-    const QFontMetrics metrics(font);
+    const TextWidths widths(font);
     QString text = grid_->text(0, logicalIndex);
-    if (metrics.horizontalAdvance(text) > area.width()) {
-        if (const qsizetype at = bestBreak(text, metrics); at >= 0)
+    if (widths.of(text) > area.width()) {
+        if (const qsizetype at = bestBreak(text, widths); at >= 0)
             text[at] = u'\n';
     }
     painter->setFont(font);
     painter->setPen(ink);
     painter->drawText(area, static_cast<int>(side | Qt::AlignVCenter), text);
     if (sorted) {
-        const QRect drawn = metrics.boundingRect(area, static_cast<int>(side | Qt::AlignVCenter), text);
+        const QRect drawn = widths.metrics().boundingRect(area, static_cast<int>(side | Qt::AlignVCenter), text);
         painter->setBrush(ink);
         drawSortArrow(painter, QPointF(std::min(drawn.right(), area.right()) + 9, rect.center().y() + 0.5),
                       grid_->sortAscending());
