@@ -1,8 +1,8 @@
 #include "exports/outputfile.h"
 
-#include "exports/pieces.h"
 #include "platform/faultpoint.h"
 #include "platform/files.h"
+#include "platform/pieces.h"
 #include "platform/storewait.h"
 
 #include <QCryptographicHash>
@@ -257,7 +257,7 @@ private:
     int number_ = 0;   ///< of the system's first refusal
     QString place_;    ///< of the file behind all links; empty where it is written in place
     QByteArray draft_; ///< the hidden file, as long as there is one of ours
-    Pieces pieces_;
+    platform::Pieces pieces_;
 };
 
 OutputFile::OutputFile(const QString& path, bool force)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "exports/pieces.h"
 #include "exports/uddfnumbers.h"
+#include "platform/pieces.h"
 
 #include <QIODevice>
 #include <QString>
@@ -92,7 +92,7 @@ private:
     void take();
 
     QIODevice& device_;
-    Pieces pieces_;
+    platform::Pieces pieces_;
     QString text_; ///< of the library, behind these
     QXmlStreamWriter writer_;
     bool replaced_ = false;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "exports/pieces.h"
 #include "exports/wholedive.h"
 #include "exports/zxusegments.h"
+#include "platform/pieces.h"
 
 #include <QIODevice>
 #include <QTemporaryFile>
@@ -38,9 +38,9 @@ private:
 
     QIODevice& device_;
     QDateTime written_;
-    QByteArray held_;        ///< of the groups what comes first
-    QTemporaryFile waiting_; ///< what is behind that; opened for the first of it
-    Pieces pieces_;          ///< on their way there
+    QByteArray held_;         ///< of the groups what comes first
+    QTemporaryFile waiting_;  ///< what is behind that; opened for the first of it
+    platform::Pieces pieces_; ///< on their way there
     ZxuGroups groups_;
 };
 

@@ -55,6 +55,9 @@ public:
     /// The fields of the first display columns, as many as there is room for, in one pass over the row.
     /// Returns how many there are; those of a dive that has not been read are Null.
     size_t takeFields(int number, std::span<divefiles::FieldText> fields) const;
+    /// Says that a dive's fields are wanted soon. Rows lie as they were read, which need not be their order:
+    /// whoever goes through all of them would wait for the memory at each.
+    void fetch(int number) const;
     /// Whether the dive's row of `main` has no fault.
     bool mainIsGood(int number) const;
     /// Whether its identifier lies in the store as a text, in the field of that name.

@@ -84,6 +84,8 @@ SheetLines::SheetLines(const ListedDives& dives, const QString& depthunit)
 }
 
 void SheetLines::add(int number, std::string& lines) {
+    constexpr int kAhead = 16;
+    dives_.fetch(number + kAhead);
     std::array<FieldText, kSheetColumns> fields;
     const size_t count = dives_.takeFields(number, fields);
     for (size_t column = 0; column < count; ++column) {

@@ -1,5 +1,5 @@
-#include "exports/pieces.h"
 #include "exports/workahead.h"
+#include "platform/pieces.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 using namespace benthor::exports;
+using benthor::platform::Pieces;
 
 /// What exports are made of on their way: work that is done ahead, and bytes that go out in pieces.
 class TestAhead : public QObject {

@@ -6,6 +6,7 @@
 #include "logbook/screens/summarystrip.h"
 #include "logbook/sheetlines.h"
 #include "platform/look/widgets/numberlabel.h"
+#include "platform/pieces.h"
 #include "platform/programfolder.h"
 #include "platform/screen/dialogs.h"
 #include "platform/screen/mailer.h"
@@ -120,11 +121,14 @@ bool rbmain::writeSheet(const QString& path) {
     QFile file(path);
     bool written = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
     std::string lines = spreadsheetheader(headers).toStdString();
-    const auto write = [&file, &lines] {
-        const bool whole =
-            file.write(lines.data(), static_cast<qint64>(lines.size())) == static_cast<qint64>(lines.size());
+    platform::Pieces pieces;
+    const auto send = [&file, &written](QByteArrayView piece) {
+        written = written && file.write(piece.data(), piece.size()) == piece.size();
+    };
+    const auto write = [&] {
+        pieces.put(QByteArrayView(lines.data(), static_cast<qsizetype>(lines.size())), send);
         lines.clear();
-        return whole;
+        return written;
     };
     sincePainting_.start();
     if (divecount_ > kManyRows) {
@@ -141,7 +145,9 @@ bool rbmain::writeSheet(const QString& path) {
         }
     }
     tell(QString());
-    return written && write() && file.flush();
+    write();
+    pieces.flush(send);
+    return written && file.flush();
 }
 
 void rbmain::cmdSave_click() {

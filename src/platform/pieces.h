@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-namespace benthor::exports {
+namespace benthor::platform {
 
 /// Bytes on their way to a file, in whole pieces: each begins where a page of the file does. The system takes
 /// twice as long for pieces that begin and end within pages.
@@ -45,4 +45,4 @@ private:
     qsizetype size_ = 0; ///< of them taken
 };
 
-} // namespace benthor::exports
+} // namespace benthor::platform
