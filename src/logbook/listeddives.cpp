@@ -157,16 +157,16 @@ void ListedDives::keep(int number, const platform::StoredCells& row, qint64 rowN
     std::string& block = blocks_.back();
     const size_t offset = block.size();
     for (size_t column = 0; column < order_.size(); ++column) {
-        if (row.type(column) == platform::StoredValue::Type::Null) {
+        const std::optional<QByteArrayView> bytes = row.bytesIfAny(column);
+        if (!bytes) {
             putNumber(block, 0);
             continue;
         }
-        const QByteArrayView bytes = row.bytes(column);
-        if (bytes_ += static_cast<size_t>(bytes.size()); bytes_ > kMostBytes) {
+        if (bytes_ += static_cast<size_t>(bytes->size()); bytes_ > kMostBytes) {
             throw StoreError(QStringLiteral("The dives bring more than can be read."));
         }
-        putNumber(block, static_cast<size_t>(bytes.size()) + 1);
-        block.append(bytes.data(), static_cast<size_t>(bytes.size()));
+        putNumber(block, static_cast<size_t>(bytes->size()) + 1);
+        block.append(bytes->data(), static_cast<size_t>(bytes->size()));
     }
     Place& place = places_[static_cast<size_t>(number) - 1];
     place.row = rowNumber;

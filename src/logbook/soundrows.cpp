@@ -154,12 +154,9 @@ private:
         std::array<FieldText, divefiles::kTestedGasFields> fields;
         const size_t count = std::min(tested, row.count() - 1);
         for (size_t column = 0; column < count; ++column) {
-            if (row.type(column) == StoredValue::Type::Null) {
-                fields[column] = std::nullopt;
-            } else {
-                const QByteArrayView text = row.bytes(column);
-                fields[column] = std::string_view(text.data(), static_cast<size_t>(text.size()));
-            }
+            const std::optional<QByteArrayView> text = row.bytesIfAny(column);
+            fields[column] =
+                text ? FieldText(std::in_place, text->data(), static_cast<size_t>(text->size())) : std::nullopt;
         }
         known_[static_cast<size_t>(number)] |= isGood({fields.data(), count}) ? sign : kUncertain;
     }

@@ -183,13 +183,20 @@ double StoredCells::real(size_t column) const {
     return sqlite3_column_double(statement_, static_cast<int>(column));
 }
 
-/// Asked for as a text first where it is one: a store may hold its texts in another encoding.
 QByteArrayView StoredCells::bytes(size_t column) const {
-    const int place = static_cast<int>(column);
-    const void* const start = sqlite3_column_type(statement_, place) == SQLITE_TEXT
-                                  ? sqlite3_column_text(statement_, place)
-                                  : sqlite3_column_blob(statement_, place);
-    return {static_cast<const char*>(start), sqlite3_column_bytes(statement_, place)};
+    return bytesIfAny(column).value_or(QByteArrayView());
+}
+
+/// Asked for as a text first where it is one: a store may hold its texts in another encoding. The engine looks
+/// the field up once; its value may be used so because no other thread has this connection.
+std::optional<QByteArrayView> StoredCells::bytesIfAny(size_t column) const {
+    sqlite3_value* const value = sqlite3_column_value(statement_, static_cast<int>(column));
+    const int type = sqlite3_value_type(value);
+    if (type == SQLITE_NULL) {
+        return std::nullopt;
+    }
+    const void* const start = type == SQLITE_TEXT ? sqlite3_value_text(value) : sqlite3_value_blob(value);
+    return QByteArrayView(static_cast<const char*>(start), sqlite3_value_bytes(value));
 }
 
 StoredValue StoredCells::value(size_t column) const {
