@@ -126,13 +126,14 @@ public:
 private:
     /// Without a copy of texts, which are most of what a row holds.
     int bindCell(int place, sqlite3_stmt* from, int column) {
-        if (sqlite3_column_type(from, column) == SQLITE_TEXT) {
-            const void* const text = sqlite3_column_text(from, column);
+        sqlite3_value* const value = sqlite3_column_value(from, column);
+        if (sqlite3_value_type(value) == SQLITE_TEXT) {
+            const void* const text = sqlite3_value_text(value);
             return sqlite3_bind_text64(statement_, place, static_cast<const char*>(text),
-                                       static_cast<sqlite3_uint64>(sqlite3_column_bytes(from, column)),
+                                       static_cast<sqlite3_uint64>(sqlite3_value_bytes(value)),
                                        SQLITE_STATIC, SQLITE_UTF8);
         }
-        return sqlite3_bind_value(statement_, place, sqlite3_column_value(from, column));
+        return sqlite3_bind_value(statement_, place, value);
     }
 
     sqlite3* handle_;

@@ -14,6 +14,15 @@ QString key(const QString& section, const QString& name) {
     return section + u'/' + name;
 }
 
+/// What stands there already is not written again: each writing waits for the disk, and every window that
+/// closes keeps its place.
+template <class Value> void keep(const QString& key, const Value& value) {
+    QSettings settings = store();
+    if (!settings.contains(key) || settings.value(key).value<Value>() != value) {
+        settings.setValue(key, value);
+    }
+}
+
 } // namespace
 
 int UserSettings::number(const QString& section, const QString& name, int whenAbsent) const {
@@ -21,7 +30,7 @@ int UserSettings::number(const QString& section, const QString& name, int whenAb
 }
 
 void UserSettings::setNumber(const QString& section, const QString& name, int value) {
-    store().setValue(key(section, name), value);
+    keep(key(section, name), value);
 }
 
 QString UserSettings::text(const QString& section, const QString& name) const {
@@ -29,7 +38,7 @@ QString UserSettings::text(const QString& section, const QString& name) const {
 }
 
 void UserSettings::setText(const QString& section, const QString& name, const QString& value) {
-    store().setValue(key(section, name), value);
+    keep(key(section, name), value);
 }
 
 QRect UserSettings::rectangle(const QString& section, const QString& name) const {
@@ -37,7 +46,7 @@ QRect UserSettings::rectangle(const QString& section, const QString& name) const
 }
 
 void UserSettings::setRectangle(const QString& section, const QString& name, const QRect& value) {
-    store().setValue(key(section, name), value);
+    keep(key(section, name), value);
 }
 
 UserSettings& userSettings() {
