@@ -17,19 +17,14 @@ QString shownName(const QString& name) {
 
 } // namespace
 
-int rowInHand(const std::vector<int>& clicks, int rows, const std::function<bool(int row)>& isBlue,
-              int current) {
-    const auto clicked = std::find_if(clicks.rbegin(), clicks.rend(),
-                                      [&](int row) { return row >= 1 && row <= rows && isBlue(row); });
+int rowInHand(const std::vector<int>& clicks, const std::vector<int>& blue, int current) {
+    const auto clicked = std::find_if(clicks.rbegin(), clicks.rend(), [&blue](int row) {
+        return std::binary_search(blue.begin(), blue.end(), row);
+    });
     if (clicked != clicks.rend()) {
         return *clicked;
     }
-    for (int row = 1; row <= rows; ++row) {
-        if (isBlue(row)) {
-            return row;
-        }
-    }
-    return current;
+    return blue.empty() ? current : blue.front();
 }
 
 void noteClick(std::vector<int>& clicks, int row) {

@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <vector>
 
 namespace benthor::logbook {
@@ -11,9 +10,8 @@ namespace benthor::logbook {
 // The blue rows of the dive list. Rows count from 1.
 
 /// The row that the summary strip and the mail mean: of the blue rows the one clicked last, else the first
-/// blue one, else `current`. `clicks`: the rows clicked, the last one at the end.
-int rowInHand(const std::vector<int>& clicks, int rows, const std::function<bool(int row)>& isBlue,
-              int current);
+/// blue one, else `current`. `clicks`: the rows clicked, the last one at the end; `blue`: they ascend.
+int rowInHand(const std::vector<int>& clicks, const std::vector<int>& blue, int current);
 
 /// Puts a click behind the others; a row stands there once.
 void noteClick(std::vector<int>& clicks, int row);

@@ -223,10 +223,8 @@ void rbmain::cmdgo_click() {
 
 QStringList rbmain::chosenDives() const {
     QStringList dives;
-    for (int row = 1; row <= divecount_; ++row) {
-        if (isBlue(row)) {
-            dives += MSFlexGrid1_->text(row, 0);
-        }
+    for (const int row : blueRows()) {
+        dives += MSFlexGrid1_->text(row, 0);
     }
     return dives;
 }
@@ -243,11 +241,9 @@ QStringList rbmain::dives() const {
 /// What goes, by name; a dive without one by its identifier.
 QString rbmain::chosenNames() const {
     QStringList names;
-    for (int row = 1; row <= divecount_; ++row) {
-        if (isBlue(row)) {
-            const QString name = MSFlexGrid1_->text(row, kNameColumn);
-            names += name.trimmed().isEmpty() ? MSFlexGrid1_->text(row, 0) : name;
-        }
+    for (const int row : blueRows()) {
+        const QString name = MSFlexGrid1_->text(row, kNameColumn);
+        names += name.trimmed().isEmpty() ? MSFlexGrid1_->text(row, 0) : name;
     }
     return deletedDivesText(names);
 }

@@ -182,6 +182,7 @@ private:
 
     // rows
     bool isBlue(int row) const;
+    std::vector<int> blueRows() const;
     void markBlue(int row);
     void unmark(int row);
     void unmarkAll();

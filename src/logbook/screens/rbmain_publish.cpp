@@ -135,19 +135,20 @@ bool rbmain::writeSheet(const QString& path) {
         sincePainting_.invalidate(); // what is going on is told from the beginning
     }
     SheetLines sheet(list_.dives, unit_);
-    for (int row = 1; written && row <= divecount_; ++row) {
+    bool goesOn = written;
+    for (int row = 1; goesOn && row <= divecount_; ++row) {
         sheet.add(row, lines);
         if (row == 1 || row % kManyRows == 0) {
-            written = write() && paintPending([this, row] {
+            goesOn = write() && paintPending([this, row] {
                           tell(QStringLiteral("Saving dive %1 of %2")
                                    .arg(QString::number(row), QString::number(divecount_)));
                       });
         }
     }
     tell(QString());
-    write();
-    pieces.flush(send);
-    return written && file.flush();
+    goesOn = goesOn && write();
+    pieces.flush(send); // what there is, where the list was closed meanwhile
+    return goesOn && written && file.flush();
 }
 
 void rbmain::cmdSave_click() {

@@ -26,6 +26,13 @@ bool rbmain::isBlue(int row) const {
     return row > 0 && MSFlexGrid1_->backColour(row, 0) == blue();
 }
 
+/// They ascend. No more rows are looked at than have colours of their own.
+std::vector<int> rbmain::blueRows() const {
+    std::vector<int> rows = MSFlexGrid1_->rowsWithColours();
+    std::erase_if(rows, [this](int row) { return row > divecount_ || !isBlue(row); });
+    return rows;
+}
+
 void rbmain::markBlue(int row) {
     MSFlexGrid1_->setRowColours(row, blue(), platform::toQColor(platform::kToldWhite));
 }
@@ -36,10 +43,8 @@ void rbmain::unmark(int row) {
 }
 
 void rbmain::unmarkAll() {
-    for (int row = 1; row <= divecount_; ++row) {
-        if (isBlue(row)) {
-            unmark(row);
-        }
+    for (const int row : blueRows()) {
+        unmark(row);
     }
 }
 
@@ -115,8 +120,7 @@ void rbmain::addToChosen(int row) {
 
 /// The row that the strip and the mail mean.
 int rbmain::rowMeant() const {
-    return rowInHand(
-        clicks_, divecount_, [this](int row) { return isBlue(row); }, MSFlexGrid1_->row());
+    return rowInHand(clicks_, blueRows(), MSFlexGrid1_->row());
 }
 
 void rbmain::showStrip() {

@@ -52,6 +52,8 @@ public:
     void setBackColour(int row, int col, const QColor& colour);
     QColor foreColour(int row, int col) const { return cells_->colours(row, col).fore; }
     void setForeColour(int row, int col, const QColor& colour);
+    /// Data rows in which a cell was told a colour; they ascend.
+    std::vector<int> rowsWithColours() const { return cells_->rowsWithColours(); }
     /// Cells `firstCol` to the last of a row.
     void setRowColours(int row, const QColor& back, const QColor& fore, int firstCol = 0);
     void clearColours() { cells_->clearColours(); }

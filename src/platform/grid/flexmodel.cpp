@@ -4,6 +4,8 @@
 
 #include <QBrush>
 
+#include <algorithm>
+
 namespace benthor::platform {
 
 FlexModel::FlexModel(QObject* parent)
@@ -118,6 +120,17 @@ void FlexModel::setTextFunction(std::function<QString(int, int)> function) {
     for (int col = 0; col < cols(); ++col)
         column(col).source = col;
     touch(0, rows() - 1);
+}
+
+std::vector<int> FlexModel::rowsWithColours() const {
+    std::vector<int> rows;
+    rows.reserve(static_cast<size_t>(rowColours_.size()));
+    for (auto told = rowColours_.cbegin(); told != rowColours_.cend(); ++told) {
+        if (told.key() > 0)
+            rows.push_back(told.key());
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
 }
 
 CellColours FlexModel::colours(int row, int col) const {

@@ -64,6 +64,8 @@ public:
     void setColours(int row, int col, const CellColours& colours);
     /// Every cell of the row; two invalid colours give the row back to the grid's own.
     void setRowColours(int row, const CellColours& colours);
+    /// Data rows that have a colour of their own; they ascend.
+    std::vector<int> rowsWithColours() const;
     /// Every row back to the grid's own colours.
     void clearColours();
     /// What a cell has where it was told nothing: the colours of the theme.
