@@ -212,7 +212,8 @@ std::vector<int> ListedDives::numbersOf(const QStringList& diveids) const {
     return numbers;
 }
 
-void ListedDives::takeText(platform::Database& database, const QString& diveid) {
+std::vector<int> ListedDives::takeText(platform::Database& database, const QString& diveid) {
+    std::vector<int> taken;
     platform::StoredRows rows(database);
     rows.prepare("SELECT * FROM main WHERE DiveID = ?1")
         .each({platform::StoredValue(diveid)}, [&](const platform::StoredCells& row) {
@@ -224,9 +225,11 @@ void ListedDives::takeText(platform::Database& database, const QString& diveid) 
             for (const int number : numbersOf({QString::fromStdString(theirs)})) {
                 if (field(number, 0) == theirs) {
                     keep(number, row, place(number).row);
+                    taken.push_back(number);
                 }
             }
         });
+    return taken;
 }
 
 void ListedDives::setColumns(platform::Database& database) {

@@ -63,9 +63,9 @@ public:
     /// Whether its identifier lies in the store as a text, in the field of that name.
     bool hasTextIdentifier(int number) const;
 
-    /// Takes over what the store has of that dive by now; its place stays. Nothing where it has none. A
-    /// failing store is a StoreError.
-    void takeText(platform::Database& database, const QString& diveid);
+    /// Takes over what the store has of that dive by now; its place stays. Returns its number; several where
+    /// rows share the identifier, nothing where the store has none. A failing store is a StoreError.
+    std::vector<int> takeText(platform::Database& database, const QString& diveid);
 
     /// Numbers of the dives of those identifiers, without regard to the case of plain letters; they ascend.
     std::vector<int> numbersOf(const QStringList& diveids) const;

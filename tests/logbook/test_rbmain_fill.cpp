@@ -50,6 +50,7 @@ private slots:
     void aWindowThatIsClosedEndsTheFill();
     void aListThatIsLoadedHiddenShowsNothing();
     void textsOfASavedDiveAreTakenAndTheChoiceStays();
+    void aSavedTextThatIsLongerFindsItsRoom();
 };
 
 namespace {
@@ -540,6 +541,19 @@ void TestRbmainFill::textsOfASavedDiveAreTakenAndTheChoiceStays() {
                                            QStringLiteral("Dive03.txt")}));
     QCOMPARE(world.labelText("txtlocation"), QStringLiteral("Wreck 2"));
     QCOMPARE(world.blueRows(), QList<int>{2});
+}
+
+void TestRbmainFill::aSavedTextThatIsLongerFindsItsRoom() {
+    ListWorld world;
+    addManyDives(3);
+    world.show();
+    QCoreApplication::processEvents();
+    const int before = world.grid().columnWidth(4);
+    process().database.execute("UPDATE main SET Location = 'A wreck with quite a name' WHERE rowid = 2");
+    world.list.get().takeTextsOf(diveNumber(2));
+    QTRY_VERIFY(world.grid().columnWidth(4) > before);
+    const QFontMetrics metrics(world.grid().cellFont(4));
+    QVERIFY(world.grid().columnWidth(4) >= metrics.horizontalAdvance("A wreck with quite a name"));
 }
 
 QTEST_MAIN(TestRbmainFill)

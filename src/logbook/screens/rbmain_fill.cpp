@@ -289,8 +289,11 @@ void rbmain::takeTextsOf(const QString& diveid, const platform::StoreSpan& save)
         return;
     }
     follow(save, {diveid});
-    platform::skipErrors([&] { list_.dives.takeText(store(), diveid); });
-    askForTexts();
+    platform::skipErrors([&] {
+        for (const int number : list_.dives.takeText(store(), diveid)) {
+            MSFlexGrid1_->textsChanged(number);
+        }
+    });
     showStrip();
 }
 

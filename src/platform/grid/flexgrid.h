@@ -47,6 +47,9 @@ public:
     /// is moved later.
     void setTextFunction(std::function<QString(int row, int col)> function);
 
+    /// What the text function gives for a row is another now.
+    void textsChanged(int row) { cells_->touch(row, row); }
+
     /// An invalid colour means the grid's own, read and written.
     QColor backColour(int row, int col) const { return cells_->colours(row, col).back; }
     void setBackColour(int row, int col, const QColor& colour);
