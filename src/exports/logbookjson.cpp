@@ -57,9 +57,13 @@ QByteArray fileJson(const WholeDive& dive) {
 QByteArray channelJson(size_t stick, size_t channel, std::span<const float> values) {
     QByteArray json = "{\"stick\":" + QByteArray::number(static_cast<int>(stick)) +
                       ",\"channel\":" + QByteArray::number(static_cast<int>(channel)) + ",\"values\":[";
+    constexpr size_t kUsualNumber = 6;
+    json.reserve(json.size() + static_cast<qsizetype>(values.size() * kUsualNumber));
     for (size_t i = 0; i < values.size(); ++i) {
-        json += i == 0 ? "" : ",";
-        json += numberText(values[i]);
+        if (i != 0) {
+            json += ',';
+        }
+        appendNumber(json, values[i]);
     }
     return json + "]}";
 }

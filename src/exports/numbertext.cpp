@@ -93,6 +93,11 @@ char* writeNumber(char* at, double value) {
     return std::to_chars(at, end, value, std::chars_format::fixed).ptr;
 }
 
+void appendNumber(QByteArray& text, float value) {
+    std::array<char, kLongestNumber> number; // NOLINT(cppcoreguidelines-pro-type-member-init): it is written
+    text.append(number.data(), writeNumber(number.data(), value) - number.data());
+}
+
 QByteArray numberText(float value) {
     return textOf(value);
 }

@@ -16,6 +16,8 @@ char* writeNumber(char* at, double value);
 /// A number of so many hundredths, without zeros at its end: "12.5" for 1250. Room as above.
 char* writeHundredths(char* at, int hundredths);
 
+/// Puts the number behind `text`.
+void appendNumber(QByteArray& text, float value);
 QByteArray numberText(float value);
 QByteArray numberText(double value);
 
