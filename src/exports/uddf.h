@@ -34,7 +34,7 @@ public:
         UddfProfile profile;
         UddfSamples samples; ///< empty where the dive has none
         std::vector<UddfGases::Mix> mixes;
-        LostKinds lost;      ///< without what shows only when it goes out
+        LostKinds lost; ///< without what shows only when it goes out
     };
     static Prepared prepare(WholeDive dive) { return Prepared(std::move(dive)); }
 

@@ -37,9 +37,9 @@ struct UddfSamples {
     bool replaced = false; ///< characters that XML cannot hold
 };
 
-/// Of a dive that has samples: the zero lead as one waypoint at 0 m and 0 s, and one waypoint for each record.
-/// A value that is 0 counts as not recorded, depth and temperature excepted. `interval`: seconds, above 0.
-/// Safe on any thread.
+/// Of a dive that has samples: the zero lead as one waypoint at 0 m and 0 s, and one waypoint for each
+/// record. A value that is 0 counts as not recorded, depth and temperature excepted. `interval`: seconds,
+/// above 0. Safe on any thread.
 UddfSamples uddfSamples(const WholeDive& dive, const UddfProfile& profile, double interval);
 
 /// `name`: the dive's in the file.

@@ -9,7 +9,7 @@ namespace benthor::exports {
 
 namespace {
 
-constexpr qsizetype kRoom = 65536; ///< that bytes in memory grow by, at least
+constexpr qsizetype kRoom = 65536;         ///< that bytes in memory grow by, at least
 const QString kOpen = QStringLiteral("#"); ///< where the value goes
 
 /// Indented as the elements of a waypoint are.

@@ -203,7 +203,7 @@ private:
 
     const FullDive& dive_;
     ZxuGroup& group_;
-    qsizetype end_; ///< of the text until now; behind it is room
+    qsizetype end_;  ///< of the text until now; behind it is room
     double minutes_; ///< between two samples
     bool withPo2_, withTemperature_, withSupplies_;
     float number_ = 0; ///< as recorded

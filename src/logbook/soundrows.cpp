@@ -155,8 +155,8 @@ private:
         const size_t count = std::min(tested, row.count() - 1);
         for (size_t column = 0; column < count; ++column) {
             const std::optional<QByteArrayView> text = row.bytesIfAny(column);
-            fields[column] =
-                text ? FieldText(std::in_place, text->data(), static_cast<size_t>(text->size())) : std::nullopt;
+            fields[column] = text ? FieldText(std::in_place, text->data(), static_cast<size_t>(text->size()))
+                                  : std::nullopt;
         }
         known_[static_cast<size_t>(number)] |= isGood({fields.data(), count}) ? sign : kUncertain;
     }

@@ -130,8 +130,8 @@ private:
         if (sqlite3_value_type(value) == SQLITE_TEXT) {
             const void* const text = sqlite3_value_text(value);
             return sqlite3_bind_text64(statement_, place, static_cast<const char*>(text),
-                                       static_cast<sqlite3_uint64>(sqlite3_value_bytes(value)),
-                                       SQLITE_STATIC, SQLITE_UTF8);
+                                       static_cast<sqlite3_uint64>(sqlite3_value_bytes(value)), SQLITE_STATIC,
+                                       SQLITE_UTF8);
         }
         return sqlite3_bind_value(statement_, place, value);
     }
@@ -188,8 +188,8 @@ QByteArrayView StoredCells::bytes(size_t column) const {
     return bytesIfAny(column).value_or(QByteArrayView());
 }
 
-/// Asked for as a text first where it is one: a store may hold its texts in another encoding. The engine looks
-/// the field up once; its value may be used so because no other thread has this connection.
+/// Asked for as a text first where it is one: a store may hold its texts in another encoding. The engine
+/// looks the field up once; its value may be used so because no other thread has this connection.
 std::optional<QByteArrayView> StoredCells::bytesIfAny(size_t column) const {
     sqlite3_value* const value = sqlite3_column_value(statement_, static_cast<int>(column));
     const int type = sqlite3_value_type(value);

@@ -140,9 +140,9 @@ bool rbmain::writeSheet(const QString& path) {
         sheet.add(row, lines);
         if (row == 1 || row % kManyRows == 0) {
             goesOn = write() && paintPending([this, row] {
-                          tell(QStringLiteral("Saving dive %1 of %2")
-                                   .arg(QString::number(row), QString::number(divecount_)));
-                      });
+                         tell(QStringLiteral("Saving dive %1 of %2")
+                                  .arg(QString::number(row), QString::number(divecount_)));
+                     });
         }
     }
     tell(QString());

@@ -135,8 +135,8 @@ int HeadingBar::neededWidth(int col) const {
     const TextWidths widths(font);
     const QString text = grid_->text(0, col);
     const qsizetype at = bestBreak(text, widths);
-    const int width = at < 0 ? widths.of(text)
-                             : std::max(widths.of(text.first(at)), widths.of(text.sliced(at + 1)));
+    const int width =
+        at < 0 ? widths.of(text) : std::max(widths.of(text.first(at)), widths.of(text.sliced(at + 1)));
     return width + cellMarginLeft + cellMarginRight + (sortable ? sortArrowWidth : 0);
 }
 
@@ -167,7 +167,8 @@ void HeadingBar::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->setPen(ink);
     painter->drawText(area, static_cast<int>(side | Qt::AlignVCenter), text);
     if (sorted) {
-        const QRect drawn = widths.metrics().boundingRect(area, static_cast<int>(side | Qt::AlignVCenter), text);
+        const QRect drawn =
+            widths.metrics().boundingRect(area, static_cast<int>(side | Qt::AlignVCenter), text);
         painter->setBrush(ink);
         drawSortArrow(painter, QPointF(std::min(drawn.right(), area.right()) + 9, rect.center().y() + 0.5),
                       grid_->sortAscending());

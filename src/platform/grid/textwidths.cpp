@@ -7,7 +7,7 @@ namespace benthor::platform {
 namespace {
 
 constexpr qsizetype mostFonts = 16;
-constexpr qsizetype mostTexts = 8192;      // of a font: less than a megabyte
+constexpr qsizetype mostTexts = 8192;     // of a font: less than a megabyte
 constexpr qsizetype mostCharacters = 200; // of a text that is kept: notes can be megabytes
 
 template <class Fonts> Fonts& allFonts() {

@@ -49,6 +49,8 @@ private slots:
     void anEmptyToldTextOverridesTheFunction();
     void aGreatGridIsAskedOnlyWhereItIsLookedAt();
     void tenThousandRowsAreFilledQuickly();
+    void rowsWithColoursAreKnownInTheirOrder();
+    void aRowWhoseTextChangedIsToldAlone();
     void columnMovesInTurnGiveTheListOrder();
     void movingRightClosesTheGap();
     void aMovedColumnTakesAllItHolds();
@@ -466,6 +468,38 @@ void TestFlexGrid::manySmallChangesAreToldAtOnce() {
     QTRY_COMPARE(told.count(), 1);
     QCOMPARE(told[0][0].toModelIndex().row(), 9);
     QCOMPARE(told[0][1].toModelIndex().row(), 89);
+}
+
+void TestFlexGrid::rowsWithColoursAreKnownInTheirOrder() {
+    FlexGrid grid;
+    size(grid, 1001, 3);
+    QVERIFY(grid.rowsWithColours().empty());
+    for (const int row : {700, 5, 1000, 42})
+        grid.setRowColours(row, Qt::blue, Qt::white);
+    grid.setBackColour(0, 1, Qt::red); // a heading is no data row
+    grid.setForeColour(43, 2, Qt::red);
+    QCOMPARE(grid.rowsWithColours(), (std::vector{5, 42, 43, 700, 1000}));
+    grid.setRowColours(42, {}, {});
+    grid.setForeColour(43, 2, {});
+    grid.setRows(900);
+    QCOMPARE(grid.rowsWithColours(), (std::vector{5, 700}));
+    grid.setRows(1);
+    QVERIFY(grid.rowsWithColours().empty());
+}
+
+void TestFlexGrid::aRowWhoseTextChangedIsToldAlone() {
+    FlexGrid grid;
+    size(grid, 101, 2);
+    QString text = QStringLiteral("before");
+    grid.setTextFunction([&text](int, int) { return text; });
+    QCoreApplication::processEvents();
+    QSignalSpy told(grid.model(), &QAbstractItemModel::dataChanged);
+    text = QStringLiteral("after");
+    grid.textsChanged(7);
+    QTRY_COMPARE(told.count(), 1);
+    QCOMPARE(told[0][0].toModelIndex().row(), 6);
+    QCOMPARE(told[0][1].toModelIndex().row(), 6);
+    QCOMPARE(grid.text(7, 1), text);
 }
 
 QTEST_MAIN(TestFlexGrid)
