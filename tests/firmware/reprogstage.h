@@ -1,10 +1,9 @@
 #pragma once
 
 #include "firmware/screens/reprog_link.h"
-#include "link/supervision.h"
 #include "platform/screen/ticktimer.h"
 #include "tests/firmware/fakefirmwareneighbours.h"
-#include "tests/link/fakehost.h"
+#include "tests/firmware/onefakeline.h"
 #include "tests/support/scripteddialogs.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/testsettings.h"
@@ -22,13 +21,7 @@ struct ReprogStage {
         folder.put("Reprog/bpcsp2shchk.sog", image);
         folder.put("Reprog/chklst.txt", "bpcsp2shchk.sog  chksum= 0ABC\r\n");
         link::writecomport(QStringLiteral("3"));
-        link::LinkLines lines;
-        lines.make = [this](QObject*, const std::function<void()>&) {
-            auto made = std::make_unique<FakeLine>();
-            line = made.get();
-            return made;
-        };
-        screen = std::make_unique<firmware::ReProg_Link>(neighbours, lines);
+        screen = std::make_unique<firmware::ReProg_Link>(neighbours, oneFakeLine(line));
         screen->showScreen();
     }
     template <class T = QWidget> T* control(const char* name) const {

@@ -1,11 +1,10 @@
 #include "tests/pictures/firmwarepictures.h"
 
 #include "firmware/screens/reprog_link.h"
-#include "link/supervision.h"
 #include "platform/programfolder.h"
 #include "platform/screen/ticktimer.h"
 #include "tests/firmware/fakefirmwareneighbours.h"
-#include "tests/link/fakehost.h"
+#include "tests/firmware/onefakeline.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -30,13 +29,7 @@ QByteArray shell(const QString& value) {
 
 struct Stage {
     Stage() {
-        link::LinkLines lines;
-        lines.make = [this](QObject*, const std::function<void()>&) {
-            auto made = std::make_unique<FakeLine>();
-            line = made.get();
-            return made;
-        };
-        screen = std::make_unique<firmware::ReProg_Link>(neighbours, lines);
+        screen = std::make_unique<firmware::ReProg_Link>(neighbours, oneFakeLine(line));
         screen->showScreen();
     }
     template <class T> T* control(const char* name) { return screen->findChild<T*>(QLatin1String(name)); }
