@@ -46,6 +46,8 @@ public:
     /// Why it can only be read, for the user; empty when it can be changed.
     QString readOnlyReason() const { return readOnlyReason_; }
     void setReadOnly(const QString& reason);
+    /// Whether another program that holds the store is waited for; before open(), too. True at first.
+    void setPatient(bool patient) { patient_ = patient; }
     /// Whether no other program keeps it from being changed; `wait`: for a while.
     bool canChange(bool wait);
     SQLite::Database& database();

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <sqlite3.h>
+#include <utility>
 
 namespace benthor::platform {
 
@@ -148,12 +149,12 @@ void Connection::setReadOnly(const QString& reason) {
 }
 
 bool Connection::canChange(bool wait) {
-    patient_ = wait;
+    const bool before = std::exchange(patient_, wait);
     const auto lock = [this](const char* sql) {
         return sqlite3_exec(database().getHandle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
     };
     const bool free = lock("BEGIN IMMEDIATE") && lock("ROLLBACK");
-    patient_ = true;
+    patient_ = before;
     if (free) {
         lockCameFree(place_);
     }

@@ -5,8 +5,11 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
+#include <array>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace benthor::platform {
 
@@ -37,6 +40,37 @@ void makePrivateFile(const QString& path) {
     }
 }
 
+/// Whoever has work in hand on the store is not to lose that, where another will stand in its place. Rolled
+/// back, for an empty file would get a head; the lock stays as long as the handle.
+void hold(Connection& store) {
+    store.database().exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
+}
+
+/// The file's own count of its changes is read through the engine: to close another handle of the file would
+/// set the store free.
+quint32 changesOf(Connection& store) {
+    constexpr int kPlace = 24; // in the file's head, four bytes, the highest first
+    std::array<uchar, sizeof(quint32)> bytes{};
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(store.database().getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (file != nullptr && file->pMethods != nullptr &&
+        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), kPlace) == SQLITE_OK) {
+        return qFromBigEndian<quint32>(bytes.data());
+    }
+    return 0;
+}
+
+/// To be asked while the store is held.
+StoreMark markOf(Connection& store) {
+    struct stat facts {};
+    if (::stat(QFile::encodeName(store.path()).constData(), &facts) != 0) {
+        return {};
+    }
+    constexpr qint64 kNanosecondsPerSecond = 1'000'000'000;
+    return {facts.st_dev, facts.st_ino, facts.st_size,
+            facts.st_mtim.tv_sec * kNanosecondsPerSecond + facts.st_mtim.tv_nsec, changesOf(store)};
+}
+
 } // namespace
 
 void createDatabase(const QString& path, const char* schema, const Query& change) {
@@ -58,16 +92,28 @@ void createDatabase(const QString& path, const char* schema, const Query& change
     }
 }
 
-void compactDatabase(const QString& from, const QString& to) {
+StoreMark markOf(const QString& path) {
+    Connection store;
+    store.open(path);
+    try {
+        hold(store);
+        return markOf(store);
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(QStringLiteral("The store %1 cannot be looked at").arg(path), error);
+    }
+}
+
+StoreMark compactDatabase(const QString& from, const QString& to, WhenHeld whenHeld) {
     Connection source;
+    source.setPatient(whenHeld == WhenHeld::Wait);
     source.open(from);
     makePrivateFile(to);
+    StoreMark mark;
     try {
         passFault("compact");
         source.startWork();
-        // Whoever has work in hand on it is not to lose that: the packed store will stand in its place.
-        // Rolled back, for an empty file would get a head; the lock stays.
-        source.database().exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
+        hold(source);
+        mark = markOf(source);
         SQLite::Statement pack(source.database(), "VACUUM INTO ?1");
         pack.bind(1, QFileInfo(to).absoluteFilePath().toStdString());
         pack.exec();
@@ -78,6 +124,7 @@ void compactDatabase(const QString& from, const QString& to) {
     if (const FileResult given = takeRights(to, from); !given) {
         throw StoreError(given.error);
     }
+    return mark;
 }
 
 void settleDatabase(const QString& path) {

@@ -15,10 +15,31 @@ namespace benthor::platform {
 /// alone may read it. StoreError; the file may then be there in part.
 void createDatabase(const QString& path, const char* schema, const Query& change);
 
+/// What a store's file was at one moment. Two that are equal, each of them known: nobody has changed the
+/// store from the one to the other.
+struct StoreMark {
+    quint64 device = 0; ///< file system and number of the file; 0: nothing is known
+    quint64 file = 0;
+    qint64 bytes = 0;
+    qint64 written = 0;  ///< nanoseconds since 1970
+    quint32 changes = 0; ///< how often it was changed, as the store itself counts it
+
+    bool isKnown() const { return file != 0; }
+    bool operator==(const StoreMark&) const = default;
+};
+
+/// The mark of a store that no other program holds, once a change that a crash left unfinished is rolled
+/// back. StoreError.
+StoreMark markOf(const QString& path);
+
+/// Whether a store is waited for that another program holds.
+enum class WhenHeld { Wait, Fail };
+
 /// Writes what the store at `from` holds, packed, into a new file `to`. A change that a crash left unfinished
 /// in `from` is rolled back first. `to` must not be there, and has the rights of `from`. The file is not yet
-/// on the disk: moveFile() puts it there. StoreError; `to` may then be there in part.
-void compactDatabase(const QString& from, const QString& to);
+/// on the disk: moveFile() puts it there. Returns what `from` was. StoreError; `to` may then be there in
+/// part.
+StoreMark compactDatabase(const QString& from, const QString& to, WhenHeld whenHeld = WhenHeld::Wait);
 
 /// Opens the store, which rolls back a change that a crash left unfinished, and closes it. StoreError.
 void settleDatabase(const QString& path);

@@ -53,6 +53,7 @@ House::Opened House::open(const QString& path) {
 
 void House::start() {
     rooms_->frmSplash.showInFront();
+    rooms_->prepareStart();
 }
 
 void House::follow(const platform::SessionEnd& session) {

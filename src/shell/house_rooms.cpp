@@ -3,6 +3,7 @@
 #include "platform/programfolder.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 namespace benthor::shell {
 
@@ -10,6 +11,20 @@ Rooms::Rooms(House& owner, link::LinkLines serialLines)
     : house(owner)
     , lines(std::move(serialLines))
     , lock(platform::ProgramFolder::current().root()) {}
+
+/// What changes the store is left to the guide's load; a store that is to be repaired is let alone.
+void Rooms::prepareStart() {
+    constexpr int kPaintedBy = 100; // milliseconds
+    if (lock.held()) {
+        storeStart.begin(platform::ProgramFolder::current());
+    }
+    QTimer::singleShot(kPaintedBy, &house, [this] {
+        if (frmSplash.isVisible() && !platform::Screen::anyAtWork()) {
+            frmGetS.makeAhead();
+            main.makeAhead();
+        }
+    });
+}
 
 guides::frmSplash* Rooms::makeSplash() {
     auto* screen = make<guides::frmSplash>(lock.held());
@@ -19,11 +34,12 @@ guides::frmSplash* Rooms::makeSplash() {
         QCoreApplication::processEvents();
         frmGetS.showInFront();
     });
+    QObject::connect(screen, &guides::frmSplash::repairBegins, &house, [this] { storeStart.drop(); });
     return screen;
 }
 
 guides::frmGetS* Rooms::makeGuide() {
-    auto* screen = make<guides::frmGetS>(lock.held());
+    auto* screen = make<guides::frmGetS>(lock.held(), &storeStart);
     QObject::connect(screen, &platform::Screen::unloaded, &house, [this] {
         if (!end.isNear()) {
             const Handover handover(end);

@@ -8,6 +8,7 @@
 #include "guides/screens/frmgets.h"
 #include "guides/screens/frmsplash.h"
 #include "guides/screens/frmtip.h"
+#include "guides/screens/maintaining.h"
 #include "link/screens/pc_link_1.h"
 #include "platform/instancelock.h"
 #include "platform/screen/screenslot.h"
@@ -42,6 +43,7 @@ public:
     link::LinkLines lines;
     platform::InstanceLock lock;
     platform::StoreWaitWindow storeWait;
+    guides::StoreStart storeStart;
 
     HouseEnd end{*this};                  ///< the last screen goes, or the session
     LinkHandover linkSays{*this};         ///< what the link screen says to the others
@@ -51,6 +53,9 @@ public:
     TipsHandover tips{*this};             ///< the tips, on their own screen and on the main one
     MainHandover mainAsks{*this};         ///< what the main screen asks
     FileOpening opening{*this};           ///< files that are opened from outside
+
+    /// While the splash is up: what the end of the start would have the user wait for.
+    void prepareStart();
 
     // Made from the top of the layers down, so that the ones below go last.
     platform::ScreenSlot<link::PC_Link_1> PC_Link_1{[this] { return linkSays.makeLink(); }};

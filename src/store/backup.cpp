@@ -134,15 +134,15 @@ bool draftBackup(const ProgramFolder& folder, const MaintenanceWatch& watch) {
         .ok();
 }
 
-/// Writes the packed store beside the store, proves it and makes the backup to be of it. `drafted`: whether
-/// that one is there.
-Packed packBeside(const ProgramFolder& folder, const MaintenanceWatch& watch, bool& drafted) {
+/// Writes the packed store beside the store, proves it and makes the backup to be of it.
+Packed packBeside(const ProgramFolder& folder, const MaintenanceWatch& watch, platform::WhenHeld whenHeld,
+                  StoreDrafts& drafts) {
     const QString packed = folder.path(packedname());
     bool held = false;
     tell(watch, MaintenanceStep::Packing);
     const bool packedWell = skipErrors([&] {
         try {
-            platform::compactDatabase(folder.path(storename()), packed);
+            drafts.store = platform::compactDatabase(folder.path(storename()), packed, whenHeld);
         } catch (const StoreError& error) {
             held = error.busy();
             throw;
@@ -153,20 +153,37 @@ Packed packBeside(const ProgramFolder& folder, const MaintenanceWatch& watch, bo
     }
     tell(watch, MaintenanceStep::Checking);
     const bool sound = platform::examineDatabaseTogether(packed, storetables(), watch.goOn, [&] {
-                           drafted = draftBackup(folder, watch);
+                           drafts.backup = draftBackup(folder, watch);
                        }).sound();
-    return !goesOn(watch) ? Packed::Stopped : sound ? Packed::Done : Packed::Failed;
+    if (!goesOn(watch)) {
+        return Packed::Stopped;
+    }
+    drafts.made = sound;
+    return sound ? Packed::Done : Packed::Failed;
 }
 
-/// Puts a packed copy in the store's place, and its twin beside it as the backup to be (`drafted` where that
-/// went well). Where packing does not work, or another program holds the store, it stays as it was.
-Packed pack(const ProgramFolder& folder, const MaintenanceWatch& watch, bool& drafted) {
+/// Whether the store is what was packed, to its last change.
+bool isAsPacked(const ProgramFolder& folder, const StoreDrafts& drafts) {
+    platform::StoreMark now;
+    return drafts.made && drafts.store.isKnown() &&
+           skipErrors([&] { now = platform::markOf(folder.path(storename())); }) && now == drafts.store;
+}
+
+/// Puts a packed copy in the store's place, and its twin beside it as the backup to be. Where packing does
+/// not work, or another program holds the store or has changed it meanwhile, it stays as it was.
+Packed pack(const ProgramFolder& folder, const MaintenanceWatch& watch, StoreDrafts& drafts) {
     const QString store = folder.path(storename());
     if (!platform::whyReadOnly(store).isEmpty()) {
         return Packed::Failed;
     }
-    removePacked(folder);
-    Packed result = packBeside(folder, watch, drafted);
+    Packed result = Packed::Done;
+    if (!drafts.made) {
+        removePacked(folder);
+        result = packBeside(folder, watch, platform::WhenHeld::Wait, drafts);
+        if (result == Packed::Done && !isAsPacked(folder, drafts)) {
+            result = Packed::Held;
+        }
+    }
     if (result == Packed::Done) {
         platform::removeJournals(store);
         if (!platform::moveFile(folder.path(packedname()), store)) {
@@ -175,7 +192,7 @@ Packed pack(const ProgramFolder& folder, const MaintenanceWatch& watch, bool& dr
     }
     removePacked(folder);
     if (result != Packed::Done) {
-        drafted = false;
+        drafts = {};
         QFile::remove(folder.path(draftname()));
     }
     return result;
@@ -251,7 +268,31 @@ void requireDiveStore(const QString& path) {
     }
 }
 
-Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& watch) {
+StoreDrafts draftstore(const ProgramFolder& folder, const MaintenanceWatch& watch) {
+    const QString store = folder.path(storename());
+    const auto isThere = [&folder](const QString& name) { return QFileInfo::exists(folder.path(name)); };
+    if (!isThere(storename()) || isThere(packedname()) || isThere(draftname()) || isjetfile(store) ||
+        !platform::whyReadOnly(store).isEmpty()) {
+        return {};
+    }
+    StoreDrafts drafts;
+    if (packBeside(folder, watch, platform::WhenHeld::Fail, drafts) != Packed::Done) {
+        removedrafts(folder);
+        return {};
+    }
+    return drafts;
+}
+
+void removedrafts(const ProgramFolder& folder) {
+    removePacked(folder);
+    QFile::remove(folder.path(draftname()));
+}
+
+Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& watch, StoreDrafts drafts) {
+    if (drafts.made && !isAsPacked(folder, drafts)) {
+        removedrafts(folder);
+        drafts = {};
+    }
     const QString store = folder.path(storename());
     if (!folder.listFiles(QString(), storename()).contains(storename())) {
         return {};
@@ -259,8 +300,7 @@ Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& w
     if (isjetfile(store)) { // an older store that could not come along stays as it is
         return {};
     }
-    bool drafted = false;
-    const Packed packed = pack(folder, watch, drafted);
+    const Packed packed = pack(folder, watch, drafts);
     if (packed == Packed::Held || packed == Packed::Stopped) {
         return {};
     }
@@ -272,11 +312,11 @@ Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& w
         if (!verdict.sound()) {
             return {};
         }
-        drafted = platform::copyFileLike(store, store, folder.path(draftname()), platform::FolderSync::Now,
-                                         faultOf, watch.goOn)
-                      .ok();
+        drafts.backup = platform::copyFileLike(store, store, folder.path(draftname()),
+                                               platform::FolderSync::Now, faultOf, watch.goOn)
+                            .ok();
     }
-    backUp(folder, drafted);
+    backUp(folder, drafts.backup);
     return {};
 }
 

@@ -42,12 +42,30 @@ struct MaintenanceWatch {
     std::function<void(MaintenanceStep step)> step;
 };
 
+/// What a start makes beside the store before it changes anything: the store packed and proved, and the
+/// backup to be. Nobody uses these files unless maintainstore() puts them in their places.
+struct StoreDrafts {
+    bool made = false;
+    bool backup = false;       ///< the backup to be is there, too
+    platform::StoreMark store; ///< what the store was when it was packed
+};
+
+/// Makes the drafts ahead, where the store can be packed at once: not where another program holds it, where
+/// it may only be read or is an older one, where it is damaged, nor where a crash left files of that kind. No
+/// thread of the process may open the file of the store meanwhile.
+StoreDrafts draftstore(const platform::ProgramFolder& folder, const MaintenanceWatch& watch = {});
+
+/// Takes away drafts that are not used.
+void removedrafts(const platform::ProgramFolder& folder);
+
 /// Packs the store, makes the packed store the newest backup and moves each older one on to the next number.
 /// A step that fails is passed over; where no new backup can be made, none moves. A store that is damaged is
 /// kept under a name of its own, and rb.mdb is then missing; one that cannot be judged (locked, a failing
 /// disk) stays as it is; one that may only be read is not packed. Nothing is done without a store, nor with
-/// an older one that could not come along (olderstore.h). The store must be closed.
-Maintenance maintainstore(const platform::ProgramFolder& folder, const MaintenanceWatch& watch = {});
+/// an older one that could not come along (olderstore.h). Drafts that were made ahead are used, unless
+/// somebody has changed the store since. The store must be closed.
+Maintenance maintainstore(const platform::ProgramFolder& folder, const MaintenanceWatch& watch = {},
+                          StoreDrafts drafts = {});
 
 /// Copies the backup of that number to rb.mdb, for a folder without a store.
 platform::FileResult restorebackup(const platform::ProgramFolder& folder, int number = 1);

@@ -108,6 +108,13 @@ private slots:
     void stoppedTheStartGoesOn();
     void closingTheWindowStops();
     void aDamagedStoreIsSetAsideAndTold();
+
+    void begunAheadItEndsWithoutPackingAgain();
+    void begunAheadAndNotYetThroughItIsWaitedForBehindTheWindow();
+    void begunAheadItCanBeStopped();
+    void droppedItLeavesTheStoreAsItWas();
+    void aStoreThatWasReplacedMeanwhileIsBegunWithAnew();
+    void anOlderStoreIsNotBegunWith();
 };
 
 void TestMaintaining::aStartThatIsSoonOverShowsNoWindow() {
@@ -232,6 +239,106 @@ void TestMaintaining::aDamagedStoreIsSetAsideAndTold() {
     QCOMPARE(stage.folder.get("rb-damaged.mdb"), QByteArray(9000, 'x'));
     QCOMPARE(stage.folder.get("backup.mdb"), QByteArray("the newest"));
     QVERIFY(!stage.folder.has("rb.mdb"));
+}
+
+void TestMaintaining::begunAheadItEndsWithoutPackingAgain() {
+    GuideStage<frmGetS> stage(true); // for the dialogs
+    const platform::ProgramFolder& folder = platform::ProgramFolder::current();
+    std::atomic<int> packings{0};
+    const platform::FaultInjection count([&](std::string_view at) {
+        packings += at == "compact" ? 1 : 0;
+        return 0;
+    });
+    StoreStart start;
+    QVERIFY(!start.isUnderWay());
+    start.begin(folder);
+    start.begin(folder);
+    QVERIFY(start.isUnderWay());
+    QTRY_VERIFY(stage.folder.has("backup-new.mdb"));
+    QVERIFY(!stage.folder.has("backup.mdb"));
+    QVERIFY(start.end(folder).setAside.isEmpty());
+    QVERIFY(!start.isUnderWay());
+    QCOMPARE(packings.load(), 1);
+    QCOMPARE(stores(stage.folder), (QStringList{"backup.mdb", "rb.mdb"}));
+    QCOMPARE(stage.folder.get("backup.mdb"), stage.folder.get("rb.mdb"));
+}
+
+void TestMaintaining::begunAheadAndNotYetThroughItIsWaitedForBehindTheWindow() {
+    const TestFolder folder;
+    Painted painted(12);
+    std::atomic<int> held{0};
+    const platform::FaultInjection slow(holdAt("compacted", painted, held));
+    StoreStart start;
+    start.begin(platform::ProgramFolder::current());
+    QVERIFY(start.isUnderWay());
+    start.end(platform::ProgramFolder::current());
+    QCOMPARE(held.load(), 1);
+    QVERIFY(painted.waited);
+    QCOMPARE(stores(folder), (QStringList{"backup.mdb", "rb.mdb"}));
+}
+
+void TestMaintaining::begunAheadItCanBeStopped() {
+    const TestFolder folder;
+    const QByteArray before = folder.get("rb.mdb");
+    Painted painted(2, stop);
+    std::atomic<int> heard{0};
+    const platform::FaultInjection slow([&](std::string_view at) {
+        heard += at == "compacted" && painted.wait() && stopIsHeard() ? 1 : 0;
+        return 0;
+    });
+    StoreStart start;
+    start.begin(platform::ProgramFolder::current());
+    start.end(platform::ProgramFolder::current());
+    QVERIFY(heard > 0);
+    QCOMPARE(folder.get("rb.mdb"), before);
+    QCOMPARE(stores(folder), QStringList{"rb.mdb"});
+}
+
+void TestMaintaining::droppedItLeavesTheStoreAsItWas() {
+    const TestFolder folder;
+    const QByteArray before = folder.get("rb.mdb");
+    StoreStart start;
+    start.drop();
+    start.begin(platform::ProgramFolder::current());
+    start.drop(); // in the midst of it
+    QVERIFY(!start.isUnderWay());
+    QCOMPARE(stores(folder), QStringList{"rb.mdb"});
+    start.begin(platform::ProgramFolder::current());
+    QTRY_VERIFY(folder.has("backup-new.mdb"));
+    start.drop(); // when it is through
+    QCOMPARE(stores(folder), QStringList{"rb.mdb"});
+    {
+        StoreStart other;
+        other.begin(platform::ProgramFolder::current());
+    }
+    QCOMPARE(stores(folder), QStringList{"rb.mdb"});
+    QCOMPARE(folder.get("rb.mdb"), before);
+}
+
+void TestMaintaining::aStoreThatWasReplacedMeanwhileIsBegunWithAnew() {
+    GuideStage<frmGetS> stage(true);
+    StoreStart start;
+    start.begin(platform::ProgramFolder::current());
+    store::createStore(stage.folder.path("another.mdb"), QStringLiteral("Open"));
+    QVERIFY(platform::moveFile(stage.folder.path("another.mdb"), stage.folder.path("rb.mdb")));
+    QVERIFY(!start.isUnderWay());
+    QCOMPARE(stores(stage.folder), QStringList{"rb.mdb"});
+    frmGetS screen(true, &start);
+    screen.showScreen();
+    QVERIFY(screen.isVisible()); // its guide is open
+    QCOMPARE(stores(stage.folder), (QStringList{"backup.mdb", "rb.mdb"}));
+    process().database.close();
+}
+
+void TestMaintaining::anOlderStoreIsNotBegunWith() {
+    const TestFolder folder;
+    const QByteArray jet = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4076, '\0');
+    folder.put("rb.mdb", jet);
+    StoreStart start;
+    start.begin(platform::ProgramFolder::current());
+    QVERIFY(!start.isUnderWay());
+    QCOMPARE(folder.get("rb.mdb"), jet);
+    QCOMPARE(stores(folder), QStringList{"rb.mdb"});
 }
 
 QTEST_MAIN(TestMaintaining)

@@ -32,6 +32,7 @@ private slots:
     void aFileThatIsNoStoreIsNamedAndNotTaken();
     void aFileOfAnotherEndingIsNotTaken();
     void theTimerStandsWhileTheQuestionIsUpAndRunsOn();
+    void aRepairIsToldBeforeItAsks();
     void aSecondCopyRestoresNothing();
     void returnGoesOnAndDoesNotRepair();
 };
@@ -118,6 +119,20 @@ void TestSplash::theTimerStandsWhileTheQuestionIsUpAndRunsOn() {
     QVERIFY(stood);
     QCOMPARE(handedOver.count(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(handedOver.count(), 1, 5000);
+}
+
+/// Whoever works on the store has let go of it by the time at which a file can be chosen.
+void TestSplash::aRepairIsToldBeforeItAsks() {
+    Stage<frmSplash> stage(true);
+    QSignalSpy begins(stage.screen.data(), &frmSplash::repairBegins);
+    int toldBefore = 0;
+    stage.dialogs.during([&] { toldBefore = static_cast<int>(begins.count()); });
+    stage.dialogs.answer(false);
+    stage.screen->showScreen();
+    QCOMPARE(begins.count(), 0);
+    stage.click("Command1");
+    QCOMPARE(toldBefore, 1);
+    QCOMPARE(begins.count(), 1);
 }
 
 void TestSplash::aSecondCopyRestoresNothing() {

@@ -132,7 +132,9 @@ int runChild(const QByteArray& work, int argc, char** argv) {
     return QApplication::exec();
 }
 
+/// While the splash is up the program packs the store, which holds it for a moment.
 void hold(SQLite::Database& store, const char* how) {
+    store.setBusyTimeout(10000);
     store.exec("PRAGMA locking_mode = NORMAL");
     store.exec(how);
 }

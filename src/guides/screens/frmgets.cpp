@@ -41,9 +41,10 @@ QString pictureOfStep(int step) {
 
 } // namespace
 
-frmGetS::frmGetS(bool maintain)
+frmGetS::frmGetS(bool maintain, StoreStart* begun)
     : Screen(QStringLiteral("frmGetS"))
-    , maintain_(maintain) {
+    , maintain_(maintain)
+    , begun_(begun) {
     setWindowTitle(QStringLiteral("Benthor - Getting Started"));
     auto* card = new GuideCard;
     buildWords(*card);
@@ -138,8 +139,11 @@ void frmGetS::loading() {
 void frmGetS::maintainStore() {
     const ProgramFolder& folder = ProgramFolder::current();
     const auto tell = [this](const QString& text) { platform::dialogs().message(this, text); };
-    bringolderstore(this);
-    const store::Maintenance done = maintainbehindwindow(folder);
+    const bool begun = begun_ != nullptr && begun_->isUnderWay();
+    if (!begun) {
+        bringolderstore(this);
+    }
+    const store::Maintenance done = begun ? begun_->end(folder) : maintainbehindwindow(folder);
     if (!done.setAside.isEmpty()) {
         tell(
             QStringLiteral("The dive store is damaged and was not opened: %1\n\nNothing of it is lost: it is "

@@ -15,8 +15,9 @@ class frmGetS : public platform::Screen {
     Q_OBJECT
 
 public:
-    /// `maintain`: this copy of the program is the one that may touch the store.
-    explicit frmGetS(bool maintain);
+    /// `maintain`: this copy of the program is the one that may touch the store. `begun`: what the start may
+    /// have done ahead; it outlives this.
+    explicit frmGetS(bool maintain, class StoreStart* begun = nullptr);
 
     int step() const { return step_; }
 
@@ -35,6 +36,7 @@ private:
     void Check1_toggled(bool checked);
 
     bool maintain_;
+    StoreStart* begun_;
     int step_ = 0;
     QLabel* picture_ = nullptr;
     QLabel* Label1_ = nullptr;

@@ -96,6 +96,7 @@ void frmSplash::keyPressEvent(QKeyEvent* event) {
 void frmSplash::Command1_click() {
     const Routine routine(*this);
     Timer1_->setEnabled(false);
+    emit repairBegins();
     restore();
     Timer1_->setEnabled(true);
 }

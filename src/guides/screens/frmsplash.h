@@ -22,6 +22,8 @@ public:
 
 signals:
     void handedOver();
+    /// The store's file may be replaced from now on.
+    void repairBegins();
 
 protected:
     void loading() override;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/screen/screen.h"
+#include "platform/screen/ticktimer.h"
 
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <utility>
 
 namespace benthor::platform {
 
@@ -21,6 +23,7 @@ public:
             screen_->hide();
             delete screen_.data();
         }
+        delete ahead_.data();
     }
     ScreenSlot(const ScreenSlot&) = delete;
     ScreenSlot& operator=(const ScreenSlot&) = delete;
@@ -41,6 +44,20 @@ public:
     /// Null where it cannot be seen.
     T* ifVisible() const { return isVisible() ? screen_.data() : nullptr; }
 
+    /// Makes the screen that will be addressed next, while there is time. Until then there is none, and none
+    /// of its timers ticks.
+    void makeAhead() {
+        if (screen_.isNull() && ahead_.isNull()) {
+            ahead_ = make_();
+            for (TickTimer* timer : ahead_->template findChildren<TickTimer*>()) {
+                if (timer->isEnabled()) {
+                    timer->setEnabled(false);
+                    ticking_ += timer;
+                }
+            }
+        }
+    }
+
     void show() { made().showScreen(); }
 
     void showInFront() {
@@ -59,7 +76,7 @@ public:
 private:
     T& made() {
         if (screen_.isNull()) {
-            T* screen = make_();
+            T* screen = ahead_.isNull() ? make_() : takeAhead();
             screen_ = screen;
             QObject::connect(screen, &Screen::unloaded, screen, [this, screen] {
                 if (screen_.data() == screen) {
@@ -71,8 +88,19 @@ private:
         return *screen_;
     }
 
+    T* takeAhead() {
+        for (TickTimer* timer : std::exchange(ticking_, {})) {
+            timer->setEnabled(true);
+        }
+        T* screen = ahead_.data();
+        ahead_.clear();
+        return screen;
+    }
+
     std::function<T*()> make_;
     QPointer<T> screen_;
+    QPointer<T> ahead_;         ///< made and not yet addressed
+    QList<TickTimer*> ticking_; ///< its timers that will tick
 };
 
 } // namespace benthor::platform

@@ -81,6 +81,8 @@ private slots:
     void init() { Sample::destroyed = 0; }
     void aWindowStandsBesideAnotherAndNeverOverIt();
     void addressingLoadsHiddenAndOnce();
+    void aScreenMadeAheadIsNoneUntilItIsAddressed();
+    void aScreenMadeAheadAndNeverAddressedGoesWithItsSlot();
     void hidingKeepsWhatAControlShows();
     void unloadingForgetsIt();
     void closingTheWindowUnloads();
@@ -110,6 +112,46 @@ void TestScreen::addressingLoadsHiddenAndOnce() {
     slot.show();
     QVERIFY(screen.isVisible());
     QCOMPARE(screen.loads, 1);
+}
+
+void TestScreen::aScreenMadeAheadIsNoneUntilItIsAddressed() {
+    int made = 0;
+    int ticks = 0;
+    ScreenSlot<Sample> slot([&] {
+        ++made;
+        auto* screen = new Sample;
+        auto* beats = new TickTimer(QStringLiteral("beats"), 1, TickTimer::Start::Enabled, screen);
+        QObject::connect(beats, &TickTimer::tick, screen, [&ticks] { ++ticks; });
+        new TickTimer(QStringLiteral("stands"), 1, TickTimer::Start::Disabled, screen);
+        return screen;
+    });
+    slot.makeAhead();
+    slot.makeAhead();
+    QCOMPARE(made, 1);
+    QVERIFY(!slot.isLoaded() && !slot.isVisible() && slot.ifVisible() == nullptr);
+    slot.unload();
+    QTest::qWait(20);
+    QCOMPARE(ticks, 0);
+    Sample& screen = slot.get();
+    QCOMPARE(made, 1);
+    QCOMPARE(screen.loads, 1);
+    QVERIFY(slot.isLoaded() && !screen.isVisible());
+    QTRY_VERIFY(ticks > 0);
+    QVERIFY(!screen.findChild<TickTimer*>(QStringLiteral("stands"))->isEnabled());
+    slot.makeAhead(); // there is one
+    QCOMPARE(made, 1);
+    slot.unload();
+    slot.show();
+    QCOMPARE(made, 2);
+}
+
+void TestScreen::aScreenMadeAheadAndNeverAddressedGoesWithItsSlot() {
+    {
+        ScreenSlot<Sample> slot([] { return new Sample; });
+        slot.makeAhead();
+        QCOMPARE(Sample::destroyed, 0);
+    }
+    QCOMPARE(Sample::destroyed, 1);
 }
 
 void TestScreen::hidingKeepsWhatAControlShows() {
