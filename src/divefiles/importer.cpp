@@ -116,6 +116,7 @@ private:
             tell(fault.text);
             return ImportEnd::Failed;
         }
+        static_cast<void>(removal_.wait());
         screen_.lastfiledone();
         tell(QStringLiteral("Dive(s) put into database."));
         screen_.showdives();
@@ -206,6 +207,8 @@ private:
             if (owed) {
                 noteowed(process().database, *owed);
             }
+            // A file whose removal a crash takes back comes in as a second dive: there is one such at most.
+            static_cast<void>(removal_.wait());
             transaction.commit();
             inHand.keep();
             if (owed) {
@@ -269,7 +272,7 @@ private:
             throw ImportFault{notremovedtext(name, removed.error)};
         }
         // Where this fails the next run does it before it begins.
-        static_cast<void>(platform::syncFolder(folder_.path(u"new")));
+        removal_.begin(folder_.path(u"new"));
         platform::faultAt("removed");
     }
 
@@ -281,6 +284,7 @@ private:
     ImportCopies copies_;
     QStringList owed_;
     platform::Database reader_;
+    platform::FolderSyncBehind removal_; ///< of the file before
 };
 
 } // namespace

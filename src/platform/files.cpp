@@ -55,6 +55,18 @@ template <typename Call> int attempt(const char* step, Call call) {
     return 0;
 }
 
+FileResult syncEntries(const QString& folder) {
+    const Descriptor entry(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    int number = entry.isOpen() ? 0 : errno;
+    while (number == 0 && ::fsync(entry.number()) < 0) {
+        if (errno != EINTR) {
+            number = errno;
+        }
+    }
+    // Some network folders know no sync of an entry; they keep it in their own way.
+    return number == 0 || number == EINVAL ? FileResult{} : failure("Cannot write", folder, number);
+}
+
 int writeAll(int file, const char* bytes, size_t count) {
     while (count > 0) {
         ssize_t written = 0;
@@ -239,13 +251,31 @@ FileResult linkFile(const QString& from, const QString& to) {
 }
 
 FileResult syncFolder(const QString& folder) {
-    const Descriptor entry(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!entry.isOpen()) {
-        return failure("Cannot write", folder, errno);
+    if (const int number = faultAt("syncfolder")) {
+        return failure("Cannot write", folder, number);
     }
-    const int number = attempt("syncfolder", [&] { return ::fsync(entry.number()); });
-    // Some network folders know no sync of an entry; they keep it in their own way.
-    return number == 0 || number == EINVAL ? FileResult{} : failure("Cannot write", folder, number);
+    return syncEntries(folder);
+}
+
+void FolderSyncBehind::begin(const QString& folder) {
+    static_cast<void>(wait());
+    // What fails by a test's will fails here: its steps come in one order.
+    if (const int number = faultAt("syncfolder")) {
+        std::promise<FileResult> failed;
+        failed.set_value(failure("Cannot write", folder, number));
+        sync_ = failed.get_future();
+        return;
+    }
+    sync_ = std::async(std::launch::async, [folder] { return syncEntries(folder); });
+}
+
+FileResult FolderSyncBehind::wait() {
+    if (!sync_.valid()) {
+        return {};
+    }
+    FileResult result = sync_.get();
+    faultAt("synced");
+    return result;
 }
 
 std::optional<QByteArray> readFile(const QString& path, qint64 most) {

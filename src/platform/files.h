@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <future>
 #include <optional>
 
 namespace benthor::platform {
@@ -65,6 +66,18 @@ FileResult linkFile(const QString& from, const QString& to);
 
 /// Puts the names in `folder` on the disk.
 FileResult syncFolder(const QString& folder);
+
+/// syncFolder() on a thread of its own, for a caller that has something else to do meanwhile. The destructor
+/// waits.
+class FolderSyncBehind {
+public:
+    void begin(const QString& folder);
+    /// For the one that was begun last. Without one all is well.
+    FileResult wait();
+
+private:
+    std::future<FileResult> sync_;
+};
 
 /// The first `most` bytes of a file (all of them when it is not longer). Nothing when it cannot be read.
 std::optional<QByteArray> readFile(const QString& path, qint64 most = 256LL * 1024 * 1024);

@@ -35,7 +35,7 @@ private slots:
 
     void aRunThatEndsBeforeItsTimeSaysSoToTheList();
     void theFileWithoutVersionIsNamedUntilTheNextRun();
-    void eachRemovalIsOnTheDiskBeforeTheNextFileAndTheNextRun();
+    void eachRemovalIsOnTheDiskBeforeTheNextDiveAndTheNextRun();
     void aFolderNewThatCannotBeSyncedStartsNoRun();
     void aCopyInOldThatDoesNotReadBackKeepsTheFile();
     void rowsThatDoNotReadBackKeepTheFile();
@@ -201,7 +201,7 @@ void TestImportKept::theFileWithoutVersionIsNamedUntilTheNextRun() {
     QCOMPARE(locations(), QStringList("b.txt"));
 }
 
-void TestImportKept::eachRemovalIsOnTheDiskBeforeTheNextFileAndTheNextRun() {
+void TestImportKept::eachRemovalIsOnTheDiskBeforeTheNextDiveAndTheNextRun() {
     program_->putWaiting(QStringLiteral("a.txt"), goodDive());
     program_->putWaiting(QStringLiteral("b.txt"), goodDive());
     QStringList steps;
@@ -221,6 +221,12 @@ void TestImportKept::eachRemovalIsOnTheDiskBeforeTheNextFileAndTheNextRun() {
         }
     }
     QCOMPARE(removals, 2);
+    // The second dive is not stored before the first file's removal is on the disk, nor does the run end
+    // before.
+    const qsizetype first = steps.indexOf(QStringLiteral("removed"));
+    const qsizetype synced = steps.indexOf(QStringLiteral("synced"), first);
+    QVERIFY(first > 0 && synced > first && synced < steps.indexOf(QStringLiteral("commit"), first));
+    QCOMPARE(steps.count(QStringLiteral("synced")), 2);
 }
 
 void TestImportKept::aFolderNewThatCannotBeSyncedStartsNoRun() {

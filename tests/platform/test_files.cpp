@@ -34,6 +34,7 @@ private slots:
     void contentsAreCompared();
     void betweenTheBlocksOfALongFileOthersHaveTheirTurn();
     void removingWhatIsNotThereIsAnError();
+    void aFolderIsSyncedBehindItsCaller();
 
     void filesAreListedByNameWithoutRegardToCase();
     void patternsIgnoreCase();
@@ -195,6 +196,24 @@ void TestFiles::removingWhatIsNotThereIsAnError() {
     QVERIFY(removeFile(path("a")));
     QVERIFY(!QFile::exists(path("a")));
     QCOMPARE(removeFile(path("a")).number, ENOENT);
+}
+
+void TestFiles::aFolderIsSyncedBehindItsCaller() {
+    FolderSyncBehind sync;
+    QVERIFY(sync.wait().ok()); // none was begun
+    sync.begin(directory_->path());
+    QVERIFY(sync.wait().ok());
+    QVERIFY(sync.wait().ok());
+    const QString missing = directory_->filePath(QStringLiteral("missing"));
+    sync.begin(directory_->path());
+    sync.begin(missing);
+    const FileResult result = sync.wait();
+    QCOMPARE(result.number, ENOENT);
+    QVERIFY2(result.error.contains(missing), qPrintable(result.error));
+    const FaultInjection fault([](std::string_view step) { return step == "syncfolder" ? EIO : 0; });
+    sync.begin(directory_->path());
+    QCOMPARE(sync.wait().number, EIO);
+    sync.begin(directory_->path()); // the destructor waits
 }
 
 void TestFiles::filesAreListedByNameWithoutRegardToCase() {
