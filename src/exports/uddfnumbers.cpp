@@ -5,77 +5,65 @@
 
 namespace benthor::exports {
 
-class NumberWriter {
-public:
-    /// Most are small enough for the sooner way.
-    NumberWriter& put(long long value) {
-        const auto small = static_cast<uint32_t>(value);
-        return small == value ? write(small) : write(value);
-    }
-    NumberWriter& put(double value) { return write(value, std::chars_format::fixed); }
-    NumberWriter& put(float value) { return write(value, std::chars_format::fixed); }
-    NumberWriter& put(char letter) {
-        text_.digits_[static_cast<std::size_t>(text_.size_++)] = letter;
-        return *this;
-    }
-    NumberText text() const { return text_; }
-
-private:
-    template <typename... Form> NumberWriter& write(Form... value) {
-        char* const begin = text_.digits_.data() + text_.size_;
-        const auto [end, error] = std::to_chars(begin, text_.digits_.data() + text_.digits_.size(), value...);
-        if (error == std::errc()) {
-            text_.size_ += end - begin;
-        }
-        return *this;
-    }
-    NumberText text_;
-};
-
 namespace {
+
+template <typename... Form> char* put(char* at, Form... value) {
+    const auto [end, error] = std::to_chars(at, at + kMostDigits, value...);
+    return error == std::errc() ? end : at;
+}
+
+/// Most are small enough for the sooner way.
+char* putWhole(char* at, long long value) {
+    const auto small = static_cast<uint32_t>(value);
+    return small == value ? put(at, small) : put(at, value);
+}
 
 /// Of a number that is not below 0, without a call into the library for each reading.
 long long nearest(double value) {
     return static_cast<long long>(value + 0.5); // NOLINT(bugprone-incorrect-roundings)
 }
 
-template <typename Number> NumberText shortest(Number value) {
+char digit(long long value) {
+    return static_cast<char>('0' + value % 10);
+}
+
+template <typename Number> char* shortest(char* at, Number value) {
     constexpr double kLeast = 1e-6;
     if (std::abs(value) < kLeast) {
-        return NumberWriter().put('0').text();
+        *at = '0';
+        return at + 1;
     }
     if (value == std::floor(value)) {
-        return NumberWriter().put(static_cast<long long>(value)).text(); // the same digits, sooner
+        return putWhole(at, static_cast<long long>(value)); // the same digits, sooner
     }
-    return NumberWriter().put(value).text();
+    return put(at, value, std::chars_format::fixed);
 }
 
 } // namespace
 
-NumberText decimalText(double value) {
-    return shortest(value);
+char* writeDecimal(char* at, double value) {
+    return shortest(at, value);
 }
 
-NumberText decimalText(float value) {
-    return shortest(value);
+char* writeDecimal(char* at, float value) {
+    return shortest(at, value);
 }
 
-NumberText pascalText(double bar) {
+char* writePascal(char* at, double bar) {
     constexpr double kPascalPerBar = 100000;
-    return NumberWriter().put(nearest(bar * kPascalPerBar)).text();
+    return putWhole(at, nearest(bar * kPascalPerBar));
 }
 
-NumberText kelvinText(double celsius) {
+char* writeKelvin(char* at, double celsius) {
     constexpr double kZeroCelsius = 273.15;
     constexpr long long kHundredths = 100;
     constexpr long long kTen = 10;
     const long long hundredths = nearest((celsius + kZeroCelsius) * kHundredths);
-    return NumberWriter()
-        .put(hundredths / kHundredths)
-        .put('.')
-        .put(hundredths / kTen % kTen)
-        .put(hundredths % kTen)
-        .text();
+    at = putWhole(at, hundredths / kHundredths);
+    *at++ = '.';
+    *at++ = digit(hundredths / kTen);
+    *at++ = digit(hundredths);
+    return at;
 }
 
 } // namespace benthor::exports

@@ -131,11 +131,11 @@ private:
         text_.put(forms_.waypoint.before);
         const QString marker = writeAlarms(sample);
         if (const float ceiling = -profile_.ceilingneg[at]; isCeiling(ceiling)) {
-            text_.fill(forms_.ceiling, decimalText(ceiling));
+            text_.fill<float>(forms_.ceiling, &writeDecimal, ceiling);
         }
         writeBar(forms_.po2, profile_.po2[at]);
-        text_.fill(forms_.depth, decimalText(depthAt(profile_, at)));
-        text_.fill(forms_.time, decimalText(sample * interval_));
+        text_.fill<float>(forms_.depth, &writeDecimal, depthAt(profile_, at));
+        text_.fill<double>(forms_.time, &writeDecimal, sample * interval_);
         if (!marker.isEmpty()) {
             text_.fillText(forms_.marker, marker);
         }
@@ -143,7 +143,7 @@ private:
         writeGas(sample);
         writeBars(forms_.tanks, kTanks, at);
         if (told_.temperature && isTemperature(profile_.temp[at])) {
-            text_.fill(forms_.temperature, kelvinText(profile_.temp[at]));
+            text_.fill(forms_.temperature, &writeKelvin, profile_.temp[at]);
         }
         writeMode(sample);
         writeBars(forms_.cells, kCells, at);
@@ -183,7 +183,7 @@ private:
 
     void writeBar(const UddfForm& form, float bar) {
         if (isBar(bar)) {
-            text_.fill(form, pascalText(bar));
+            text_.fill(form, &writePascal, bar);
         }
     }
 

@@ -131,13 +131,8 @@ void UddfBytes::fillText(const UddfForm& form, const QString& value) {
     fill(form, xmlText(value, replaced_).toHtmlEscaped().toUtf8());
 }
 
-UddfBytes& UddfBytes::put(QByteArrayView bytes) {
-    if (size_ + bytes.size() > bytes_.size()) {
-        bytes_.resize(std::max(2 * bytes_.size(), size_ + bytes.size() + kRoom));
-    }
-    std::memcpy(bytes_.data() + size_, bytes.data(), static_cast<std::size_t>(bytes.size()));
-    size_ += bytes.size();
-    return *this;
+void UddfBytes::grow(qsizetype bytes) {
+    bytes_.resize(std::max(2 * bytes_.size(), size_ + bytes + kRoom));
 }
 
 QByteArray UddfBytes::take() {

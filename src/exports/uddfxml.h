@@ -7,7 +7,9 @@
 #include <QString>
 #include <QXmlStreamWriter>
 
+#include <cstring>
 #include <functional>
+#include <type_traits>
 
 namespace benthor::exports {
 
@@ -40,9 +42,23 @@ class UddfBytes {
 public:
     /// A form with a value of digits, or of letters that need no escape.
     void fill(const UddfForm& form, QByteArrayView value) { put(form.before).put(value).put(form.behind); }
+    /// A form with a number that `write` of uddfnumbers.h writes.
+    template <class Number>
+    void fill(const UddfForm& form, char* (*write)(char*, Number), std::type_identity_t<Number> value) {
+        put(form.before);
+        makeRoom(kMostDigits);
+        char* const at = bytes_.data() + size_;
+        size_ += write(at, value) - at;
+        put(form.behind);
+    }
     /// A form with any text whatever: characters that XML cannot hold stand as U+FFFD.
     void fillText(const UddfForm& form, const QString& value);
-    UddfBytes& put(QByteArrayView bytes);
+    UddfBytes& put(QByteArrayView bytes) {
+        makeRoom(bytes.size());
+        std::memcpy(bytes_.data() + size_, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        size_ += bytes.size();
+        return *this;
+    }
 
     qsizetype size() const { return size_; }
     /// The bytes until now; it is empty then.
@@ -51,6 +67,13 @@ public:
     bool replaced() const { return replaced_; }
 
 private:
+    void makeRoom(qsizetype bytes) {
+        if (size_ + bytes > bytes_.size()) {
+            grow(bytes);
+        }
+    }
+    void grow(qsizetype bytes);
+
     QByteArray bytes_;   ///< with room behind them
     qsizetype size_ = 0; ///< of these taken
     bool replaced_ = false;
