@@ -88,12 +88,18 @@ QJsonObject showObject(const WholeDive& dive) {
 }
 
 QByteArray samplesJson(const WholeDive& dive) {
+    QByteArray json;
+    appendSamplesJson(json, dive, 0);
+    return json;
+}
+
+void appendSamplesJson(QByteArray& json, const WholeDive& dive, qsizetype behind) {
     static const QByteArray columns = compact(columnsArray());
-    QByteArray json = "{\"id\":" + jsonText(dive.figures.id) + ",\"interval_s\":" +
-                      (dive.figures.interval ? numberText(*dive.figures.interval) : QByteArray("null")) +
-                      ",\"columns\":" + columns + ",\"rows\":[";
+    json += "{\"id\":" + jsonText(dive.figures.id) + ",\"interval_s\":" +
+            (dive.figures.interval ? numberText(*dive.figures.interval) : QByteArray("null")) +
+            ",\"columns\":" + columns + ",\"rows\":[";
     const SampleRows rows(dive, "null");
-    rows.reserve(json, 0);
+    rows.reserve(json, 0, behind);
     for (int sample = profile::kFirstSample; sample <= dive.lastsample(); ++sample) {
         if (sample != profile::kFirstSample) {
             json += ',';
@@ -102,10 +108,13 @@ QByteArray samplesJson(const WholeDive& dive) {
         rows.append(json, sample);
         const QStringList tokens = alarmTokens(dive.profile, sample);
         json += ',';
-        json += tokens.isEmpty() ? QByteArrayLiteral("[]") : compact(QJsonArray::fromStringList(tokens));
-        json += ']';
+        if (tokens.isEmpty()) {
+            json += "[]]";
+        } else {
+            json += compact(QJsonArray::fromStringList(tokens)) + ']';
+        }
     }
-    return json += "]}";
+    json += "]}";
 }
 
 } // namespace benthor::exports

@@ -20,6 +20,8 @@ QJsonObject showObject(const WholeDive& dive);
 /// sample: the seconds, the columns of sampleColumns() (null throughout where isRecorded() says no), and the
 /// list of its alarms' tokens.
 QByteArray samplesJson(const WholeDive& dive);
+/// Puts it behind `json`. So many bytes that will stand behind it have room then, too.
+void appendSamplesJson(QByteArray& json, const WholeDive& dive, qsizetype behind);
 
 /// "2008-07-15T08:55:17"; empty where there is none.
 QString momentText(const QDateTime& moment);

@@ -8,15 +8,21 @@
 #include <QUtf8StringView>
 
 #include <array>
+#include <utility>
 
 namespace benthor::exports {
 
 namespace {
 
+/// What a JSON text of so many bytes takes, if it has line ends as a dive file has them.
+qsizetype usualRoom(qsizetype bytes) {
+    return bytes + bytes / 8;
+}
+
 /// Bytes that are valid UTF-8 as a JSON text. A text of Qt's would take twice the bytes on the way, and drop
 /// a byte order mark.
-QByteArray jsonOfUtf8(QByteArrayView bytes) {
-    QByteArray json = "\"";
+void appendUtf8(QByteArray& json, QByteArrayView bytes) {
+    json += '"';
     const char* plain = bytes.begin();
     for (const char* at = plain; at != bytes.end(); ++at) {
         const char byte = *at;
@@ -24,8 +30,10 @@ QByteArray jsonOfUtf8(QByteArrayView bytes) {
             continue;
         }
         json.append(plain, at - plain);
-        plain = at + 1;
-        if (byte == '\r') {
+        if (byte == '\r' && at + 1 != bytes.end() && at[1] == '\n') {
+            json += "\\r\\n";
+            ++at;
+        } else if (byte == '\r') {
             json += "\\r";
         } else if (byte == '\n') {
             json += "\\n";
@@ -38,39 +46,46 @@ QByteArray jsonOfUtf8(QByteArrayView bytes) {
             json += kDigits[byte / 16];
             json += kDigits[byte % 16];
         }
+        plain = at + 1;
     }
     json.append(plain, bytes.end() - plain);
-    return json += '"';
+    json += '"';
 }
 
-QByteArray fileJson(const WholeDive& dive) {
+void appendFile(QByteArray& json, const WholeDive& dive) {
     if (!dive.file) {
-        return "null";
+        json += "null";
+        return;
     }
     const QByteArray& bytes = *dive.file;
     const bool isText = QUtf8StringView(bytes.constData(), bytes.size()).isValidUtf8();
-    return "{\"name\":" + jsonText(dive.fileName) + ",\"text\":" + (isText ? jsonOfUtf8(bytes) : "null") +
-           ",\"base64\":" + (isText ? "null" : '"' + bytes.toBase64() + '"') + "}";
+    json += "{\"name\":" + jsonText(dive.fileName) + ",\"text\":";
+    if (isText) {
+        json.reserve(json.size() + usualRoom(bytes.size()));
+        appendUtf8(json, bytes);
+        json += ",\"base64\":null}";
+    } else {
+        json += "null,\"base64\":\"" + bytes.toBase64() + "\"}";
+    }
 }
 
 /// All readings of a channel, up to the last that is one.
-QByteArray channelJson(size_t stick, size_t channel, std::span<const float> values) {
-    QByteArray json = "{\"stick\":" + QByteArray::number(static_cast<int>(stick)) +
-                      ",\"channel\":" + QByteArray::number(static_cast<int>(channel)) + ",\"values\":[";
-    constexpr size_t kUsualNumber = 6;
-    json.reserve(json.size() + static_cast<qsizetype>(values.size() * kUsualNumber));
+void appendChannel(QByteArray& json, size_t stick, size_t channel, std::span<const float> values) {
+    json += "{\"stick\":" + QByteArray::number(static_cast<int>(stick)) +
+            ",\"channel\":" + QByteArray::number(static_cast<int>(channel)) + ",\"values\":[";
     for (size_t i = 0; i < values.size(); ++i) {
         if (i != 0) {
             json += ',';
         }
         appendNumber(json, values[i]);
     }
-    return json + "]}";
+    json += "]}";
 }
 
-QByteArray sticksJson(const profile::DiveProfile& profile) {
+void appendSticks(QByteArray& json, const profile::DiveProfile& profile) {
     const std::array sticks{&profile.tpmstick0, &profile.tpmstick1, &profile.tpmstick2};
-    QByteArrayList channels;
+    bool any = false;
+    json += '[';
     for (size_t stick = 0; stick < sticks.size(); ++stick) {
         for (size_t channel = 1; channel < sticks[stick]->size(); ++channel) {
             std::span<const float> values = (*sticks[stick])[channel].values();
@@ -78,11 +93,12 @@ QByteArray sticksJson(const profile::DiveProfile& profile) {
                 values = values.first(values.size() - 1);
             }
             if (!values.empty()) {
-                channels += channelJson(stick, channel, values);
+                json += std::exchange(any, true) ? "," : "";
+                appendChannel(json, stick, channel, values);
             }
         }
     }
-    return '[' + channels.join(',') + ']';
+    json += ']';
 }
 
 } // namespace
@@ -94,11 +110,11 @@ void LogbookJson::begin() {
 QByteArray LogbookJson::prepare(const WholeDive& dive) {
     QByteArray json = "{\"show\":" + QJsonDocument(showObject(dive)).toJson(QJsonDocument::Compact);
     json += ",\"samples\":";
-    json += samplesJson(dive);
+    appendSamplesJson(json, dive, dive.file ? usualRoom(dive.file->size()) : 0);
     json += ",\"sticks\":";
-    json += sticksJson(dive.profile);
+    appendSticks(json, dive.profile);
     json += ",\"file\":";
-    json += fileJson(dive);
+    appendFile(json, dive);
     return json += '}';
 }
 

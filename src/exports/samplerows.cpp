@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace benthor::exports {
 
@@ -12,35 +13,47 @@ SampleRows::SampleRows(const WholeDive& dive, QByteArrayView nothing)
     : dive_(dive)
     , nothing_(nothing) {
     for (const SampleColumn& column : sampleColumns()) {
-        columns_.push_back(isRecorded(dive, column.array) ? &(dive.profile.*column.array) : nullptr);
+        const bool recorded = isRecorded(dive, column.array);
+        behind_ += ',';
+        gaps_ += 1 + (recorded ? 0 : nothing.size());
+        if (recorded) {
+            columns_.push_back({std::exchange(behind_, {}), &(dive.profile.*column.array)});
+        } else {
+            behind_ += nothing;
+        }
     }
 }
 
 qsizetype SampleRows::room() const {
-    return static_cast<qsizetype>(columns_.size() + 1) * (kLongestNumber + 1);
+    return static_cast<qsizetype>(columns_.size() + 1) * kLongestNumber + gaps_;
 }
 
-void SampleRows::reserve(QByteArray& text, qsizetype more) const {
+void SampleRows::reserve(QByteArray& text, qsizetype more, qsizetype behind) const {
     constexpr qsizetype kUsualNumber = 4;
     constexpr qsizetype kAroundRow = 8; // brackets, alarms, line end
-    qsizetype row = more + kUsualNumber + kAroundRow;
-    for (const profile::SampleArray* const column : columns_) {
-        row += 1 + (column != nullptr ? kUsualNumber : nothing_.size());
-    }
-    text.reserve(text.size() + (dive_.samples() + 1) * row + room());
+    const qsizetype row =
+        more + kAroundRow + gaps_ + kUsualNumber * static_cast<qsizetype>(columns_.size() + 1);
+    text.reserve(text.size() + (dive_.samples() + 1) * row + room() + behind);
 }
 
 void SampleRows::append(QByteArray& text, int sample) const {
     const qsizetype before = text.size();
     text.resize(before + room());
-    const auto writeNothing = [this](char* at) { return std::copy(nothing_.begin(), nothing_.end(), at); };
+    const auto write = [](char* at, QByteArrayView bytes) {
+        return std::copy(bytes.begin(), bytes.end(), at);
+    };
     char* at = text.data() + before;
     const std::optional<double> time = dive_.timeOf(sample);
-    at = time && std::isfinite(*time) ? writeNumber(at, *time) : writeNothing(at);
-    for (const profile::SampleArray* const column : columns_) {
-        *at++ = ',';
-        at = column != nullptr ? writeNumber(at, (*column)[sample - 1]) : writeNothing(at);
+    at = time && std::isfinite(*time) ? writeNumber(at, *time) : write(at, nothing_);
+    for (const auto& [comma, values] : columns_) {
+        if (comma.size() == 1) { // most of them
+            *at++ = ',';
+        } else {
+            at = write(at, comma);
+        }
+        at = writeNumber(at, (*values)[sample - 1]);
     }
+    at = write(at, behind_);
     text.resize(at - text.constData());
 }
 

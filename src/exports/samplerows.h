@@ -19,15 +19,21 @@ public:
     /// Puts the row of a sample, from profile::kFirstSample to the dive's last one, behind `text`.
     void append(QByteArray& text, int sample) const;
     /// Makes room behind `text` for the rows of all samples, as long as they usually are, with `more` bytes
-    /// around each.
-    void reserve(QByteArray& text, qsizetype more) const;
+    /// around each and `behind` bytes behind all.
+    void reserve(QByteArray& text, qsizetype more, qsizetype behind = 0) const;
 
 private:
     qsizetype room() const; ///< that a row can need at most
 
     const WholeDive& dive_;
     QByteArrayView nothing_;
-    std::vector<const profile::SampleArray*> columns_; ///< null where nothing is recorded
+    struct Column {
+        QByteArray before; ///< the comma, and what stands for the columns in between
+        const profile::SampleArray* values;
+    };
+    std::vector<Column> columns_; ///< those that are recorded
+    QByteArray behind_;           ///< what stands for the columns behind the last of them
+    qsizetype gaps_ = 0;          ///< bytes of a row that are no number
 };
 
 } // namespace benthor::exports
