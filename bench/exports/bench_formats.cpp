@@ -1,6 +1,6 @@
 // Dives going out in each open format, beside writing the same bytes: to a file that is synced, and both from
-// dives in memory and from the store with its files. A last run each shows how the memory grows with the
-// dives.
+// dives in memory and from the store with its files; the same for one dive of 25,000 samples. A last run each
+// shows how the memory grows with the dives.
 
 #include "bench/store/storebench.h"
 
@@ -29,15 +29,21 @@ namespace {
 using namespace benthor;
 using namespace benthor::exports;
 
+struct Size {
+    int dives;
+    int samples; ///< of each
+};
+
 constexpr int kDives = 1000;
-constexpr int kSamples = 720; ///< two hours at 10 s
+constexpr Size kMany{kDives, 720}; ///< two hours at 10 s
+constexpr Size kLong{1, 25000};
 
 /// A dive as a rebreather records it: cells, setpoint, supplies, ceiling, now and then an alarm.
-QByteArray richDive(int number) {
+QByteArray richDive(int number, int samples) {
     QByteArray text = bench::usualDive(number);
     text.truncate(text.indexOf("Profile"));
     text += "Profile\r\nTime,Depth,Mix\r\n";
-    for (int i = 0; i < kSamples; ++i) {
+    for (int i = 0; i < samples; ++i) {
         const auto n = [&](int base, int spread) {
             return QByteArray::number(base + (i * 37 + number) % spread);
         };
@@ -53,7 +59,7 @@ QByteArray richDive(int number) {
 /// dives.
 class Logbook {
 public:
-    explicit Logbook(int dives) {
+    explicit Logbook(int dives, int samples = kMany.samples) {
         constexpr int kFiles = 100;
         process().database.open(folder_.path("rb.mdb"));
         process().database.execute("PRAGMA synchronous = OFF");
@@ -61,7 +67,7 @@ public:
         for (int i = 1; i <= dives; ++i) {
             if (i <= kFiles) {
                 QFile file(folder_.path("dbtxt") + QStringLiteral("/%1.txt").arg(i));
-                if (!file.open(QIODevice::WriteOnly) || file.write(richDive(i)) < 0) {
+                if (!file.open(QIODevice::WriteOnly) || file.write(richDive(i, samples)) < 0) {
                     std::abort();
                 }
             }
@@ -138,8 +144,8 @@ void setRate(benchmark::State& state, qint64 bytes) {
 }
 
 /// The reference: what the format makes of the dives, as bytes that are there already.
-template <typename Format> void sameBytes(benchmark::State& state) {
-    const Logbook logbook(kDives);
+template <typename Format> void sameBytes(benchmark::State& state, Size size) {
+    const Logbook logbook(size.dives, size.samples);
     const platform::ProgramFolder folder(logbook.root());
     DiveReader reader(process().database, folder);
     goOut<Format>(reader, reader.identifiers(), logbook.out());
@@ -178,8 +184,8 @@ template <typename Format> void fromMemory(benchmark::State& state) {
 }
 
 /// The whole way, from the store and the dives' files.
-template <typename Format> void fromStore(benchmark::State& state) {
-    const Logbook logbook(kDives);
+template <typename Format> void fromStore(benchmark::State& state, Size size) {
+    const Logbook logbook(size.dives, size.samples);
     const platform::ProgramFolder folder(logbook.root());
     DiveReader reader(process().database, folder);
     const QStringList ids = reader.identifiers();
@@ -280,14 +286,19 @@ template <typename Format> void memory(benchmark::State& state) {
 
 template <typename Format> void registerFormat(const char* name) {
     const auto named = [name](const char* what) { return std::string(what) + '/' + name; };
-    const auto add = [&](const char* what, void (*run)(benchmark::State&)) {
+    const auto add = [&](const char* what, auto run) {
         return benchmark::RegisterBenchmark(named(what).c_str(), run)
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
     };
-    add("same_bytes", sameBytes<Format>);
+    const auto inSize = [](void (*run)(benchmark::State&, Size), Size size) {
+        return [run, size](benchmark::State& state) { run(state, size); };
+    };
+    add("same_bytes", inSize(&sameBytes<Format>, kMany));
     add("from_memory", fromMemory<Format>);
-    add("from_store", fromStore<Format>);
+    add("from_store", inSize(&fromStore<Format>, kMany));
+    add("same_bytes_long", inSize(&sameBytes<Format>, kLong));
+    add("from_store_long", inSize(&fromStore<Format>, kLong));
     add("memory", memory<Format>)->Arg(100)->Arg(10000)->Iterations(1);
 }
 

@@ -5,9 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 
-#include <array>
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -46,18 +44,15 @@ void hold(Connection& store) {
     store.database().exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
 }
 
-/// The file's own count of its changes is read through the engine: to close another handle of the file would
-/// set the store free.
-quint32 changesOf(Connection& store) {
-    constexpr int kPlace = 24; // in the file's head, four bytes, the highest first
-    std::array<uchar, sizeof(quint32)> bytes{};
+/// Read through the engine: to close another handle of the file would set the store free.
+QByteArray headOf(Connection& store) {
+    constexpr int kHead = 100;
+    QByteArray head(kHead, '\0');
     sqlite3_file* file = nullptr;
     sqlite3_file_control(store.database().getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (file != nullptr && file->pMethods != nullptr &&
-        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), kPlace) == SQLITE_OK) {
-        return qFromBigEndian<quint32>(bytes.data());
-    }
-    return 0;
+    const bool read = file != nullptr && file->pMethods != nullptr &&
+                      file->pMethods->xRead(file, head.data(), kHead, 0) == SQLITE_OK;
+    return read ? head : QByteArray();
 }
 
 /// To be asked while the store is held.
@@ -67,8 +62,8 @@ StoreMark markOf(Connection& store) {
         return {};
     }
     constexpr qint64 kNanosecondsPerSecond = 1'000'000'000;
-    return {facts.st_dev, facts.st_ino, facts.st_size,
-            facts.st_mtim.tv_sec * kNanosecondsPerSecond + facts.st_mtim.tv_nsec, changesOf(store)};
+    return {headOf(store), facts.st_size,
+            facts.st_mtim.tv_sec * kNanosecondsPerSecond + facts.st_mtim.tv_nsec};
 }
 
 } // namespace

@@ -15,16 +15,19 @@ namespace benthor::platform {
 /// alone may read it. StoreError; the file may then be there in part.
 void createDatabase(const QString& path, const char* schema, const Query& change);
 
-/// What a store's file was at one moment. Two that are equal, each of them known: nobody has changed the
-/// store from the one to the other.
+/// What a store's file was at one moment.
 struct StoreMark {
-    quint64 device = 0; ///< file system and number of the file; 0: nothing is known
-    quint64 file = 0;
+    QByteArray head; ///< of the file: the engine counts there how often the store was changed; empty: unknown
     qint64 bytes = 0;
-    qint64 written = 0;  ///< nanoseconds since 1970
-    quint32 changes = 0; ///< how often it was changed, as the store itself counts it
+    qint64 written = 0; ///< nanoseconds since 1970
 
-    bool isKnown() const { return file != 0; }
+    bool isKnown() const { return !head.isEmpty(); }
+    /// Whether no program that knows the engine has changed the store from the one to the other. Not every
+    /// file system tells one time of writing twice.
+    bool tellsTheSameChanges(const StoreMark& other) const {
+        return isKnown() && head == other.head && bytes == other.bytes;
+    }
+    /// Nor whatever else.
     bool operator==(const StoreMark&) const = default;
 };
 

@@ -162,11 +162,10 @@ Packed packBeside(const ProgramFolder& folder, const MaintenanceWatch& watch, pl
     return sound ? Packed::Done : Packed::Failed;
 }
 
-/// Whether the store is what was packed, to its last change.
-bool isAsPacked(const ProgramFolder& folder, const StoreDrafts& drafts) {
+platform::StoreMark marknow(const ProgramFolder& folder) {
     platform::StoreMark now;
-    return drafts.made && drafts.store.isKnown() &&
-           skipErrors([&] { now = platform::markOf(folder.path(storename())); }) && now == drafts.store;
+    skipErrors([&] { now = platform::markOf(folder.path(storename())); });
+    return now;
 }
 
 /// Puts a packed copy in the store's place, and its twin beside it as the backup to be. Where packing does
@@ -180,7 +179,7 @@ Packed pack(const ProgramFolder& folder, const MaintenanceWatch& watch, StoreDra
     if (!drafts.made) {
         removePacked(folder);
         result = packBeside(folder, watch, platform::WhenHeld::Wait, drafts);
-        if (result == Packed::Done && !isAsPacked(folder, drafts)) {
+        if (result == Packed::Done && !drafts.store.tellsTheSameChanges(marknow(folder))) {
             result = Packed::Held;
         }
     }
@@ -289,7 +288,7 @@ void removedrafts(const ProgramFolder& folder) {
 }
 
 Maintenance maintainstore(const ProgramFolder& folder, const MaintenanceWatch& watch, StoreDrafts drafts) {
-    if (drafts.made && !isAsPacked(folder, drafts)) {
+    if (drafts.made && (!drafts.store.isKnown() || marknow(folder) != drafts.store)) {
         removedrafts(folder);
         drafts = {};
     }

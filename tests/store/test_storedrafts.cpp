@@ -54,6 +54,7 @@ private slots:
     void aChangeSinceThenIsNotLost_data();
     void aChangeSinceThenIsNotLost();
     void aChangeWhileItIsProvedIsNotLost();
+    void anotherTimeOfWritingAloneIsNoChange();
     void aStoreThatIsGoneOrAnotherStaysSo();
     void aStoreThatMayNotBeWrittenByThenStays();
     void withoutAStoreOfItsOwnThereAreNone();
@@ -170,6 +171,33 @@ void TestStoreDrafts::aChangeWhileItIsProvedIsNotLost() {
         startAhead(folder.folder);
         QCOMPARE(divesIn(folder.backup(1)), 4);
     }
+}
+
+/// Not every file system tells the same time twice: drafts are made anew then, and the backup comes all the
+/// same.
+void TestStoreDrafts::anotherTimeOfWritingAloneIsNoChange() {
+    const auto touch = [](const Folder& folder) {
+        QFile store(folder.store());
+        return store.open(QIODevice::ReadWrite) &&
+               store.setFileTime(QDateTime({2026, 1, 2}, {3, 4, 5}), QFile::FileModificationTime);
+    };
+    const Folder folder;
+    bool touched = false;
+    {
+        const platform::FaultInjection meanwhile([&](std::string_view at) {
+            touched = touched || (at == "examine" && touch(folder));
+            return 0;
+        });
+        store::maintainstore(folder.folder);
+    }
+    QVERIFY(touched);
+    QCOMPARE(folder.names(), (QStringList{"backup.mdb", "rb.mdb"}));
+    const store::StoreDrafts drafts = store::draftstore(folder.folder);
+    QVERIFY(drafts.made && touch(folder));
+    const Steps packings("compact");
+    store::maintainstore(folder.folder, {}, drafts);
+    QCOMPARE(packings.seen, 1);
+    QCOMPARE(folder.names(), (QStringList{"backup.mdb", "backup2.mdb", "rb.mdb"}));
 }
 
 void TestStoreDrafts::aStoreThatIsGoneOrAnotherStaysSo() {
