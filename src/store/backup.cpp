@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace benthor::store {
 
 namespace {
@@ -270,8 +272,11 @@ void requireDiveStore(const QString& path) {
 StoreDrafts draftstore(const ProgramFolder& folder, const MaintenanceWatch& watch) {
     const QString store = folder.path(storename());
     const auto isThere = [&folder](const QString& name) { return QFileInfo::exists(folder.path(name)); };
-    if (!isThere(storename()) || isThere(packedname()) || isThere(draftname()) || isjetfile(store) ||
-        !platform::whyReadOnly(store).isEmpty()) {
+    const QStringList journals = platform::journalSuffixes();
+    const bool isSettled = std::none_of(journals.begin(), journals.end(),
+                                        [&](const QString& suffix) { return isThere(storename() + suffix); });
+    if (!isThere(storename()) || !isSettled || isThere(packedname()) || isThere(draftname()) ||
+        isjetfile(store) || !platform::whyReadOnly(store).isEmpty()) {
         return {};
     }
     StoreDrafts drafts;

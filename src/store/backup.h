@@ -51,8 +51,9 @@ struct StoreDrafts {
 };
 
 /// Makes the drafts ahead, where the store can be packed at once: not where another program holds it, where
-/// it may only be read or is an older one, where it is damaged, nor where a crash left files of that kind. No
-/// thread of the process may open the file of the store meanwhile.
+/// it may only be read or is an older one, where it is damaged, nor where a crash left files of that kind or
+/// a change that is not finished: the store stays as it is to its last byte. No thread of the process may
+/// open the file of the store meanwhile.
 StoreDrafts draftstore(const platform::ProgramFolder& folder, const MaintenanceWatch& watch = {});
 
 /// Takes away drafts that are not used.

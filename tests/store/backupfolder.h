@@ -80,9 +80,9 @@ public:
     ProgramFolder folder;
 };
 
-/// All that a start does with the store.
-inline void start(const ProgramFolder& folder) {
-    store::maintainstore(folder);
+/// All that a start does with the store. `ahead`: its splash stood for long enough.
+inline void start(const ProgramFolder& folder, bool ahead = false) {
+    store::maintainstore(folder, {}, ahead ? store::draftstore(folder) : store::StoreDrafts());
     try {
         store::addmissingfields(folder.path(u"rb.mdb"), [](const QString&) {});
     } catch (const platform::StoreError&) {

@@ -73,6 +73,7 @@ private slots:
 
     void aDiskThatFailsOnceAtAnyStepLosesNothing();
     void aDiskThatFailsFromAnyStepOnLosesNothing();
+    void killedAtAnyStepOfAStartNothingIsLost_data();
     void killedAtAnyStepOfAStartNothingIsLost();
 
     void packingByHandFindsNoFolderAndEnds();
@@ -536,25 +537,32 @@ void TestBackup::aDiskThatFailsFromAnyStepOnLosesNothing() {
     QVERIFY(step > 15);
 }
 
+void TestBackup::killedAtAnyStepOfAStartNothingIsLost_data() {
+    QTest::addColumn<bool>("ahead");
+    QTest::newRow("begun behind the splash") << false;
+    QTest::newRow("begun while it stood") << true;
+}
+
 void TestBackup::killedAtAnyStepOfAStartNothingIsLost() {
+    QFETCH(bool, ahead);
     int step = 1;
     for (;; ++step) {
         const Folder folder;
-        start(folder.folder);
+        start(folder.folder, ahead);
         addDive(folder.store(), 4);
-        start(folder.folder);
+        start(folder.folder, ahead);
         addDive(folder.store(), 5);
         {
             Database store; // a field that the start adds again
             store.open(folder.store());
             store.execute("ALTER TABLE main DROP COLUMN dbtxtname");
         }
-        const bool killed = tests::isKilledAt(step, [&] { start(folder.folder); });
+        const bool killed = tests::isKilledAt(step, [&] { start(folder.folder, ahead); });
         QCOMPARE(divesIn(folder.store()), 5);
         QVERIFY(store::examinestore(folder.store()).sound());
         QVERIFY(divesIn(folder.backup(1)) >= 4);
         verifyBackups(folder, {3, 4, 5});
-        start(folder.folder);
+        start(folder.folder, ahead);
         QCOMPARE(divesIn(folder.store()), 5);
         QCOMPARE(divesIn(folder.backup(1)), 5);
         verifyBackups(folder, {3, 4, 5});

@@ -78,11 +78,11 @@ void feetOnMain(World&, Model&, const Step&) {
     World::trigger("main", "mnuFeet");
 }
 
-void theProgramIsLeftAndStarted(World& world, Model& model, const Step&) {
+void theProgramIsLeftAndStarted(World& world, Model& model, const Step& step) {
     model.expected.viewer = QString();
     model.expected.mergeLeft = true;
     world.leave();
-    world.start();
+    world.start(QString(), World::meanwhile(step.a));
 }
 
 // --- the dive list

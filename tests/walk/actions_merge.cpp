@@ -360,7 +360,7 @@ void theStoreIsRestored(World& world, Model& model, const Step& step) {
         model.expected.mergeLeft = true;
         world.leave();
         model.expectRestored(chosen, true);
-        world.start(chosen);
+        world.start(chosen, World::meanwhile(step.b / 2));
     }
 }
 
@@ -374,7 +374,7 @@ void aJetFileComesAlong(World& world, Model& model, const Step& step) {
         world.leave();
         model.expectRestored(chosen, false);
         world.folder.put(QStringLiteral("rb.mdb"), platform::readFile(chosen).value_or(""));
-        world.start();
+        world.start(QString(), World::meanwhile(step.b / 3));
     }
 }
 

@@ -3,6 +3,8 @@
 #include "platform/grid/flexgrid.h"
 #include "platform/screen/screen.h"
 #include "platform/screen/toldqcolor.h"
+#include "store/access.h"
+#include "store/jet/jetconvert.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,7 +15,8 @@ namespace benthor::tests {
 namespace {
 
 constexpr int kDeviceDives = 3;
-constexpr int kBeat = 500; // milliseconds
+constexpr int kBeat = 500;            // milliseconds
+constexpr int kSplashPatience = 1000; // less than the splash has by itself
 
 void sayThatTheGuideIsRead(const TestFolder& folder) {
     platform::Database store;
@@ -43,17 +46,48 @@ World::~World() {
     QDir::setCurrent(QDir::tempPath());
 }
 
-void World::start(const QString& restored) {
+/// Until the main screen is made and, where it can be, the store is packed beside itself.
+void World::letTheSplashStand(Meanwhile meanwhile) {
+    const bool isOlder = store::isjetfile(folder.path(QStringLiteral("rb.mdb")));
+    const auto isReady = [&] {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return (isOlder || folder.has("backup-new.mdb")) &&
+               std::any_of(all.begin(), all.end(),
+                           [](const QWidget* one) { return one->objectName() == QLatin1String("main"); });
+    };
+    static_cast<void>(QTest::qWaitFor(isReady, kSplashPatience));
+    if (meanwhile == Meanwhile::AnotherWrites && !isOlder) {
+        writtenByAnother_ = QStringLiteral("start%1").arg(++starts_);
+        platform::Database store;
+        store.open(folder.path(QStringLiteral("rb.mdb")));
+        store.execute(platform::sqlWith("INSERT INTO pfindex (itemname) VALUES ('", writtenByAnother_, "')"));
+    }
+}
+
+void World::requireWhatAnotherWrote() {
+    if (!writtenByAnother_.isEmpty() && !store::checkpfexist(writtenByAnother_)) {
+        qFatal("what another program stored while the splash was up is lost: %s",
+               qPrintable(writtenByAnother_));
+    }
+}
+
+void World::start(const QString& restored, Meanwhile meanwhile) {
     process() = Process();
     house_ = std::make_unique<shell::House>(bench.lines());
     house_->start();
+    writtenByAnother_.clear();
+    if (meanwhile != Meanwhile::ClickedAway) {
+        letTheSplashStand(meanwhile);
+    }
     if (!restored.isEmpty()) {
         dialogs.answer(true);
         dialogs.answerFile(restored);
         click("frmSplash", "Command1");
+        writtenByAnother_.clear(); // into the store that was replaced
     }
     tick("frmSplash", {"Timer1"});
     settle();
+    requireWhatAnotherWrote();
 }
 
 void World::leave() {

@@ -29,7 +29,10 @@ public:
     // --- the program
 
     /// `restored`: a file that FIX DATABASE is told to put in the place of the store; empty for none.
-    void start(const QString& restored = {});
+    /// `meanwhile`: what becomes of the splash before its time is over.
+    enum class Meanwhile { ClickedAway, Stands, AnotherWrites };
+    static Meanwhile meanwhile(quint32 number) { return static_cast<Meanwhile>(number % 3); }
+    void start(const QString& restored = {}, Meanwhile meanwhile = Meanwhile::ClickedAway);
     /// Leaves it by the entry Exit, and waits until all of it is gone.
     void leave();
     bool runs() const { return house_ != nullptr; }
@@ -80,12 +83,16 @@ public:
     OtherBooks others;
 
 private:
+    void letTheSplashStand(Meanwhile meanwhile);
+    void requireWhatAnotherWrote();
     static QObject* reachable(const char* screenName, const char* name);
     static void tick(const char* screenName, std::initializer_list<const char*> timers);
 
     simulator::Random random_;
     QMap<QString, MadeDive> made_;
     int number_ = 0;
+    int starts_ = 0;
+    QString writtenByAnother_; ///< into the store, while the splash was up; empty for nothing
     QStringList deviceDives_;
     std::unique_ptr<shell::House> house_;
 

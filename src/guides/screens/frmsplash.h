@@ -12,7 +12,7 @@ class TickTimer;
 namespace benthor::guides {
 
 /// The first screen: name and version, for a second and a half or until it is clicked. Here, before anything
-/// opens the store, a backup can be put in its place.
+/// changes the store, a backup can be put in its place.
 class frmSplash : public platform::Screen {
     Q_OBJECT
 
