@@ -1,5 +1,6 @@
 #include "simulator/kdport.h"
 
+#include "simulator/freeterminal.h"
 #include "simulator/linepace.h"
 
 #include <QDir>
@@ -62,8 +63,8 @@ struct KdPort::Line {
         , bytesPerSecond(speed) {}
 
     void open() {
-        master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-        if (master < 0 || ::grantpt(master) != 0 || ::unlockpt(master) != 0) {
+        master = openTerminal();
+        if (master < 0) {
             throw std::runtime_error("there is no pseudo-terminal");
         }
         prepare(master);

@@ -226,7 +226,7 @@ private slots:
 
     void garbageOnTheLineIsNeitherADeviceNorADirectory() {
         const TestFolder folder;
-        const PseudoTerminal far;
+        PseudoTerminal far;
         far.link(folder.root(), kPort);
         LinkState link;
         SerialHost host;

@@ -1,11 +1,14 @@
 // The device's line: how fast it takes what a program writes, and what a wrong speed makes of it.
 
 #include "platform/serial/serialport.h"
+#include "simulator/freeterminal.h"
 #include "simulator/kdport.h"
 #include "simulator/linepace.h"
 #include "tests/support/testfolder.h"
 
 #include <QElapsedTimer>
+#include <QLockFile>
+#include <QSerialPort>
 #include <QtTest>
 
 #include <algorithm>
@@ -97,6 +100,29 @@ class TestKdPort : public QObject {
     Q_OBJECT
 
 private slots:
+    // --- the terminal
+
+    /// Its line is closed, so its number is free; and yet it could not be opened.
+    void aTerminalWhoseNumberIsStillKeptIsPassedOver() {
+        Stage stage;
+        const int mine = simulator::openTerminal();
+        QVERIFY(mine >= 0);
+        const QString path = QString::fromLocal8Bit(::ptsname(mine));
+        QVERIFY(!simulator::isKeptLine(path));
+        QSerialPort keeper;
+        keeper.setPortName(path);
+        QVERIFY(keeper.open(QIODevice::ReadWrite));
+        QVERIFY(simulator::isKeptLine(path));
+        keeper.close();
+        QVERIFY(!simulator::isKeptLine(path));
+        const QString folder = QFileInfo(QStringLiteral("/var/lock")).isWritable() ? "/var/lock" : "/tmp";
+        QLockFile kept(folder + "/LCK.." + QString(path).remove(0, 5).replace('/', '_'));
+        QVERIFY(kept.tryLock());
+        ::close(mine);
+        stage.open();
+        QVERIFY(QFileInfo(stage.path()).canonicalFilePath() != path);
+    }
+
     // --- the credit
 
     void aBusyLineCarriesExactlyItsSpeed_data() {

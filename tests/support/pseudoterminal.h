@@ -1,14 +1,19 @@
 #pragma once
 
+#include "simulator/freeterminal.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+#include <QStringList>
 #include <QtTest>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
+#include <utility>
 
 namespace benthor::tests {
 
@@ -16,8 +21,8 @@ namespace benthor::tests {
 class PseudoTerminal {
 public:
     PseudoTerminal() {
-        fd_ = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-        if (fd_ < 0 || ::grantpt(fd_) != 0 || ::unlockpt(fd_) != 0) {
+        fd_ = simulator::openTerminal();
+        if (fd_ < 0) {
             qFatal("no pseudo-terminal");
         }
         path_ = QString::fromLocal8Bit(::ptsname(fd_));
@@ -33,12 +38,13 @@ public:
 
     QString path() const { return path_; }
     /// Becomes port `number` of the program folder `root`.
-    void link(const QString& root, int number) const {
+    void link(const QString& root, int number) {
         const QString name = root + QStringLiteral("/ports/com%1").arg(number);
         QFile::remove(name);
         if (!QFile::link(path_, name)) {
             qFatal("no link %s", qPrintable(name));
         }
+        links_ << name;
     }
     void send(const QByteArray& bytes) const {
         if (::write(fd_, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size()) {
@@ -73,7 +79,15 @@ public:
     }
     static constexpr char kFiller = '\xFE';
 
+    /// The links stay and lead nowhere: whoever tries them meanwhile comes neither upon the next terminal
+    /// that is given this number nor, for want of a link, upon a port of the machine.
     void vanish() {
+        for (const QString& name : std::exchange(links_, {})) {
+            const QString nowhere = name + QStringLiteral(".gone");
+            if (QFile::symLinkTarget(name) == path_ && QFile::link(QStringLiteral("/nowhere"), nowhere)) {
+                ::rename(QFile::encodeName(nowhere).constData(), QFile::encodeName(name).constData());
+            }
+        }
         if (fd_ >= 0) {
             ::close(fd_);
             fd_ = -1;
@@ -88,6 +102,7 @@ private:
     int fd_ = -1;
     int near_ = -1;
     QString path_;
+    QStringList links_;
 };
 
 } // namespace benthor::tests
