@@ -1,6 +1,8 @@
 #include "platform/files.h"
 
-#include "platform/faultpoint.h"
+#include "platform/descriptor.h"
+#include "platform/draftfile.h"
+#include "platform/systemcall.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +14,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace benthor::platform {
 
@@ -21,38 +24,10 @@ constexpr size_t kBlock = 65536;
 constexpr mode_t kNewFileMode = 0666; // less the user's umask
 constexpr mode_t kOwnersMode = 0600;
 
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : number_(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-    int close() { return number_ < 0 ? 0 : ::close(std::exchange(number_, -1)); }
-
-private:
-    int number_;
-};
-
 FileResult failure(const char* what, const QString& path, int number) {
     return {QStringLiteral("%1 %2: %3")
                 .arg(QLatin1String(what), path, QString::fromLocal8Bit(std::strerror(number))),
             number};
-}
-
-/// Runs a call of the system unless the test's hook lets it fail. Returns 0 or the error's number.
-template <typename Call> int attempt(const char* step, Call call) {
-    if (const int number = faultAt(step)) {
-        return number;
-    }
-    while (call() < 0) {
-        if (errno != EINTR) {
-            return errno;
-        }
-    }
-    return 0;
 }
 
 FileResult syncEntries(const QString& folder) {
@@ -96,30 +71,24 @@ FileResult replaceFile(const QString& path, FolderSync sync, Fill fill, const Dr
                        mode_t mode = kNewFileMode) {
     const QString place = followLinks(path);
     const QString folder = QFileInfo(place).absolutePath();
-    const QByteArray part = QFile::encodeName(folder + QStringLiteral("/.benthor.part"));
-    ::unlink(part.constData());
-    Descriptor file(::open(part.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (!file.isOpen()) {
-        return failure("Cannot write", path, errno);
+    DraftFile draft(folder, mode);
+    if (draft.error() != 0) {
+        return failure("Cannot write", path, draft.error());
     }
-    int number = fill(file.number());
+    int number = fill(draft.file());
     if (number == 0) {
-        number = attempt("sync", [&] { return ::fsync(file.number()); });
+        number = attempt("sync", [&] { return ::fsync(draft.file()); });
     }
-    if (file.close() != 0 && number == 0) {
-        number = errno;
+    if (const int closed = draft.close(); number == 0) {
+        number = closed;
     }
-    if (const QString fault = number == 0 && check ? check(QFile::decodeName(part)) : QString();
-        !fault.isEmpty()) {
-        ::unlink(part.constData());
+    if (const QString fault = number == 0 && check ? check(draft.path()) : QString(); !fault.isEmpty()) {
         return {fault, EIO};
     }
     if (number == 0) {
-        number = attempt("rename",
-                         [&] { return ::rename(part.constData(), QFile::encodeName(place).constData()); });
+        number = draft.takePlace(QFile::encodeName(place));
     }
     if (number != 0) {
-        ::unlink(part.constData());
         return failure("Cannot write", path, number);
     }
     return sync == FolderSync::Now ? syncFolder(folder) : FileResult{};

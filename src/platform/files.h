@@ -12,9 +12,10 @@ namespace benthor::platform {
 
 // Files as a whole. What these functions say is on the disk is on the disk, and a file that replaces another
 // does so at one stroke: whoever looks, even behind a crash, finds the old file or the whole new one. Files
-// are written in a hidden file beside their place (".benthor.part"), which a later writing in the same folder
-// takes over if a crash left it. A name that is a link stays one: what it leads to is replaced. New files
-// have the rights that the user's umask leaves, unless a function says otherwise.
+// are written in a hidden file beside their place (".benthor.part"; where others write in the folder at the
+// same time ".benthor.part2" and so on), which a later writing in the same folder takes away if a crash left
+// it. A name that is a link stays one: what it leads to is replaced. New files have the rights that the
+// user's umask leaves, unless a function says otherwise.
 
 /// How a step with a file ended. A failure's text names the file and the system's reason, for a person to
 /// read.
