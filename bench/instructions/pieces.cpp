@@ -11,6 +11,7 @@
 #include "exports/wholedive.h"
 #include "exports/zxulogbook.h"
 #include "logbook/screens/rbmain.h"
+#include "platform/chart/chart.h"
 #include "platform/grid/flexgrid.h"
 #include "platform/programfolder.h"
 #include "platform/screen/ticktimer.h"
@@ -24,7 +25,6 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QCheckBox>
-#include <QDeadlineTimer>
 #include <QSettings>
 
 #include <cstdio>
@@ -212,11 +212,16 @@ void opensDive() {
 void selects() {
     OpenDive dive;
     auto& grid = viewer::control<platform::FlexGrid>(*dive.screen, "MSFlexGrid1");
-    // The instruments take the room of the longest time once, and the chart comes to rest behind it.
-    constexpr int kRest = 500; // milliseconds
+    // The instruments take the room of the longest time once, and the chart comes to rest behind it. However
+    // slow the machine is just now, the last of that is done when nothing has come for so many turns.
+    constexpr int kQuiet = 50;
     grid.setRow(grid.rows() - 1);
-    for (QDeadlineTimer until(kRest); !until.hasExpired();) {
+    const auto* const chart = dive.screen->findChild<platform::Chart*>();
+    require(chart != nullptr, "there is no chart");
+    for (int quiet = 0; quiet < kQuiet; ++quiet) {
+        QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
+        quiet = chart->isMoving() ? 0 : quiet;
     }
     counted([&grid] {
         for (int i = 1; i <= 10; ++i) {
