@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 #include <QTextStream>
 #include <QThread>
 #include <QTime>
@@ -165,10 +166,11 @@ QByteArray load(const QString& folder, const char* name, const QByteArray& other
     return file.open(QIODevice::ReadOnly) ? file.readAll() : otherwise;
 }
 
+/// At one stroke: who looks finds the bytes of before or all of these.
 void save(const QString& folder, const char* name, const QByteArray& bytes) {
-    QFile file(folder + QLatin1Char('/') + QLatin1String(name));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes);
+    QSaveFile file(folder + QLatin1Char('/') + QLatin1String(name));
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()) {
+        file.commit();
     }
 }
 
