@@ -240,8 +240,8 @@ void plays() {
     dive.rest();
     viewer::control<QAbstractButton>(*dive.screen, "PlayDive").click();
     auto& timer = viewer::control<platform::TickTimer>(*dive.screen, "Timer3");
-    timer.setInterval(
-        3'600'000); // ten ticks are counted, and none of the clock's own however slow the machine is
+    // Ten ticks are counted, and none of the clock's own, however slow the machine is.
+    timer.setInterval(3'600'000);
     counted([&timer] {
         for (int i = 0; i < 10; ++i) {
             timer.expire();

@@ -1,5 +1,6 @@
 #include "exports/outputfile.h"
 
+#include "platform/descriptor.h"
 #include "platform/faultpoint.h"
 #include "platform/files.h"
 #include "platform/pieces.h"
@@ -186,10 +187,7 @@ private:
                 number_ = EBUSY; // another program writes the same file just now
                 return;
             }
-            struct stat opened {};
-            struct stat named {};
-            if (::fstat(file_, &opened) == 0 && ::stat(draft.constData(), &named) == 0 &&
-                opened.st_ino == named.st_ino && opened.st_dev == named.st_dev) {
+            if (platform::isNamed(file_, draft)) {
                 break;
             }
             closeFile(); // it took its place between our opening and our lock

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QByteArray>
+
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -26,5 +29,13 @@ public:
 private:
     int number_;
 };
+
+/// Whether the name itself, and no link of that name, is the file that is open here.
+inline bool isNamed(int file, const QByteArray& path) {
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(file, &opened) == 0 && ::lstat(path.constData(), &named) == 0 &&
+           opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+}
 
 } // namespace benthor::platform

@@ -5,7 +5,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 
 namespace benthor::platform {
 
@@ -22,21 +21,13 @@ bool isHeld(const Descriptor& file, int how) {
     return ::flock(file.number(), how | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
-/// Whether the name leads to this very file.
-bool isNamed(const Descriptor& file, const QByteArray& path) {
-    struct stat opened {};
-    struct stat named {};
-    return ::fstat(file.number(), &opened) == 0 && ::lstat(path.constData(), &named) == 0 &&
-           opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
-}
-
 /// Takes away what a crash left under this name. False when somebody works on it, or that can't be told.
 bool removeLeft(const QByteArray& path) {
     const Descriptor left(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!left.isOpen()) {
         return errno == ENOENT || (errno == ELOOP && ::unlink(path.constData()) == 0);
     }
-    return isHeld(left, LOCK_EX) && (!isNamed(left, path) || ::unlink(path.constData()) == 0);
+    return isHeld(left, LOCK_EX) && (!isNamed(left.number(), path) || ::unlink(path.constData()) == 0);
 }
 
 } // namespace
@@ -56,7 +47,7 @@ DraftFile::DraftFile(const QString& folder, mode_t mode) {
 }
 
 DraftFile::~DraftFile() {
-    if (!path_.isEmpty() && isNamed(hold_, path_)) {
+    if (!path_.isEmpty() && isNamed(hold_.number(), path_)) {
         ::unlink(path_.constData());
     }
 }
@@ -72,7 +63,8 @@ void DraftFile::make(const QByteArray& path, mode_t mode) {
             if (error_ != 0 || !removeLeft(path)) {
                 return;
             }
-        } else if (isHeld(file_, LOCK_SH) && isNamed(file_, path)) { // not taken for a leftover before that
+        } else if (isHeld(file_, LOCK_SH) &&
+                   isNamed(file_.number(), path)) { // not taken for a leftover before that
             hold_ = Descriptor(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
             if (!hold_.isOpen()) {
                 error_ = errno;
@@ -93,7 +85,7 @@ int DraftFile::close() {
 }
 
 int DraftFile::takePlace(const QByteArray& place) {
-    if (!isNamed(hold_, path_)) {
+    if (!isNamed(hold_.number(), path_)) {
         return EBUSY; // somebody took it away after all: another's file must not get this place
     }
     const int number = attempt("rename", [&] { return ::rename(path_.constData(), place.constData()); });

@@ -32,7 +32,6 @@ QStringList faultsOfAWriter(const QString& folder, int writer, int rounds) {
     QStringList faults;
     for (int round = 0; round < rounds; ++round) {
         const QString path = folder + QStringLiteral("/%1-%2").arg(writer).arg(round % 3);
-        // Of another length each, and longer than one call writes.
         const QByteArray bytes = QByteArray::number(writer * 1000 + round).repeated(2000 + 700 * writer);
         if (const FileResult result = writeFileWhole(path, bytes); !result) {
             faults << result.error;
